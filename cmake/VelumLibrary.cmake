@@ -1,14 +1,18 @@
 # velum_add_library(<target>
 #     EXPORT_NAME <name>          velum::<name>, in the build and for users of the package
 #     EXPORT_MACRO <macro>        defined while the library itself is compiled
+#     DESCRIPTION <sentence>      one line for users of pkg-config
 #     INCLUDE_DIRS <dir>...       public include trees, installed as they stand
 #     SOURCES <file>...
-#     PUBLIC_LINK <target>...     PRIVATE_LINK <target>...)
+#     PUBLIC_LINK <target>...     PRIVATE_LINK <target>...
+#     PRECOMPILE <header>...)     headers that most of the sources include
 #
-# Makes one of the project's shared libraries: hidden visibility, SONAME, install rules.
+# Makes one of the project's shared libraries: hidden visibility, SONAME, install rules and a
+# pkg-config file. A public link to another of our libraries also becomes its "Requires".
 function(velum_add_library target)
     cmake_parse_arguments(
-        ARG "" "EXPORT_NAME;EXPORT_MACRO" "INCLUDE_DIRS;SOURCES;PUBLIC_LINK;PRIVATE_LINK" ${ARGN})
+        ARG "" "EXPORT_NAME;EXPORT_MACRO;DESCRIPTION"
+        "INCLUDE_DIRS;SOURCES;PUBLIC_LINK;PRIVATE_LINK;PRECOMPILE" ${ARGN})
     add_library(${target} SHARED ${ARG_SOURCES})
     add_library(velum::${ARG_EXPORT_NAME} ALIAS ${target})
     target_compile_features(${target} PUBLIC cxx_std_20)
@@ -27,10 +31,46 @@ function(velum_add_library target)
         PROPERTIES EXPORT_NAME ${ARG_EXPORT_NAME}
                    VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}.${PROJECT_VERSION_PATCH}
                    SOVERSION ${PROJECT_VERSION_MAJOR})
+    velum_precompile(${target} ${ARG_PRECOMPILE})
     install(
         TARGETS ${target}
         EXPORT velum_typesTargets
-        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+        LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+        ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+
+    set(pc_name ${target})
+    set(pc_description "${PROJECT_DESCRIPTION}")
+    if(ARG_DESCRIPTION)
+        set(pc_description "${ARG_DESCRIPTION}")
+    endif()
+    set(pc_requires)
+    foreach(dependency IN LISTS ARG_PUBLIC_LINK)
+        get_target_property(aliased ${dependency} ALIASED_TARGET)
+        if(aliased)
+            set(dependency ${aliased})
+        endif()
+        get_target_property(imported ${dependency} IMPORTED)
+        if(NOT imported)
+            list(APPEND pc_requires ${dependency})
+        endif()
+    endforeach()
+    list(JOIN pc_requires ", " pc_requires)
+    # From the folder of the .pc file up to the prefix, so that the prefix can be moved.
+    file(RELATIVE_PATH pc_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/library.pc.in" "${PROJECT_BINARY_DIR}/${target}.pc"
+                   @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/${target}.pc"
+            DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+endfunction()
+
+# velum_precompile(<target> <header>...)
+#
+# Precompiles headers for a target, unless the build says not to.
+function(velum_precompile target)
+    if(VELUM_PRECOMPILED_HEADERS AND ARGN)
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    endif()
 endfunction()
 
 # velum_add_test(<target> LINK <target>... SOURCES <file>...)
@@ -40,5 +80,9 @@ function(velum_add_test target)
     cmake_parse_arguments(ARG "" "" "LINK;SOURCES" ${ARGN})
     add_executable(${target} ${ARG_SOURCES})
     target_link_libraries(${target} PRIVATE velum_build_flags ${ARG_LINK} GTest::gtest_main)
+    list(LENGTH ARG_SOURCES count)
+    if(count GREATER 3) # with fewer files the header costs more than it saves
+        velum_precompile(${target} <gtest/gtest.h>)
+    endif()
     gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST)
 endfunction()

@@ -13,6 +13,22 @@ endif()
 # Where generated sources stand, under the same relative paths as hand-written ones.
 set(VELUM_GENERATED_DIR "${PROJECT_BINARY_DIR}/generated")
 
+# What is installed finds its siblings wherever the prefix is moved to.
+file(RELATIVE_PATH velum_bindir_to_libdir "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+if(APPLE)
+    set(CMAKE_INSTALL_RPATH "@loader_path" "@loader_path/${velum_bindir_to_libdir}")
+else()
+    set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${velum_bindir_to_libdir}")
+endif()
+
+# ccache needs to be told that precompiled headers may be trusted by content.
+find_program(VELUM_CCACHE ccache DOC "Compiler cache, used if present")
+mark_as_advanced(VELUM_CCACHE)
+if(VELUM_CCACHE AND PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${VELUM_CCACHE}")
+endif()
+
 # The flags of every compilation. Source paths in assertion texts are relative to the repository,
 # so that a message reads the same on every machine and no binary holds an absolute path.
 add_library(velum_build_flags INTERFACE)
