@@ -75,10 +75,11 @@ endfunction()
 
 # velum_add_test(<target> LINK <target>... SOURCES <file>...)
 #
-# One GoogleTest program; each of its cases becomes a CTest test.
+# One GoogleTest program; each of its cases becomes a CTest test. Sees tests/ for "support/...".
 function(velum_add_test target)
     cmake_parse_arguments(ARG "" "" "LINK;SOURCES" ${ARGN})
     add_executable(${target} ${ARG_SOURCES})
+    target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${target} PRIVATE velum_build_flags ${ARG_LINK} GTest::gtest_main)
     list(LENGTH ARG_SOURCES count)
     if(count GREATER 3) # with fewer files the header costs more than it saves

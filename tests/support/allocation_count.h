@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+
+namespace VelumTest {
+
+/// How often the program has asked operator new for memory so far. A test looks at the difference
+/// around a few statements. Needs allocation_count.cpp in the test program, which replaces the
+/// plain operator new; over-aligned requests are not counted.
+std::size_t allocationCount() noexcept;
+
+} // namespace VelumTest
