@@ -1,0 +1,195 @@
+#pragma once
+
+#include "tessel/export.h"
+
+#include <concepts>
+#include <exception>
+#include <memory>
+#include <string>
+#include <type_traits>
+#include <typeinfo>
+#include <utility>
+
+namespace Tessel {
+
+/// Raised when a value is taken out of an any under a type that it does not have.
+class TESSEL_EXPORT bad_any_cast : public std::exception {
+public:
+    bad_any_cast() noexcept;
+    /// Says both types in its text; `held` is `typeid(void)` for an empty any.
+    bad_any_cast(const std::type_info& held, const std::type_info& requested);
+    bad_any_cast(const bad_any_cast& other) noexcept;
+    bad_any_cast& operator=(const bad_any_cast& other) noexcept;
+    ~bad_any_cast() override;
+
+    const char* what() const noexcept override;
+
+private:
+    // Shared, because copying an exception must not raise another. Null for the default text.
+    std::shared_ptr<const std::string> text_;
+};
+
+/// One value of any copy-constructible type, or none. Copies are deep; a move hands the value over
+/// without touching it. Boxing takes one allocation, taking out a reference takes none.
+class TESSEL_EXPORT any {
+public:
+    class placeholder;
+    template <class T>
+    class holder;
+
+    any() noexcept = default;
+
+    /// Boxes a copy of `value`; arrays and functions decay to pointers.
+    // Copy-constructible is asserted, not a constraint: a constraint would ask itself in classes
+    // that have both a copy constructor and one from an any.
+    template <class V>
+    requires(!std::same_as<std::decay_t<V>, any>) any(
+        V&& value); // NOLINT(google-explicit-constructor): a value is an any wherever one is asked
+
+    any(const any& other);
+    any(any&& other) noexcept = default;
+    any& operator=(const any& other);
+    any& operator=(any&& other) noexcept = default;
+    ~any();
+
+    bool empty() const noexcept { return content_ == nullptr; }
+    void reset() noexcept { content_.reset(); }
+    void swap(any& other) noexcept { content_.swap(other.content_); }
+    friend void swap(any& a, any& b) noexcept { a.swap(b); }
+
+    /// The type of the value; `typeid(void)` if there is none.
+    const std::type_info& type() const noexcept;
+
+    /// The box of the value, owned by this any; null if it is empty.
+    const placeholder* content() const noexcept { return content_.get(); }
+
+    /// The value's address if it has exactly the type T, otherwise null. Never allocates.
+    template <class T>
+    const T* target() const noexcept;
+    template <class T>
+    T* target() noexcept {
+        return const_cast<T*>(std::as_const(*this).template target<T>());
+    }
+
+    /// Two empty ones are equal; two values are if they have the same type and compare equal by
+    /// that type's own operator. Values of a type that has none are equal to themselves only.
+    friend bool operator==(const any& a, const any& b) { return a.isEqualTo(b); }
+
+private:
+    bool isEqualTo(const any& other) const;
+
+    std::unique_ptr<placeholder> content_;
+};
+
+/// The box of a value whose type is not known to the caller. The order of the virtual operations is
+/// binding: boxes cross the border between libraries.
+class TESSEL_EXPORT any::placeholder {
+public:
+    virtual ~placeholder();
+    /// The value's address where a box refers to a value that stands elsewhere. 0 for each holder:
+    /// it owns its value.
+    virtual const void* referredValue() const noexcept = 0;
+    virtual const std::type_info& type() const noexcept = 0;
+    /// A new box with a copy of the value.
+    virtual std::unique_ptr<placeholder> clone() const = 0;
+    /// Whether the other is a box of the same type with an equal value.
+    virtual bool isEqualTo(const placeholder& other) const = 0;
+
+protected:
+    placeholder() = default;
+    placeholder(const placeholder&) = default;
+    placeholder& operator=(const placeholder&) = default;
+};
+
+/// The box that owns a value of type T.
+template <class T>
+class any::holder final : public any::placeholder {
+public:
+    template <class... Args>
+    explicit holder(std::in_place_t /*tag*/, Args&&... args)
+        : value_(std::forward<Args>(args)...) {}
+
+    const void* referredValue() const noexcept override { return nullptr; }
+    const std::type_info& type() const noexcept override { return typeid(T); }
+    std::unique_ptr<placeholder> clone() const override {
+        return std::make_unique<holder>(std::in_place, value_);
+    }
+    bool isEqualTo(const placeholder& other) const override {
+        if (other.type() != typeid(T)) {
+            return false;
+        }
+        if constexpr (requires(const T& a, const T& b) {
+                          { a == b } -> std::convertible_to<bool>;
+                      }) {
+            return value_ == static_cast<const holder&>(other).value_;
+        } else {
+            return this == &other;
+        }
+    }
+
+    const T& value() const noexcept { return value_; }
+
+private:
+    T value_;
+};
+
+template <class V>
+requires(!std::same_as<std::decay_t<V>, any>) any::any(V&& value)
+    : content_(std::make_unique<holder<std::decay_t<V>>>(std::in_place, std::forward<V>(value))) {
+    static_assert(std::is_copy_constructible_v<std::decay_t<V>>, "an any copies its value");
+}
+
+template <class T>
+const T* any::target() const noexcept {
+    if (content_ == nullptr || content_->type() != typeid(T)) {
+        return nullptr;
+    }
+    // The type check does not see a const of T, and boxes are made for plain types only.
+    return std::addressof(static_cast<const holder<std::remove_cv_t<T>>&>(*content_).value());
+}
+
+namespace Detail {
+/// Out of line, so that a cast costs its callers no more than the comparison.
+[[noreturn]] TESSEL_EXPORT void raiseBadAnyCast(const any& value, const std::type_info& requested);
+} // namespace Detail
+
+/// The value's address if it has exactly the type T, otherwise null; null for a null pointer.
+template <class T>
+const T* any_cast(const any* value) noexcept {
+    return value == nullptr ? nullptr : value->target<T>();
+}
+template <class T>
+T* any_cast(any* value) noexcept {
+    return value == nullptr ? nullptr : value->target<T>();
+}
+
+/// The value as a T, which may be a reference; raises bad_any_cast if it has another type.
+template <class T>
+T any_cast(const any& value) {
+    using Value = std::remove_cvref_t<T>;
+    static_assert(std::is_constructible_v<T, const Value&>, "T is made from a constant value");
+    if (const Value* held = value.target<Value>()) {
+        return static_cast<T>(*held);
+    }
+    Detail::raiseBadAnyCast(value, typeid(Value));
+}
+template <class T>
+T any_cast(any& value) {
+    using Value = std::remove_cvref_t<T>;
+    static_assert(std::is_constructible_v<T, Value&>, "T is made from a value");
+    if (Value* held = value.target<Value>()) {
+        return static_cast<T>(*held);
+    }
+    Detail::raiseBadAnyCast(value, typeid(Value));
+}
+template <class T>
+T any_cast(any&& value) {
+    using Value = std::remove_cvref_t<T>;
+    static_assert(std::is_constructible_v<T, Value>, "T is made from a value that is given up");
+    if (Value* held = value.target<Value>()) {
+        return static_cast<T>(std::move(*held));
+    }
+    Detail::raiseBadAnyCast(value, typeid(Value));
+}
+
+} // namespace Tessel

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "tessel/export.h"
+
+#include <compare>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Tessel {
+
+/// A string of bytes, ordered like text by its bytes as unsigned numbers.
+class TESSEL_EXPORT ByteArray {
+public:
+    ByteArray() noexcept = default;
+    explicit ByteArray(std::vector<std::byte> bytes) noexcept;
+
+    /// The bytes of a narrow text, without a terminator.
+    static ByteArray fromText(std::string_view text);
+    /// The bytes taken as a narrow text, whatever they are.
+    std::string toText() const;
+
+    bool empty() const noexcept { return bytes_.empty(); }
+    std::size_t size() const noexcept { return bytes_.size(); }
+    const std::byte* data() const noexcept { return bytes_.data(); }
+    const std::byte* begin() const noexcept { return bytes_.data(); }
+    const std::byte* end() const noexcept { return bytes_.data() + bytes_.size(); }
+    /// `index` is below the size.
+    std::byte operator[](std::size_t index) const noexcept { return bytes_[index]; }
+
+    friend bool operator==(const ByteArray&, const ByteArray&) = default;
+    friend std::strong_ordering operator<=>(const ByteArray&, const ByteArray&) = default;
+
+private:
+    std::vector<std::byte> bytes_;
+};
+
+} // namespace Tessel

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "tessel/any.h"
+#include "tessel/errorholder.h"
+#include "tessel/export.h"
+
+#include <memory>
+#include <string>
+
+namespace Tessel {
+
+class Type;
+
+/// A handle that owns a type's description; Type::CreateTypeInfo makes one. Copies share the
+/// description, which is gone with the last of them. There is no empty handle: moving copies.
+class TESSEL_EXPORT TypeInfo {
+public:
+    TypeInfo(const TypeInfo& other) noexcept;
+    TypeInfo& operator=(const TypeInfo& other) noexcept;
+    ~TypeInfo();
+
+    /// The text of a value; raises bad_any_cast for a value of another type.
+    std::string convertToString(const any& value) const;
+    /// The value of a text; empty if the text is none of this type.
+    any convertFromString(const std::string& text) const;
+    /// The same for callers that report the cause, which is left in `errors`.
+    any convertFromString(const std::string& text, ErrorHolder& errors) const;
+
+    /// Whether both describe the same type.
+    friend bool operator==(const TypeInfo& a, const TypeInfo& b) { return a.isEqualTo(b); }
+    /// The order of the described types.
+    friend bool operator<(const TypeInfo& a, const TypeInfo& b) { return a.isLessThan(b); }
+
+private:
+    friend class Type;
+    explicit TypeInfo(std::shared_ptr<Type> type) noexcept;
+    bool isEqualTo(const TypeInfo& other) const;
+    bool isLessThan(const TypeInfo& other) const;
+
+    std::shared_ptr<Type> type_;
+};
+
+} // namespace Tessel
