@@ -1,0 +1,180 @@
+#pragma once
+
+#include "qob/qob/export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <utility>
+
+namespace QOB {
+
+namespace NSInterface {
+class ClassObjectIntf;
+} // namespace NSInterface
+
+/// An ordered list of distinct objects, each of them counted. Access by position, look-up and
+/// removal by value are quick at every length:
+///
+/// - Up to 64 elements it is one array that is scanned; an empty one is a null word.
+/// - Above that the elements stand in chunks of up to 256. A hash leads from an element to the slot
+///   of its chunk, a Fenwick tree from a position to its chunk.
+///
+/// A copy costs nothing and shares everything; a write copies the directory of chunks and clones
+/// the one chunk that it changes. A chunk owns one reference count for each of its elements, however
+/// many lists share it. The hash is shared by all copies: it describes one of them and keeps a
+/// record of the steps that lead to the others, so that going back to an older copy costs what has
+/// changed since, not the length of the list.
+///
+/// Iterators and positions are good until the next write. Not safe for concurrent use, copies of
+/// one list included.
+class QOB_EXPORT ReferenceStorage {
+    struct Block;
+    struct Chunk;
+    struct Directory;
+    struct Index;
+
+public:
+    using Element = NSInterface::ClassObjectIntf const*;
+    using value_type = Element;
+
+    static constexpr std::size_t NotFound = static_cast<std::size_t>(-1);
+
+    class QOB_EXPORT const_iterator {
+    public:
+        using iterator_category = std::bidirectional_iterator_tag;
+        using value_type = Element;
+        using difference_type = std::ptrdiff_t;
+        using pointer = Element const*;
+        using reference = Element const&;
+
+        const_iterator() noexcept = default;
+
+        reference operator*() const noexcept { return *position_; }
+        pointer operator->() const noexcept { return position_; }
+        const_iterator& operator++() noexcept {
+            if (++position_ == chunkEnd_ && directory_ != nullptr) {
+                toNextChunk();
+            }
+            return *this;
+        }
+        const_iterator operator++(int) noexcept {
+            const_iterator const old = *this;
+            ++*this;
+            return old;
+        }
+        const_iterator& operator--() noexcept {
+            if (position_ == chunkBegin_ && directory_ != nullptr) {
+                toPreviousChunk();
+            }
+            --position_;
+            return *this;
+        }
+        const_iterator operator--(int) noexcept {
+            const_iterator const old = *this;
+            --*this;
+            return old;
+        }
+        friend bool operator==(const_iterator const& a, const_iterator const& b) noexcept {
+            return a.position_ == b.position_;
+        }
+
+    private:
+        friend class ReferenceStorage;
+
+        void toNextChunk() noexcept;
+        void toPreviousChunk() noexcept;
+        void enterChunk(Chunk const& chunk, std::size_t offset) noexcept;
+
+        Element const* position_ = nullptr;
+        Element const* chunkBegin_ = nullptr;
+        Element const* chunkEnd_ = nullptr;
+        Directory const* directory_ = nullptr;
+        std::uint32_t order_ = 0;
+    };
+    using iterator = const_iterator;
+
+    ReferenceStorage() noexcept = default;
+    ReferenceStorage(ReferenceStorage const& other) noexcept;
+    ReferenceStorage(ReferenceStorage&& other) noexcept
+        : block_(std::exchange(other.block_, nullptr)) {}
+    ReferenceStorage& operator=(ReferenceStorage other) noexcept {
+        swap(other);
+        return *this;
+    }
+    ~ReferenceStorage() {
+        if (block_ != nullptr) {
+            drop(std::exchange(block_, nullptr));
+        }
+    }
+    void swap(ReferenceStorage& other) noexcept { std::swap(block_, other.block_); }
+
+    bool empty() const noexcept { return block_ == nullptr; }
+    std::size_t size() const noexcept { return block_ == nullptr ? 0 : sizeOfBlock(); }
+
+    /// The element at a position below size().
+    Element at(std::size_t index) const;
+    Element front() const { return at(0); }
+    Element back() const { return at(size() - 1); }
+
+    bool contains(Element element) const;
+    /// The position of the element, or NotFound.
+    std::size_t indexOf(Element element) const;
+
+    const_iterator begin() const noexcept;
+    const_iterator end() const noexcept;
+    /// At a position up to size(), which is the end.
+    const_iterator iteratorAt(std::size_t index) const;
+    std::size_t indexOf(const_iterator const& position) const;
+
+    /// Each of these counts the element up and returns true, or changes nothing and returns false
+    /// if the element is in the list already.
+    bool push_back(Element element) { return insert(size(), element); }
+    bool push_front(Element element) { return insert(0, element); }
+    /// Before the element at a position up to size().
+    bool insert(std::size_t index, Element element);
+
+    /// Each removal counts the element down first, then takes it out.
+    /// False if the element isn't in the list.
+    bool erase(Element element);
+    void eraseAt(std::size_t index) { eraseRange(index, 1); }
+    /// `count` elements from `index` on; all of them must be there.
+    void eraseRange(std::size_t index, std::size_t count);
+    void clear() noexcept;
+
+    /// Puts another element in the place of the one at `index`: counts the old one down, then the
+    /// new one up. Returns false and changes nothing if the new one is in the list already.
+    bool replaceAt(std::size_t index, Element element);
+
+    /// Ends the sharing of a short list's array, so that each element is counted for this list.
+    /// Does nothing to a long list.
+    void ownShortArray();
+
+    /// The same elements in the same order. Costs nothing where the two share their chunks.
+    friend bool operator==(ReferenceStorage const& a, ReferenceStorage const& b) noexcept {
+        return a.equals(b);
+    }
+
+    /// True if all that must hold between array, chunks, hash and tree holds. For tests; in a debug
+    /// build each write to a list of moderate length ends with it.
+    bool isConsistent() const;
+
+private:
+    static void drop(Block* block) noexcept;
+    bool equals(ReferenceStorage const& other) const noexcept;
+    std::size_t sizeOfBlock() const noexcept;
+    bool isLarge() const noexcept;
+    Chunk& small() const noexcept;
+    Directory& large() const noexcept;
+
+    Chunk& ownSmall(std::uint32_t capacity);
+    Directory& ownLarge();
+    void makeLarge();
+    void eraseInChunk(std::uint32_t order, std::uint32_t offset, std::uint32_t number);
+    void becomeSmallAgain() noexcept;
+    void checkAfterWrite() const;
+
+    Block* block_ = nullptr;
+};
+
+} // namespace QOB
