@@ -88,7 +88,7 @@ TEST(Any, CopiesAreIndependentAndMovesLeaveNothingBehind) {
     swap(first, third);
     EXPECT_EQ(any_cast<int>(third), 7);
 
-    const std::string taken = any_cast<std::string>(std::move(first));
+    const auto taken = any_cast<std::string>(std::move(first));
     EXPECT_EQ(taken.back(), '!');
 }
 

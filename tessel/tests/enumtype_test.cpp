@@ -68,8 +68,9 @@ TEST(EnumType, UnknownLiteralNamesItselfItsTypeAndTheKnownOnes) {
 
 TEST(EnumType, BytesHoldTheNumberLowestFirst) {
     const UnitType type = unitType();
-    const auto bytes = [](std::vector<int> values) {
+    const auto bytes = [](const std::vector<int>& values) {
         std::vector<std::byte> all;
+        all.reserve(values.size());
         for (const int value : values) {
             all.push_back(static_cast<std::byte>(value));
         }

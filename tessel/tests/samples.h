@@ -4,6 +4,7 @@
 #include "tessel/type.h"
 
 #include <string>
+#include <utility>
 
 /// Small types as a library above would define them.
 namespace Samples {

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
+#include <utility>
 
 // Derived types and boxes stand in libraries of their own, so the order of the virtual operations
 // is part of the interface.

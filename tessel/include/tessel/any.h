@@ -29,6 +29,15 @@ private:
     std::shared_ptr<const std::string> text_;
 };
 
+class any;
+
+namespace Detail {
+/// What a box may be made of. Copy-constructible is asserted, not asked here: the question would
+/// ask itself in a class that has both a copy constructor and one from an any.
+template <class V>
+concept NotAny = !std::same_as<std::decay_t<V>, any>;
+} // namespace Detail
+
 /// One value of any copy-constructible type, or none. Copies are deep; a move hands the value over
 /// without touching it. Boxing takes one allocation, taking out a reference takes none.
 class TESSEL_EXPORT any {
@@ -40,11 +49,9 @@ public:
     any() noexcept = default;
 
     /// Boxes a copy of `value`; arrays and functions decay to pointers.
-    // Copy-constructible is asserted, not a constraint: a constraint would ask itself in classes
-    // that have both a copy constructor and one from an any.
-    template <class V>
-    requires(!std::same_as<std::decay_t<V>, any>) any(
-        V&& value); // NOLINT(google-explicit-constructor): a value is an any wherever one is asked
+    template <Detail::NotAny V>
+    // NOLINTNEXTLINE(google-explicit-constructor, bugprone-forwarding-reference-overload)
+    any(V&& value);
 
     any(const any& other);
     any(any&& other) noexcept = default;
@@ -133,8 +140,9 @@ private:
     T value_;
 };
 
-template <class V>
-requires(!std::same_as<std::decay_t<V>, any>) any::any(V&& value)
+template <Detail::NotAny V>
+// NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the constraint leaves out copies
+any::any(V&& value)
     : content_(std::make_unique<holder<std::decay_t<V>>>(std::in_place, std::forward<V>(value))) {
     static_assert(std::is_copy_constructible_v<std::decay_t<V>>, "an any copies its value");
 }
@@ -168,7 +176,7 @@ template <class T>
 T any_cast(const any& value) {
     using Value = std::remove_cvref_t<T>;
     static_assert(std::is_constructible_v<T, const Value&>, "T is made from a constant value");
-    if (const Value* held = value.target<Value>()) {
+    if (const auto* held = value.target<Value>()) {
         return static_cast<T>(*held);
     }
     Detail::raiseBadAnyCast(value, typeid(Value));
@@ -177,7 +185,7 @@ template <class T>
 T any_cast(any& value) {
     using Value = std::remove_cvref_t<T>;
     static_assert(std::is_constructible_v<T, Value&>, "T is made from a value");
-    if (Value* held = value.target<Value>()) {
+    if (auto* held = value.target<Value>()) {
         return static_cast<T>(*held);
     }
     Detail::raiseBadAnyCast(value, typeid(Value));
@@ -186,7 +194,7 @@ template <class T>
 T any_cast(any&& value) {
     using Value = std::remove_cvref_t<T>;
     static_assert(std::is_constructible_v<T, Value>, "T is made from a value that is given up");
-    if (Value* held = value.target<Value>()) {
+    if (auto* held = value.target<Value>()) {
         return static_cast<T>(std::move(*held));
     }
     Detail::raiseBadAnyCast(value, typeid(Value));
