@@ -1,0 +1,51 @@
+import unittest
+
+from velum_checks.generatedcode import class_names, control_flow
+
+
+class ControlFlow(unittest.TestCase):
+    def test_every_kind_of_decision_is_found_with_its_line(self) -> None:
+        for word, body in (
+            ("if", "if (a) b();"),
+            ("for", "for (;;) {}"),
+            ("while", "while (a) {}"),
+            ("try", "try { f(); }"),
+            ("switch", "switch (a) {}"),
+            ("?", "return a ? b : c;"),
+        ):
+            with self.subTest(word):
+                self.assertIn((2, word), control_flow(f"void f() {{\n{body}\n}}\n"))
+
+    def test_words_that_are_no_code_pass(self) -> None:
+        text = "\n".join(
+            [
+                "#if defined(X)",
+                "#define M(x) \\",
+                "    if (x)",
+                "/// What is true if the type is known, for whom?",
+                "/* while */",
+                r'const char* text = "if \" for";',
+                'const char* raw = R"x(if "a" (b))x";',
+                "char mark = '?';",
+                "int thousand = 1'000; int other = 2'000;",
+                "void notify(Element before);",
+                "#endif",
+            ]
+        )
+        self.assertEqual([], control_flow(text))
+
+    def test_lines_after_a_comment_of_several_lines_keep_their_number(self) -> None:
+        self.assertEqual([(3, "if")], control_flow("/* a\n b */\nif (x)"))
+
+
+class ClassNames(unittest.TestCase):
+    NAMES = frozenset({"Integer", "Matrix"})
+
+    def test_each_form_of_a_metaclass_is_found(self) -> None:
+        for name in ("Matrix", "ImmutableMatrix", "MatrixIntf", "MatrixImpl", "MatrixDeviantImpl"):
+            with self.subTest(name):
+                self.assertEqual([(2, name)], class_names(f"\nclass {name};", self.NAMES))
+
+    def test_the_kernels_own_classes_and_longer_names_pass(self) -> None:
+        text = "QOB::Integer id; class {{ cls.name }}Intf; MatrixView v; integer = 1;"
+        self.assertEqual([], class_names(text, self.NAMES))

@@ -1,0 +1,52 @@
+import json
+import pathlib
+
+from sandbox import InstalledProject, Sandbox
+from velum_checks.tidy import CHECK
+
+
+class BuiltProject(InstalledProject):
+    """A project whose compile database a test writes by hand."""
+
+    def build(self, preset: str, *targets: str) -> pathlib.Path:
+        return self.root / "build"
+
+
+class Tidy(Sandbox):
+    def setUp(self) -> None:
+        super().setUp()
+        self.project = BuiltProject(self.project.root)
+        self.write(
+            ".clang-tidy", "Checks: '-*,modernize-use-nullptr'\nWarningsAsErrors: '*'\n"
+        )
+        root = self.project.root
+        entries = [
+            {
+                "directory": str(root / "build"),
+                "file": str(root / name),
+                "command": f"/usr/bin/cmake -E env A=b ccache /usr/bin/clang++ -std=c++20 -I{root}"
+                f" -o unit.o -c {root / name}",
+            }
+            for name in ("src/unit.cpp", "build/generated.cpp")
+        ]
+        self.write("build/compile_commands.json", json.dumps(entries))
+        self.write("build/generated.cpp", "int* p = 0;\n")
+        self.write("src/unit.cpp", '#include "src/unit.h"\nint* p = nullptr;\n')
+        self.write("src/unit.h", "inline int* q = nullptr;\n")
+
+    def test_generated_code_is_not_asked_for(self) -> None:
+        self.assertEqual([], CHECK.find(self.project))
+
+    def test_a_fault_in_a_source_and_one_in_a_header_are_found(self) -> None:
+        for name, text in (
+            ("src/unit.cpp", '#include "src/unit.h"\nint* p = 0;\n'),
+            ("src/unit.h", "inline int* q = 0;\n"),
+        ):
+            with self.subTest(name):
+                before = (self.project.root / name).read_text()
+                self.write(name, text)
+                findings = CHECK.find(self.project)
+                self.write(name, before)
+                self.assertEqual(1, len(findings))
+                self.assertIn(f"{name}:", findings[0])
+                self.assertIn("modernize-use-nullptr", findings[0])

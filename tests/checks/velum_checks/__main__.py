@@ -1,0 +1,81 @@
+"""Runs the checks: all of them, or those named on the command line."""
+
+from __future__ import annotations
+
+import argparse
+import pathlib
+import sys
+import time
+
+from . import (
+    formatting,
+    generatedcode,
+    generator,
+    headers,
+    metamodel,
+    paths,
+    symbols,
+    tidy,
+    words,
+)
+from .check import Check
+from .project import CommandFailed, Project
+
+CHECKS = (
+    formatting.CHECK,
+    words.CHECK,
+    metamodel.CHECK,
+    generator.CHECK,
+    generatedcode.CHECK,
+    headers.CHECK,
+    symbols.CHECK,
+    paths.CHECK,
+    tidy.CHECK,
+)
+
+
+def _report(project: Project, check: Check) -> bool:
+    started = time.monotonic()
+    try:
+        findings = check.find(project)
+    except CommandFailed as failure:
+        findings = [str(failure)]
+    seconds = time.monotonic() - started
+    verdict = "FAILED" if findings else "ok"
+    print(f"{check.name:10} {verdict:6} {seconds:6.1f} s  {check.meaning}", flush=True)
+    for finding in findings:
+        print("    " + finding.replace("\n", "\n    "))
+    if findings:
+        print(f"  repair: {check.fix}", flush=True)
+    return not findings
+
+
+def main(arguments: list[str]) -> int:
+    parser = argparse.ArgumentParser(prog="./dev check", description=__doc__)
+    parser.add_argument("names", nargs="*", metavar="CHECK", help="run only these")
+    parser.add_argument("--list", action="store_true", help="name the checks and end")
+    parser.add_argument("--repair", action="store_true", help="mend what the named checks find")
+    options = parser.parse_args(arguments)
+
+    known = {check.name: check for check in CHECKS}
+    unknown = [name for name in options.names if name not in known]
+    if unknown:
+        parser.error(f"There is no check ({unknown[0]}); there are: {', '.join(known)}.")
+    if options.list:
+        for check in CHECKS:
+            print(f"{check.name:10} {check.meaning}")
+        return 0
+
+    project = Project(pathlib.Path.cwd())
+    chosen = [known[name] for name in options.names] or list(CHECKS)
+    if options.repair:
+        for check in chosen:
+            if check.repair is None:
+                parser.error(f"Check ({check.name}) cannot repair by itself: {check.fix}.")
+            check.repair(project)
+        return 0
+    return 0 if all([_report(project, check) for check in chosen]) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

@@ -1,0 +1,84 @@
+"""Generated code decides nothing, and templates know no class by name."""
+
+from __future__ import annotations
+
+import pathlib
+import re
+import sys
+
+from .check import Check
+from .metamodel import files
+from .project import Project
+
+_SUFFIXES = (".h", ".cpp")
+# What is no code: comments, literals and the lines of the preprocessor.
+_NO_CODE = re.compile(
+    r"""
+      //[^\n]*
+    | /\*.*?\*/
+    | R"(?P<mark>[^(\s]*)\(.*?\)(?P=mark)"
+    | "(?:\\.|[^"\\\n])*"
+    | (?<![0-9A-Fa-f])'(?:\\.|[^'\\\n])*'
+    | ^[ \t]*\#(?:\\\n|[^\n])*
+    """,
+    re.VERBOSE | re.DOTALL | re.MULTILINE,
+)
+_CONTROL = re.compile(r"\b(?:if|else|for|while|do|switch|case|goto|try|catch)\b|\?")
+
+
+def _blank(match: re.Match[str]) -> str:
+    """As many lines as before, so that line numbers stay true."""
+    return "\n" * match.group().count("\n")
+
+
+def control_flow(text: str) -> list[tuple[int, str]]:
+    """Line and word of each place where C++ text decides something."""
+    code = _NO_CODE.sub(_blank, text)
+    return [(code.count("\n", 0, m.start()) + 1, m.group()) for m in _CONTROL.finditer(code)]
+
+
+def class_names(template: str, names: frozenset[str]) -> list[tuple[int, str]]:
+    """Line and name of each metaclass, or one of its forms, that a template spells out.
+
+    The kernel has classes of the same names; those are written with their namespace.
+    """
+    found = []
+    for match in re.finditer(r"(?<![\w:.])(?:Immutable)?(\w+?)(?:Intf|Impl|DeviantImpl)?\b", template):
+        if match.group(1) in names:
+            found.append((template.count("\n", 0, match.start()) + 1, match.group()))
+    return found
+
+
+def metaclasses(project: Project) -> frozenset[str]:
+    sys.path.insert(0, str(project.root / "generator"))
+    try:
+        from velumgen import loader
+    finally:
+        sys.path.pop(0)
+    return frozenset(c.name for path in files(project) for c in loader.load(path).classes)
+
+
+def _generated(project: Project) -> list[pathlib.Path]:
+    project.build("release")
+    found = project.generated_dir("release").rglob("*")
+    return sorted(path for path in found if path.suffix in _SUFFIXES)
+
+
+def _find(project: Project) -> list[str]:
+    findings = []
+    for path in _generated(project):
+        for line, word in control_flow(path.read_text(encoding="utf-8")):
+            findings.append(f"{project.relative(path)}:{line}: control flow ({word})")
+    names = metaclasses(project)
+    for path in project.tracked("generator/templates/*"):
+        for line, name in class_names(path.read_text(encoding="utf-8"), names):
+            findings.append(f"{project.relative(path)}:{line}: a metaclass by name ({name})")
+    return findings
+
+
+CHECK = Check(
+    name="thin",
+    meaning="generated code decides nothing, templates name no class",
+    fix="move the rule into hand-written C++, and the exception into metamodel/",
+    find=_find,
+)
