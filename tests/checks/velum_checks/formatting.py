@@ -14,7 +14,7 @@ def _find(project: Project) -> list[str]:
     if result.returncode == 0:
         return []
     faults = [line for line in result.stderr.splitlines() if "[-Wclang-format-violations]" in line]
-    return faults or [result.stderr]
+    return [line.replace(f"{project.root}/", "") for line in faults] or [result.stderr]
 
 
 def _repair(project: Project) -> None:
