@@ -1,0 +1,35 @@
+#pragma once
+
+#include "qob/qob/assert.h"
+#include "qob/qob/deviant.h"
+
+/// The bodies of an interface class's operations, one header per shape of property. They run on the
+/// root object, select the state for a deviant and call the same operation on the state, which
+/// touches the field. Operations are named by pointers to virtual members: the calls go through the
+/// tables as if written by hand.
+namespace QOB::property {
+
+/// The state that a read of `object` in the deviant sees, as the class that declares the property.
+/// Raises if `object` is a state itself: a state doesn't have this operation.
+template <class Intf>
+Intf const* readState(Intf const* object, Deviant deviant) {
+    Intf const* const state = object->getReadDeviantI(deviant, object);
+    QOB_REQUIRE(state != nullptr, "this operation is not available on a state");
+    return state;
+}
+
+/// The state that a write changes; see Deviations::writeState.
+template <class Intf>
+Intf* writeState(Intf* object, Deviant deviant) {
+    Intf* const state = object->getWriteDeviantI(deviant, object);
+    QOB_REQUIRE(state != nullptr, "this operation is not available on a state");
+    return state;
+}
+
+/// A getter or a has of any shape.
+template <auto Get, class Intf>
+auto get(Intf const* object, Deviant deviant) {
+    return (readState(object, deviant)->*Get)(deviant);
+}
+
+} // namespace QOB::property

@@ -1,0 +1,103 @@
+#pragma once
+
+#include "qob/qob/exception.h"
+#include "qob/qob/export.h"
+
+#include <concepts>
+#include <cstdarg>
+#include <cstring>
+#include <string>
+
+/// The assertion chain: an Asserter carries the condition, fLogBuf the text, a LocalAsserter the
+/// place; assigning the first to the last raises if the condition is false. Every failed check
+/// throws; there is no build in which checks are off.
+namespace QOB {
+
+class QOB_EXPORT Asserter {
+public:
+    /// Size of fLogBuf in bytes, the closing zero included.
+    static constexpr int LogBufferSize = 4097;
+
+    /// The text of the latest failed check. One buffer for the process; never null.
+    static char* const fLogBuf;
+
+    explicit Asserter(bool condition) noexcept : condition_(condition) {}
+    Asserter(Asserter const&) = default;
+    Asserter& operator=(Asserter const&) = default;
+    virtual ~Asserter();
+
+    /// Does nothing if the condition holds, otherwise reports the failure at the given place.
+    virtual void raise(char const* file, int line, char const* note) const = 0;
+
+protected:
+    bool condition() const noexcept { return condition_; }
+
+    /// Formats into fLogBuf. If the formatter fails, the buffer is zeroed: an empty text.
+    static void format(char const* format, std::va_list arguments);
+
+    /// "Assertion failed: <text> at <file>:<line>: <note>" with the text of fLogBuf.
+    static std::string message(char const* file, int line, char const* note);
+
+private:
+    bool condition_;
+};
+
+/// An Asserter that throws `E`. With a condition, the text is formatted only if it is false;
+/// without one, the check has failed already.
+template <class E>
+class AsserterEx : public Asserter {
+public:
+    // A template, so that a text is never taken for a condition.
+    template <std::same_as<bool> Condition>
+    explicit AsserterEx(Condition condition, char const* format, ...) : Asserter(condition) {
+        if (!condition) {
+            std::va_list arguments;
+            va_start(arguments, format);
+            Asserter::format(format, arguments);
+            va_end(arguments);
+        }
+    }
+
+    explicit AsserterEx(char const* format, ...) : Asserter(false) {
+        std::va_list arguments;
+        va_start(arguments, format);
+        Asserter::format(format, arguments);
+        va_end(arguments);
+    }
+
+    void raise(char const* file, int line, char const* note) const override {
+        if (!condition()) {
+            throw E(message(file, line, note));
+        }
+    }
+};
+
+/// The place of a check. Assigning an Asserter to it triggers the check.
+class QOB_EXPORT LocalAsserter {
+public:
+    LocalAsserter(char const* file, int line, char const* note) noexcept
+        : file_(file), line_(line), note_(note) {}
+
+    void operator=(Asserter const& asserter) const { asserter.raise(file_, line_, note_); }
+
+private:
+    char const* file_;
+    int line_;
+    char const* note_;
+};
+
+namespace internal {
+/// Cold ends of the macros below: they keep the formatting out of the checked functions.
+[[noreturn]] QOB_EXPORT void failAt(char const* file, int line, char const* text);
+} // namespace internal
+
+} // namespace QOB
+
+/// Throws a QOB::Exception with a printf-style text.
+#define QOB_FAIL(...)                                                                              \
+    (::QOB::LocalAsserter(__FILE__, __LINE__, "") =                                                \
+         ::QOB::AsserterEx<::QOB::Exception>(__VA_ARGS__))
+
+/// Throws a QOB::Exception with a fixed text if the condition is false.
+#define QOB_REQUIRE(condition, text)                                                               \
+    ((condition) ? static_cast<void>(0) : ::QOB::internal::failAt(__FILE__, __LINE__, text))

@@ -1,0 +1,181 @@
+#pragma once
+
+#include "qob/qob/export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace QOB {
+
+class Deviant;
+struct IntrospectiveMethods;
+
+namespace NSInterface {
+class ObjectIntf;
+class ClassObjectIntf;
+} // namespace NSInterface
+
+namespace internal {
+
+class ModelCore;
+class DeviantData;
+
+/// One view of one model, as the kernel holds it. Records are recycled and never freed or moved, so
+/// that a word that outlives its deviant can still be asked; the generation tells the two apart.
+struct DeviantRecord {
+    std::uint32_t generation = 0;
+    /// Zero if a write may go ahead without a look at anything else.
+    std::uint32_t writeGate = 0;
+    std::uint32_t rootIndex = 0;
+    std::uint32_t nextFree = 0;
+    ModelCore* model = nullptr;
+    DeviantData* data = nullptr;
+};
+
+/// Why a write must take the long way. The bits of DeviantRecord::writeGate.
+enum WriteGate : std::uint32_t {
+    InTransaction = 1,
+    ReadOnly = 2,
+    UndoEnabled = 4,
+};
+
+constexpr std::uint32_t RecordsPerChunk = 1024;
+constexpr std::uint32_t MaximalChunks = 4096;
+
+/// Chunks of records; plain pointers, reachable for ever.
+extern QOB_EXPORT DeviantRecord* deviantChunks[MaximalChunks];
+
+} // namespace internal
+
+/// The word of a deviant, and the checks that can be made on it.
+class QOB_EXPORT DeviantAssertions {
+public:
+    constexpr DeviantAssertions() noexcept = default;
+
+    /// The switch: read before each check on a write path.
+    static bool sAssertionsEnabled;
+    /// Sets the switch; returns its old value.
+    static bool enableAssertions(bool enabled) noexcept;
+
+    /// If the switch is on, as internal_assertWritable; true otherwise. Null means the model as a
+    /// whole: may objects be created here?
+    bool assertWritable(NSInterface::ObjectIntf const* object) const;
+    /// True if the deviant can be written now. Raises QOB::Exception if it has been removed, is
+    /// read-only, or has undo enabled and no open transaction.
+    bool internal_assertWritable(NSInterface::ObjectIntf const* object) const;
+    /// Always raises QOB::Exception: the object doesn't exist in this deviant.
+    void assertObjectNotPresentInDeviant(NSInterface::ClassObjectIntf const* object) const;
+
+protected:
+    constexpr DeviantAssertions(std::uint32_t index, std::uint32_t generation) noexcept
+        : index_(index), generation_(generation) {}
+
+    internal::DeviantRecord& record() const noexcept {
+        return internal::deviantChunks[index_ / internal::RecordsPerChunk]
+                                      [index_ % internal::RecordsPerChunk];
+    }
+
+    std::uint32_t index_ = 0;
+    std::uint32_t generation_ = 0;
+};
+
+/// One view of a model: its root deviant or a branch. A word, passed by value and valid to ask for
+/// ever, also after the deviant or its model is gone. The default one is null.
+class QOB_EXPORT Deviant : public DeviantAssertions {
+public:
+    using State = NSInterface::ObjectIntf*;
+
+    /// Markers in the place of a state pointer; never cast, never deleted, compared by identity.
+    static void* const InvalidObject;  ///< the object doesn't exist in this deviant
+    static void* const FallbackToRoot; ///< the deviant has no copy and reads the root
+    static void* const ModelDestroyed; ///< the model is gone; only as an object's root state
+
+    constexpr Deviant() noexcept = default;
+
+    friend bool operator==(Deviant const& a, Deviant const& b) noexcept {
+        return a.index_ == b.index_ && a.generation_ == b.generation_;
+    }
+
+    /// False for the null deviant only.
+    bool isNotNull() const noexcept { return index_ != 0; }
+    /// False once the deviant has been removed, and for the null deviant.
+    bool isValid() const noexcept { return record().generation == generation_; }
+    /// True for the root deviant of a living model.
+    bool isRootDeviant() const noexcept {
+        internal::DeviantRecord const& r = record();
+        return r.generation == generation_ && r.rootIndex == index_;
+    }
+    /// The root deviant of the same model; the null deviant if this one isn't valid.
+    Deviant getRootDeviant() const noexcept;
+    /// Every deviant of the model: the root, then the others in order of creation. Replaces what
+    /// the vector held; empty if this deviant isn't valid.
+    void getAllDeviants(std::vector<Deviant>& deviants) const;
+
+    /// The state of the object in this branch: real, a marker, or null if there is no entry.
+    State getStateOfObject(NSInterface::ClassObjectIntf const* object) const noexcept;
+    /// Stores a state in this branch, which owns it from here. What stood there is forgotten, not
+    /// freed.
+    void setStateOfObject(NSInterface::ClassObjectIntf const* object, State state) const;
+
+    bool isWithinTransaction() const noexcept {
+        return isValid() && (record().writeGate & internal::InTransaction) != 0;
+    }
+    /// True while old states are recorded: every open transaction can be rolled back.
+    bool hasUndoStack() const noexcept { return isWithinTransaction(); }
+    /// The old state that the open transaction saved, or null. An object that the transaction
+    /// created has the old state InvalidObject.
+    State getSavedOldStateOfObject(NSInterface::ClassObjectIntf const* object) const noexcept;
+    /// Records the object's old state in the open transaction, which owns it from here. A null is
+    /// recorded as FallbackToRoot. A second call for an object replaces what was saved. Returns
+    /// what is recorded. Raises QOB::Exception without an open transaction.
+    State saveOldStateOfObject(NSInterface::ClassObjectIntf const* object, State state) const;
+
+    /// Enters an object in the model; once, on the root deviant, right after construction.
+    void addObjectToModel(NSInterface::ClassObjectIntf* object) const;
+    /// Takes an object out of its model and frees its states in all branches; from its destructor.
+    void removeObjectFromModel(NSInterface::ClassObjectIntf* object) const;
+    /// Records that the object is created in this deviant, before its first state exists here.
+    void markObjectCreated(NSInterface::ClassObjectIntf const* object) const;
+
+    /// Counts that this deviant refers to the model of `other` through a property, once for each
+    /// value. References within the model, and to the null deviant, count nothing.
+    void setOrAddReferred(Deviant const& other, IntrospectiveMethods const*, unsigned id) const;
+    /// Takes one such count back.
+    void removeReferred(Deviant const& other, IntrospectiveMethods const*, unsigned id) const;
+    /// True if `other` lies in another model. False if one of the two isn't valid.
+    bool isInDifferentModel(Deviant const& other,
+                            IntrospectiveMethods const*,
+                            unsigned id) const noexcept;
+
+    /// True if a write may go ahead at once; false also for a deviant that is gone.
+    bool isWritableWithoutChecks() const noexcept {
+        internal::DeviantRecord const& r = record();
+        return r.generation == generation_ && r.writeGate == 0;
+    }
+
+    std::size_t hash() const noexcept {
+        return std::hash<std::uint64_t>()((std::uint64_t(generation_) << 32) | index_);
+    }
+
+private:
+    friend class internal::ModelCore;
+    friend class internal::DeviantData;
+    friend struct DeviantAccess;
+
+    constexpr Deviant(std::uint32_t index, std::uint32_t generation) noexcept
+        : DeviantAssertions(index, generation) {}
+};
+
+/// True if a state pointer leads to a state: neither null nor one of the markers.
+inline bool isRealState(void const* state) noexcept {
+    return reinterpret_cast<std::uintptr_t>(state) > 3;
+}
+
+} // namespace QOB
+
+template <>
+struct std::hash<QOB::Deviant> {
+    std::size_t operator()(QOB::Deviant const& deviant) const noexcept { return deviant.hash(); }
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "qob/qob/export.h"
+#include "qob/qob/model.h"
+#include "qob/qob/string.h"
+
+#include <string>
+
+namespace QOB {
+
+/// The registry of the metamodels of all domains: they lie in one model of their own.
+class QOB_EXPORT DomainRegistry {
+public:
+    /// The one registry; never null. Made at the first call.
+    static DomainRegistry* instance();
+
+    DomainRegistry(DomainRegistry const&) = delete;
+    DomainRegistry& operator=(DomainRegistry const&) = delete;
+
+    /// The model that holds the metamodels.
+    Model getMetaRegistry() const { return metaRegistry_; }
+
+    /// The canonical URI of a domain: "qob://metamodels/" and its name.
+    std::wstring getDomainCanonicalUri(String const& domain) const;
+
+private:
+    friend struct KernelLife;
+
+    DomainRegistry();
+    ~DomainRegistry();
+
+    Model metaRegistry_;
+};
+
+} // namespace QOB

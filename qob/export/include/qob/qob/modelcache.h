@@ -1,0 +1,40 @@
+#pragma once
+
+#include "qob/qob/export.h"
+#include "qob/qob/model.h"
+
+#include <map>
+#include <string>
+
+namespace QOB {
+
+/// The process-wide table of models by URI. An entry keeps its model object; it goes with the
+/// model.
+class QOB_EXPORT ModelCache {
+public:
+    /// Base name for a model that its maker gave none.
+    static std::wstring const UNTITLED;
+
+    /// Never null.
+    static ModelCache* instance();
+
+    ModelCache(ModelCache const&) = delete;
+    ModelCache& operator=(ModelCache const&) = delete;
+
+    /// The first of `base`, `base`1, `base`2 ... that no model is entered under.
+    std::wstring getNextAvailableModelUri(std::wstring const& base) const;
+    /// Enters a model. Raises QOB::Exception if the URI is taken by another model.
+    void bindModel(std::wstring const& uri, Model const& model);
+    /// The model under a URI; empty if there is none.
+    Model findModel(std::wstring const& uri) const;
+    /// Removes every entry of the model.
+    void unbindModel(Model const& model);
+
+private:
+    ModelCache() = default;
+    ~ModelCache() = default;
+
+    std::map<std::wstring, Model> models_;
+};
+
+} // namespace QOB

@@ -1,0 +1,143 @@
+#pragma once
+
+#include "qob/qob/assert.h"
+#include "qob/qob/deviant.h"
+#include "qob/qob/referencecounting.h"
+
+#include <functional>
+#include <type_traits>
+#include <utility>
+
+namespace QOB {
+
+namespace internal {
+
+/// The counted base of an interface class on its first path: some classes hold a base twice.
+template <class Intf>
+ReferenceCountingIntf const* countedBase(Intf const* pointer) noexcept {
+    if constexpr (std::is_convertible_v<Intf const*, ReferenceCountingIntf const*>) {
+        return pointer;
+    } else {
+        return static_cast<typename Intf::PrimaryBase const*>(pointer);
+    }
+}
+
+} // namespace internal
+
+template <class Pointer>
+class RefBase;
+
+/// What every handle is: a counted pointer to an interface object, and the deviant in which the
+/// object is to be seen. Two words. The deviant is not part of a handle's logical value: handles
+/// are equal if their objects are, and a deviant may be replaced through a const handle.
+template <class Intf>
+class RefBase<Intf*> {
+public:
+    using Interface = Intf;
+
+    /// True if the handle isn't empty and its object exists in its deviant. Never raises.
+    bool isValid() const { return pointer_ != nullptr && primary()->deviant_isValid(deviant_); }
+    explicit operator bool() const { return isValid(); }
+
+    /// The object, counted by the handle as long as it lives; null if the handle is empty.
+    Intf* get() const noexcept { return pointer_; }
+    Intf* getImplementation() noexcept { return pointer_; }
+    Intf const* getImplementation() const noexcept { return pointer_; }
+    Deviant getDeviant() const noexcept { return deviant_; }
+
+    /// Moves the handle to another deviant of its object's model. A deviant of another model is
+    /// replaced by the object's own root; an empty handle stays as it is.
+    void setDeviant(Deviant deviant) const {
+        if (pointer_ == nullptr) {
+            return;
+        }
+        Deviant const root = primary()->getRootDeviant();
+        deviant_ = root.isNotNull() && root != deviant && deviant.getRootDeviant() == root ? deviant
+                                                                                           : root;
+    }
+
+    friend bool operator==(RefBase const& a, RefBase const& b) noexcept {
+        return a.pointer_ == b.pointer_;
+    }
+
+protected:
+    RefBase() noexcept = default;
+    RefBase(Intf const* pointer, Deviant deviant) : pointer_(const_cast<Intf*>(pointer)) {
+        retain();
+        setDeviant(deviant);
+    }
+    RefBase(RefBase const& other) noexcept : pointer_(other.pointer_), deviant_(other.deviant_) {
+        retain();
+    }
+    RefBase(RefBase&& other) noexcept
+        : pointer_(std::exchange(other.pointer_, nullptr)), deviant_(other.deviant_) {}
+    RefBase& operator=(RefBase const& other) {
+        assign(other.pointer_);
+        deviant_ = other.deviant_;
+        return *this;
+    }
+    RefBase& operator=(RefBase&& other) noexcept {
+        std::swap(pointer_, other.pointer_);
+        deviant_ = other.deviant_;
+        return *this;
+    }
+    ~RefBase() {
+        if (pointer_ != nullptr) {
+            internal::release(internal::countedBase(pointer_));
+        }
+    }
+
+    /// The object, after the check that there is one.
+    Intf* access(char const* file, int line) const {
+        if (pointer_ == nullptr) {
+            internal::failAt(
+                file, line, "Cannot access NULL ref. Use isValid() before calling methods");
+        }
+        return pointer_;
+    }
+
+    /// The handle's object seen as interface class `To`, in the same deviant; empty if it isn't
+    /// one.
+    template <class To>
+    To* pointerAs() const {
+        return castObject<To>(pointer_);
+    }
+
+private:
+    auto primary() const noexcept {
+        if constexpr (std::is_convertible_v<Intf*, ReferenceCountingIntf*>) {
+            return pointer_;
+        } else {
+            return static_cast<typename Intf::PrimaryBase*>(pointer_);
+        }
+    }
+    void retain() const noexcept {
+        if (pointer_ != nullptr) {
+            internal::retain(internal::countedBase(pointer_));
+        }
+    }
+    /// Stores before it releases: whatever the release sets off sees a whole handle.
+    void assign(Intf* pointer) {
+        if (pointer_ == pointer) {
+            return;
+        }
+        Intf* const old = std::exchange(pointer_, pointer);
+        retain();
+        if (old != nullptr) {
+            internal::release(internal::countedBase(old));
+        }
+    }
+
+    Intf* pointer_ = nullptr;
+    mutable Deviant deviant_;
+};
+
+/// Hashes a handle by its object, as its equality compares.
+template <class Handle>
+struct HandleHash {
+    std::size_t operator()(Handle const& handle) const noexcept {
+        return std::hash<void const*>()(handle.get());
+    }
+};
+
+} // namespace QOB

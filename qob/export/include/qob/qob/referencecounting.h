@@ -1,0 +1,114 @@
+#pragma once
+
+#include "qob/qob/export.h"
+#include "qob/qob/visitor.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace QOB {
+
+class ReferenceCountingIntf;
+
+/// Root of everything that the kernel counts. Brackets the stretch in which a library makes the
+/// objects of the process-wide meta-registry.
+class QOB_EXPORT Cleanup {
+public:
+    /// Sections nest. An exception between the two leaves the section open.
+    static void beginMetaRegistrySection();
+    static void endMetaRegistrySection();
+    static bool isInMetaRegistrySection() noexcept;
+
+protected:
+    Cleanup() = default;
+    Cleanup(Cleanup const&) = default;
+    Cleanup& operator=(Cleanup const&) = default;
+    ~Cleanup() = default;
+};
+
+using ListOfReferences = std::vector<ReferenceCountingIntf*>;
+
+namespace internal {
+inline void retain(ReferenceCountingIntf const* object);
+inline void release(ReferenceCountingIntf const* object);
+} // namespace internal
+
+/// The counted base of every interface class. The base operations count and never destroy;
+/// classes whose lifetime follows their count override them. Counts are plain integers.
+class QOB_EXPORT ReferenceCountingIntf : public Cleanup {
+public:
+    ReferenceCountingIntf() noexcept = default;
+    /// A copy is a new object: it starts with no references.
+    ReferenceCountingIntf(ReferenceCountingIntf const&) noexcept : Cleanup() {}
+    ReferenceCountingIntf& operator=(ReferenceCountingIntf const&) noexcept { return *this; }
+
+    virtual ~ReferenceCountingIntf();
+    virtual void incRef() const;
+    virtual void decRef() const;
+    virtual int numRef() const;
+    /// Null: no class keeps a list of its references.
+    virtual ListOfReferences* getListOfReferences() const;
+    virtual CooperativeVisitor::internal::MethodInfo
+    getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const;
+    /// This object seen as the class that `info` names, or null if it isn't one.
+    virtual void* cast(CooperativeVisitor::internal::ClassInfo const& info) const;
+
+protected:
+    /// Lets handles count in the object without a virtual call. For classes whose incRef and
+    /// decRef are those of a counted object (see internal::releaseLast).
+    void countInPlace() noexcept { countsInPlace_ = true; }
+    bool countsInPlace() const noexcept { return countsInPlace_; }
+
+    mutable int referenceCount_ = 0;
+
+private:
+    friend void internal::retain(ReferenceCountingIntf const* object);
+    friend void internal::release(ReferenceCountingIntf const* object);
+    friend class DeletionQueue;
+
+    bool countsInPlace_ = false;
+    mutable bool pendingDeletion_ = false;
+};
+
+/// Deletes objects whose last reference went. A deletion inside a deletion waits for the outermost
+/// one, so that a chain of any length is freed without recursion. An object that gained a
+/// reference while it waited lives on.
+class QOB_EXPORT DeletionQueue {
+public:
+    static void schedule(ReferenceCountingIntf const* object);
+};
+
+namespace internal {
+
+inline void retain(ReferenceCountingIntf const* object) {
+    if (object->countsInPlace_) {
+        ++object->referenceCount_;
+    } else {
+        object->incRef();
+    }
+}
+
+/// The last decrement goes through the virtual operation, which decides what it means.
+inline void release(ReferenceCountingIntf const* object) {
+    if (object->countsInPlace_ && object->referenceCount_ > 1) {
+        --object->referenceCount_;
+    } else {
+        object->decRef();
+    }
+}
+
+} // namespace internal
+
+/// Raises an int for the length of a scope, whatever way the scope is left.
+class IntegerIncDec {
+public:
+    explicit IntegerIncDec(int* counter) noexcept : counter_(counter) { ++*counter_; }
+    ~IntegerIncDec() { --*counter_; }
+    IntegerIncDec(IntegerIncDec const&) = delete;
+    IntegerIncDec& operator=(IntegerIncDec const&) = delete;
+
+private:
+    int* counter_;
+};
+
+} // namespace QOB

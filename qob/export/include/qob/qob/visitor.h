@@ -1,0 +1,234 @@
+#pragma once
+
+#include "qob/qob/export.h"
+#include "tessel/moduleobject.h"
+
+#include <boost/checked_delete.hpp>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <typeinfo>
+#include <utility>
+
+namespace QOB {
+
+/// The root of all visitation domains.
+struct QOB_EXPORT RootVisitationDomain {};
+
+/// The domain of the kernel's own classes.
+struct QOB_EXPORT VisitationDomain {
+    /// Owner of the class tables of this domain; they go when the library goes.
+    static Tessel::ModuleObjectDeleter& moduleObjects();
+};
+
+/// Class identity, casts and visit methods by small numbers instead of the language's type
+/// information. Each interface class names its domain and its direct bases:
+///
+///     using VisitationDomain = ...;
+///     using VisitationBases = CooperativeVisitor::internal::Bases<Base, ...>;
+namespace CooperativeVisitor::internal {
+
+/// A growable array without spare capacity: it is read on every cast and grows a few times only.
+template <class T>
+class LightVector {
+public:
+    LightVector() noexcept = default;
+    LightVector(LightVector const& other) { assign(other); }
+    LightVector(LightVector&& other) noexcept
+        : elements_(std::exchange(other.elements_, nullptr)),
+          size_(std::exchange(other.size_, 0)) {}
+    LightVector& operator=(LightVector other) noexcept {
+        std::swap(elements_, other.elements_);
+        std::swap(size_, other.size_);
+        return *this;
+    }
+    ~LightVector() { delete[] elements_; }
+
+    std::size_t size() const noexcept { return size_; }
+    T& operator[](std::size_t index) noexcept { return elements_[index]; }
+    T const& operator[](std::size_t index) const noexcept { return elements_[index]; }
+    T const* begin() const noexcept { return elements_; }
+    T const* end() const noexcept { return elements_ + size_; }
+
+    /// Allocates exactly `size` elements; new ones are value-initialised. Never shrinks.
+    void grow(std::size_t size) {
+        if (size <= size_) {
+            return;
+        }
+        T* grown = new T[size]();
+        for (std::size_t i = 0; i < size_; ++i) {
+            grown[i] = std::move(elements_[i]);
+        }
+        delete[] elements_;
+        elements_ = grown;
+        size_ = size;
+    }
+
+    void push_back(T value) {
+        grow(size_ + 1);
+        elements_[size_ - 1] = std::move(value);
+    }
+
+private:
+    void assign(LightVector const& other) {
+        grow(other.size_);
+        for (std::size_t i = 0; i < size_; ++i) {
+            elements_[i] = other.elements_[i];
+        }
+    }
+
+    T* elements_ = nullptr;
+    std::size_t size_ = 0;
+};
+
+/// Who a class is: the tag of its domain and its tag within it. Both are above 0.
+struct ClassInfo {
+    unsigned domain = 0;
+    unsigned tag = 0;
+
+    friend bool operator==(ClassInfo const&, ClassInfo const&) = default;
+};
+
+/// A visitor's method as the kernel stores it; called through the visitor that knows its type.
+using Method = void (*)();
+
+/// What getVisitMethod finds: the method, and the object in the view that the method takes.
+/// Two zeros if the visitor has no method for the object.
+struct MethodInfo {
+    Method method = nullptr;
+    void* object = nullptr;
+};
+
+/// A visitor's methods: rows by domain tag, entries by class tag, null where there is none.
+using MethodTable = LightVector<LightVector<Method>>;
+
+using CastFunction = void* (*)(void const*);
+
+/// What is known of one class: itself and its ancestors, and how to see an object as each of them.
+struct ClassMetaInfo {
+    LightVector<ClassInfo> ancestors;
+    LightVector<CastFunction> casts;
+    LightVector<LightVector<std::size_t>> castIndex;
+};
+
+/// A stable, small, non-zero number for `what` within `domain`. Numbers start at 1 in each domain.
+QOB_EXPORT unsigned GetTag(std::type_info const& what, std::type_info const& domain);
+
+/// Tells the kernel a dotted name of a class. Several names may be bound to one class.
+QOB_EXPORT void BindTagToName(char const* dottedName, ClassInfo const& info);
+
+/// The class that was bound to a dotted name, or zeros.
+QOB_EXPORT ClassInfo findClassByName(std::string const& dottedName);
+
+/// Enters `cast` for `info` unless an earlier path to the same ancestor has one.
+QOB_EXPORT void addAncestor(ClassMetaInfo& meta, ClassInfo const& info, CastFunction cast);
+
+/// The cast function from the class of `meta` to `info`, or null.
+inline CastFunction findCast(ClassMetaInfo const& meta, ClassInfo const& info) noexcept {
+    if (info.domain >= meta.castIndex.size() || info.tag >= meta.castIndex[info.domain].size()) {
+        return nullptr;
+    }
+    return meta.casts[meta.castIndex[info.domain][info.tag]];
+}
+
+/// The entry of a visitor's table for `info`, or null; never reads beyond the table.
+inline Method findMethod(MethodTable const& table, ClassInfo const& info) noexcept {
+    if (info.domain >= table.size() || info.tag >= table[info.domain].size()) {
+        return nullptr;
+    }
+    return table[info.domain][info.tag];
+}
+
+/// Looks through the ancestors in order; the first with a method wins.
+QOB_EXPORT MethodInfo findAncestorMethod(ClassMetaInfo const& meta,
+                                         MethodTable const& table,
+                                         void const* object);
+
+template <class... T>
+struct Bases {};
+
+/// The identity of interface class `T`; asked of the kernel once per library.
+template <class T>
+inline ClassInfo const& classInfo() {
+    static ClassInfo info;
+    if (info.tag == 0) {
+        using Domain = typename T::VisitationDomain;
+        info.domain = GetTag(typeid(Domain), typeid(RootVisitationDomain));
+        info.tag = GetTag(typeid(T), typeid(Domain));
+    }
+    return info;
+}
+
+/// Converts along one path of bases, step by step: a class may hold a base twice.
+template <class From>
+void* castAlong(void const* object) {
+    return const_cast<void*>(object);
+}
+template <class From, class To, class... Rest>
+void* castAlong(void const* object) {
+    return castAlong<To, Rest...>(static_cast<To const*>(static_cast<From const*>(object)));
+}
+
+template <class... Path>
+struct AncestorWalk {
+    template <class Last, class... Direct>
+    static void addBases(ClassMetaInfo& meta, Bases<Direct...>) {
+        (AncestorWalk<Path..., Direct>::template add<Direct>(meta), ...);
+    }
+    template <class Last>
+    static void add(ClassMetaInfo& meta) {
+        addAncestor(meta, classInfo<Last>(), &castAlong<Path...>);
+        addBases<Last>(meta, typename Last::VisitationBases());
+    }
+};
+
+/// The table of `T`, built at the first need. Owned by the module objects of its domain.
+template <class T>
+inline ClassMetaInfo const& classMetaInfo() {
+    static ClassMetaInfo const* meta = nullptr;
+    if (meta == nullptr) {
+        using Owner =
+            Tessel::ModuleObjectImpl<ClassMetaInfo*, boost::checked_deleter<ClassMetaInfo>>;
+        auto* const built = new ClassMetaInfo;
+        T::VisitationDomain::moduleObjects().append(std::make_unique<Owner>(built));
+        AncestorWalk<T>::template add<T>(*built);
+        meta = built;
+    }
+    return *meta;
+}
+
+/// `self` seen as the class `info`, or null: the body of every `cast`.
+template <class T>
+inline void* castTo(T const* self, ClassInfo const& info) {
+    CastFunction const cast = findCast(classMetaInfo<T>(), info);
+    return cast != nullptr ? cast(self) : nullptr;
+}
+
+/// The best method for `self`: its own class's, else the first ancestor's that has one.
+template <class T>
+inline MethodInfo visitMethod(T const* self, MethodTable const& table) {
+    if (Method const own = findMethod(table, classInfo<T>()); own != nullptr) {
+        return MethodInfo{own, const_cast<T*>(self)};
+    }
+    return findAncestorMethod(classMetaInfo<T>(), table, self);
+}
+
+} // namespace CooperativeVisitor::internal
+
+/// `object` seen as interface class `T`, or null if it is null or not a `T`. Goes through the class
+/// tables, so it is right for classes that hold a base twice.
+template <class T, class From>
+T* castObject(From* object) {
+    return object == nullptr
+               ? nullptr
+               : static_cast<T*>(object->cast(CooperativeVisitor::internal::classInfo<T>()));
+}
+template <class T, class From>
+T const* castObject(From const* object) {
+    return object == nullptr
+               ? nullptr
+               : static_cast<T const*>(object->cast(CooperativeVisitor::internal::classInfo<T>()));
+}
+
+} // namespace QOB

@@ -1,0 +1,182 @@
+#include "qob/qob/assert.h"
+#include "qob/qob/boolean.h"
+#include "qob/qob/integer.h"
+#include "qob/qob/real.h"
+#include "qob/qob/string.h"
+#include "tessel/encoding.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <new>
+#include <ostream>
+
+namespace QOB {
+
+// Text -----------------------------------------------------------------------------------------
+
+String::Block* String::allocate(std::string_view text) {
+    void* const memory = ::operator new(sizeof(Block) + text.size());
+    auto* const block = new (memory) Block{1, text.size()};
+    if (!text.empty()) {
+        std::memcpy(block + 1, text.data(), text.size());
+    }
+    return block;
+}
+
+void String::destroy(Block* block) noexcept {
+    ::operator delete(block);
+}
+
+namespace {
+
+std::string narrow(std::wstring const& text) {
+    try {
+        return Tessel::wideToUtf8(text);
+    } catch (Tessel::EncodingError const& error) {
+        QOB_FAIL("The wide text is not well-formed: %s", error.what());
+        throw;
+    }
+}
+
+} // namespace
+
+String::String(char const* text) : block_(text != nullptr ? allocate(text) : nullptr) {
+}
+String::String(std::string const& text) : block_(allocate(text)) {
+}
+String::String(std::wstring const& text) : block_(allocate(narrow(text))) {
+}
+
+std::string_view String::view() const noexcept {
+    return block_ != nullptr
+               ? std::string_view(reinterpret_cast<char const*>(block_ + 1), block_->size)
+               : std::string_view();
+}
+
+String::operator std::wstring() const {
+    try {
+        return Tessel::utf8ToWide(view());
+    } catch (Tessel::EncodingError const& error) {
+        QOB_FAIL("The text is not well-formed UTF-8: %s", error.what());
+        throw;
+    }
+}
+
+std::string String::getTypeName() {
+    return "QOB.String";
+}
+
+std::ostream& operator<<(std::ostream& out, String const& text) {
+    return out << text.view();
+}
+
+unsigned hash_value(String const& text) noexcept {
+    return static_cast<unsigned>(std::hash<std::string_view>()(text.view()));
+}
+
+// Numbers --------------------------------------------------------------------------------------
+
+namespace {
+
+[[noreturn]] void failNoNumber(String const& text, char const* what) {
+    std::string const quoted(text.view());
+    QOB_FAIL("The text \"%s\" is not %s.", quoted.c_str(), what);
+    throw Exception(quoted); // not reached
+}
+
+/// Reads a whole text as a number; the empty text is the invalid value.
+template <class Value, class Number>
+Value readNumber(String const& text, char const* what) {
+    std::string_view const view = text.view();
+    if (view.empty()) {
+        return Value();
+    }
+    Number number{};
+    auto const [end, error] = std::from_chars(view.data(), view.data() + view.size(), number);
+    if (error != std::errc() || end != view.data() + view.size() || !Value(number).isValid()) {
+        failNoNumber(text, what);
+    }
+    return Value(number);
+}
+
+template <class Number>
+String writeNumber(Number number) {
+    std::array<char, 32> buffer{};
+    auto const [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+    return String(std::string(buffer.data(), end));
+}
+
+} // namespace
+
+String Integer::toString() const {
+    return isValid() ? writeNumber(value_) : String("");
+}
+
+Integer Integer::fromString(String const& text) {
+    return readNumber<Integer, int>(text, "a whole number of 32 bits");
+}
+
+std::string Integer::getTypeName() {
+    return "QOB.Integer";
+}
+
+std::ostream& operator<<(std::ostream& out, Integer const& value) {
+    return out << value.toString();
+}
+
+String Real::toString() const {
+    if (!isValid()) {
+        return String("");
+    }
+    return std::isnan(value_) ? String("nan") : writeNumber(value_);
+}
+
+Real Real::fromString(String const& text) {
+    return readNumber<Real, double>(text, "a number in the range of a double");
+}
+
+std::string Real::getTypeName() {
+    return "QOB.Real";
+}
+
+std::ostream& operator<<(std::ostream& out, Real const& value) {
+    return out << value.toString();
+}
+
+unsigned hash_value(Real const& value) noexcept {
+    double const number = value;
+    std::uint64_t bits = std::bit_cast<std::uint64_t>(number == 0.0 ? 0.0 : number);
+    if (std::isnan(number) && value.isValid()) {
+        bits = 1;
+    }
+    return static_cast<unsigned>(bits ^ (bits >> 32));
+}
+
+// Truth ----------------------------------------------------------------------------------------
+
+String Boolean::toString() const {
+    return valid_ ? String(value_ ? "true" : "false") : String("");
+}
+
+Boolean Boolean::fromString(String const& text) {
+    std::string_view const view = text.view();
+    if (view.empty()) {
+        return {};
+    }
+    if (view != "true" && view != "false") {
+        failNoNumber(text, "\"true\" or \"false\"");
+    }
+    return view == "true";
+}
+
+std::string Boolean::getTypeName() {
+    return "QOB.Boolean";
+}
+
+std::ostream& operator<<(std::ostream& out, Boolean const& value) {
+    return out << value.toString();
+}
+
+} // namespace QOB
