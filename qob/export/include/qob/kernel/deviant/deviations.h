@@ -1,0 +1,123 @@
+#pragma once
+
+#include "qob/qob/assert.h"
+#include "qob/qob/deviant.h"
+#include "qob/qob/integer.h"
+#include "qob/qob/nsinterface/classobjectintf.h"
+
+namespace QOB {
+
+/// What the type-independent half of Deviations needs of a state class.
+struct StateOperations {
+    NSInterface::ObjectIntf* (*create)();
+    NSInterface::ObjectIntf* (*copy)(NSInterface::ObjectIntf const* state);
+    void (*destroy)(NSInterface::ObjectIntf* state);
+};
+
+/// All states of one object: the root's, and by way of the kernel one per branch that has written
+/// to it. A read in a branch without a state shows the root's baseline, the first write there
+/// copies it, so that no other deviant ever sees the write. Reading never allocates, and in the
+/// root needs no look-up. This half knows nothing of the state's type; it is also what the kernel
+/// itself reaches of an object (through ObjectIntf::cast).
+class QOB_EXPORT DeviationsBase {
+public:
+    using State = NSInterface::ObjectIntf*;
+    using VisitationDomain = QOB::VisitationDomain;
+
+    DeviationsBase(DeviationsBase const&) = delete;
+    DeviationsBase& operator=(DeviationsBase const&) = delete;
+
+    Deviant rootDeviant() const noexcept { return rootDeviant_; }
+
+    /// Raises if the model is dead or the deviant is gone.
+    void checkAccess(Deviant deviant) const;
+    /// The deviant to use for `deviant`: one of another model stands for the object's root. Raises
+    /// if the object has no root deviant.
+    Deviant effectiveDeviant(Deviant deviant) const;
+    /// The state in the deviant as it stands: real, a marker, or null.
+    State stateOf(Deviant deviant) const;
+    /// Stores a state; what stood there is forgotten, not freed.
+    void setStateOf(Deviant deviant, State state);
+    /// What deviants without a state of their own read: the root's state from before its open
+    /// transaction, else its present one.
+    State rootBaseline(Deviant deviant) const;
+    /// Whether the object exists in the deviant; no deviant stands for another here.
+    bool isValid(Deviant deviant) const;
+
+protected:
+    DeviationsBase() noexcept = default;
+    ~DeviationsBase() = default;
+
+    /// True if a read in `deviant` may take the root state without a look at anything else.
+    bool readsRootDirectly(Deviant deviant) const noexcept {
+        return deviant == rootDeviant_ && isRealState(rootState_);
+    }
+
+    QOB_NOINLINE State readStateSlow(Deviant deviant) const;
+    QOB_NOINLINE State writeStateSlow(Deviant deviant, StateOperations const& operations);
+    void saveOldStateOnce(Deviant deviant, State state, StateOperations const& operations);
+    void commit(Deviant root, StateOperations const& operations);
+
+    /// The object itself; what the kernel looks its states up by.
+    NSInterface::ClassObjectIntf* owner_ = nullptr;
+    State rootState_ = nullptr;
+    Deviant rootDeviant_;
+    Integer objectId_ = -1;
+
+private:
+    friend class internal::ModelCore;
+    friend class internal::DeviantData;
+
+    static constexpr std::uint32_t NoSlot = 0x3FFF'FFFF;
+
+    /// Place in the object table of the model.
+    std::uint32_t slot_ : 30 = NoSlot;
+    /// Set once a branch holds something for the object: until then a read there skips the look-up.
+    std::uint32_t hasBranchState_ : 1 = 0;
+    /// Set once the model's id index knows the object.
+    std::uint32_t hasBoundId_ : 1 = 0;
+};
+
+static_assert(sizeof(DeviationsBase) == 32);
+
+/// DeviationsBase for one class of state.
+template <class StateType>
+class Deviations : public DeviationsBase {
+public:
+    static StateType* typed(State state) noexcept {
+        return static_cast<StateType*>(static_cast<typename StateType::PrimaryBase*>(state));
+    }
+    static StateType const* typed(NSInterface::ObjectIntf const* state) noexcept {
+        return static_cast<StateType const*>(
+            static_cast<typename StateType::PrimaryBase const*>(state));
+    }
+    static State untyped(StateType* state) noexcept {
+        return static_cast<typename StateType::PrimaryBase*>(state);
+    }
+
+    /// The state that a read in the deviant sees. Raises if there is none.
+    /// Not const: the same operations serve reading and writing; a reader keeps it const.
+    StateType* readState(Deviant deviant) const {
+        return typed(readsRootDirectly(deviant) ? rootState_ : readStateSlow(deviant));
+    }
+
+    /// The state that a write in the deviant changes: it exists from here on, and what stood there
+    /// before is saved if a transaction is open. Raises if the deviant can't be written.
+    /// Const, since an object's identity doesn't change when one of its states does.
+    StateType* writeState(Deviant deviant) const {
+        return typed(readsRootDirectly(deviant) && deviant.isWritableWithoutChecks()
+                         ? rootState_
+                         : const_cast<Deviations*>(this)->writeStateSlow(deviant, Operations));
+    }
+
+protected:
+    static State createState() { return untyped(new StateType()); }
+    static State copyState(NSInterface::ObjectIntf const* state) {
+        return untyped(new StateType(*typed(state)));
+    }
+    static void destroyState(State state) { delete typed(state); }
+
+    static constexpr StateOperations Operations{&createState, &copyState, &destroyState};
+};
+
+} // namespace QOB

@@ -1,0 +1,145 @@
+#pragma once
+
+#include "qob/kernel/deviant/deviations.h"
+#include "qob/qob/object.h"
+
+#include <vector>
+
+namespace QOB {
+
+namespace internal {
+/// Counting and checks that don't depend on the class.
+QOB_EXPORT void releaseCounted(int& count, ReferenceCountingIntf const* object);
+[[noreturn]] QOB_EXPORT void failNoRootDeviant(char const* implementationName);
+
+/// Second phase of destruction: ends what the object contains, takes it out of its container (told
+/// so by `detach`) and out of the model's list of objects, and ends its state in the deviant.
+QOB_EXPORT void discard(NSInterface::ClassObjectIntf* object,
+                        Deviant deviant,
+                        bool detach,
+                        std::vector<ClassObject> const& contained);
+} // namespace internal
+
+/// The object that lives once per model object, whatever the number of deviants: who it is (id,
+/// root deviant, reference count) and where its states are. `Intf` is its interface class,
+/// `StateType` the class of its states. A concrete class derives from it and names itself:
+///
+///     class XImpl final : public RootObject<XIntf, XDeviantImpl> { ... };
+///
+/// Handles count in place; the object is deleted with the last of them.
+template <class Intf, class StateType>
+class RootObject : public Intf, public Deviations<StateType> {
+    using Base = Deviations<StateType>;
+
+public:
+    using ObjectIntf = NSInterface::ObjectIntf;
+    using PrimaryBase = typename Intf::PrimaryBase;
+    using Base::isValid;
+
+    void incRef() const override { ++count(); }
+    void decRef() const override { internal::releaseCounted(count(), counted()); }
+    int numRef() const override { return count(); }
+    void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override {
+        return info == CooperativeVisitor::internal::classInfo<DeviationsBase>()
+                   ? const_cast<DeviationsBase*>(static_cast<DeviationsBase const*>(this))
+                   : Intf::cast(info);
+    }
+
+    void internal_discard(Deviant deviant, bool detach) override {
+        internal::discard(this->owner_, deviant, detach, {});
+    }
+    void destroy(Deviant deviant) override {
+        deviant.assertWritable(this->owner_);
+        if (deviant_isValid(deviant)) {
+            this->owner_->internal_disconnect(deviant);
+            this->owner_->internal_discard(deviant, true);
+        }
+    }
+    bool deviant_isValid(Deviant deviant) const override { return Base::isValid(deviant); }
+    void deviant_destroyState(ObjectIntf* state) override {
+        if (isRealState(state)) {
+            Base::destroyState(state);
+        }
+    }
+    void deviant_markModelDestroyed() override {
+        ObjectIntf* const state = this->rootState_;
+        this->rootState_ = static_cast<ObjectIntf*>(Deviant::ModelDestroyed);
+        this->rootDeviant_ = Deviant();
+        deviant_destroyState(state);
+    }
+    void deviant_commitTransientState(Deviant deviant) override {
+        if (deviant.isRootDeviant()) {
+            Base::commit(deviant, Base::Operations);
+        }
+    }
+    ObjectIntf* deviant_getCopyOfDeviation(Deviant deviant) override {
+        ObjectIntf* const state = Base::stateOf(deviant);
+        return isRealState(state) ? Base::copyState(state) : state;
+    }
+    ObjectIntf* internal_getDeviation(Deviant deviant) override { return Base::stateOf(deviant); }
+    void internal_setDeviation(Deviant deviant, ObjectIntf* state) override {
+        ObjectIntf* const old = Base::stateOf(deviant);
+        Base::setStateOf(deviant, state);
+        deviant_destroyState(old);
+    }
+    ObjectIntf* internal_createDeviation(Deviant deviant) override {
+        if (isRealState(Base::stateOf(deviant))) {
+            return nullptr;
+        }
+        ObjectIntf* const state = Base::createState();
+        Base::setStateOf(deviant, state);
+        return state;
+    }
+    void internal_destroyDeviation(Deviant deviant) override {
+        ObjectIntf* const old = Base::stateOf(deviant);
+        Base::setStateOf(deviant, static_cast<ObjectIntf*>(Deviant::InvalidObject));
+        deviant_destroyState(old);
+    }
+    Deviant getRootDeviant() const override { return this->rootDeviant_; }
+
+    bool hasObjectId(Deviant) const override { return true; }
+    void removeObjectId(Deviant) override { this->objectId_ = Integer(); }
+    void setObjectId(Deviant, Integer const& id) override { this->objectId_ = id; }
+    Integer getObjectId(Deviant) const override { return this->objectId_; }
+
+    /// The object as the kernel knows it.
+    NSInterface::ClassObjectIntf* classObject() const noexcept { return this->owner_; }
+
+    /// Enters the object in the model that `deviant` belongs to. Once, right after construction.
+    void enterModel(Deviant deviant) {
+        this->rootDeviant_ = deviant.getRootDeviant();
+        this->rootDeviant_.addObjectToModel(this->owner_);
+    }
+
+protected:
+    RootObject() {
+        IntegerIncDec const guard(&count());
+        this->PrimaryBase::countInPlace();
+        this->owner_ = static_cast<PrimaryBase*>(static_cast<Intf*>(this));
+    }
+    ~RootObject() override {
+        IntegerIncDec const guard(&count());
+        if (this->rootDeviant_.isNotNull()) {
+            this->rootDeviant_.removeObjectFromModel(this->owner_);
+        }
+        if (isRealState(this->rootState_)) {
+            Base::destroyState(this->rootState_);
+        }
+        this->rootState_ = nullptr;
+    }
+
+    /// The first state of a new object in the root deviant, in the defaults. Owned by the caller.
+    static StateType* createRootDeviation(Deviant deviant, char const* implementationName) {
+        if (!deviant.isRootDeviant()) {
+            internal::failNoRootDeviant(implementationName);
+        }
+        return new StateType();
+    }
+
+    ReferenceCountingIntf const* counted() const noexcept {
+        return static_cast<PrimaryBase const*>(static_cast<Intf const*>(this));
+    }
+    int& count() const noexcept { return this->PrimaryBase::referenceCount_; }
+};
+
+} // namespace QOB

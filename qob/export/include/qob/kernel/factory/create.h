@@ -1,0 +1,43 @@
+#pragma once
+
+#include "qob/kernel/deviant/countedpointer.h"
+#include "qob/qob/model.h"
+
+namespace QOB {
+
+/// Makes a new object of root-object class `Impl` in a model and returns the handle `Handle` on it,
+/// in the model handle's deviant: only there does the object exist. `initialize` gets the handle
+/// once the object has its first state, to set what its class requires, its name last.
+///
+/// Raises, before anything is made, if the deviant can't be written.
+template <class Handle, class Impl, class Initialize>
+Handle createObject(Model const& model, Integer const& id, Initialize const& initialize) {
+    Deviant const deviant = model.getDeviant();
+    deviant.assertWritable(nullptr);
+    auto* const object = new Impl();
+    CountedPointer<Impl> const keep(object);
+    object->enterModel(deviant);
+    deviant.markObjectCreated(object->classObject());
+    object->internal_createDeviation(deviant);
+    Handle const handle(object, deviant);
+    model->bindObjectId(deviant, ClassObject(object->classObject(), deviant), id);
+    object->setModelQOB(deviant, model);
+    model->internal_addRootObject(deviant, object->classObject());
+    initialize(handle);
+    return handle;
+}
+
+template <class Handle, class Impl>
+Handle createObject(Model const& model, Integer const& id) {
+    return createObject<Handle, Impl>(model, id, [](Handle const&) {});
+}
+
+/// With an id that the model chooses.
+template <class Handle, class Impl, class Initialize>
+Handle createObject(Model const& model, Initialize const& initialize) {
+    Deviant const deviant = model.getDeviant();
+    deviant.assertWritable(nullptr);
+    return createObject<Handle, Impl>(model, model->allocateObjectId(deviant), initialize);
+}
+
+} // namespace QOB

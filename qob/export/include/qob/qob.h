@@ -1,0 +1,22 @@
+#pragma once
+
+/// Everything public of the kernel.
+#include "qob/kernel/deviant/classobjectstate.h"
+#include "qob/kernel/deviant/rootobject.h"
+#include "qob/kernel/property/access.h"
+#include "qob/kernel/property/mandatoryvalue.h"
+#include "qob/kernel/property/reference.h"
+#include "qob/qob/assert.h"
+#include "qob/qob/boolean.h"
+#include "qob/qob/deviant.h"
+#include "qob/qob/domainregistry.h"
+#include "qob/qob/initialize.h"
+#include "qob/qob/integer.h"
+#include "qob/qob/log.h"
+#include "qob/qob/model.h"
+#include "qob/qob/modelcache.h"
+#include "qob/qob/object.h"
+#include "qob/qob/real.h"
+#include "qob/qob/reflection.h"
+#include "qob/qob/string.h"
+#include "qob/qob/transaction.h"

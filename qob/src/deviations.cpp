@@ -1,0 +1,192 @@
+#include "qob/kernel/deviant/deviations.h"
+
+#include "modelcore.h"
+#include "qob/kernel/deviant/rootobject.h"
+#include "qob/kernel/property/access.h"
+#include "qob/qob/assert.h"
+#include "qob/qob/model.h"
+
+#include <vector>
+
+namespace QOB {
+
+namespace {
+
+using State = DeviationsBase::State;
+
+bool isInvalidObject(State state) noexcept {
+    return state == Deviant::InvalidObject;
+}
+
+/// Whether a deviant with this entry reads the root.
+bool readsRoot(State state) noexcept {
+    return state == nullptr || state == Deviant::FallbackToRoot;
+}
+
+} // namespace
+
+void internal::releaseCounted(int& count, ReferenceCountingIntf const* object) {
+    QOB_REQUIRE(count > 0, "Decrementing the ref count of a ref with count already 0");
+    if (--count == 0) {
+        DeletionQueue::schedule(object);
+    }
+}
+
+void internal::failNoRootDeviant(char const* implementationName) {
+    AsserterEx<Exception>("no root deviant passed to %s::createRootDeviation", implementationName)
+        .raise(__FILE__, __LINE__, "");
+    std::terminate(); // not reached: that check has failed already
+}
+
+void internal::discard(NSInterface::ClassObjectIntf* object,
+                       Deviant deviant,
+                       bool detach,
+                       std::vector<ClassObject> const& contained) {
+    using NSInterface::ClassObjectIntf;
+    if (!object->deviant_isValid(deviant)) {
+        return;
+    }
+    for (ClassObject const& child : contained) {
+        if (child.isValid()) {
+            child->internal_discard(deviant, false);
+        }
+    }
+    ClassObjectIntf* const state = property::writeState(object, deviant);
+    if (detach) {
+        ClassObject const container = state->getContainerQOB(deviant);
+        if (container.isValid()) {
+            deviant.removeReferred(container.getDeviant(),
+                                   &ClassObjectIntf::sIntrospectiveMethods,
+                                   ClassObjectIntf::ContainerQOBId);
+        }
+    }
+    state->setContainerQOB(deviant, ClassObject());
+    if (Model const model = state->getModelQOB(deviant); model.isValid()) {
+        model->internal_removeRootObject(deviant, object);
+    }
+    if (object->deviant_isValid(deviant)) {
+        object->internal_destroyDeviation(deviant);
+    }
+}
+
+void DeviationsBase::checkAccess(Deviant deviant) const {
+    QOB_REQUIRE(rootState_ != Deviant::ModelDestroyed,
+                "object accessed after its model has been destroyed");
+    QOB_REQUIRE(deviant.isValid(), "object accessed after its deviant has been removed");
+}
+
+Deviant DeviationsBase::effectiveDeviant(Deviant deviant) const {
+    QOB_REQUIRE(rootDeviant_.isNotNull() && rootDeviant_.isRootDeviant(),
+                "Internal assertion without a message detected! Please fix me asap");
+    return deviant.getRootDeviant() == rootDeviant_ ? deviant : rootDeviant_;
+}
+
+State DeviationsBase::stateOf(Deviant deviant) const {
+    if (deviant.isRootDeviant()) {
+        return rootState_;
+    }
+    return hasBranchState_ != 0 ? deviant.getStateOfObject(owner_) : nullptr;
+}
+
+void DeviationsBase::setStateOf(Deviant deviant, State state) {
+    if (deviant.isRootDeviant()) {
+        rootState_ = state;
+    } else {
+        deviant.setStateOfObject(owner_, state);
+    }
+}
+
+State DeviationsBase::rootBaseline(Deviant deviant) const {
+    State const saved = deviant.getRootDeviant().getSavedOldStateOfObject(owner_);
+    return saved != nullptr ? saved : rootState_;
+}
+
+bool DeviationsBase::isValid(Deviant deviant) const {
+    if (deviant == rootDeviant_ && isRealState(rootState_)) {
+        return true;
+    }
+    if (rootState_ == Deviant::ModelDestroyed || !deviant.isValid()) {
+        return false;
+    }
+    State state = stateOf(deviant);
+    if (readsRoot(state)) {
+        state = rootBaseline(deviant);
+    }
+    return isRealState(state);
+}
+
+State DeviationsBase::readStateSlow(Deviant deviant) const {
+    checkAccess(deviant);
+    Deviant const effective = effectiveDeviant(deviant);
+    State state = stateOf(effective);
+    if (readsRoot(state)) {
+        state = rootBaseline(effective);
+    }
+    if (!isRealState(state)) {
+        effective.assertObjectNotPresentInDeviant(owner_);
+    }
+    return state;
+}
+
+State DeviationsBase::writeStateSlow(Deviant deviant, StateOperations const& operations) {
+    checkAccess(deviant);
+    Deviant const effective = effectiveDeviant(deviant);
+    if (DeviantAssertions::sAssertionsEnabled) {
+        effective.internal_assertWritable(owner_);
+    }
+    State const state = stateOf(effective);
+    if (!readsRoot(state)) {
+        if (isInvalidObject(state)) {
+            effective.assertObjectNotPresentInDeviant(owner_);
+        }
+        saveOldStateOnce(effective, state, operations);
+        return state;
+    }
+    State const baseline = rootBaseline(effective);
+    if (!isRealState(baseline)) {
+        effective.assertObjectNotPresentInDeviant(owner_);
+    }
+    State const copy = operations.copy(baseline);
+    setStateOf(effective, copy);
+    saveOldStateOnce(effective, state, operations);
+    return copy;
+}
+
+void DeviationsBase::saveOldStateOnce(Deviant deviant,
+                                      State state,
+                                      StateOperations const& operations) {
+    if (!deviant.hasUndoStack() || deviant.getSavedOldStateOfObject(owner_) != nullptr) {
+        return;
+    }
+    deviant.saveOldStateOfObject(owner_, isRealState(state) ? operations.copy(state) : state);
+}
+
+void DeviationsBase::commit(Deviant root, StateOperations const& operations) {
+    if (!internal::ModelCore::of(root).hasBranches()) {
+        return;
+    }
+    State const baseline = rootBaseline(root);
+    if (baseline == nullptr) {
+        return;
+    }
+    std::vector<Deviant> deviants;
+    root.getAllDeviants(deviants);
+    auto const copyOfBaseline = [&] {
+        return isRealState(baseline) ? operations.copy(baseline) : baseline;
+    };
+    for (Deviant const& deviant : deviants) {
+        if (deviant == root) {
+            continue;
+        }
+        if (deviant.isWithinTransaction() &&
+            deviant.getSavedOldStateOfObject(owner_) == Deviant::FallbackToRoot) {
+            deviant.saveOldStateOfObject(owner_, copyOfBaseline());
+            return; // later deviants keep reading the root
+        }
+        if (readsRoot(stateOf(deviant))) {
+            setStateOf(deviant, copyOfBaseline());
+        }
+    }
+}
+
+} // namespace QOB

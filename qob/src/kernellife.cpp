@@ -1,0 +1,97 @@
+#include "modelcore.h"
+#include "modulelife.h"
+#include "qob/qob/domainregistry.h"
+#include "qob/qob/hostexception.h"
+#include "qob/qob/initialize.h"
+#include "qob/qob/log.h"
+#include "qob/qob/modelcache.h"
+
+#include <array>
+#include <cstdarg>
+
+namespace QOB {
+
+namespace {
+
+LogSink debugSink = nullptr;
+bool started = false;
+DomainRegistry* registry = nullptr;
+Tessel::ModuleObjectDeleter* deleter = nullptr;
+
+} // namespace
+
+/// What the kernel's library does when it goes: the models that are left end, the meta-registry
+/// last, and then the tables go that their objects needed.
+struct KernelLife {
+    ~KernelLife() {
+        endModels();
+        delete std::exchange(registry, nullptr);
+        internal::ModelCore::endAll(nullptr);
+        delete std::exchange(deleter, nullptr);
+    }
+    static void makeRegistry() { registry = new DomainRegistry(); }
+};
+
+namespace {
+/// Constructed before everything else that this library makes at run time, so it ends last.
+KernelLife const life;
+} // namespace
+
+Tessel::ModuleObjectDeleter& internal::moduleObjects() {
+    if (deleter == nullptr) {
+        deleter = new Tessel::ModuleObjectDeleter();
+    }
+    return *deleter;
+}
+
+bool initialize() {
+    if (!started) {
+        DomainRegistry::instance();
+        started = true;
+    }
+    return true;
+}
+
+void endModels() noexcept {
+    internal::ModelCore::endAll(registry != nullptr ? registry->getMetaRegistry().get() : nullptr);
+}
+
+DomainRegistry* DomainRegistry::instance() {
+    if (registry == nullptr) {
+        KernelLife::makeRegistry();
+    }
+    return registry;
+}
+
+DomainRegistry::DomainRegistry() : metaRegistry_(NSInterface::FactoryIntf::createNewModel()) {
+}
+
+DomainRegistry::~DomainRegistry() {
+    metaRegistry_.destroy();
+}
+
+std::wstring DomainRegistry::getDomainCanonicalUri(String const& domain) const {
+    return L"qob://metamodels/" + std::wstring(domain);
+}
+
+LogSink setDebugLogSink(LogSink sink) noexcept {
+    return std::exchange(debugSink, sink);
+}
+
+} // namespace QOB
+
+void qobLogDebug(char const* format, ...) {
+    QOB::LogSink const sink = QOB::debugSink;
+    if (sink == nullptr) {
+        return;
+    }
+    constexpr std::size_t limit = 1024;
+    std::array<char, limit> line{};
+    std::va_list arguments;
+    va_start(arguments, format);
+    int const written = host::formatBounded(line.data(), line.size(), format, arguments);
+    va_end(arguments);
+    if (written >= 0) {
+        sink(line.data());
+    }
+}

@@ -1,0 +1,590 @@
+#include "modelcore.h"
+
+#include "qob/qob/assert.h"
+
+#include <climits>
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace QOB::internal {
+
+namespace {
+
+std::uint32_t firstFreeRecord = 0;
+std::uint32_t recordCount = 1; // the null word's record
+std::uint64_t transactionSerial = 0;
+ModelCore* firstModel = nullptr;
+
+DeviantRecord& recordAt(std::uint32_t index) noexcept {
+    return deviantChunks[index / RecordsPerChunk][index % RecordsPerChunk];
+}
+
+/// A record nobody uses: recycled, or new in a chunk that is made when it is needed.
+std::uint32_t acquireRecord() {
+    if (firstFreeRecord != 0) {
+        std::uint32_t const index = firstFreeRecord;
+        firstFreeRecord = recordAt(index).nextFree;
+        return index;
+    }
+    std::uint32_t const chunk = recordCount / RecordsPerChunk;
+    QOB_REQUIRE(chunk < MaximalChunks, "The number of living deviants is at its limit.");
+    if (deviantChunks[chunk] == nullptr) {
+        deviantChunks[chunk] = new DeviantRecord[RecordsPerChunk];
+    }
+    recordAt(recordCount).generation = 1;
+    return recordCount++;
+}
+
+/// Makes every word of the record invalid for ever. A record whose generations are used up is not
+/// used again.
+void retireRecord(std::uint32_t index) noexcept {
+    DeviantRecord& record = recordAt(index);
+    record.writeGate = 0;
+    record.rootIndex = 0;
+    record.model = nullptr;
+    record.data = nullptr;
+    if (++record.generation != UINT32_MAX) {
+        record.nextFree = std::exchange(firstFreeRecord, index);
+    }
+}
+
+ReferenceCountingIntf const* counted(ClassObjectIntf const* object) noexcept {
+    return object;
+}
+
+/// Keeps a group of objects alive while their states are freed.
+class KeepAlive {
+public:
+    explicit KeepAlive(std::vector<ClassObjectIntf*> objects) : objects_(std::move(objects)) {
+        for (ClassObjectIntf* const object : objects_) {
+            retain(counted(object));
+        }
+    }
+    KeepAlive(KeepAlive const&) = delete;
+    KeepAlive& operator=(KeepAlive const&) = delete;
+    ~KeepAlive() {
+        for (ClassObjectIntf* const object : objects_) {
+            release(counted(object));
+        }
+    }
+    std::vector<ClassObjectIntf*> const& objects() const noexcept { return objects_; }
+
+private:
+    std::vector<ClassObjectIntf*> objects_;
+};
+
+} // namespace
+
+std::string describe(ObjectIntf const* object) {
+    if (object == nullptr) {
+        return "the model";
+    }
+    std::string text = "the object (";
+    try {
+        text += object->getLumvoName(false);
+    } catch (Exception const&) {
+        text += "a type without a name";
+    }
+    if (auto const* classObject = castObject<ClassObjectIntf>(object)) {
+        if (Integer const id = classObject->getObjectId(Deviant()); id.isValid() && id != -1) {
+            text += ", id " + std::string(id.toString());
+        }
+    }
+    return text + ")";
+}
+
+// Step -----------------------------------------------------------------------------------------
+
+void Step::release() {
+    for (SavedState& saved : states) {
+        saved.object->deviant_destroyState(std::exchange(saved.slot.state, nullptr));
+    }
+    for (SavedState const& saved : std::exchange(states, {})) {
+        internal::release(counted(saved.object));
+    }
+    referred.clear();
+}
+
+// DeviantData ----------------------------------------------------------------------------------
+
+DeviantData& DeviantData::of(Deviant deviant) {
+    QOB_REQUIRE(deviant.isValid(), "object accessed after its deviant has been removed");
+    return *DeviantAccess::record(deviant).data;
+}
+
+bool DeviantData::isRoot() const noexcept {
+    return self_.isRootDeviant();
+}
+
+ObjectIntf* DeviantData::state(ClassObjectIntf const* object) const noexcept {
+    auto const found = states_.find(object);
+    return found != states_.end() ? found->second.state : nullptr;
+}
+
+void DeviantData::setState(ClassObjectIntf const* object, ObjectIntf* state) {
+    QOB_REQUIRE(!isRoot(), "The root's state of an object stands in the object, not in a table.");
+    if (state == nullptr) {
+        states_.erase(object);
+        return;
+    }
+    StateSlot& slot = states_[object];
+    slot.destroyedHere =
+        state == Deviant::InvalidObject && (slot.destroyedHere || isRealState(slot.state));
+    slot.state = state;
+    ModelCore::deviationsOf(object).hasBranchState_ = 1;
+}
+
+void DeviantData::forgetObject(ClassObjectIntf* object) {
+    auto const found = states_.find(object);
+    if (found != states_.end()) {
+        ObjectIntf* const state = found->second.state;
+        states_.erase(found);
+        object->deviant_destroyState(state);
+    }
+}
+
+std::vector<ClassObjectIntf*> DeviantData::changedObjects() const {
+    std::vector<ClassObjectIntf*> objects;
+    if (isRoot()) {
+        objects.reserve(model_.objectCount());
+        model_.forEachObject([&](ClassObjectIntf* object) { objects.push_back(object); });
+        return objects;
+    }
+    objects.reserve(states_.size());
+    for (auto const& [object, slot] : states_) {
+        objects.push_back(const_cast<ClassObjectIntf*>(object));
+    }
+    std::sort(objects.begin(), objects.end(), [](ClassObjectIntf* a, ClassObjectIntf* b) {
+        return ModelCore::deviationsOf(a).slot_ < ModelCore::deviationsOf(b).slot_;
+    });
+    return objects;
+}
+
+StateSlot DeviantData::slotOf(ClassObjectIntf const* object) const {
+    if (isRoot()) {
+        ObjectIntf* const state = ModelCore::deviationsOf(object).rootState_;
+        return {state, state == Deviant::InvalidObject};
+    }
+    auto const found = states_.find(object);
+    return found != states_.end() ? found->second : StateSlot();
+}
+
+ObjectIntf* DeviantData::savedOldState(ClassObjectIntf const* object) const noexcept {
+    auto const found = open_->savedIndex.find(object);
+    if (found == open_->savedIndex.end()) {
+        return nullptr;
+    }
+    SavedState const& saved = open_->record.states[found->second];
+    return saved.created ? static_cast<ObjectIntf*>(Deviant::InvalidObject) : saved.slot.state;
+}
+
+ObjectIntf* DeviantData::saveOldState(ClassObjectIntf const* object, ObjectIntf* state) {
+    QOB_REQUIRE(open_ != nullptr, "An old state can be saved only in an open transaction.");
+    if (state == nullptr) {
+        state = static_cast<ObjectIntf*>(Deviant::FallbackToRoot);
+    }
+    auto* const writable = const_cast<ClassObjectIntf*>(object);
+    auto const [entry, isNew] = open_->savedIndex.try_emplace(object, open_->record.states.size());
+    if (isNew) {
+        open_->record.states.push_back({writable, {state, false}, false});
+        retain(counted(object));
+    } else {
+        SavedState& saved = open_->record.states[entry->second];
+        writable->deviant_destroyState(std::exchange(saved.slot.state, state));
+    }
+    return state;
+}
+
+void DeviantData::markCreated(ClassObjectIntf const* object) {
+    if (open_ == nullptr) {
+        return;
+    }
+    if (open_->savedIndex.try_emplace(object, open_->record.states.size()).second) {
+        open_->record.states.push_back(
+            {const_cast<ClassObjectIntf*>(object), slotOf(object), true});
+        retain(counted(object));
+    }
+}
+
+std::uint64_t DeviantData::begin() {
+    if (open_ != nullptr) {
+        ++open_->depth;
+    } else {
+        open_ = std::make_unique<OpenTransaction>();
+        open_->serial = ++transactionSerial;
+        setGate(InTransaction, true);
+    }
+    return open_->serial;
+}
+
+void DeviantData::commit() {
+    if (open_->depth > 1) {
+        --open_->depth;
+        return;
+    }
+    if (isRoot()) {
+        for (SavedState const& saved : open_->record.states) {
+            saved.object->deviant_commitTransientState(self_);
+        }
+    }
+    Step step = std::move(open_->record);
+    closeTransaction();
+    if (hasGate(UndoEnabled) && !step.empty()) {
+        for (Step& undone : std::exchange(redo_, {})) {
+            undone.release();
+        }
+        undo_.push_back(std::move(step));
+    } else {
+        step.release();
+    }
+}
+
+void DeviantData::rollback() noexcept {
+    Step& record = open_->record;
+    for (auto saved = record.states.rbegin(); saved != record.states.rend(); ++saved) {
+        if (saved->created) {
+            exchange(*saved);
+        } else {
+            saved->object->internal_setDeviation(self_, std::exchange(saved->slot.state, nullptr));
+        }
+    }
+    for (ReferredChange const& change : record.referred) {
+        applyReferred({change.otherRoot, -change.change});
+    }
+    Step step = std::move(record);
+    closeTransaction();
+    step.release();
+}
+
+void DeviantData::closeTransaction() noexcept {
+    open_.reset();
+    setGate(InTransaction, false);
+}
+
+void DeviantData::setGate(WriteGate bit, bool on) noexcept {
+    std::uint32_t& gate = DeviantAccess::record(self_).writeGate;
+    gate = on ? gate | bit : gate & ~static_cast<std::uint32_t>(bit);
+}
+
+bool DeviantData::hasGate(WriteGate bit) const noexcept {
+    return (DeviantAccess::record(self_).writeGate & bit) != 0;
+}
+
+void DeviantData::setUndoEnabled(bool enabled) {
+    setGate(UndoEnabled, enabled);
+    if (!enabled) {
+        for (auto* const steps : {&undo_, &redo_}) {
+            for (Step& step : std::exchange(*steps, {})) {
+                step.release();
+            }
+        }
+    }
+}
+
+bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
+    QOB_REQUIRE(open_ == nullptr, "Undo and redo wait for the end of the open transaction.");
+    QOB_REQUIRE(!hasGate(ReadOnly), "A read-only deviant has no undo and no redo.");
+    if (from.empty()) {
+        return false;
+    }
+    to.reserve(to.size() + 1);
+    Step& step = from.back();
+    if (isRoot() && model_.hasBranches()) {
+        for (SavedState const& saved : step.states) {
+            protectReaders(saved);
+        }
+    }
+    for (auto saved = step.states.rbegin(); saved != step.states.rend(); ++saved) {
+        exchange(*saved);
+    }
+    for (ReferredChange& change : step.referred) {
+        change.change = -change.change;
+        applyReferred(change);
+    }
+    // What is undone from the last write to the first is redone from the first to the last.
+    std::reverse(step.states.begin(), step.states.end());
+    to.push_back(std::move(step));
+    from.pop_back();
+    return true;
+}
+
+void DeviantData::exchange(SavedState& saved) {
+    if (isRoot()) {
+        std::swap(ModelCore::deviationsOf(saved.object).rootState_, saved.slot.state);
+        return;
+    }
+    auto const [entry, isNew] = states_.try_emplace(saved.object);
+    std::swap(entry->second, saved.slot);
+    if (entry->second.state == nullptr) {
+        states_.erase(entry);
+    } else {
+        ModelCore::deviationsOf(saved.object).hasBranchState_ = 1;
+    }
+}
+
+void DeviantData::protectReaders(SavedState const& saved) {
+    if (ModelCore::deviationsOf(saved.object).rootState_ != nullptr) {
+        saved.object->deviant_commitTransientState(self_);
+        return;
+    }
+    // The object is about to come back in the root: branches that don't know it stay without it.
+    model_.forEachBranch([&](DeviantData& branch) {
+        if (branch.state(saved.object) == nullptr) {
+            branch.setState(saved.object, static_cast<ObjectIntf*>(Deviant::InvalidObject));
+        }
+    });
+}
+
+void DeviantData::countReferred(Deviant other, int change) {
+    ReferredChange const referred{other, change};
+    if (open_ != nullptr) {
+        open_->record.referred.push_back(referred);
+    }
+    applyReferred(referred);
+}
+
+void DeviantData::applyReferred(ReferredChange const& change) {
+    int& count = referred_[change.otherRoot];
+    count += change.change;
+    if (count == 0) {
+        referred_.erase(change.otherRoot);
+    }
+}
+
+void DeviantData::dropRecords() {
+    if (open_ != nullptr) {
+        Step step = std::move(open_->record);
+        closeTransaction();
+        step.release();
+    }
+    setUndoEnabled(false);
+}
+
+void DeviantData::dropStates() {
+    KeepAlive const keep(isRoot() ? std::vector<ClassObjectIntf*>() : changedObjects());
+    auto const states = std::exchange(states_, {});
+    for (auto const& [object, slot] : states) {
+        const_cast<ClassObjectIntf*>(object)->deviant_destroyState(slot.state);
+    }
+}
+
+// ModelCore ------------------------------------------------------------------------------------
+
+ModelCore::ModelCore(ClassObjectIntf* model) : model_(model) {
+    root_ = &makeDeviant();
+    DeviantAccess::record(root_->self()).rootIndex = DeviantAccess::index(root_->self());
+    retain(counted(model_));
+    nextModel_ = firstModel;
+    if (nextModel_ != nullptr) {
+        nextModel_->previousModel_ = this;
+    }
+    firstModel = this;
+}
+
+ModelCore::~ModelCore() {
+    if (previousModel_ != nullptr) {
+        previousModel_->nextModel_ = nextModel_;
+    } else {
+        firstModel = nextModel_;
+    }
+    if (nextModel_ != nullptr) {
+        nextModel_->previousModel_ = previousModel_;
+    }
+}
+
+ModelCore& ModelCore::of(Deviant deviant) {
+    return DeviantData::of(deviant).model();
+}
+
+DeviationsBase& ModelCore::deviationsOf(ClassObjectIntf const* object) {
+    auto* const deviations = castObject<DeviationsBase>(const_cast<ClassObjectIntf*>(object));
+    QOB_REQUIRE(deviations != nullptr, "The object is no root object.");
+    return *deviations;
+}
+
+void ModelCore::endAll(ClassObjectIntf const* kept) noexcept {
+    for (ModelCore* core = firstModel; core != nullptr;) {
+        if (core->model_ == kept) {
+            core = core->nextModel_;
+        } else {
+            core->model_->destroy(core->root());
+            core = firstModel; // the list has changed
+        }
+    }
+}
+
+DeviantData& ModelCore::makeDeviant() {
+    std::uint32_t const index = acquireRecord();
+    DeviantRecord& record = recordAt(index);
+    Deviant const self = DeviantAccess::make(index, record.generation);
+    try {
+        record.data = new DeviantData(*this, self);
+    } catch (...) {
+        retireRecord(index);
+        throw;
+    }
+    record.model = this;
+    record.rootIndex = root_ != nullptr ? DeviantAccess::index(root_->self()) : index;
+    DeviantData& data = *record.data;
+    data.previous_ = last_;
+    if (last_ != nullptr) {
+        last_->next_ = &data;
+    }
+    last_ = &data;
+    return data;
+}
+
+void ModelCore::retireDeviant(DeviantData& data) {
+    (data.next_ != nullptr ? data.next_->previous_ : last_) = data.previous_;
+    if (data.previous_ != nullptr) {
+        data.previous_->next_ = data.next_;
+    }
+    retireRecord(DeviantAccess::index(data.self()));
+    delete &data;
+}
+
+Deviant ModelCore::createBranch() {
+    return makeDeviant().self();
+}
+
+void ModelCore::removeBranch(Deviant branch) {
+    DeviantData& data = DeviantData::of(branch);
+    if (data.open_ != nullptr) {
+        data.rollback();
+    }
+    data.dropRecords();
+    data.dropStates();
+    retireDeviant(data);
+}
+
+void ModelCore::allDeviants(std::vector<Deviant>& deviants) const {
+    for (DeviantData const* data = root_; data != nullptr; data = data->next_) {
+        deviants.push_back(data->self());
+    }
+}
+
+void ModelCore::addObject(ClassObjectIntf* object) {
+    DeviationsBase& deviations = deviationsOf(object);
+    QOB_REQUIRE(objects_.size() < DeviationsBase::NoSlot,
+                "The number of objects of the model is at its limit.");
+    objects_.push_back(object);
+    deviations.slot_ = static_cast<std::uint32_t>(objects_.size() - 1) & DeviationsBase::NoSlot;
+}
+
+void ModelCore::removeObject(ClassObjectIntf* object) {
+    DeviationsBase& deviations = deviationsOf(object);
+    if (deviations.slot_ == DeviationsBase::NoSlot) {
+        return;
+    }
+    objects_[deviations.slot_] = nullptr;
+    ++freeSlots_;
+    deviations.slot_ = DeviationsBase::NoSlot;
+    forgetId(object, deviations);
+    if (deviations.hasBranchState_ != 0) {
+        forEachBranch([object](DeviantData& branch) { branch.forgetObject(object); });
+    }
+    compactObjects();
+}
+
+void ModelCore::compactObjects() {
+    while (!objects_.empty() && objects_.back() == nullptr) {
+        objects_.pop_back();
+        --freeSlots_;
+    }
+    constexpr std::size_t worthIt = 64;
+    if (freeSlots_ < worthIt || freeSlots_ < objects_.size() / 2) {
+        return;
+    }
+    std::erase(objects_, nullptr);
+    freeSlots_ = 0;
+    for (std::size_t i = 0; i < objects_.size(); ++i) {
+        deviationsOf(objects_[i]).slot_ = static_cast<std::uint32_t>(i) & DeviationsBase::NoSlot;
+    }
+}
+
+Integer ModelCore::allocateId() {
+    QOB_REQUIRE(nextId_ < INT_MAX, "The object ids of the model are used up.");
+    return nextId_++;
+}
+
+void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
+    if (id.isValid()) {
+        if (ClassObjectIntf const* const owner = findId(deviant, id);
+            owner != nullptr && owner != object) {
+            std::string const subject = describe(owner);
+            QOB_FAIL("The object id (%d) belongs to %s already.",
+                     static_cast<int const&>(id),
+                     subject.c_str());
+        }
+    }
+    DeviationsBase& deviations = deviationsOf(object);
+    forgetId(object, deviations);
+    object->setObjectId(deviant, id);
+    if (!id.isValid()) {
+        return;
+    }
+    if (!ids_.try_emplace(id, object).second) {
+        sharedIds_.emplace(id, object);
+    }
+    deviations.hasBoundId_ = 1;
+    if (id >= nextId_) {
+        nextId_ = id < INT_MAX ? id + 1 : INT_MAX;
+    }
+}
+
+ClassObjectIntf* ModelCore::findId(Deviant deviant, Integer id) const {
+    auto const found = ids_.find(id);
+    if (found != ids_.end() && found->second->deviant_isValid(deviant)) {
+        return found->second;
+    }
+    auto const [first, last] = sharedIds_.equal_range(id);
+    auto const shared = std::find_if(
+        first, last, [&](auto const& entry) { return entry.second->deviant_isValid(deviant); });
+    return shared != last ? shared->second : nullptr;
+}
+
+void ModelCore::forgetId(ClassObjectIntf* object, DeviationsBase& deviations) {
+    if (deviations.hasBoundId_ == 0) {
+        return;
+    }
+    deviations.hasBoundId_ = 0;
+    auto const found = ids_.find(deviations.objectId_);
+    if (found != ids_.end() && found->second == object) {
+        ids_.erase(found);
+        return;
+    }
+    // The object shares its id, or its id was set past the index.
+    if (std::erase_if(sharedIds_, [&](auto const& entry) { return entry.second == object; }) == 0) {
+        boost::unordered::erase_if(ids_, [&](auto const& entry) { return entry.second == object; });
+    }
+}
+
+void ModelCore::end() {
+    std::vector<ClassObjectIntf*> objects;
+    objects.reserve(objectCount());
+    forEachObject([&](ClassObjectIntf* object) { objects.push_back(object); });
+    KeepAlive const keep(std::move(objects));
+
+    for (DeviantData* data = root_; data != nullptr; data = data->next_) {
+        data->dropRecords();
+    }
+    for (DeviantData* data = root_; data != nullptr; data = data->next_) {
+        data->dropStates();
+    }
+    for (ClassObjectIntf* const object : keep.objects()) {
+        object->deviant_markModelDestroyed();
+    }
+    objects_.clear();
+    freeSlots_ = 0;
+    ids_.clear();
+    sharedIds_.clear();
+    while (last_ != nullptr) {
+        retireDeviant(*last_);
+    }
+    root_ = nullptr;
+    internal::release(counted(model_));
+}
+
+} // namespace QOB::internal

@@ -1,0 +1,272 @@
+#include "modelimpl.h"
+
+#include "qob/kernel/property/mandatoryvalue.h"
+#include "qob/qob/modelcache.h"
+#include "qob/qob/transaction.h"
+
+namespace QOB {
+
+using internal::DeviantData;
+using internal::ModelCore;
+using NSInterface::ClassObjectIntf;
+using NSInterface::ModelIntf;
+using NSInterface::ObjectIntf;
+
+namespace visitor = CooperativeVisitor::internal;
+
+// ModelIntf: what runs on the root object and goes through the states ---------------------------
+
+namespace NSInterface {
+
+visitor::MethodInfo ModelIntf::getVisitMethod(visitor::MethodTable const& table) const {
+    return visitor::visitMethod(this, table);
+}
+void* ModelIntf::cast(visitor::ClassInfo const& info) const {
+    return visitor::castTo(this, info);
+}
+
+bool ModelIntf::hasUri(Deviant deviant) const {
+    return property::get<&ModelIntf::hasUri>(this, deviant);
+}
+void ModelIntf::removeUri(Deviant deviant) {
+    if (hasUri(deviant)) {
+        property::writeState(this, deviant)->removeUri(deviant);
+    }
+}
+void ModelIntf::setUri(Deviant deviant, String const& uri) {
+    if (!uri.isValid()) {
+        removeUri(deviant);
+        return;
+    }
+    property::setMandatory<&ModelIntf::getUri, &ModelIntf::setUri>(this, deviant, uri);
+}
+String ModelIntf::getUri(Deviant deviant) const {
+    return property::get<&ModelIntf::getUri>(this, deviant);
+}
+
+void ModelIntf::internal_deviationAssign(Deviant deviant,
+                                         ObjectIntf* source,
+                                         Deviant sourceDeviant) {
+    // The list of objects isn't assigned: a merge brings objects in and destroys them one by one.
+    try {
+        auto const* const model = castObject<ModelIntf>(source);
+        if (model->hasUri(sourceDeviant)) {
+            setUri(deviant, model->getUri(sourceDeviant));
+        } else {
+            removeUri(deviant);
+        }
+    } catch (Exception const&) { // a property that can't be assigned is skipped
+    }
+}
+
+// A state answers the operations of a model with what a state has: nothing.
+
+Integer ModelIntf::allocateObjectId(Deviant) {
+    return {};
+}
+void ModelIntf::bindObjectId(Deviant, ClassObject, Integer) {
+}
+ClassObject ModelIntf::findObject(Deviant, Integer) const {
+    return {};
+}
+Deviant ModelIntf::createDeviant(Deviant) {
+    return {};
+}
+void ModelIntf::removeDeviant(Deviant, Deviant) {
+}
+void ModelIntf::mergeDeviant(Deviant, Deviant) {
+}
+void ModelIntf::setUndoEnabled(Deviant, bool) {
+}
+bool ModelIntf::undo(Deviant) {
+    return false;
+}
+bool ModelIntf::redo(Deviant) {
+    return false;
+}
+void ModelIntf::setReadOnly(Deviant, bool) {
+}
+std::vector<Model> ModelIntf::getReferredModels(Deviant) const {
+    return {};
+}
+ModelIntf* ModelIntf::getReadDeviantI(Deviant, ModelIntf const*) const {
+    return nullptr;
+}
+ModelIntf* ModelIntf::getWriteDeviantI(Deviant, ModelIntf const*) const {
+    return nullptr;
+}
+void ModelIntf::internal_addRootObject(Deviant, ClassObjectIntf*) {
+}
+void ModelIntf::internal_removeRootObject(Deviant, ClassObjectIntf*) {
+}
+
+Model FactoryIntf::createNewModel() {
+    auto* const model = new NSImplementation::ModelImpl();
+    return {model, model->getRootDeviant()};
+}
+
+} // namespace NSInterface
+
+// ModelImpl ------------------------------------------------------------------------------------
+
+namespace NSImplementation {
+
+ModelImpl::ModelImpl() : core_(std::make_unique<ModelCore>(this)) {
+    rootDeviant_ = core_->root();
+    rootState_ = createState();
+    rootDeviant_.addObjectToModel(this);
+}
+
+ModelImpl::~ModelImpl() = default;
+
+char const* ModelImpl::getLumvoName(bool immutable) const {
+    return immutable ? "QOB.ImmutableModel" : "QOB.Model";
+}
+
+void ModelImpl::destroy(Deviant) {
+    if (core_ == nullptr) {
+        return;
+    }
+    CountedPointer<ModelIntf> const keep(this);
+    ModelCache::instance()->unbindModel(Model(this, rootDeviant_));
+    core_->end();
+    core_.reset();
+}
+
+DeviantData& ModelImpl::own(Deviant deviant) const {
+    checkAccess(deviant);
+    DeviantData& data = DeviantData::of(deviant);
+    QOB_REQUIRE(&data.model() == core_.get(), "The deviant belongs to another model.");
+    return data;
+}
+
+Integer ModelImpl::allocateObjectId(Deviant deviant) {
+    own(deviant);
+    return core_->allocateId();
+}
+
+void ModelImpl::bindObjectId(Deviant deviant, ClassObject object, Integer id) {
+    own(deviant);
+    core_->bindId(deviant, object.operator->(), id);
+}
+
+ClassObject ModelImpl::findObject(Deviant deviant, Integer id) const {
+    own(deviant);
+    return {core_->findId(deviant, id), deviant};
+}
+
+Deviant ModelImpl::createDeviant(Deviant deviant) {
+    own(deviant);
+    return core_->createBranch();
+}
+
+void ModelImpl::removeDeviant(Deviant deviant, Deviant branch) {
+    own(deviant);
+    QOB_REQUIRE(!own(branch).isRoot(), "The root deviant of a model cannot be removed.");
+    core_->removeBranch(branch);
+}
+
+void ModelImpl::setUndoEnabled(Deviant deviant, bool enabled) {
+    own(deviant).setUndoEnabled(enabled);
+}
+bool ModelImpl::undo(Deviant deviant) {
+    return own(deviant).undo();
+}
+bool ModelImpl::redo(Deviant deviant) {
+    return own(deviant).redo();
+}
+void ModelImpl::setReadOnly(Deviant deviant, bool readOnly) {
+    own(deviant).setGate(internal::ReadOnly, readOnly);
+}
+
+std::vector<Model> ModelImpl::getReferredModels(Deviant deviant) const {
+    boost::unordered_flat_map<Deviant, int, std::hash<Deviant>> counts =
+        own(core_->root()).referred();
+    DeviantData const& data = own(deviant);
+    if (!data.isRoot()) {
+        for (auto const& [other, change] : data.referred()) {
+            counts[other] += change;
+        }
+    }
+    std::vector<Model> models;
+    for (auto const& [other, count] : counts) {
+        if (count > 0 && other.isValid()) {
+            models.emplace_back(static_cast<ModelIntf*>(ModelCore::of(other).model()), other);
+        }
+    }
+    return models;
+}
+
+void ModelImpl::internal_addRootObject(Deviant deviant, ClassObjectIntf* object) {
+    writeState(deviant)->internal_addRootObject(deviant, object);
+}
+
+void ModelImpl::internal_removeRootObject(Deviant deviant, ClassObjectIntf* object) {
+    if (readState(deviant)->fields_.rootObjects.contains(object)) {
+        writeState(deviant)->internal_removeRootObject(deviant, object);
+    }
+}
+
+namespace {
+
+/// What one object brings into a merge.
+struct Change {
+    ClassObject object; // seen in the source
+    enum Kind { Assign, BringIn, Destroy } kind;
+};
+
+/// What the source changed that concerns the target. An object that the target destroyed stays
+/// destroyed; one that neither knows is left out.
+std::vector<Change> changesBetween(DeviantData const& source, Deviant target) {
+    std::vector<Change> changes;
+    DeviantData const& targetData = DeviantData::of(target);
+    for (ClassObjectIntf* const object : source.changedObjects()) {
+        internal::StateSlot const slot = source.slotOf(object);
+        bool const present = object->deviant_isValid(target);
+        ClassObject const handle(object, source.self());
+        if (isRealState(slot.state)) {
+            if (present) {
+                changes.push_back({handle, Change::Assign});
+            } else if (targetData.slotOf(object).state != Deviant::InvalidObject) {
+                changes.push_back({handle, Change::BringIn});
+            }
+        } else if (slot.destroyedHere && present) {
+            changes.push_back({handle, Change::Destroy});
+        }
+    }
+    return changes;
+}
+
+} // namespace
+
+void ModelImpl::mergeDeviant(Deviant deviant, Deviant source) {
+    own(deviant);
+    DeviantData const& sourceData = own(source);
+    QOB_REQUIRE(deviant != source, "A deviant cannot be merged into itself.");
+    QOB_REQUIRE(!source.isWithinTransaction(),
+                "A deviant with an open transaction cannot be merged.");
+    Transaction transaction(Model(this, deviant));
+    std::vector<Change> const changes = changesBetween(sourceData, deviant);
+    for (Change const& change : changes) {
+        if (change.kind == Change::BringIn) {
+            deviant.markObjectCreated(change.object.get());
+            change.object->internal_createDeviation(deviant);
+            internal_addRootObject(deviant, change.object.get());
+        }
+    }
+    for (Change const& change : changes) {
+        if (change.kind != Change::Destroy) {
+            change.object->internal_deviationAssign(
+                deviant, change.object->internal_getDeviation(source), source);
+        }
+    }
+    for (Change const& change : changes) {
+        if (change.kind == Change::Destroy) {
+            change.object->destroy(deviant);
+        }
+    }
+    transaction.commit();
+}
+
+} // namespace NSImplementation
+} // namespace QOB
