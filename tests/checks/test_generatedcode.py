@@ -1,6 +1,6 @@
 import unittest
 
-from velum_checks.generatedcode import class_names, control_flow
+from velum_checks.generatedcode import class_names, control_flow, long_bodies
 
 
 class ControlFlow(unittest.TestCase):
@@ -36,6 +36,16 @@ class ControlFlow(unittest.TestCase):
 
     def test_lines_after_a_comment_of_several_lines_keep_their_number(self) -> None:
         self.assertEqual([(3, "if")], control_flow("/* a\n b */\nif (x)"))
+
+
+class Bodies(unittest.TestCase):
+    def test_a_body_of_two_statements_is_found_where_it_begins(self) -> None:
+        text = "struct S {\n    int a;\n    int b;\n};\nvoid f() const noexcept {\n    a(); b();\n}\n"
+        self.assertEqual([(5, 2)], long_bodies(text))
+
+    def test_bodies_of_one_statement_or_none_pass(self) -> None:
+        text = 'S::S(int a) : a_(a) {}\nint f() { return g("a;b;c"); } // one; two;\n'
+        self.assertEqual([], long_bodies(text))
 
 
 class ClassNames(unittest.TestCase):

@@ -1,4 +1,4 @@
-"""Generated code decides nothing, and templates know no class by name."""
+"""Generated bodies are one statement that decides nothing; templates know no class by name."""
 
 from __future__ import annotations
 
@@ -23,6 +23,7 @@ _NO_CODE = re.compile(
     """,
     re.VERBOSE | re.DOTALL | re.MULTILINE,
 )
+_BODY = re.compile(r"\)(?:\s|const|noexcept|override|final)*\{(?P<statements>[^{}]*)\}")
 _CONTROL = re.compile(r"\b(?:if|else|for|while|do|switch|case|goto|try|catch)\b|\?")
 
 
@@ -35,6 +36,13 @@ def control_flow(text: str) -> list[tuple[int, str]]:
     """Line and word of each place where C++ text decides something."""
     code = _NO_CODE.sub(_blank, text)
     return [(code.count("\n", 0, m.start()) + 1, m.group()) for m in _CONTROL.finditer(code)]
+
+
+def long_bodies(text: str) -> list[tuple[int, int]]:
+    """Line and number of statements of each function body that has more than one."""
+    code = _NO_CODE.sub(_blank, text)
+    bodies = [(m.start("statements"), m["statements"].count(";")) for m in _BODY.finditer(code)]
+    return [(code.count("\n", 0, at) + 1, count) for at, count in bodies if count > 1]
 
 
 def class_names(template: str, names: frozenset[str]) -> list[tuple[int, str]]:
@@ -67,8 +75,11 @@ def _generated(project: Project) -> list[pathlib.Path]:
 def _find(project: Project) -> list[str]:
     findings = []
     for path in _generated(project):
-        for line, word in control_flow(path.read_text(encoding="utf-8")):
+        text = path.read_text(encoding="utf-8")
+        for line, word in control_flow(text):
             findings.append(f"{project.relative(path)}:{line}: control flow ({word})")
+        for line, count in long_bodies(text):
+            findings.append(f"{project.relative(path)}:{line}: a body of several statements ({count})")
     names = metaclasses(project)
     for path in project.tracked("generator/templates/*"):
         for line, name in class_names(path.read_text(encoding="utf-8"), names):
