@@ -1,4 +1,5 @@
 #include "fixture.h"
+#include "qob/qob/factoryobject.h"
 #include "qob/qob/reflection.h"
 #include "support/allocation_count.h"
 
@@ -159,4 +160,10 @@ TEST_F(Handle, VisitorFindsOwnMethodThenTheNearestAncestors) {
     visitor::BindTagToName("sample.Thing", own);
     EXPECT_EQ(visitor::findClassByName("sample.Thing"), own);
     EXPECT_EQ(visitor::findClassByName("sample.Nothing"), visitor::ClassInfo());
+}
+
+TEST_F(Handle, ConvertsToAnotherClassOrComesOutEmpty) {
+    Thing const thing = Thing::create(model);
+    EXPECT_FALSE(QOB::FactoryObject(QOB::ClassObject(thing)).isValid());
+    EXPECT_EQ(QOB::FactoryObject(QOB::ClassObject(thing)).get(), nullptr);
 }

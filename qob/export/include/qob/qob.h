@@ -10,6 +10,7 @@
 #include "qob/qob/boolean.h"
 #include "qob/qob/deviant.h"
 #include "qob/qob/domainregistry.h"
+#include "qob/qob/factoryobject.h"
 #include "qob/qob/initialize.h"
 #include "qob/qob/integer.h"
 #include "qob/qob/log.h"

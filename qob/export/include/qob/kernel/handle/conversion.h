@@ -1,0 +1,35 @@
+#pragma once
+
+#include "qob/qob/refbase.h"
+
+#include <concepts>
+#include <type_traits>
+
+namespace QOB {
+
+/// A class that is a handle: it pairs a counted pointer to its interface class with a deviant.
+template <class T>
+concept AnyHandle = requires {
+    typename T::Interface;
+}
+&&std::derived_from<T, RefBase<typename T::Interface*>>;
+
+/// A handle for reading and writing.
+template <class T>
+concept MutableHandle = AnyHandle<T> && requires(T const& handle) {
+    { handle.get() } -> std::same_as<typename T::Interface*>;
+};
+
+/// A handle from which `To` can be made by asking the object; copies are not meant.
+template <class T, class To>
+concept ConvertibleHandle = AnyHandle<T> && !std::derived_from<T, To>;
+
+template <class T, class To>
+concept ConvertibleMutableHandle = MutableHandle<T> && ConvertibleHandle<T, To>;
+
+/// Whether every object that a handle of type `Handle` can hold is an `Intf`: the conversion can't
+/// come out empty, so it may be implicit.
+template <class Handle, class Intf>
+inline constexpr bool extends = std::is_base_of_v<Intf, typename Handle::Interface>;
+
+} // namespace QOB
