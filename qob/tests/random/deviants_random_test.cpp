@@ -1,0 +1,338 @@
+// Random sequences of everything that a host can do to a model are run against plain maps. After
+// each step every value in every deviant must agree, and at the end nothing may be left over.
+//
+//     deviants_random_test [--sequences N] [--seed S] [--length L]
+//
+// A difference is shrunk and printed with the seed that repeats it.
+
+#include "qob/qob/transaction.h"
+#include "reference.h"
+#include "thing.h"
+
+#include <rapidcheck.h>
+
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+#include <sstream>
+
+namespace {
+
+using sample::NSImplementation::Alive;
+
+enum class Action {
+    Create,
+    SetNumber,
+    SetLink,
+    Destroy,
+    Branch,
+    RemoveBranch,
+    Begin,
+    Commit,
+    Rollback,
+    Undo,
+    Redo,
+    EnableUndo,
+    Merge,
+    DropHandle,
+};
+constexpr int ActionCount = 14;
+char const* const ActionNames[ActionCount] = {"create",
+                                              "setNumber",
+                                              "setLink",
+                                              "destroy",
+                                              "branch",
+                                              "removeBranch",
+                                              "begin",
+                                              "commit",
+                                              "rollback",
+                                              "undo",
+                                              "redo",
+                                              "enableUndo",
+                                              "merge",
+                                              "dropHandle"};
+
+/// One step; the numbers pick among what is there when it runs.
+struct Command {
+    int action;
+    unsigned deviant;
+    unsigned thing;
+    unsigned value;
+};
+
+[[maybe_unused]] void showValue(Command const& command, std::ostream& out) {
+    out << ActionNames[command.action] << "(d" << command.deviant << ", " << command.thing << ", "
+        << command.value << ")";
+}
+
+} // namespace
+
+template <>
+struct rc::Arbitrary<Command> {
+    static Gen<Command> arbitrary() {
+        // Writes are what the rest acts upon, so they come most often.
+        auto const action = gen::weightedOneOf<int>({
+            {4, gen::just(static_cast<int>(Action::Create))},
+            {6, gen::just(static_cast<int>(Action::SetNumber))},
+            {3, gen::just(static_cast<int>(Action::SetLink))},
+            {8, gen::inRange(0, ActionCount)},
+        });
+        return gen::build<Command>(gen::set(&Command::action, action),
+                                   gen::set(&Command::deviant, gen::inRange(0U, 4U)),
+                                   gen::set(&Command::thing, gen::inRange(0U, 6U)),
+                                   gen::set(&Command::value, gen::inRange(0U, 6U)));
+    }
+};
+
+namespace {
+
+class Run {
+public:
+    Run() : model_(QOB::NSInterface::FactoryIntf::createNewModel()) {
+        views_.push_back({model_, {}, 0});
+        things_.emplace_back(); // thing 0 is the model itself
+    }
+    Run(Run const&) = delete;
+    Run& operator=(Run const&) = delete;
+    ~Run() { model_.destroy(); }
+
+    void step(Command const& command) {
+        unsigned const d = pickDeviant(command.deviant);
+        bool raised = false;
+        try {
+            perform(command, d);
+        } catch (QOB::Exception const&) {
+            raised = true;
+        }
+        if (raised != expectRaise_) {
+            fail(raised ? "raised, but should not have" : "did not raise, but should have");
+        }
+        compare();
+    }
+
+private:
+    struct OpenTransaction {
+        std::unique_ptr<QOB::Transaction> transaction;
+        int epoch; ///< of the view, when it began
+    };
+    struct View {
+        QOB::Model model;
+        std::vector<OpenTransaction> open;
+        int epoch = 0; ///< how often everything that was open here was taken back
+    };
+
+    [[noreturn]] static void fail(std::string const& what) { RC_FAIL(what); }
+
+    unsigned pickDeviant(unsigned number) const {
+        unsigned d = number % static_cast<unsigned>(views_.size());
+        while (!expected_.deviants[d].alive) {
+            d = (d + 1) % static_cast<unsigned>(views_.size());
+        }
+        return d;
+    }
+
+    reference::Thing pickThing(unsigned number) const {
+        return expected_.lastThing == 0
+                   ? -1
+                   : 1 + static_cast<int>(number % static_cast<unsigned>(expected_.lastThing));
+    }
+
+    sample::Thing thing(reference::Thing number, unsigned d) const {
+        sample::Thing const& kept = things_[static_cast<std::size_t>(number)];
+        return kept.get() != nullptr ? kept.in(views_[d].model.getDeviant())
+                                     : sample::Thing(QOB::Object(views_[d].model.findObject(
+                                           ids_.at(static_cast<std::size_t>(number)))));
+    }
+
+    void perform(Command const& command, unsigned d) {
+        int const e = static_cast<int>(d);
+        View& view = views_[d];
+        QOB::Model const& model = view.model;
+        reference::Thing const picked = pickThing(command.thing);
+        bool const present = picked > 0 && expected_.exists(e, picked);
+        bool const writable = expected_.writable(e);
+        expectRaise_ = false;
+        switch (static_cast<Action>(command.action)) {
+        case Action::Create: {
+            expectRaise_ = !writable;
+            sample::Thing const made =
+                sample::Thing::create(model, static_cast<int>(command.value));
+            expected_.create(e, static_cast<int>(command.value));
+            things_.push_back(made);
+            ids_.resize(things_.size());
+            ids_.back() = made.getObjectId();
+            break;
+        }
+        case Action::SetNumber:
+            if (picked > 0 && thing(picked, d).get() != nullptr) {
+                int const number = static_cast<int>(command.value);
+                expectRaise_ =
+                    !present || (expected_.read(e, picked).number != number && !writable);
+                thing(picked, d).setNumber(number);
+                expected_.setNumber(e, picked, number);
+            }
+            break;
+        case Action::SetLink:
+            if (picked > 0 && thing(picked, d).get() != nullptr) {
+                reference::Thing const target = pickThing(command.value);
+                bool const reachable = expected_.exists(e, target);
+                bool const same = present && reachable && expected_.read(e, picked).link == target;
+                expectRaise_ = !present || (!same && !writable);
+                thing(picked, d).setLink(reachable ? thing(target, d) : sample::Thing());
+                expected_.setLink(e, picked, reachable ? target : -1);
+            }
+            break;
+        case Action::Destroy:
+            if (picked > 0 && thing(picked, d).get() != nullptr) {
+                expectRaise_ = !writable;
+                thing(picked, d).destroy();
+                expected_.destroy(e, picked);
+            }
+            break;
+        case Action::Branch:
+            if (views_.size() < 5) {
+                views_.push_back({model.inDeviant(model.createDeviant()), {}, 0});
+                expected_.branch();
+            }
+            break;
+        case Action::RemoveBranch:
+            expectRaise_ = d == 0;
+            model.removeDeviant(model.getDeviant());
+            expected_.remove(e);
+            break;
+        case Action::Begin:
+            view.open.push_back({std::make_unique<QOB::Transaction>(model), view.epoch});
+            expected_.begin(e);
+            break;
+        case Action::Commit:
+        case Action::Rollback:
+            if (!view.open.empty()) {
+                OpenTransaction const last = std::move(view.open.back());
+                view.open.pop_back();
+                // What an inner transaction took back is over for the outer ones as well.
+                expectRaise_ = last.epoch != view.epoch;
+                if (static_cast<Action>(command.action) == Action::Commit) {
+                    last.transaction->commit();
+                    expected_.commit(e);
+                } else {
+                    last.transaction->rollback();
+                    expected_.rollback(e);
+                    ++view.epoch;
+                }
+            }
+            break;
+        case Action::Undo:
+            expectRaise_ = expected_.deviants[d].depth > 0;
+            if (model.undo() != expected_.undo(e)) {
+                fail("undo found a step where there is none, or none where there is one");
+            }
+            break;
+        case Action::Redo:
+            expectRaise_ = expected_.deviants[d].depth > 0;
+            if (model.redo() != expected_.redo(e)) {
+                fail("redo found a step where there is none, or none where there is one");
+            }
+            break;
+        case Action::EnableUndo:
+            model.setUndoEnabled(command.value % 3 != 0);
+            expected_.setUndoEnabled(e, command.value % 3 != 0);
+            break;
+        case Action::Merge: {
+            unsigned const source = pickDeviant(command.value);
+            expectRaise_ = source == d || expected_.deviants[source].depth > 0;
+            model.mergeDeviant(views_[source].model.getDeviant());
+            expected_.merge(e, static_cast<int>(source));
+            break;
+        }
+        case Action::DropHandle:
+            if (picked > 0) {
+                things_[static_cast<std::size_t>(picked)] = sample::Thing();
+            }
+            break;
+        }
+    }
+
+    void compare() {
+        for (unsigned d = 0; d < views_.size(); ++d) {
+            if (!expected_.deviants[d].alive) {
+                continue;
+            }
+            int const e = static_cast<int>(d);
+            for (reference::Thing number = 1; number <= expected_.lastThing; ++number) {
+                sample::Thing const seen = thing(number, d);
+                bool const exists = expected_.exists(e, number);
+                if (seen.isValid() != exists) {
+                    fail(place(number, d) + (exists ? " is missing" : " should not exist"));
+                }
+                if (!exists) {
+                    continue;
+                }
+                reference::Values const values = expected_.read(e, number);
+                if (seen.getNumber() != values.number) {
+                    fail(place(number, d) + " has number " + std::to_string(seen.getNumber()) +
+                         " instead of " + std::to_string(values.number));
+                }
+                sample::Thing const link = seen.getLink();
+                QOB::Integer const linked =
+                    link.get() != nullptr ? link.getObjectId() : QOB::Integer();
+                if (linked != idOf(values.link)) {
+                    fail(place(number, d) + " links to something else than thing " +
+                         std::to_string(values.link));
+                }
+            }
+        }
+    }
+
+    QOB::Integer idOf(reference::Thing number) const {
+        return number == -1 ? QOB::Integer() : ids_.at(static_cast<std::size_t>(number));
+    }
+
+    static std::string place(reference::Thing number, unsigned d) {
+        return "thing " + std::to_string(number) + " in deviant " + std::to_string(d);
+    }
+
+    QOB::Model model_;
+    std::vector<View> views_;
+    std::vector<sample::Thing> things_;
+    std::vector<QOB::Integer> ids_{QOB::Integer()};
+    reference::Model expected_;
+    bool expectRaise_ = false;
+};
+
+void property(std::vector<Command> const& commands) {
+    int const states = Alive::states;
+    int const objects = Alive::objects;
+    {
+        Run run;
+        for (Command const& command : commands) {
+            run.step(command);
+        }
+    }
+    if (Alive::states != states || Alive::objects != objects) {
+        RC_FAIL("states or objects are left over");
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::string seed = "20261121";
+    std::string sequences = "10000";
+    std::string length = "60";
+    for (int i = 1; i < argc; i += 2) {
+        std::string const option = argv[i];
+        std::string* const value = option == "--seed"        ? &seed
+                                   : option == "--sequences" ? &sequences
+                                   : option == "--length"    ? &length
+                                                             : nullptr;
+        if (value == nullptr || i + 1 == argc) {
+            std::cerr << "usage: " << argv[0] << " [--seed S] [--sequences N] [--length L]\n";
+            return 2;
+        }
+        *value = argv[i + 1];
+    }
+    // The environment wins, so that the line which a failure prints can be used as it stands.
+    std::string const params = "seed=" + seed + " max_success=" + sequences + " max_size=" + length;
+    setenv("RC_PARAMS", params.c_str(), 0);
+    return rc::check("every deviant agrees with plain maps after every step", property) ? 0 : 1;
+}
