@@ -123,8 +123,8 @@ private:
 };
 
 /// Element to slot, for a family of directories that come from one another by writes. The map
-/// describes the directories at `current_`; the log holds one step for each change, which crossed in
-/// either direction leads to the state before or after it.
+/// describes the directories at `current_`; the log holds one step for each change, which crossed
+/// in either direction leads to the state before or after it.
 struct ReferenceStorage::Index {
     using Map = boost::unordered_flat_map<Element, std::uint32_t>;
 
@@ -145,8 +145,13 @@ struct ReferenceStorage::Index {
 struct ReferenceStorage::Directory : Block {
     Directory() noexcept : Block(true) {}
     Directory(Directory const& other)
-        : Block(true), size(other.size), slots(other.slots), freeSlots(other.freeSlots),
-          order(other.order), orderOfSlot(other.orderOfSlot), tree(other.tree),
+        : Block(true),
+          size(other.size),
+          slots(other.slots),
+          freeSlots(other.freeSlots),
+          order(other.order),
+          orderOfSlot(other.orderOfSlot),
+          tree(other.tree),
           treeIsValid(other.treeIsValid) {
         for (Chunk* const chunk : slots) {
             if (chunk != nullptr) {
@@ -456,7 +461,8 @@ struct ReferenceStorage::Directory : Block {
         if (isOnlyHolder()) {
             forgetLog();
         } else if (index->log.size() > logPosition) {
-            dismissOthers([this](Directory const& other) { return other.logPosition > logPosition; });
+            dismissOthers(
+                [this](Directory const& other) { return other.logPosition > logPosition; });
             index->log.resize(logPosition, {});
         }
     }

@@ -21,10 +21,10 @@ class ClassObjectIntf;
 ///   of its chunk, a Fenwick tree from a position to its chunk.
 ///
 /// A copy costs nothing and shares everything; a write copies the directory of chunks and clones
-/// the one chunk that it changes. A chunk owns one reference count for each of its elements, however
-/// many lists share it. The hash is shared by all copies: it describes one of them and keeps a
-/// record of the steps that lead to the others, so that going back to an older copy costs what has
-/// changed since, not the length of the list.
+/// the one chunk that it changes. A chunk owns one reference count for each of its elements,
+/// however many lists share it. The hash is shared by all copies: it describes one of them and
+/// keeps a record of the steps that lead to the others, so that going back to an older copy costs
+/// what has changed since, not the length of the list.
 ///
 /// Iterators and positions are good until the next write. Not safe for concurrent use, copies of
 /// one list included.

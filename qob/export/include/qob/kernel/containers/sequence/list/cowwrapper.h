@@ -1,0 +1,92 @@
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+namespace QOB::Performance {
+
+/// A container that is shared until it is written. All wrappers of a type start with one empty
+/// container, so that a list that was never written allocates nothing.
+template <class C>
+class COWWrapper {
+public:
+    COWWrapper() : block_(sharedEmpty()) { block_->count.fetch_add(1); }
+    COWWrapper(COWWrapper const&) = delete;
+    COWWrapper& operator=(COWWrapper const&) = delete;
+    virtual ~COWWrapper() { release(block_); }
+
+    C const& read() const noexcept { return block_->container; }
+    C& writable() {
+        ensureUnique();
+        return block_->container;
+    }
+    /// Makes the block this wrapper's own; the elements are copied if others share it.
+    void ensureUnique() const {
+        if (block_->count.load() != 1) {
+            auto* const own = new SharedVector(block_->container);
+            release(std::exchange(block_, own));
+        }
+    }
+    /// True if no other wrapper reads this block.
+    bool isUnique() const noexcept { return block_->count.load() == 1; }
+
+    /// Marks that positions of the container are handed out, for the length of a scope.
+    class Lock {
+    public:
+        explicit Lock(COWWrapper const& wrapper) noexcept : wrapper_(wrapper) {
+            ++wrapper_.lockCount_;
+        }
+        ~Lock() { --wrapper_.lockCount_; }
+        Lock(Lock const&) = delete;
+        Lock& operator=(Lock const&) = delete;
+
+    private:
+        COWWrapper const& wrapper_;
+    };
+
+private:
+    struct SharedVector {
+        SharedVector() = default;
+        explicit SharedVector(C const& copied) : container(copied) {}
+
+        std::atomic<std::int32_t> count{1};
+        C container;
+    };
+
+    static void release(SharedVector* block) noexcept {
+        if (block->count.fetch_sub(1) <= 1) {
+            delete block;
+        }
+    }
+
+    static SharedVector* sharedEmpty() {
+        struct Owner {
+            SharedVector* block = new SharedVector;
+            ~Owner() { release(block); }
+        };
+        static Owner const owner;
+        return owner.block;
+    }
+
+    mutable SharedVector* block_;
+    mutable std::int32_t lockCount_ = 0;
+};
+
+template <class C>
+class COWWrapperContainer : public COWWrapper<C> {
+public:
+    std::size_t size() const noexcept { return this->read().size(); }
+    bool empty() const noexcept { return this->read().empty(); }
+};
+
+template <class C>
+class COWWrapperContainerSequential : public COWWrapperContainer<C> {
+public:
+    using value_type = typename C::value_type;
+
+    value_type const& operator[](std::size_t index) const noexcept { return this->read()[index]; }
+};
+
+} // namespace QOB::Performance

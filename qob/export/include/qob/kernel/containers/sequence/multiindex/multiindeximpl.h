@@ -1,0 +1,189 @@
+#pragma once
+
+#include "qob/kernel/containers/sequence/list/listqimpl.h"
+#include "qob/kernel/containers/sequence/multiindex/referencestorage.h"
+#include "qob/kernel/containers/sequence/sequencenames.h"
+#include "qob/kernel/containers/sequence/sequenceproxy.h"
+
+#include <boost/multi_index/identity_fwd.hpp>
+
+#include <memory>
+
+namespace QOB {
+
+using boost::multi_index::identity;
+
+namespace MultiIndexImplInternal {
+
+/// Distinct values in order of insertion: a second equal one is refused without a failure. A member
+/// of an object's state: it isn't freed by its count, and it ignores deviants. Holds no container
+/// until it gets its first element.
+template <class T, bool Unique, class Key>
+class MultiIndexImplForPrimitives : public Generic::SequenceIntf {
+    static_assert(Unique);
+    using Ref = Generic::Ref;
+    using IteratorIntf = Generic::IteratorIntf;
+    using IteratorPtr = Generic::IteratorPtr;
+    struct Container;
+
+public:
+    class Iterator;
+
+    MultiIndexImplForPrimitives() noexcept;
+    MultiIndexImplForPrimitives(MultiIndexImplForPrimitives const& other);
+    MultiIndexImplForPrimitives& operator=(MultiIndexImplForPrimitives const& other);
+    ~MultiIndexImplForPrimitives() override;
+
+    void incRef() const override {}
+    void decRef() const override {}
+    Ref generic_at(Deviant const&, int index) const override;
+    Ref generic_front(Deviant const&) const override;
+    Ref generic_back(Deviant const&) const override;
+    IteratorPtr generic_begin(Deviant const&) const override;
+    IteratorPtr generic_end(Deviant const&) const override;
+    void generic_clear(Deviant const&) override;
+    int generic_size(Deviant const&) const override;
+    bool generic_empty(Deviant const&) const override;
+    IteratorPtr generic_insert(Deviant const&, IteratorIntf const* position, Ref element) override;
+    void generic_insert(Deviant const&, int index, Ref element) override;
+    void generic_erase(Deviant const&, int index) override;
+    IteratorPtr
+    generic_erase(Deviant const&, IteratorIntf const* first, IteratorIntf const* last) override;
+    IteratorPtr generic_erase(Deviant const&, IteratorIntf const* position) override;
+    void generic_pop_back(Deviant const&) override;
+    void generic_pop_front(Deviant const&) override;
+    void generic_push_back(Deviant const&, Ref element) override;
+    void generic_push_front(Deviant const&, Ref element) override;
+    void generic_replace(Deviant const&, int index, Ref element) override;
+    bool generic_contains(Deviant const&, Ref element) const override;
+    int generic_removeAll(Deviant const&, Ref element) override;
+
+private:
+    Container& container();
+    int size() const noexcept;
+
+    std::unique_ptr<Container> container_;
+};
+
+/// Distinct objects in order of insertion, each counted once: the carrier of every sequence of
+/// references, whatever the class of its elements. An object is the same in every deviant.
+template <bool Unique, class Key>
+class MultiIndexImplForRefs;
+
+using ReferenceKey = identity<NSInterface::ClassObjectIntf const*>;
+
+template <>
+class QOB_EXPORT MultiIndexImplForRefs<true, ReferenceKey> : public Generic::SequenceIntf {
+    using Ref = Generic::Ref;
+    using IteratorIntf = Generic::IteratorIntf;
+    using IteratorPtr = Generic::IteratorPtr;
+
+public:
+    class Iterator;
+
+    /// The object that `data` of a Ref holds, if it is of the sequence's element class. Otherwise,
+    /// also for null, raises QOB::Exception.
+    using ElementCast = NSInterface::ClassObjectIntf* (*)(void* data);
+
+    ~MultiIndexImplForRefs() override;
+
+    /// The elements, for code that knows their class.
+    ReferenceStorage const& storage() const noexcept { return storage_; }
+    ReferenceStorage& storage() noexcept { return storage_; }
+
+    Ref generic_at(Deviant const& deviant, int index) const override;
+    Ref generic_front(Deviant const& deviant) const override;
+    Ref generic_back(Deviant const& deviant) const override;
+    IteratorPtr generic_begin(Deviant const&) const override;
+    IteratorPtr generic_end(Deviant const&) const override;
+    void generic_clear(Deviant const&) override;
+    int generic_size(Deviant const&) const override;
+    bool generic_empty(Deviant const&) const override;
+    IteratorPtr generic_insert(Deviant const&, IteratorIntf const* position, Ref element) override;
+    void generic_insert(Deviant const&, int index, Ref element) override;
+    void generic_erase(Deviant const&, int index) override;
+    IteratorPtr
+    generic_erase(Deviant const&, IteratorIntf const* first, IteratorIntf const* last) override;
+    IteratorPtr generic_erase(Deviant const&, IteratorIntf const* position) override;
+    void generic_pop_back(Deviant const&) override;
+    void generic_pop_front(Deviant const&) override;
+    void generic_push_back(Deviant const&, Ref element) override;
+    void generic_push_front(Deviant const&, Ref element) override;
+    /// If the new element stands elsewhere in the sequence, the sequence stays as it is and the
+    /// element at `index` loses one count.
+    void generic_replace(Deviant const&, int index, Ref element) override;
+    bool generic_contains(Deviant const&, Ref element) const override;
+    int generic_removeAll(Deviant const&, Ref element) override;
+    bool specialized_equal(Deviant const& deviant,
+                           SequenceIntf const* other,
+                           Deviant const& otherDeviant,
+                           bool& handled) const override;
+    bool specialized_assign(Deviant const& deviant,
+                            SequenceIntf const* other,
+                            Deviant const& otherDeviant,
+                            bool& handled) override;
+
+protected:
+    explicit MultiIndexImplForRefs(ElementCast elementCast) noexcept : elementCast_(elementCast) {}
+    MultiIndexImplForRefs(MultiIndexImplForRefs const& other);
+    MultiIndexImplForRefs& operator=(MultiIndexImplForRefs const& other);
+
+private:
+    int size() const noexcept { return static_cast<int>(storage_.size()); }
+
+    ReferenceStorage storage_;
+    ElementCast elementCast_;
+};
+
+/// Raises "null object while inserting into <name>".
+[[noreturn]] QOB_EXPORT void failNullElement(char const* sequenceName);
+
+template <class T>
+NSInterface::ClassObjectIntf* castElement(void* data) {
+    auto* const object = static_cast<NSInterface::ClassObjectIntf*>(data);
+    if (auto* const element = castObject<typename T::Interface>(object)) {
+        return castObject<NSInterface::ClassObjectIntf>(element);
+    }
+    failNullElement(SequenceNames<T>::names[0][0]);
+}
+
+extern template class QOB_EXPORT MultiIndexImplForPrimitives<Integer, true, identity<Integer>>;
+extern template class QOB_EXPORT MultiIndexImplForPrimitives<Real, true, identity<Real>>;
+extern template class QOB_EXPORT MultiIndexImplForPrimitives<String, true, identity<String>>;
+extern template class QOB_EXPORT
+    MultiIndexImplForPrimitives<ExternalToolInfo, true, identity<ExternalToolInfo>>;
+
+} // namespace MultiIndexImplInternal
+
+template <class T, bool Unique, class Key, class IsPrimitive>
+class MultiIndexImplBase;
+
+template <class T>
+class MultiIndexImplBase<T, true, identity<T>, TRUE_TYPE>
+    : public MultiIndexImplInternal::MultiIndexImplForPrimitives<T, true, identity<T>> {};
+
+template <class T>
+class MultiIndexImplBase<T, true, identity<T>, FALSE_TYPE>
+    : public MultiIndexImplInternal::MultiIndexImplForRefs<true,
+                                                           MultiIndexImplInternal::ReferenceKey> {
+    using Base =
+        MultiIndexImplInternal::MultiIndexImplForRefs<true, MultiIndexImplInternal::ReferenceKey>;
+
+protected:
+    MultiIndexImplBase() noexcept : Base(&MultiIndexImplInternal::castElement<T>) {}
+};
+
+/// The container of a unique multi-valued property, and what every object has many of. `T` is one
+/// of the value classes or a handle class with SequenceNames.
+template <class T, bool Unique = true, class Key = identity<T>>
+class MultiIndexImpl final
+    : public MultiIndexImplBase<T, Unique, Key, std::bool_constant<!Generic::ObjectElement<T>>> {
+public:
+    char const* generic_getLumvoName(bool immutableSequence,
+                                     bool immutableElements,
+                                     char const*) const override {
+        return SequenceNames<T>::names[immutableSequence ? 1 : 0][immutableElements ? 1 : 0];
+    }
+};
+
+} // namespace QOB

@@ -1,0 +1,260 @@
+#pragma once
+
+#include "qob/kernel/containers/sequence/forwardingsequence.h"
+#include "qob/kernel/containers/sequence/list/listqimpl.h"
+#include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
+#include "qob/kernel/containers/sequence/sequenceref.h"
+#include "qob/kernel/containers/sequence/views/combinedsequence.h"
+#include "qob/kernel/containers/sequence/views/filteredsequence.h"
+
+#include <cstddef>
+#include <initializer_list>
+#include <iterator>
+#include <type_traits>
+
+namespace QOB {
+
+/// A position in a sequence of `T`. Keeps the view that it came from, not the elements: it is
+/// invalid once the sequence is written. Gives its elements by value.
+template <class T>
+class SequenceIterator {
+public:
+    using iterator_concept = std::bidirectional_iterator_tag;
+    using iterator_category = std::input_iterator_tag;
+    using value_type = T;
+    using difference_type = std::ptrdiff_t;
+    using reference = T;
+
+    /// Keeps the element alive for the length of an expression.
+    class pointer {
+    public:
+        explicit pointer(T value) : value_(std::move(value)) {}
+        T const* operator->() const noexcept { return &value_; }
+
+    private:
+        T value_;
+    };
+
+    SequenceIterator() noexcept = default;
+    SequenceIterator(Generic::SequenceRef sequence, Generic::IteratorPtr position) noexcept
+        : sequence_(std::move(sequence)), position_(std::move(position)) {}
+    SequenceIterator(SequenceIterator const& other)
+        : sequence_(other.sequence_),
+          position_(other.position_ == nullptr ? nullptr : other.position_->generic_clone()) {}
+    SequenceIterator(SequenceIterator&&) noexcept = default;
+    SequenceIterator& operator=(SequenceIterator other) noexcept {
+        std::swap(sequence_, other.sequence_);
+        std::swap(position_, other.position_);
+        return *this;
+    }
+    ~SequenceIterator() = default;
+
+    T operator*() const {
+        return Generic::fromRef<T>(position_->generic_value(sequence_.getDeviant()));
+    }
+    pointer operator->() const { return pointer(**this); }
+    SequenceIterator& operator++() {
+        position_->generic_next(sequence_.getDeviant());
+        return *this;
+    }
+    SequenceIterator operator++(int) {
+        SequenceIterator old(*this);
+        ++*this;
+        return old;
+    }
+    SequenceIterator& operator--() {
+        position_->generic_prev(sequence_.getDeviant());
+        return *this;
+    }
+    SequenceIterator operator--(int) {
+        SequenceIterator old(*this);
+        --*this;
+        return old;
+    }
+    friend bool operator==(SequenceIterator const& a, SequenceIterator const& b) {
+        return a.position_ == nullptr || b.position_ == nullptr
+                   ? a.position_ == b.position_
+                   : a.position_->generic_sameAs(b.position_.get());
+    }
+
+    Generic::IteratorIntf const* getImplementation() const noexcept { return position_.get(); }
+
+private:
+    Generic::SequenceRef sequence_;
+    Generic::IteratorPtr position_;
+};
+
+namespace internal {
+
+/// `From` is a handle of the class of `To` or of one below it.
+template <class From, class To>
+concept WidensTo =
+    !std::is_same_v<From, To> && Generic::ObjectElement<From> && Generic::ObjectElement<To> &&
+    std::is_base_of_v<typename To::Interface, typename From::Interface>;
+
+template <class From>
+Generic::SequenceRef widened(Generic::SequenceRef const& sequence) {
+    using namespace filtered_sequence_internal;
+    sequence.access();
+    return {new GenericFilteredSequence(sequence.pointer(), GenericFilter::objects<From>()),
+            sequence.getDeviant()};
+}
+
+} // namespace internal
+
+/// A sequence of `T`, for reading: a counted sequence and the deviant in which to see it. A default
+/// one is null; every operation on it raises QOB::Exception. The same sequence seen in two deviants
+/// shows each its own state if it is a view.
+template <class T>
+class ImmutableSequence : public Generic::SequenceRef {
+public:
+    using value_type = T;
+    using iterator = SequenceIterator<T>;
+    using const_iterator = SequenceIterator<T>;
+    using size_type = int;
+    using difference_type = std::ptrdiff_t;
+
+    ImmutableSequence() noexcept = default;
+    ImmutableSequence(Generic::SequenceIntf* sequence, Deviant deviant)
+        : SequenceRef(sequence, deviant) {}
+    /// The elements must be of class `T`; an object of another class shows as an empty handle.
+    explicit ImmutableSequence(Generic::SequenceRef sequence) : SequenceRef(std::move(sequence)) {}
+    /// A sequence of a base class. Raises QOB::Exception for a null one.
+    template <class U>
+    requires internal::WidensTo<U, T> ImmutableSequence(ImmutableSequence<U> const& other)
+        : SequenceRef(internal::widened<U>(other)) {}
+
+    int size() const { return generic_size(); }
+    bool empty() const { return generic_empty(); }
+    /// Raises QOB::Exception unless 0 <= index < size().
+    T at(int index) const { return Generic::fromRef<T>(generic_at(index)); }
+    T operator[](int index) const { return at(index); }
+    /// Raise QOB::Exception on an empty sequence.
+    T front() const { return Generic::fromRef<T>(generic_front()); }
+    T back() const { return Generic::fromRef<T>(generic_back()); }
+    bool contains(T const& element) const { return generic_contains(Generic::toRef(element)); }
+
+    iterator begin() const { return {*this, generic_begin()}; }
+    iterator end() const { return {*this, generic_end()}; }
+};
+
+/// A sequence of `T`. Writes act in the handle's deviant; through a view they do all that belongs
+/// to a write of the property.
+template <class T>
+class Sequence : public ImmutableSequence<T> {
+public:
+    using iterator = typename ImmutableSequence<T>::iterator;
+
+    Sequence() noexcept = default;
+    Sequence(Generic::SequenceIntf* sequence, Deviant deviant)
+        : ImmutableSequence<T>(sequence, deviant) {}
+    /// As the constructor of ImmutableSequence.
+    explicit Sequence(Generic::SequenceRef sequence) : ImmutableSequence<T>(std::move(sequence)) {}
+    /// A sequence of a base class, for writing too. Raises QOB::Exception for a null one.
+    template <class U>
+    requires internal::WidensTo<U, T> Sequence(Sequence<U> const& other)
+        : ImmutableSequence<T>(internal::widened<U>(other)) {}
+
+    /// An element that a sequence of distinct elements has already stays where it is.
+    void push_back(T const& element) const { this->generic_push_back(Generic::toRef(element)); }
+    void push_front(T const& element) const { this->generic_push_front(Generic::toRef(element)); }
+    /// Before the element at `index`, which may be the size.
+    void insert(int index, T const& element) const {
+        this->generic_insert(index, Generic::toRef(element));
+    }
+    /// Before the position; the result stands at the element.
+    iterator insert(iterator const& position, T const& element) const {
+        return {*this, this->generic_insert(position.getImplementation(), Generic::toRef(element))};
+    }
+    void erase(int index) const { this->generic_erase(index); }
+    /// The results stand behind what was erased.
+    iterator erase(iterator const& position) const {
+        return {*this, this->generic_erase(position.getImplementation())};
+    }
+    iterator erase(iterator const& first, iterator const& last) const {
+        return {*this, this->generic_erase(first.getImplementation(), last.getImplementation())};
+    }
+    void pop_back() const { this->generic_pop_back(); }
+    void pop_front() const { this->generic_pop_front(); }
+    /// An object that stands elsewhere in the sequence already isn't put here: nothing happens.
+    void replace(int index, T const& element) const {
+        Generic::Ref ref = Generic::toRef(element);
+        if constexpr (Generic::ObjectElement<T>) {
+            if (this->generic_at(index).data == ref.data || this->generic_contains(ref)) {
+                return;
+            }
+        }
+        this->generic_replace(index, std::move(ref));
+    }
+    /// Erases every element that equals the given one; returns how many there were.
+    int removeAll(T const& element) const {
+        return this->generic_removeAll(Generic::toRef(element));
+    }
+    void clear() const { this->generic_clear(); }
+    /// Makes this sequence hold what the other one holds.
+    void assign(ImmutableSequence<T> const& other) const { this->generic_assign(other); }
+};
+
+namespace internal {
+
+template <class T>
+struct OwnContainer {
+    using type = ListQImpl<T>;
+};
+template <Generic::ObjectElement T>
+struct OwnContainer<T> {
+    using type = MultiIndexImpl<T>;
+};
+
+} // namespace internal
+
+/// A sequence on its own, owned by its handles: of values with repetitions, of distinct objects.
+/// Objects show in `deviant`.
+template <class T>
+Sequence<T> MakeSequence(Deviant deviant = {}, std::initializer_list<T> elements = {}) {
+    Sequence<T> result(new OwnedSequence<typename internal::OwnContainer<T>::type>, deviant);
+    for (T const& element : elements) {
+        result.push_back(element);
+    }
+    return result;
+}
+
+/// Builds the combination of several sequences as one of `T`, each part seen as one of `T`, in the
+/// order in which they are added:
+///
+///     return SequenceCombination<Element>(deviant,
+///     2).add(getComments(deviant)).add(getLiterals(deviant));
+template <class T>
+class SequenceCombination {
+    using GenericCombinedSequence = combined_sequence_internal::GenericCombinedSequence;
+
+public:
+    SequenceCombination(Deviant deviant, unsigned parts)
+        : combined_(new GenericCombinedSequence), deviant_(deviant) {
+        combined_->reserve(parts);
+    }
+
+    /// Raises QOB::Exception for a null part.
+    template <class U>
+    SequenceCombination& add(Sequence<U> const& part) {
+        combined_->append(internal::widened<U>(part).pointer());
+        return *this;
+    }
+
+    operator Sequence<T>() const { return {combined_.get(), deviant_}; }
+
+private:
+    Generic::SmartPtr<GenericCombinedSequence, Generic::ReferenceCounted> combined_;
+    Deviant deviant_;
+};
+
+/// The sequence with each value boxed, for code that knows no value classes. Writes go through.
+template <class Value>
+Generic::SequenceRef asObjects(Sequence<Value> const& sequence) {
+    using namespace filtered_sequence_internal;
+    sequence.access();
+    return {new GenericFilteredSequence(sequence.pointer(), GenericFilter::boxes<Value>()),
+            sequence.getDeviant()};
+}
+
+} // namespace QOB

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "qob/kernel/containers/sequence/iteratorintf.h"
+#include "qob/kernel/containers/sequence/ref.h"
+#include "qob/qob/assert.h"
+#include "qob/qob/export.h"
+#include "qob/qob/referencecounting.h"
+
+namespace QOB {
+namespace Generic {
+
+/// A sequence whose element type isn't known: a container, or a view of one. Each operation names
+/// the deviant in which it acts; containers ignore it, views show each deviant its own state.
+///
+/// Failures raise QOB::Exception before anything has changed: a negative index, an index that is
+/// too large, the first or last of an empty sequence. The order of the virtual operations is fixed.
+class QOB_EXPORT SequenceIntf : public ReferenceCountingIntf {
+public:
+    ~SequenceIntf() override;
+
+    virtual Ref generic_at(Deviant const& deviant, int index) const = 0;
+    virtual Ref generic_front(Deviant const& deviant) const = 0;
+    virtual Ref generic_back(Deviant const& deviant) const = 0;
+    virtual IteratorPtr generic_begin(Deviant const& deviant) const = 0;
+    virtual IteratorPtr generic_end(Deviant const& deviant) const = 0;
+    virtual void generic_clear(Deviant const& deviant) = 0;
+    virtual int generic_size(Deviant const& deviant) const = 0;
+    virtual bool generic_empty(Deviant const& deviant) const;
+
+    /// Before the position. The result stands at the inserted element; in a sequence of distinct
+    /// elements that has it already, at the one that is there.
+    virtual IteratorPtr
+    generic_insert(Deviant const& deviant, IteratorIntf const* position, Ref element) = 0;
+    /// Before the element at `index`, which may be the size.
+    virtual void generic_insert(Deviant const& deviant, int index, Ref element) = 0;
+    virtual void generic_erase(Deviant const& deviant, int index) = 0;
+    /// The result stands behind what was erased.
+    virtual IteratorPtr
+    generic_erase(Deviant const& deviant, IteratorIntf const* first, IteratorIntf const* last) = 0;
+    virtual IteratorPtr generic_erase(Deviant const& deviant, IteratorIntf const* position) = 0;
+    virtual void generic_pop_back(Deviant const& deviant) = 0;
+    virtual void generic_pop_front(Deviant const& deviant) = 0;
+    virtual void generic_push_back(Deviant const& deviant, Ref element) = 0;
+    virtual void generic_push_front(Deviant const& deviant, Ref element) = 0;
+    virtual void generic_replace(Deviant const& deviant, int index, Ref element) = 0;
+    virtual bool generic_contains(Deviant const& deviant, Ref element) const = 0;
+    /// The dotted type name of the sequence, immutable itself or with immutable elements; the
+    /// fallback if it has no names.
+    virtual char const* generic_getLumvoName(bool immutableSequence,
+                                             bool immutableElements,
+                                             char const* fallback) const = 0;
+    /// Erases every element that equals the given one; returns how many there were.
+    virtual int generic_removeAll(Deviant const& deviant, Ref element);
+
+    /// For sequences that compare or copy their own kind in a better way: they set `handled`.
+    virtual bool specialized_equal(Deviant const& deviant,
+                                   SequenceIntf const* other,
+                                   Deviant const& otherDeviant,
+                                   bool& handled) const;
+    virtual bool specialized_assign(Deviant const& deviant,
+                                    SequenceIntf const* other,
+                                    Deviant const& otherDeviant,
+                                    bool& handled);
+
+    /// Makes this sequence, in `deviant`, hold what the other holds in its deviant. The two may
+    /// show the same elements. Nothing is written if they are equal already.
+    void
+    generic_assign(Deviant const& deviant, SequenceIntf const* other, Deviant const& otherDeviant);
+    /// Equal elements in the same order; objects are equal if they are the same.
+    bool generic_equal(Deviant const& deviant,
+                       SequenceIntf const* other,
+                       Deviant const& otherDeviant) const;
+
+protected:
+    SequenceIntf() = default;
+    SequenceIntf(SequenceIntf const&) = default;
+    SequenceIntf& operator=(SequenceIntf const&) = default;
+};
+
+} // namespace Generic
+
+namespace internal {
+
+inline void checkElementIndex(int index, int size) {
+    QOB_REQUIRE(index >= 0, "sequence index must be positive");
+    QOB_REQUIRE(index < size, "sequence index out of bounds");
+}
+inline void checkInsertIndex(int index, int size) {
+    QOB_REQUIRE(index >= 0, "sequence index must be positive");
+    QOB_REQUIRE(index <= size, "sequence index out of bounds");
+}
+inline void checkNotEmpty(bool empty) {
+    QOB_REQUIRE(!empty, "sequence is empty");
+}
+
+} // namespace internal
+} // namespace QOB

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "qob/kernel/containers/sequence/iteratorintf.h"
+#include "qob/kernel/containers/sequence/sequenceintf.h"
+
+namespace QOB {
+
+/// An iterator that its count frees. Base of every iterator class.
+class QOB_EXPORT IteratorProxy : public Generic::IteratorIntf {
+public:
+    void incRef() const override;
+    void decRef() const override;
+    int numRef() const override;
+
+protected:
+    IteratorProxy() = default;
+    IteratorProxy(IteratorProxy const&) = default;
+};
+
+/// A sequence that its count frees. Base of every view.
+class QOB_EXPORT SequenceProxy : public Generic::SequenceIntf {
+public:
+    SequenceProxy(SequenceProxy const&) = delete;
+    SequenceProxy& operator=(SequenceProxy const&) = delete;
+
+    void incRef() const override;
+    void decRef() const override;
+    int numRef() const override;
+
+protected:
+    SequenceProxy() = default;
+};
+
+} // namespace QOB

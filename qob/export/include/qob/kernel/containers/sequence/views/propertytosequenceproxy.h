@@ -1,0 +1,70 @@
+#pragma once
+
+#include "qob/kernel/containers/sequence/sequenceproxy.h"
+#include "qob/qob/object.h"
+#include "qob/qob/reflection.h"
+
+namespace QOB {
+
+/// A single-valued property whose value is an object, as a sequence of no or one element. Inserting
+/// sets the value, erasing removes it. A value that doesn't exist in the deviant is none.
+class QOB_EXPORT GenericPropertyToSequenceProxy final : public SequenceProxy {
+    using Ref = Generic::Ref;
+    using IteratorIntf = Generic::IteratorIntf;
+    using IteratorPtr = Generic::IteratorPtr;
+
+public:
+    /// Which end a write keeps: with OneEnd the property alone changes, which is what a view for
+    /// both ends is put around; with BothEnds the property's own upkeep runs.
+    enum Ends : int { OneEnd = 0, BothEnds = 1 };
+
+    /// The view counts its object.
+    GenericPropertyToSequenceProxy(ImmutableClassObject const& object,
+                                   IntrospectiveMethods const* methods,
+                                   unsigned propertyId,
+                                   int ends);
+    ~GenericPropertyToSequenceProxy() override;
+
+    Ref generic_at(Deviant const& deviant, int index) const override;
+    Ref generic_front(Deviant const& deviant) const override;
+    Ref generic_back(Deviant const& deviant) const override;
+    IteratorPtr generic_begin(Deviant const& deviant) const override;
+    IteratorPtr generic_end(Deviant const& deviant) const override;
+    void generic_clear(Deviant const& deviant) override;
+    int generic_size(Deviant const& deviant) const override;
+    bool generic_empty(Deviant const& deviant) const override;
+    IteratorPtr
+    generic_insert(Deviant const& deviant, IteratorIntf const* position, Ref element) override;
+    void generic_insert(Deviant const& deviant, int index, Ref element) override;
+    void generic_erase(Deviant const& deviant, int index) override;
+    IteratorPtr generic_erase(Deviant const& deviant,
+                              IteratorIntf const* first,
+                              IteratorIntf const* last) override;
+    IteratorPtr generic_erase(Deviant const& deviant, IteratorIntf const* position) override;
+    void generic_pop_back(Deviant const& deviant) override;
+    void generic_pop_front(Deviant const& deviant) override;
+    void generic_push_back(Deviant const& deviant, Ref element) override;
+    void generic_push_front(Deviant const& deviant, Ref element) override;
+    void generic_replace(Deviant const& deviant, int index, Ref element) override;
+    bool generic_contains(Deviant const& deviant, Ref element) const override;
+    char const* generic_getLumvoName(bool immutableSequence,
+                                     bool immutableElements,
+                                     char const* fallback) const override;
+    int generic_removeAll(Deviant const& deviant, Ref element) override;
+
+private:
+    class Iterator;
+
+    /// The value; empty if there is none.
+    ClassObject value(Deviant const& deviant) const;
+    void set(Deviant const& deviant, Ref const& element);
+    void remove(Deviant const& deviant);
+    NSInterface::ObjectIntf* object() const noexcept;
+
+    ImmutableClassObject object_;
+    IntrospectiveMethods const* methods_;
+    unsigned propertyId_;
+    int ends_;
+};
+
+} // namespace QOB

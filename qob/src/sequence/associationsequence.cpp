@@ -1,0 +1,172 @@
+#include "qob/kernel/containers/sequence/views/associationsequence.h"
+
+#include "qob/qob/nsinterface/classobjectintf.h"
+
+#include <vector>
+
+namespace QOB {
+
+using Generic::IteratorIntf;
+using Generic::IteratorPtr;
+using Generic::objectOf;
+using Generic::Ref;
+using Generic::sameElement;
+
+GenericAssociationSequence::GenericAssociationSequence(Object const& owner,
+                                                       Generic::SequencePtr const& inner,
+                                                       IntrospectiveMethods const* methods,
+                                                       unsigned oppositeId,
+                                                       bool oppositeIsSingle)
+    : owner_(owner),
+      inner_(inner),
+      methods_(methods),
+      oppositeId_(oppositeId),
+      oppositeIsSingle_(oppositeIsSingle) {
+}
+
+GenericAssociationSequence::~GenericAssociationSequence() = default;
+
+bool GenericAssociationSequence::isNew(Deviant const& deviant, Ref const& element) const {
+    QOB_REQUIRE(!deviant.isInDifferentModel(element.deviant, methods_, oppositeId_),
+                "Cross-model bi-directional associations are currently disallowed!");
+    return !inner_->generic_contains(deviant, element);
+}
+
+void GenericAssociationSequence::link(Deviant const& deviant, Ref const& element) {
+    Object const owner(owner_.get(), deviant);
+    if (oppositeIsSingle_) {
+        methods_->setOnlySingleValued(objectOf(element), deviant, oppositeId_, owner);
+    } else {
+        methods_->getOnlyMultiValued(objectOf(element), deviant, oppositeId_, false)
+            .generic_push_back(Generic::toRef(ClassObject(owner)));
+    }
+}
+
+void GenericAssociationSequence::linkOrTakeOut(Deviant const& deviant, Ref const& element) {
+    try {
+        link(deviant, element);
+    } catch (...) {
+        inner_->generic_removeAll(deviant, element);
+        throw;
+    }
+}
+
+void GenericAssociationSequence::unlink(Deviant const& deviant, Ref const& element) {
+    if (!objectOf(element)->deviant_isValid(deviant)) {
+        return; // gone in this deviant, and its own end with it
+    }
+    Object const owner(owner_.get(), deviant);
+    if (!oppositeIsSingle_) {
+        methods_->getOnlyMultiValued(objectOf(element), deviant, oppositeId_, false)
+            .generic_removeAll(Generic::toRef(ClassObject(owner)));
+    } else if (methods_->getSingleValued(objectOf(element), deviant, oppositeId_) == owner) {
+        methods_->removeOnlySingleValued(objectOf(element), deviant, oppositeId_);
+    }
+}
+
+void GenericAssociationSequence::generic_clear(Deviant const& deviant) {
+    std::vector<Ref> elements;
+    IteratorPtr const position = inner_->generic_begin(deviant);
+    for (int rest = inner_->generic_size(deviant); rest != 0; --rest) {
+        elements.push_back(position->generic_value(deviant));
+        position->generic_next(deviant);
+    }
+    inner_->generic_clear(deviant);
+    for (Ref const& element : elements) {
+        unlink(deviant, element);
+    }
+}
+
+IteratorPtr GenericAssociationSequence::generic_insert(Deviant const& deviant,
+                                                       IteratorIntf const* position,
+                                                       Ref element) {
+    bool const changes = isNew(deviant, element);
+    IteratorPtr result = inner_->generic_insert(deviant, position, element);
+    if (changes) {
+        linkOrTakeOut(deviant, element);
+    }
+    return result;
+}
+
+void GenericAssociationSequence::generic_insert(Deviant const& deviant, int index, Ref element) {
+    internal::checkInsertIndex(index, inner_->generic_size(deviant));
+    if (isNew(deviant, element)) {
+        inner_->generic_insert(deviant, index, element);
+        linkOrTakeOut(deviant, element);
+    }
+}
+
+void GenericAssociationSequence::generic_erase(Deviant const& deviant, int index) {
+    Ref const element = inner_->generic_at(deviant, index);
+    inner_->generic_erase(deviant, index);
+    unlink(deviant, element);
+}
+
+IteratorPtr GenericAssociationSequence::generic_erase(Deviant const& deviant,
+                                                      IteratorIntf const* first,
+                                                      IteratorIntf const* last) {
+    std::vector<Ref> elements;
+    for (IteratorPtr const position = first->generic_clone(); !position->generic_sameAs(last);
+         position->generic_next(deviant)) {
+        elements.push_back(position->generic_value(deviant));
+    }
+    IteratorPtr result = inner_->generic_erase(deviant, first, last);
+    for (Ref const& element : elements) {
+        unlink(deviant, element);
+    }
+    return result;
+}
+
+IteratorPtr GenericAssociationSequence::generic_erase(Deviant const& deviant,
+                                                      IteratorIntf const* position) {
+    Ref const element = position->generic_value(deviant);
+    IteratorPtr result = inner_->generic_erase(deviant, position);
+    unlink(deviant, element);
+    return result;
+}
+
+void GenericAssociationSequence::generic_pop_back(Deviant const& deviant) {
+    Ref const element = inner_->generic_back(deviant);
+    inner_->generic_pop_back(deviant);
+    unlink(deviant, element);
+}
+
+void GenericAssociationSequence::generic_pop_front(Deviant const& deviant) {
+    Ref const element = inner_->generic_front(deviant);
+    inner_->generic_pop_front(deviant);
+    unlink(deviant, element);
+}
+
+void GenericAssociationSequence::generic_push_back(Deviant const& deviant, Ref element) {
+    if (isNew(deviant, element)) {
+        inner_->generic_push_back(deviant, element);
+        linkOrTakeOut(deviant, element);
+    }
+}
+
+void GenericAssociationSequence::generic_push_front(Deviant const& deviant, Ref element) {
+    if (isNew(deviant, element)) {
+        inner_->generic_push_front(deviant, element);
+        linkOrTakeOut(deviant, element);
+    }
+}
+
+void GenericAssociationSequence::generic_replace(Deviant const& deviant, int index, Ref element) {
+    Ref const old = inner_->generic_at(deviant, index);
+    bool const changes = isNew(deviant, element);
+    inner_->generic_replace(deviant, index, element);
+    if (changes) {
+        unlink(deviant, old);
+        link(deviant, element);
+    }
+}
+
+int GenericAssociationSequence::generic_removeAll(Deviant const& deviant, Ref element) {
+    int const removed = inner_->generic_removeAll(deviant, element);
+    if (removed != 0) {
+        unlink(deviant, element);
+    }
+    return removed;
+}
+
+} // namespace QOB

@@ -1,0 +1,189 @@
+#include "qob/kernel/containers/sequence/views/propertytosequenceproxy.h"
+
+#include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
+
+namespace QOB {
+
+using Generic::IteratorIntf;
+using Generic::IteratorPtr;
+using Generic::Ref;
+
+/// 0 at the value, 1 behind it; without a value both ends of the sequence are 0.
+class GenericPropertyToSequenceProxy::Iterator final : public IteratorProxy {
+public:
+    Iterator(GenericPropertyToSequenceProxy const& property, int position) noexcept
+        : property_(&property), position_(position) {}
+
+    static int positionOf(IteratorIntf const* iterator) {
+        return static_cast<Iterator const*>(iterator)->position_;
+    }
+
+    Ref generic_value(Deviant const& deviant) const override {
+        return property_->generic_at(deviant, position_);
+    }
+    void generic_next(Deviant const&) override { ++position_; }
+    void generic_prev(Deviant const&) override { --position_; }
+    IteratorPtr generic_clone() const override {
+        return std::make_unique<Iterator>(*property_, position_);
+    }
+    bool generic_sameAs(IteratorIntf const* other) const override {
+        auto const* const same = dynamic_cast<Iterator const*>(other);
+        return same != nullptr && same->position_ == position_;
+    }
+
+private:
+    GenericPropertyToSequenceProxy const* property_;
+    int position_;
+};
+
+GenericPropertyToSequenceProxy::GenericPropertyToSequenceProxy(ImmutableClassObject const& object,
+                                                               IntrospectiveMethods const* methods,
+                                                               unsigned propertyId,
+                                                               int ends)
+    : object_(object), methods_(methods), propertyId_(propertyId), ends_(ends) {
+}
+
+GenericPropertyToSequenceProxy::~GenericPropertyToSequenceProxy() = default;
+
+NSInterface::ObjectIntf* GenericPropertyToSequenceProxy::object() const noexcept {
+    return const_cast<NSInterface::ClassObjectIntf*>(object_.get());
+}
+
+ClassObject GenericPropertyToSequenceProxy::value(Deviant const& deviant) const {
+    if (!methods_->hasSingleValued(object(), deviant, propertyId_)) {
+        return {};
+    }
+    ClassObject const result(methods_->getSingleValued(object(), deviant, propertyId_));
+    return result.isValid() ? result : ClassObject();
+}
+
+void GenericPropertyToSequenceProxy::set(Deviant const& deviant, Ref const& element) {
+    if (element.data == nullptr) {
+        MultiIndexImplInternal::failNullElement(SequenceNames<ClassObject>::names[0][0]);
+    }
+    auto const function =
+        ends_ == OneEnd ? methods_->setOnlySingleValued : methods_->setSingleValued;
+    function(object(), deviant, propertyId_, Object(Generic::objectOf(element), element.deviant));
+}
+
+void GenericPropertyToSequenceProxy::remove(Deviant const& deviant) {
+    auto const function =
+        ends_ == OneEnd ? methods_->removeOnlySingleValued : methods_->removeSingleValued;
+    function(object(), deviant, propertyId_);
+}
+
+Ref GenericPropertyToSequenceProxy::generic_at(Deviant const& deviant, int index) const {
+    ClassObject const element = value(deviant);
+    internal::checkElementIndex(index, element.get() == nullptr ? 0 : 1);
+    return Generic::toRef(element);
+}
+
+Ref GenericPropertyToSequenceProxy::generic_front(Deviant const& deviant) const {
+    ClassObject const element = value(deviant);
+    internal::checkNotEmpty(element.get() == nullptr);
+    return Generic::toRef(element);
+}
+
+Ref GenericPropertyToSequenceProxy::generic_back(Deviant const& deviant) const {
+    return generic_front(deviant);
+}
+
+IteratorPtr GenericPropertyToSequenceProxy::generic_begin(Deviant const&) const {
+    return std::make_unique<Iterator>(*this, 0);
+}
+
+IteratorPtr GenericPropertyToSequenceProxy::generic_end(Deviant const& deviant) const {
+    return std::make_unique<Iterator>(*this, generic_size(deviant));
+}
+
+void GenericPropertyToSequenceProxy::generic_clear(Deviant const& deviant) {
+    if (!generic_empty(deviant)) {
+        remove(deviant);
+    }
+}
+
+int GenericPropertyToSequenceProxy::generic_size(Deviant const& deviant) const {
+    return value(deviant).get() == nullptr ? 0 : 1;
+}
+
+bool GenericPropertyToSequenceProxy::generic_empty(Deviant const& deviant) const {
+    return value(deviant).get() == nullptr;
+}
+
+IteratorPtr GenericPropertyToSequenceProxy::generic_insert(Deviant const& deviant,
+                                                           IteratorIntf const*,
+                                                           Ref element) {
+    set(deviant, element);
+    return generic_begin(deviant);
+}
+
+void GenericPropertyToSequenceProxy::generic_insert(Deviant const& deviant,
+                                                    int index,
+                                                    Ref element) {
+    internal::checkInsertIndex(index, generic_size(deviant));
+    set(deviant, element);
+}
+
+void GenericPropertyToSequenceProxy::generic_erase(Deviant const& deviant, int index) {
+    internal::checkElementIndex(index, generic_size(deviant));
+    remove(deviant);
+}
+
+IteratorPtr GenericPropertyToSequenceProxy::generic_erase(Deviant const& deviant,
+                                                          IteratorIntf const* first,
+                                                          IteratorIntf const* last) {
+    if (Iterator::positionOf(first) == Iterator::positionOf(last)) {
+        return first->generic_clone();
+    }
+    remove(deviant);
+    return generic_end(deviant);
+}
+
+IteratorPtr GenericPropertyToSequenceProxy::generic_erase(Deviant const& deviant,
+                                                          IteratorIntf const* position) {
+    generic_erase(deviant, Iterator::positionOf(position));
+    return generic_end(deviant);
+}
+
+void GenericPropertyToSequenceProxy::generic_pop_back(Deviant const& deviant) {
+    internal::checkNotEmpty(generic_empty(deviant));
+    remove(deviant);
+}
+
+void GenericPropertyToSequenceProxy::generic_pop_front(Deviant const& deviant) {
+    generic_pop_back(deviant);
+}
+
+void GenericPropertyToSequenceProxy::generic_push_back(Deviant const& deviant, Ref element) {
+    set(deviant, element);
+}
+
+void GenericPropertyToSequenceProxy::generic_push_front(Deviant const& deviant, Ref element) {
+    set(deviant, element);
+}
+
+void GenericPropertyToSequenceProxy::generic_replace(Deviant const& deviant,
+                                                     int index,
+                                                     Ref element) {
+    internal::checkElementIndex(index, generic_size(deviant));
+    set(deviant, element);
+}
+
+bool GenericPropertyToSequenceProxy::generic_contains(Deviant const& deviant, Ref element) const {
+    return element.data != nullptr && value(deviant).get() == element.data;
+}
+
+char const*
+GenericPropertyToSequenceProxy::generic_getLumvoName(bool, bool, char const* fallback) const {
+    return fallback;
+}
+
+int GenericPropertyToSequenceProxy::generic_removeAll(Deviant const& deviant, Ref element) {
+    if (!generic_contains(deviant, std::move(element))) {
+        return 0;
+    }
+    remove(deviant);
+    return 1;
+}
+
+} // namespace QOB

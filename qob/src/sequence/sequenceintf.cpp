@@ -1,0 +1,135 @@
+#include "qob/kernel/containers/sequence/sequenceintf.h"
+
+#include "qob/kernel/containers/sequence/sequenceproxy.h"
+
+#include <vector>
+
+namespace QOB {
+namespace Generic {
+
+IteratorIntf::~IteratorIntf() = default;
+SequenceIntf::~SequenceIntf() = default;
+
+bool SequenceIntf::generic_empty(Deviant const& deviant) const {
+    return generic_size(deviant) == 0;
+}
+
+int SequenceIntf::generic_removeAll(Deviant const& deviant, Ref element) {
+    int removed = 0;
+    IteratorPtr position = generic_begin(deviant);
+    while (!position->generic_sameAs(generic_end(deviant).get())) {
+        if (sameElement(position->generic_value(deviant), element)) {
+            position = generic_erase(deviant, position.get());
+            ++removed;
+        } else {
+            position->generic_next(deviant);
+        }
+    }
+    return removed;
+}
+
+bool SequenceIntf::specialized_equal(Deviant const&,
+                                     SequenceIntf const*,
+                                     Deviant const&,
+                                     bool&) const {
+    return false;
+}
+
+bool SequenceIntf::specialized_assign(Deviant const&, SequenceIntf const*, Deviant const&, bool&) {
+    return false;
+}
+
+bool SequenceIntf::generic_equal(Deviant const& deviant,
+                                 SequenceIntf const* other,
+                                 Deviant const& otherDeviant) const {
+    bool handled = false;
+    bool const result = specialized_equal(deviant, other, otherDeviant, handled);
+    if (handled) {
+        return result;
+    }
+    int const size = generic_size(deviant);
+    if (other == nullptr || other->generic_size(otherDeviant) != size) {
+        return false;
+    }
+    IteratorPtr const here = generic_begin(deviant);
+    IteratorPtr const there = other->generic_begin(otherDeviant);
+    for (int i = 0; i < size; ++i) {
+        if (!sameElement(here->generic_value(deviant), there->generic_value(otherDeviant))) {
+            return false;
+        }
+        here->generic_next(deviant);
+        there->generic_next(otherDeviant);
+    }
+    return true;
+}
+
+void SequenceIntf::generic_assign(Deviant const& deviant,
+                                  SequenceIntf const* other,
+                                  Deviant const& otherDeviant) {
+    bool handled = false;
+    specialized_assign(deviant, other, otherDeviant, handled);
+    if (handled || generic_equal(deviant, other, otherDeviant)) {
+        return;
+    }
+    QOB_REQUIRE(other != nullptr, "A null sequence can't be assigned from.");
+    // Taken first: what is cleared may be what the other one shows.
+    int const size = other->generic_size(otherDeviant);
+    std::vector<Ref> elements;
+    elements.reserve(static_cast<std::size_t>(size));
+    IteratorPtr const position = other->generic_begin(otherDeviant);
+    for (int i = 0; i < size; ++i) {
+        elements.push_back(position->generic_value(otherDeviant));
+        position->generic_next(otherDeviant);
+    }
+    generic_clear(deviant);
+    for (Ref& element : elements) {
+        generic_push_back(deviant, std::move(element));
+    }
+}
+
+} // namespace Generic
+
+namespace {
+
+constexpr char const* NoMessage =
+    "Internal assertion without a message detected! Please fix me asap";
+
+void raiseCount(int& count) {
+    QOB_REQUIRE(count >= 0, NoMessage);
+    ++count;
+}
+
+/// True if the last reference went.
+bool lowerCount(int& count) {
+    --count;
+    QOB_REQUIRE(count >= 0, NoMessage);
+    return count == 0;
+}
+
+} // namespace
+
+void IteratorProxy::incRef() const {
+    raiseCount(referenceCount_);
+}
+void IteratorProxy::decRef() const {
+    if (lowerCount(referenceCount_)) {
+        delete this;
+    }
+}
+int IteratorProxy::numRef() const {
+    return referenceCount_;
+}
+
+void SequenceProxy::incRef() const {
+    raiseCount(referenceCount_);
+}
+void SequenceProxy::decRef() const {
+    if (lowerCount(referenceCount_)) {
+        delete this;
+    }
+}
+int SequenceProxy::numRef() const {
+    return referenceCount_;
+}
+
+} // namespace QOB
