@@ -81,5 +81,8 @@ internal::MethodInfo ValueObjectIntf::getVisitMethod(internal::MethodTable const
 void* ValueObjectIntf::cast(internal::ClassInfo const& info) const {
     return internal::castTo(this, info);
 }
+void const* ValueObjectIntf::findValue(std::type_info const&) const noexcept {
+    return nullptr;
+}
 
 } // namespace QOB::NSInterface

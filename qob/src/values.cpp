@@ -3,7 +3,9 @@
 #include "qob/qob/integer.h"
 #include "qob/qob/real.h"
 #include "qob/qob/string.h"
+#include "qob/qob/util/utf8.h"
 #include "tessel/encoding.h"
+#include "valuetext.h"
 
 #include <array>
 #include <charconv>
@@ -64,6 +66,10 @@ String::operator std::wstring() const {
     }
 }
 
+std::wstring util::UTF8ToUString(char const* text) {
+    return String(text);
+}
+
 std::string String::getTypeName() {
     return "QOB.String";
 }
@@ -80,25 +86,28 @@ unsigned hash_value(String const& text) noexcept {
 
 namespace {
 
-[[noreturn]] void failNoNumber(String const& text, char const* what) {
-    std::string const quoted(text.view());
-    QOB_FAIL("The text \"%s\" is not %s.", quoted.c_str(), what);
-    throw Exception(quoted); // not reached
-}
-
-/// Reads a whole text as a number; the empty text is the invalid value.
 template <class Value, class Number>
-Value readNumber(String const& text, char const* what) {
-    std::string_view const view = text.view();
-    if (view.empty()) {
-        return Value();
+bool readNumber(std::string_view text, Value& value) {
+    if (text.empty()) {
+        value = Value();
+        return true;
     }
     Number number{};
-    auto const [end, error] = std::from_chars(view.data(), view.data() + view.size(), number);
-    if (error != std::errc() || end != view.data() + view.size() || !Value(number).isValid()) {
-        failNoNumber(text, what);
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || !Value(number).isValid()) {
+        return false;
     }
-    return Value(number);
+    value = Value(number);
+    return true;
+}
+
+template <class Value>
+Value readWhole(String const& text) {
+    Value value;
+    if (!internal::readText(text.view(), value)) {
+        QOB_FAIL("%s", internal::refusal<Value>(text.view()).c_str());
+    }
+    return value;
 }
 
 template <class Number>
@@ -110,12 +119,19 @@ String writeNumber(Number number) {
 
 } // namespace
 
+bool internal::readText(std::string_view text, Integer& value) {
+    return readNumber<Integer, int>(text, value);
+}
+char const* internal::expectedText(Integer const&) {
+    return "a whole number of 32 bits";
+}
+
 String Integer::toString() const {
     return isValid() ? writeNumber(value_) : String("");
 }
 
 Integer Integer::fromString(String const& text) {
-    return readNumber<Integer, int>(text, "a whole number of 32 bits");
+    return readWhole<Integer>(text);
 }
 
 std::string Integer::getTypeName() {
@@ -126,15 +142,22 @@ std::ostream& operator<<(std::ostream& out, Integer const& value) {
     return out << value.toString();
 }
 
+bool internal::readText(std::string_view text, Real& value) {
+    return readNumber<Real, double>(text, value);
+}
+char const* internal::expectedText(Real const&) {
+    return "a number in the range of a double";
+}
+
 String Real::toString() const {
     if (!isValid()) {
-        return String("");
+        return "";
     }
     return std::isnan(value_) ? String("nan") : writeNumber(value_);
 }
 
 Real Real::fromString(String const& text) {
-    return readNumber<Real, double>(text, "a number in the range of a double");
+    return readWhole<Real>(text);
 }
 
 std::string Real::getTypeName() {
@@ -156,19 +179,23 @@ unsigned hash_value(Real const& value) noexcept {
 
 // Truth ----------------------------------------------------------------------------------------
 
+bool internal::readText(std::string_view text, Boolean& value) {
+    if (!text.empty() && text != "true" && text != "false") {
+        return false;
+    }
+    value = text.empty() ? Boolean() : Boolean(text == "true");
+    return true;
+}
+char const* internal::expectedText(Boolean const&) {
+    return R"("true" or "false")";
+}
+
 String Boolean::toString() const {
     return valid_ ? String(value_ ? "true" : "false") : String("");
 }
 
 Boolean Boolean::fromString(String const& text) {
-    std::string_view const view = text.view();
-    if (view.empty()) {
-        return {};
-    }
-    if (view != "true" && view != "false") {
-        failNoNumber(text, "\"true\" or \"false\"");
-    }
-    return view == "true";
+    return readWhole<Boolean>(text);
 }
 
 std::string Boolean::getTypeName() {

@@ -88,6 +88,10 @@ inline void retain(ReferenceCountingIntf const* object) {
     }
 }
 
+/// The decRef of a class that is deleted with its last reference. Raises, and changes nothing, if
+/// there is none.
+QOB_EXPORT void releaseCounted(int& count, ReferenceCountingIntf const* object);
+
 /// The last decrement goes through the virtual operation, which decides what it means.
 inline void release(ReferenceCountingIntf const* object) {
     if (object->countsInPlace_ && object->referenceCount_ > 1) {

@@ -8,8 +8,7 @@
 namespace QOB {
 
 namespace internal {
-/// Counting and checks that don't depend on the class.
-QOB_EXPORT void releaseCounted(int& count, ReferenceCountingIntf const* object);
+/// Checks that don't depend on the class.
 [[noreturn]] QOB_EXPORT void failNoRootDeviant(char const* implementationName);
 
 /// Second phase of destruction: ends what the object contains, takes it out of its container (told

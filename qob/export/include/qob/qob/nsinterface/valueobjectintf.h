@@ -4,6 +4,7 @@
 #include "tessel/any.h"
 
 #include <string>
+#include <typeinfo>
 
 namespace QOB::NSInterface {
 
@@ -22,6 +23,9 @@ public:
     virtual void getValue(Tessel::any& value) const = 0;
     /// The dotted name of the value's data type.
     virtual std::string getValueTypeName() const = 0;
+    /// The value's address if it has exactly the given type, otherwise null. Owned by the object.
+    /// Null in a class that doesn't hold its value as such; getValue serves them all.
+    virtual void const* findValue(std::type_info const& type) const noexcept;
 };
 
 } // namespace QOB::NSInterface

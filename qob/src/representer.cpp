@@ -1,0 +1,49 @@
+#include "qob/qob/assert.h"
+#include "qob/qob/serializer/datatypestringrepresenter.h"
+
+namespace QOB::Serializer {
+
+namespace {
+constexpr wchar_t Separator = L'|';
+constexpr wchar_t Escape = L'\\';
+} // namespace
+
+std::wstring
+DatatypeStringRepresenter::combineStrings(std::vector<std::wstring> const& parts) const {
+    std::wstring text;
+    for (bool first = true; std::wstring const& part : parts) {
+        if (!first) {
+            text += Separator;
+        }
+        first = false;
+        for (wchar_t const character : part) {
+            if (character == Separator || character == Escape) {
+                text += Escape;
+            }
+            text += character;
+        }
+    }
+    return text;
+}
+
+std::vector<std::wstring> DatatypeStringRepresenter::splitString(std::wstring const& text) const {
+    std::vector<std::wstring> parts(1);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == Separator) {
+            parts.emplace_back();
+            continue;
+        }
+        if (text[i] == Escape) {
+            ++i;
+            if (i == text.size() || (text[i] != Separator && text[i] != Escape)) {
+                QOB_FAIL("The backslash at index (%zu) of the text stands neither before \"|\" nor "
+                         "before a backslash.",
+                         i - 1);
+            }
+        }
+        parts.back() += text[i];
+    }
+    return parts;
+}
+
+} // namespace QOB::Serializer
