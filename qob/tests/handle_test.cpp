@@ -167,3 +167,14 @@ TEST_F(Handle, ConvertsToAnotherClassOrComesOutEmpty) {
     EXPECT_FALSE(QOB::FactoryObject(QOB::ClassObject(thing)).isValid());
     EXPECT_EQ(QOB::FactoryObject(QOB::ClassObject(thing)).get(), nullptr);
 }
+
+TEST_F(Handle, ConvertsWithoutAskingWhereTheCompilerKnowsTheClass) {
+    static_assert(std::is_convertible_v<QOB::Model, QOB::ClassObject>);
+    static_assert(std::is_convertible_v<QOB::Model, QOB::ImmutableObject>);
+    static_assert(!std::is_convertible_v<QOB::Object, QOB::Model>);
+    static_assert(std::is_constructible_v<QOB::Model, QOB::Object>);
+    static_assert(!std::is_constructible_v<QOB::Object, QOB::ImmutableModel>);
+    QOB::ClassObject const object = model;
+    EXPECT_EQ(QOB::Model(object), model);
+    EXPECT_FALSE(QOB::Model(QOB::Object(Thing::create(model))).isValid());
+}

@@ -64,8 +64,6 @@ public:
     static Thing createWithId(QOB::Model const& model, QOB::Integer const& id);
 
     NSInterface::ThingIntf* operator->() const { return access(__FILE__, __LINE__); }
-    operator QOB::ClassObject() const { return {get(), getDeviant()}; }
-    operator QOB::Object() const { return {get(), getDeviant()}; }
 
     /// The same thing in another deviant.
     Thing in(QOB::Deviant deviant) const { return {get(), deviant}; }

@@ -3,6 +3,7 @@
 /// Everything public of the kernel.
 #include "qob/kernel/deviant/classobjectstate.h"
 #include "qob/kernel/deviant/rootobject.h"
+#include "qob/kernel/handle/handle.h"
 #include "qob/kernel/property/access.h"
 #include "qob/kernel/property/mandatoryvalue.h"
 #include "qob/kernel/property/reference.h"

@@ -1,117 +1,93 @@
 #pragma once
 
+#include "qob/kernel/handle/handle.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 #include "qob/qob/nsinterface/objectintf.h"
 #include "qob/qob/nsinterface/valueobjectintf.h"
-#include "qob/qob/refbase.h"
 
 #include <string>
 
 namespace QOB {
 
 /// Anything with a kernel identity, for reading: the common currency of generic code.
-class ImmutableObject : public RefBase<NSInterface::ObjectIntf*> {
+class ImmutableObject : public ReadHandle<NSInterface::ObjectIntf> {
 public:
-    ImmutableObject() noexcept = default;
-    ImmutableObject(NSInterface::ObjectIntf const* object, Deviant deviant)
-        : RefBase(object, deviant) {}
-
-    NSInterface::ObjectIntf const* get() const noexcept { return RefBase::get(); }
-    NSInterface::ObjectIntf const* operator->() const { return access(__FILE__, __LINE__); }
+    using ReadHandle::ReadHandle;
 
     char const* getLumvoName(bool immutable) const { return (*this)->getLumvoName(immutable); }
     String toString() const { return (*this)->toString(getDeviant()); }
 };
 
 /// Anything with a kernel identity.
-class Object : public ImmutableObject {
+class Object : public WriteHandle<ImmutableObject> {
 public:
-    Object() noexcept = default;
-    Object(NSInterface::ObjectIntf* object, Deviant deviant) : ImmutableObject(object, deviant) {}
-
-    NSInterface::ObjectIntf* get() const noexcept { return RefBase::get(); }
-    NSInterface::ObjectIntf* operator->() const { return access(__FILE__, __LINE__); }
+    using WriteHandle::WriteHandle;
 
     void destroy() const { (*this)->destroy(getDeviant()); }
 };
 
 /// A boxed value.
-class ImmutableValueObject : public RefBase<NSInterface::ValueObjectIntf*> {
+class ImmutableValueObject : public ReadHandle<NSInterface::ValueObjectIntf> {
 public:
-    ImmutableValueObject() noexcept = default;
-    ImmutableValueObject(NSInterface::ValueObjectIntf const* object, Deviant deviant)
-        : RefBase(object, deviant) {}
-    /// Empty if the object is no boxed value.
-    explicit ImmutableValueObject(ImmutableObject const& object)
-        : RefBase(castObject<NSInterface::ValueObjectIntf>(object.get()), object.getDeviant()) {}
-
-    NSInterface::ValueObjectIntf const* get() const noexcept { return RefBase::get(); }
-    NSInterface::ValueObjectIntf const* operator->() const { return access(__FILE__, __LINE__); }
-    operator ImmutableObject() const { return {get(), getDeviant()}; }
+    using ReadHandle::ReadHandle;
 
     void getValue(Tessel::any& value) const { (*this)->getValue(value); }
     std::string getValueTypeName() const { return (*this)->getValueTypeName(); }
 };
 
-class ValueObject : public ImmutableValueObject {
+class ValueObject : public WriteHandle<ImmutableValueObject> {
 public:
-    ValueObject() noexcept = default;
-    ValueObject(NSInterface::ValueObjectIntf* object, Deviant deviant)
-        : ImmutableValueObject(object, deviant) {}
-    explicit ValueObject(Object const& object) : ImmutableValueObject(object) {}
+    using WriteHandle::WriteHandle;
+};
 
-    NSInterface::ValueObjectIntf* get() const noexcept { return RefBase::get(); }
-    NSInterface::ValueObjectIntf* operator->() const { return access(__FILE__, __LINE__); }
-    operator Object() const { return {get(), getDeviant()}; }
+/// What every handle on an instance of a metaclass offers for reading; `Base` is a ReadHandle.
+template <class Base>
+class ClassObjectReading : public Base {
+public:
+    using Base::Base;
+
+    char const* getLumvoName(bool immutable) const { return (*this)->getLumvoName(immutable); }
+    String toString() const { return (*this)->toString(this->getDeviant()); }
+    bool hasObjectId() const { return (*this)->hasObjectId(this->getDeviant()); }
+    Integer getObjectId() const { return (*this)->getObjectId(this->getDeviant()); }
+    bool hasUri() const { return (*this)->hasUri(this->getDeviant()); }
+    String getUri() const { return (*this)->getUri(this->getDeviant()); }
+    bool hasModelQOB() const { return (*this)->hasModelQOB(this->getDeviant()); }
+    /// Needs the header of Model.
+    Model getModelQOB() const;
+    bool hasContainerQOB() const { return (*this)->hasContainerQOB(this->getDeviant()); }
+    ClassObject getContainerQOB() const;
+};
+
+/// The same for writing; `Base` is a WriteHandle.
+template <class Base>
+class ClassObjectWriting : public Base {
+public:
+    using Base::Base;
+
+    /// Ends the object, with what it contains, in the handle's deviant.
+    void destroy() const { (*this)->destroy(this->getDeviant()); }
+    void setContainerQOB(ClassObject const& container) const {
+        (*this)->setContainerQOB(this->getDeviant(), container);
+    }
+    void removeContainerQOB() const { (*this)->removeContainerQOB(this->getDeviant()); }
 };
 
 /// An instance of a metaclass, for reading.
-class ImmutableClassObject : public RefBase<NSInterface::ClassObjectIntf*> {
+class ImmutableClassObject : public ClassObjectReading<ReadHandle<NSInterface::ClassObjectIntf>> {
 public:
-    ImmutableClassObject() noexcept = default;
-    ImmutableClassObject(NSInterface::ClassObjectIntf const* object, Deviant deviant)
-        : RefBase(object, deviant) {}
-    /// Empty if the object is no instance of a metaclass.
-    explicit ImmutableClassObject(ImmutableObject const& object)
-        : RefBase(castObject<NSInterface::ClassObjectIntf>(object.get()), object.getDeviant()) {}
-
-    NSInterface::ClassObjectIntf const* get() const noexcept { return RefBase::get(); }
-    NSInterface::ClassObjectIntf const* operator->() const { return access(__FILE__, __LINE__); }
-    operator ImmutableObject() const { return {get(), getDeviant()}; }
-
-    char const* getLumvoName(bool immutable) const { return (*this)->getLumvoName(immutable); }
-    String toString() const { return (*this)->toString(getDeviant()); }
-    bool hasObjectId() const { return (*this)->hasObjectId(getDeviant()); }
-    Integer getObjectId() const { return (*this)->getObjectId(getDeviant()); }
-    bool hasUri() const { return (*this)->hasUri(getDeviant()); }
-    String getUri() const { return (*this)->getUri(getDeviant()); }
-    bool hasModelQOB() const { return (*this)->hasModelQOB(getDeviant()); }
-    inline Model getModelQOB() const;
-    bool hasContainerQOB() const { return (*this)->hasContainerQOB(getDeviant()); }
-    inline ClassObject getContainerQOB() const;
+    using ClassObjectReading::ClassObjectReading;
 };
 
 /// An instance of a metaclass.
-class ClassObject : public ImmutableClassObject {
+class ClassObject : public ClassObjectWriting<WriteHandle<ImmutableClassObject>> {
 public:
-    ClassObject() noexcept = default;
-    ClassObject(NSInterface::ClassObjectIntf* object, Deviant deviant)
-        : ImmutableClassObject(object, deviant) {}
-    explicit ClassObject(Object const& object) : ImmutableClassObject(object) {}
-
-    NSInterface::ClassObjectIntf* get() const noexcept { return RefBase::get(); }
-    NSInterface::ClassObjectIntf* operator->() const { return access(__FILE__, __LINE__); }
-    operator Object() const { return {get(), getDeviant()}; }
-
-    void destroy() const { (*this)->destroy(getDeviant()); }
-    void setContainerQOB(ClassObject const& container) const {
-        (*this)->setContainerQOB(getDeviant(), container);
-    }
-    void removeContainerQOB() const { (*this)->removeContainerQOB(getDeviant()); }
+    using ClassObjectWriting::ClassObjectWriting;
 };
 
-inline ClassObject ImmutableClassObject::getContainerQOB() const {
-    return (*this)->getContainerQOB(getDeviant());
+template <class Base>
+ClassObject ClassObjectReading<Base>::getContainerQOB() const {
+    return (*this)->getContainerQOB(this->getDeviant());
 }
 
 } // namespace QOB

@@ -32,4 +32,17 @@ concept ConvertibleMutableHandle = MutableHandle<T> && ConvertibleHandle<T, To>;
 template <class Handle, class Intf>
 inline constexpr bool extends = std::is_base_of_v<Intf, typename Handle::Interface>;
 
+/// The object of a handle seen as interface class `Intf`; null if it isn't one. Asks the object
+/// only where the compiler can't tell: also for a class that holds the base twice.
+template <class Intf, AnyHandle Handle>
+auto pointerFrom(Handle const& handle) {
+    using From = decltype(handle.get());
+    using To = std::conditional_t<std::is_const_v<std::remove_pointer_t<From>>, Intf const*, Intf*>;
+    if constexpr (std::is_convertible_v<From, To>) {
+        return static_cast<To>(handle.get());
+    } else {
+        return static_cast<To>(castObject<Intf>(handle.get()));
+    }
+}
+
 } // namespace QOB

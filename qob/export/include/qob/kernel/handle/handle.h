@@ -1,0 +1,50 @@
+#pragma once
+
+#include "qob/kernel/handle/conversion.h"
+
+/// What handle classes are made of. A handle class derives from one of the two, takes over its
+/// constructors and adds the operations of its interface class.
+namespace QOB {
+
+/// A handle for reading: empty, or an object of interface class `Intf` as seen in one deviant.
+template <class Intf>
+class ReadHandle : public RefBase<Intf*> {
+public:
+    ReadHandle() noexcept = default;
+    ReadHandle(Intf const* object, Deviant deviant) : RefBase<Intf*>(object, deviant) {}
+    /// The same object through a handle of another class. Implicit where it always is an `Intf`.
+    // Two constructors: g++ 12 forgets a conditional "explicit" when a constructor is taken over.
+    template <ConvertibleHandle<ReadHandle> Handle>
+    requires(extends<Handle, Intf>)
+        ReadHandle(Handle const& other) // NOLINT(*-explicit-constructor)
+        : RefBase<Intf*>(pointerFrom<Intf>(other), other.getDeviant()) {}
+    /// Empty if the object is no `Intf`.
+    template <ConvertibleHandle<ReadHandle> Handle>
+    requires(!extends<Handle, Intf>) explicit ReadHandle(Handle const& other)
+        : RefBase<Intf*>(pointerFrom<Intf>(other), other.getDeviant()) {}
+
+    Intf const* get() const noexcept { return RefBase<Intf*>::get(); }
+    Intf const* operator->() const { return this->access(__FILE__, __LINE__); }
+};
+
+/// A handle for reading and writing; `Immutable` is the handle of the same class for reading.
+template <class Immutable>
+class WriteHandle : public Immutable {
+    using Intf = typename Immutable::Interface;
+
+public:
+    WriteHandle() noexcept = default;
+    WriteHandle(Intf* object, Deviant deviant) : Immutable(object, deviant) {}
+    template <ConvertibleMutableHandle<WriteHandle> Handle>
+    requires(extends<Handle, Intf>)
+        WriteHandle(Handle const& other) // NOLINT(*-explicit-constructor)
+        : Immutable(pointerFrom<Intf>(other), other.getDeviant()) {}
+    template <ConvertibleMutableHandle<WriteHandle> Handle>
+    requires(!extends<Handle, Intf>) explicit WriteHandle(Handle const& other)
+        : Immutable(pointerFrom<Intf>(other), other.getDeviant()) {}
+
+    Intf* get() const noexcept { return RefBase<Intf*>::get(); }
+    Intf* operator->() const { return this->access(__FILE__, __LINE__); }
+};
+
+} // namespace QOB
