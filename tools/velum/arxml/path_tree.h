@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace velum::arxml {
+
+/// Stands for a path of short names.
+using PathId = std::uint32_t;
+
+/// The paths of short names ("/A/B/C") of everything that was read, each name kept once.
+class PathTree {
+public:
+    /// The path of what lies in no package, written "/".
+    static constexpr PathId root = 0;
+
+    PathTree();
+    PathTree(const PathTree&) = delete;
+    PathTree& operator=(const PathTree&) = delete;
+
+    /// The path of `name` below `parent`, entered if it is new.
+    PathId enter(PathId parent, std::string_view name);
+
+    /// The path that `names` ("B/C") leads to from `from`; none if nothing of that path was read.
+    std::optional<PathId> find(PathId from, std::string_view names) const;
+
+    PathId parent(PathId path) const { return nodes_[path].parent; }
+    std::string_view name(PathId path) const { return nodes_[path].name; }
+    std::string text(PathId path) const;
+
+private:
+    struct Node {
+        PathId parent;
+        std::string name;
+    };
+    struct Key {
+        PathId parent;
+        std::string_view name; // points into the node
+
+        friend bool operator==(const Key&, const Key&) = default;
+    };
+    struct HashKey {
+        std::size_t operator()(const Key& key) const {
+            return std::hash<std::string_view>()(key.name) ^
+                   (std::size_t{key.parent} * 0x9E3779B97F4A7C15U);
+        }
+    };
+
+    std::deque<Node> nodes_; // a deque, since the keys point into it
+    std::unordered_map<Key, PathId, HashKey> children_;
+};
+
+} // namespace velum::arxml

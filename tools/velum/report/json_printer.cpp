@@ -1,0 +1,78 @@
+#include "report/printers.h"
+#include "report/skip_list.h"
+
+#include <nlohmann/json.hpp>
+
+namespace velum::report {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json placeIn(const Place& place, const arxml::PathTree& paths) {
+    return {{"line", place.position.line},
+            {"column", place.position.column},
+            {"path", paths.text(place.path)}};
+}
+
+Json consumedElements(const Tally& tally, const arxml::Names& names) {
+    std::map<std::string_view, std::uint64_t> sorted;
+    for (arxml::NameId name = 0; name < tally.endOfNames(); ++name) {
+        if (const std::uint64_t count = tally.consumed(name); count > 0) {
+            sorted.emplace(names.text(name), count);
+        }
+    }
+    Json list = Json::array();
+    for (const auto& [element, count] : sorted) {
+        list.push_back({{"element", element}, {"count", count}});
+    }
+    return list;
+}
+
+Json skippedElements(const Tally& tally, const PrintJob& job) {
+    Json list = Json::array();
+    for (const SkipEntry& entry : skipList(tally, job.names)) {
+        list.push_back({{"element", entry.element},
+                        {"reason", code(entry.reason)},
+                        {"count", entry.skip->count},
+                        {"first", placeIn(entry.skip->first, job.paths)}});
+    }
+    return list;
+}
+
+Json findings(const FileReport& file, const arxml::PathTree& paths) {
+    Json list = Json::array();
+    for (const Finding& finding : file.findings) {
+        Json entry = placeIn(finding.place, paths);
+        entry["reason"] = code(finding.reason);
+        entry["fault"] = isFault(finding.reason);
+        entry["text"] = finding.text;
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+} // namespace
+
+std::string printJson(const PrintJob& job) {
+    Json integers = Json::array();
+    for (const IntegerRow& row : job.report.integers) {
+        integers.push_back({{"name", row.name}, {"id", row.id}, {"signed", row.isSigned}});
+    }
+    Json files = Json::array();
+    for (const FileReport& file : job.report.files) {
+        files.push_back({{"file", file.file},
+                         {"elements",
+                          {{"met", file.tally.met()},
+                           {"consumed", file.tally.consumed()},
+                           {"skipped", file.tally.skipped()}}},
+                         {"consumed", consumedElements(file.tally, job.names)},
+                         {"skipped", skippedElements(file.tally, job)},
+                         {"findings", findings(file, job.paths)}});
+    }
+    const Json all = {{"integers", std::move(integers)}, {"files", std::move(files)}};
+    // File names need not be UTF-8; what is not becomes U+FFFD.
+    return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace velum::report

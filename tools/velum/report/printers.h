@@ -1,0 +1,28 @@
+#pragma once
+
+#include "arxml/names.h"
+#include "arxml/path_tree.h"
+#include "report/report.h"
+
+#include <string>
+#include <string_view>
+
+namespace velum::report {
+
+/// A report with what its ids stand for.
+struct PrintJob {
+    const Report& report;
+    const arxml::Names& names;
+    const arxml::PathTree& paths;
+};
+
+/// As tables for a person.
+std::string printText(const PrintJob& job);
+
+/// The same as JSON.
+std::string printJson(const PrintJob& job);
+
+/// The text with control characters as \xNN, so that it stays in its line of a terminal.
+std::string inOneLine(std::string_view text);
+
+} // namespace velum::report

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace velum::report {
+
+/// Why an element, or what it stands for, is not in the model as the file has it.
+enum class Reason : std::uint8_t {
+    noClass,       ///< No object is made of this element.
+    noProperty,    ///< The object exists; it has no place for this detail.
+    dangling,      ///< The target of the reference is not in the files.
+    wrongTarget,   ///< The target is not of the kind that is needed.
+    noName,        ///< An element that needs a SHORT-NAME has none.
+    duplicatePath, ///< An element of the same kind has the same path; the first one counts.
+    inferred,      ///< A value was missing or unusual and follows from another one.
+};
+
+/// The word for it in reports.
+constexpr std::string_view code(Reason reason) {
+    switch (reason) {
+    case Reason::noClass:
+        return "no-class";
+    case Reason::noProperty:
+        return "no-property";
+    case Reason::dangling:
+        return "dangling";
+    case Reason::wrongTarget:
+        return "wrong-dest";
+    case Reason::noName:
+        return "no-name";
+    case Reason::duplicatePath:
+        return "duplicate-path";
+    case Reason::inferred:
+        return "inferred";
+    }
+    return "";
+}
+
+/// Whether the input is at fault, as opposed to what the model has no place for.
+constexpr bool isFault(Reason reason) {
+    return reason != Reason::noClass && reason != Reason::noProperty && reason != Reason::inferred;
+}
+
+} // namespace velum::report

@@ -1,0 +1,15 @@
+#include "report/report.h"
+
+#include <algorithm>
+
+namespace velum::report {
+
+bool Report::hasFaults() const {
+    return std::any_of(files.begin(), files.end(), [](const FileReport& file) {
+        return std::any_of(file.findings.begin(), file.findings.end(), [](const Finding& finding) {
+            return isFault(finding.reason);
+        });
+    });
+}
+
+} // namespace velum::report

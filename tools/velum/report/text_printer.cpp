@@ -1,0 +1,104 @@
+#include "report/printers.h"
+#include "report/skip_list.h"
+#include "report/table.h"
+
+#include <array>
+#include <string>
+
+namespace velum::report {
+
+namespace {
+
+std::string counted(std::uint64_t count, const std::string& noun) {
+    std::string text = std::to_string(count);
+    text += ' ';
+    text += noun;
+    text += count == 1 ? "" : "s";
+    return text;
+}
+
+std::string lineAndColumn(const Place& place) {
+    return std::to_string(place.position.line) + ":" + std::to_string(place.position.column);
+}
+
+void printIntegers(std::string& text, const Report& report) {
+    Table table({{"name"}, {"id", Table::Align::right}, {"signed"}});
+    for (const IntegerRow& row : report.integers) {
+        table.addRow({inOneLine(row.name), std::to_string(row.id), row.isSigned ? "yes" : "no"});
+    }
+    if (!table.empty()) {
+        text += table.text() + "\n";
+    }
+}
+
+void printFile(std::string& text, const PrintJob& job, const FileReport& file) {
+    const std::string name = inOneLine(file.file);
+    text += name + ": " + counted(file.tally.met(), "element") + ", " +
+            std::to_string(file.tally.consumed()) + " consumed, " +
+            std::to_string(file.tally.skipped()) + " skipped.\n";
+
+    Table skips({{"count", Table::Align::right}, {"skipped element"}, {"reason"}, {"first at"}});
+    for (const SkipEntry& entry : skipList(file.tally, job.names)) {
+        skips.addRow({std::to_string(entry.skip->count),
+                      inOneLine(entry.element),
+                      std::string(code(entry.reason)),
+                      lineAndColumn(entry.skip->first) + " " +
+                          inOneLine(job.paths.text(entry.skip->first.path))});
+    }
+    if (!skips.empty()) {
+        text += "\n" + skips.text();
+    }
+    if (!file.findings.empty()) {
+        text += "\n";
+    }
+    for (const Finding& finding : file.findings) {
+        text += name;
+        text += ':';
+        text += lineAndColumn(finding.place);
+        text += ": ";
+        text += code(finding.reason);
+        text += ": ";
+        text += inOneLine(job.paths.text(finding.place.path));
+        text += ": ";
+        text += inOneLine(finding.text);
+        text += '\n';
+    }
+}
+
+} // namespace
+
+std::string inOneLine(std::string_view text) {
+    constexpr std::array<char, 16> digits = {
+        '0', '1', '2', '3', '4', '5', '6', '7', '8', '9', 'A', 'B', 'C', 'D', 'E', 'F'};
+    std::string line;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        // U+0080 to U+009F are control characters too; they are C2 80 to C2 9F.
+        const bool isPair = byte == 0xC2 && i + 1 < text.size() &&
+                            static_cast<unsigned char>(text[i + 1]) >= 0x80 &&
+                            static_cast<unsigned char>(text[i + 1]) < 0xA0;
+        const unsigned char control = isPair ? static_cast<unsigned char>(text[i + 1]) : byte;
+        if (isPair || byte < 0x20 || byte == 0x7F) {
+            line += "\\x";
+            line += digits[control >> 4U];
+            line += digits[control & 0xFU];
+            i += isPair ? 1 : 0;
+        } else {
+            line += text[i];
+        }
+    }
+    return line;
+}
+
+std::string printText(const PrintJob& job) {
+    std::string text;
+    printIntegers(text, job.report);
+    text += counted(job.report.integers.size(), "integer") + " from " +
+            counted(job.report.files.size(), "file") + ".\n";
+    for (const FileReport& file : job.report.files) {
+        printFile(text, job, file);
+    }
+    return text;
+}
+
+} // namespace velum::report
