@@ -116,6 +116,20 @@ bool DeviationsBase::isValid(Deviant deviant) const {
 }
 
 State DeviationsBase::readStateSlow(Deviant deviant) const {
+    // A branch of the object's own model, mostly: one look at its record and one at the root's.
+    internal::DeviantRecord const& record = DeviantAccess::record(deviant);
+    if (deviant.isValid() && rootDeviant_.isNotNull() &&
+        record.rootIndex == DeviantAccess::index(rootDeviant_) && deviant != rootDeviant_) {
+        State state = hasBranchState_ != 0 ? record.data->state(owner_) : nullptr;
+        if (readsRoot(state)) {
+            bool const rootIsOpen =
+                (DeviantAccess::record(rootDeviant_).writeGate & internal::InTransaction) != 0;
+            state = rootIsOpen ? rootBaseline(deviant) : rootState_;
+        }
+        if (isRealState(state)) {
+            return state;
+        }
+    }
     checkAccess(deviant);
     Deviant const effective = effectiveDeviant(deviant);
     State state = stateOf(effective);

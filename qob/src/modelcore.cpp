@@ -525,7 +525,9 @@ void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
     if (!id.isValid()) {
         return;
     }
-    if (!ids_.try_emplace(id, object).second) {
+    if (ClassObjectIntf*& place = placeOfId(id); place == nullptr) {
+        place = object;
+    } else {
         sharedIds_.emplace(id, object);
     }
     deviations.hasBoundId_ = 1;
@@ -534,10 +536,36 @@ void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
     }
 }
 
+ClassObjectIntf* ModelCore::firstWithId(int id) const {
+    if (id >= 0 && static_cast<std::size_t>(id) < denseIds_.size()) {
+        return denseIds_[static_cast<std::size_t>(id)];
+    }
+    auto const found = sparseIds_.find(id);
+    return found != sparseIds_.end() ? found->second : nullptr;
+}
+
+ClassObjectIntf*& ModelCore::placeOfId(int id) {
+    // Ids that others gave move to their positions only if the gap to them is small.
+    constexpr std::size_t gap = 64;
+    if (id >= 0 && static_cast<std::size_t>(id) < denseIds_.size() + gap && sparseIds_.empty()) {
+        auto const position = static_cast<std::size_t>(id);
+        if (position >= denseIds_.size()) {
+            denseIds_.resize(position + 1);
+        }
+        return denseIds_[position];
+    }
+    return id >= 0 && static_cast<std::size_t>(id) < denseIds_.size()
+               ? denseIds_[static_cast<std::size_t>(id)]
+               : sparseIds_[id];
+}
+
 ClassObjectIntf* ModelCore::findId(Deviant deviant, Integer id) const {
-    auto const found = ids_.find(id);
-    if (found != ids_.end() && found->second->deviant_isValid(deviant)) {
-        return found->second;
+    ClassObjectIntf* const candidate = firstWithId(id);
+    if (candidate != nullptr && candidate->deviant_isValid(deviant)) {
+        return candidate;
+    }
+    if (sharedIds_.empty()) {
+        return nullptr;
     }
     auto const [first, last] = sharedIds_.equal_range(id);
     auto const shared = std::find_if(
@@ -550,14 +578,16 @@ void ModelCore::forgetId(ClassObjectIntf* object, DeviationsBase& deviations) {
         return;
     }
     deviations.hasBoundId_ = 0;
-    auto const found = ids_.find(deviations.objectId_);
-    if (found != ids_.end() && found->second == object) {
-        ids_.erase(found);
+    if (firstWithId(deviations.objectId_) == object) {
+        placeOfId(deviations.objectId_) = nullptr;
         return;
     }
     // The object shares its id, or its id was set past the index.
-    if (std::erase_if(sharedIds_, [&](auto const& entry) { return entry.second == object; }) == 0) {
-        boost::unordered::erase_if(ids_, [&](auto const& entry) { return entry.second == object; });
+    auto const isObject = [&](auto const& entry) { return entry.second == object; };
+    if (std::erase_if(sharedIds_, isObject) == 0) {
+        boost::unordered::erase_if(sparseIds_, isObject);
+        std::replace(
+            denseIds_.begin(), denseIds_.end(), object, static_cast<ClassObjectIntf*>(nullptr));
     }
 }
 
@@ -578,7 +608,8 @@ void ModelCore::end() {
     }
     objects_.clear();
     freeSlots_ = 0;
-    ids_.clear();
+    denseIds_.clear();
+    sparseIds_.clear();
     sharedIds_.clear();
     while (last_ != nullptr) {
         retireDeviant(*last_);

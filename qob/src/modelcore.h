@@ -198,6 +198,10 @@ private:
     DeviantData& makeDeviant();
     void retireDeviant(DeviantData& data);
     void forgetId(ClassObjectIntf* object, DeviationsBase& deviations);
+    /// The first object under an id, or null.
+    ClassObjectIntf* firstWithId(int id) const;
+    /// The place of an id in the index, made if need be.
+    ClassObjectIntf*& placeOfId(int id);
     void compactObjects();
 
     ClassObjectIntf* model_;
@@ -208,8 +212,10 @@ private:
 
     std::vector<ClassObjectIntf*> objects_;
     std::size_t freeSlots_ = 0;
-    /// An id leads to one object but for undone creations and the like, which share it.
-    boost::unordered_flat_map<int, ClassObjectIntf*> ids_;
+    /// An id leads to one object but for undone creations and the like, which share it. Ids that
+    /// the model hands out follow each other and are found by position, all others by hash.
+    std::vector<ClassObjectIntf*> denseIds_;
+    boost::unordered_flat_map<int, ClassObjectIntf*> sparseIds_;
     std::unordered_multimap<int, ClassObjectIntf*> sharedIds_;
     int nextId_ = 1;
 };

@@ -19,11 +19,14 @@ namespace QOB {
 // Text -----------------------------------------------------------------------------------------
 
 String::Block* String::allocate(std::string_view text) {
+    if (text.empty()) { // shared by all, and never freed: its own count is one of them
+        static Block empty{1, 0};
+        ++empty.count;
+        return &empty;
+    }
     void* const memory = ::operator new(sizeof(Block) + text.size());
     auto* const block = new (memory) Block{1, text.size()};
-    if (!text.empty()) {
-        std::memcpy(block + 1, text.data(), text.size());
-    }
+    std::memcpy(block + 1, text.data(), text.size());
     return block;
 }
 

@@ -18,10 +18,11 @@ Handle createObject(Model const& model, Integer const& id, Initialize const& ini
     CountedPointer<Impl> const keep(object);
     object->enterModel(deviant);
     deviant.markObjectCreated(object->classObject());
-    object->internal_createDeviation(deviant);
+    // The first state is not yet seen by anyone: its model is set without the ways of a write.
+    static_cast<typename Impl::PrimaryBase*>(object->internal_createDeviation(deviant))
+        ->setModelQOB(deviant, model);
     Handle const handle(object, deviant);
     model->bindObjectId(deviant, ClassObject(object->classObject(), deviant), id);
-    object->setModelQOB(deviant, model);
     model->internal_addRootObject(deviant, object->classObject());
     initialize(handle);
     return handle;

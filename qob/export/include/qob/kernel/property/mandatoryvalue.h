@@ -15,10 +15,11 @@ bool isInvalidArgument(Value const& value) {
 }
 
 /// A set compares first: a value that is there already touches nothing, so it neither makes a state
-/// nor saves one for undo. An invalid value would be a removal, which does nothing either.
+/// nor saves one for undo. An invalid value would be a removal, which does nothing either. Reads
+/// through the root object's own getter, which is one call where the class has it close by.
 template <auto Get, auto Set, class Intf, class Value>
 void setMandatory(Intf* object, Deviant deviant, Value const& value) {
-    if (isInvalidArgument(value) || (readState(object, deviant)->*Get)(deviant) == value) {
+    if (isInvalidArgument(value) || (object->*Get)(deviant) == value) {
         return;
     }
     (writeState(object, deviant)->*Set)(deviant, value);
