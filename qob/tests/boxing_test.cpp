@@ -72,6 +72,7 @@ TYPED_TEST(Boxing, ValueComesBackOutOfEachHandle) {
 
 TYPED_TEST(Boxing, OneAllocationInAndNoneOut) {
     TypeParam const value = this->sample();
+    EXPECT_EQ(TypeParam(Object(value)), value); // the first conversion of a process fills a table
     std::size_t const before = VelumTest::allocationCount();
     Object const boxed = value;
     std::size_t const after = VelumTest::allocationCount();

@@ -71,6 +71,7 @@ protected:
     }
     RefBase(RefBase&& other) noexcept
         : pointer_(std::exchange(other.pointer_, nullptr)), deviant_(other.deviant_) {}
+    // Counts the new before the old: NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
     RefBase& operator=(RefBase const& other) {
         assign(other.pointer_);
         deviant_ = other.deviant_;

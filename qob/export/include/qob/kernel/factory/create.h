@@ -21,7 +21,7 @@ Handle createObject(Model const& model, Integer const& id, Initialize const& ini
     // The first state is not yet seen by anyone: its model is set without the ways of a write.
     static_cast<typename Impl::PrimaryBase*>(object->internal_createDeviation(deviant))
         ->setModelQOB(deviant, model);
-    Handle const handle(object, deviant);
+    Handle handle(object, deviant);
     model->bindObjectId(deviant, ClassObject(object->classObject(), deviant), id);
     model->internal_addRootObject(deviant, object->classObject());
     initialize(handle);
