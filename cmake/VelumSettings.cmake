@@ -44,6 +44,7 @@ target_compile_options(
         # g++ 12 sees an overlap in every "literal" + std::string (its bug 105651).
         $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
         $<$<BOOL:${VELUM_WARNINGS_AS_ERRORS}>:-Werror>
-        -ffile-prefix-map=${VELUM_GENERATED_DIR}/=
+        # The last that fits wins: from the widest folder to the narrowest.
+        -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=
         -ffile-prefix-map=${PROJECT_BINARY_DIR}/=
-        -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+        -ffile-prefix-map=${VELUM_GENERATED_DIR}/=)

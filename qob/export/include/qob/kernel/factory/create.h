@@ -9,7 +9,8 @@ namespace QOB {
 /// in the model handle's deviant: only there does the object exist. `initialize` gets the handle
 /// once the object has its first state, to set what its class requires, its name last.
 ///
-/// Raises, before anything is made, if the deviant can't be written.
+/// Raises, before anything is made, if the deviant can't be written. What `initialize` raises is
+/// passed on once the object is destroyed again.
 template <class Handle, class Impl, class Initialize>
 Handle createObject(Model const& model, Integer const& id, Initialize const& initialize) {
     Deviant const deviant = model.getDeviant();
@@ -24,7 +25,12 @@ Handle createObject(Model const& model, Integer const& id, Initialize const& ini
     Handle handle(object, deviant);
     model->bindObjectId(deviant, ClassObject(object->classObject(), deviant), id);
     model->internal_addRootObject(deviant, object->classObject());
-    initialize(handle);
+    try {
+        initialize(handle);
+    } catch (...) {
+        object->destroy(deviant); // a refused value leaves no half-made object
+        throw;
+    }
     return handle;
 }
 

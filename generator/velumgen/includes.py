@@ -1,0 +1,93 @@
+"""What each generated file must include and declare."""
+
+from __future__ import annotations
+
+from dataclasses import dataclass, field
+from typing import Iterable
+
+from . import operations
+from .model import MetaClass, Property, Type
+
+
+@dataclass(frozen=True)
+class Names:
+    """Headers to include, and classes to declare by namespace because headers would be circular."""
+
+    headers: list[str] = field(default_factory=list)
+    declarations: list[tuple[str, list[str]]] = field(default_factory=list)
+
+
+def of_handle(cls: MetaClass) -> Names:
+    """The declarations of a handle: values in full, other generated handles by name only."""
+    types = _types(operations.all_operations(cls))
+    return _names([*types, *(t for t in cls.creator_types if t not in types)], cls)
+
+
+def of_interface(cls: MetaClass) -> Names:
+    return _names(_types(operations.own_operations(cls)), cls)
+
+
+def of_inline(cls: MetaClass) -> list[str]:
+    """What the bodies of a handle's members need beside its own declarations."""
+    handles = [t for t in _types(operations.all_operations(cls)) if _is_generated_handle(t)]
+    # The bases' handles too: what converts to them should be seen to.
+    handles += cls.bases
+    return sorted({cls.intf_header, *(t.handle_header for t in handles if t is not cls)})
+
+
+def of_bodies(cls: MetaClass) -> list[str]:
+    """What the bodies of an interface class need: the handles that its operations name."""
+    handles = [t for t in _types(operations.own_operations(cls)) if _is_generated_handle(t)]
+    return sorted({cls.handle_header, *(t.handle_header for t in handles)})
+
+
+def of_rules(cls: MetaClass) -> list[str]:
+    """The kernel's headers with the rules that the operations call."""
+    return sorted({op.rule_header for op in operations.own_operations(cls) if op.rule_header})
+
+
+def of_state(cls: MetaClass) -> list[str]:
+    """What the fields of a class's own block and its operations on a state name."""
+    on_state = [op for op in operations.own_operations(cls) if op.state_statement is not None]
+    return sorted({_header(t) for t in [*_types(on_state), *(p.type for p in cls.properties)]})
+
+
+def of_states(cls: MetaClass) -> list[str]:
+    """The headers with the fields and mixins that a state class is made of."""
+    return sorted({c.fields_header for c in cls.state_classes})
+
+
+def of_root(cls: MetaClass) -> list[str]:
+    """What the root object's getters return."""
+    handles = [t for t in _types(operations.root_getters(cls)) if isinstance(t, MetaClass)]
+    return sorted({t.handle_header for t in handles})
+
+
+def stored_properties(cls: MetaClass) -> list[Property]:
+    return [p for p in cls.properties if not p.derived]
+
+
+def _names(types: Iterable[Type], cls: MetaClass) -> Names:
+    headers = {_header(t) for t in types if not _is_generated_handle(t)}
+    declared: dict[str, set[str]] = {}
+    for each in types:
+        if _is_generated_handle(each) and each is not cls:
+            declared.setdefault(each.package.namespace, set()).add(each.name)
+    return Names(
+        sorted(headers), [(namespace, sorted(names)) for namespace, names in sorted(declared.items())]
+    )
+
+
+def _types(of: Iterable[operations.Operation]) -> list[Type]:
+    found: list[Type] = []
+    for operation in of:
+        found.extend(t for t in operation.types if t not in found)
+    return found
+
+
+def _is_generated_handle(type_: Type) -> bool:
+    return isinstance(type_, MetaClass) and type_.package.generated
+
+
+def _header(type_: Type) -> str:
+    return type_.handle_header if isinstance(type_, MetaClass) else type_.value_header

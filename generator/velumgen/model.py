@@ -1,0 +1,443 @@
+"""The metamodel in memory. Templates print nothing but properties of these classes."""
+
+from __future__ import annotations
+
+from dataclasses import dataclass, field
+from functools import cached_property
+from typing import Iterator, Optional, Union
+
+from . import names
+
+UNBOUNDED = 0xFFFFFFFF
+
+
+@dataclass(eq=False)
+class Package:
+    """One metamodel file."""
+
+    name: str
+    file: str
+    namespace: str
+    documentation: str = ""
+    generated: bool = True
+    export_macro: str = ""
+    export_header: str = ""
+    include: str = ""
+    public_root: str = ""
+    private_root: str = ""
+    # Whether the package tells the names of its classes to the visitors' registry.
+    names_handles: bool = False
+    # The class type that stands for the domain of its classes in visitors, and where it stands.
+    visitation_domain: str = ""
+    visitation_header: str = ""
+    imports: list[Package] = field(default_factory=list)
+    classes: list[MetaClass] = field(default_factory=list)
+    data_types: list[DataType] = field(default_factory=list)
+
+    @property
+    def dotted(self) -> str:
+        return self.namespace.replace("::", ".")
+
+    @property
+    def underscored(self) -> str:
+        return self.namespace.replace("::", "_")
+
+    @property
+    def types(self) -> dict[str, Type]:
+        return {t.name: t for t in [*self.data_types, *self.classes]}
+
+    @property
+    def created_classes(self) -> list[MetaClass]:
+        """What the package's factory creates, in the order of the package's table."""
+        return sorted((c for c in self.classes if c.has_creators), key=lambda c: c.index or 0)
+
+    @property
+    def file_stem(self) -> str:
+        return names.file_stem(self.namespace, "")
+
+
+@dataclass(eq=False)
+class Type:
+    package: Package
+    name: str
+    # Its place in the package's table; a hand-written package need not tell all of them.
+    index: Optional[int]
+    documentation: list[str] = field(default_factory=list)
+
+    @property
+    def qualified(self) -> str:
+        """The name in messages and model files: `foundation.NamedElement`."""
+        return f"{self.package.name}.{self.name}"
+
+    @property
+    def dotted(self) -> str:
+        return f"{self.package.dotted}.{self.name}"
+
+    @property
+    def cpp(self) -> str:
+        """The class that a caller holds: a value class or a handle, fully qualified."""
+        return f"{self.package.namespace}::{self.name}"
+
+    @property
+    def file_stem(self) -> str:
+        return names.file_stem(self.package.namespace, self.name)
+
+
+@dataclass(eq=False)
+class DataType(Type):
+    """A type whose values are copied: a primitive of the kernel, a value class, an enumeration."""
+
+    kind: str = "value"
+    header: str = ""
+    literals: list[str] = field(default_factory=list)
+    unit: Optional[DataType] = None
+
+    @property
+    def is_class(self) -> bool:
+        return False
+
+    @property
+    def is_primitive(self) -> bool:
+        return self.kind in ("boolean", "integer", "real", "string")
+
+    @property
+    def value_header(self) -> str:
+        return self.header or f"{self.package.include}/{self.file_stem}.h"
+
+
+@dataclass(eq=False)
+class Parameter:
+    type: str
+    name: str
+
+
+@dataclass(eq=False)
+class MetaClass(Type):
+    abstract: bool = False
+    bases: list[MetaClass] = field(default_factory=list)
+    properties: list[Property] = field(default_factory=list)
+    # Operations that no property gives; their bodies are hand-written.
+    extra_operations: list[ExtraOperation] = field(default_factory=list)
+    # Names of extra operations and properties where the virtual order is not the order of ids.
+    order: list[str] = field(default_factory=list)
+    creator_arguments: list[Property] = field(default_factory=list)
+    header: str = ""
+    interface_header: str = ""
+    # The mixin and the fields of a hand-written class, and where they stand.
+    state_class: str = ""
+    fields_struct: str = ""
+    state_header: str = ""
+    # Whether its root object has a constructor from a model, written by hand.
+    constructed_by_hand: bool = False
+    # Whether it has operations that create the package's other classes.
+    factory: bool = False
+
+    @property
+    def is_class(self) -> bool:
+        return True
+
+    @property
+    def is_primitive(self) -> bool:
+        return False
+
+    @property
+    def base(self) -> MetaClass:
+        return self.bases[0]
+
+    @cached_property
+    def ancestors(self) -> list[MetaClass]:
+        """Every base once: the first chain up to its root, then what only a second base adds."""
+        found: list[MetaClass] = []
+        for base in self.bases:
+            for candidate in [base, *base.ancestors]:
+                if candidate not in found:
+                    found.append(candidate)
+        return found
+
+    @cached_property
+    def first_path(self) -> list[MetaClass]:
+        """The chain of first bases, nearest first."""
+        return [self.base, *self.base.first_path] if self.bases else []
+
+    def is_a(self, other: MetaClass) -> bool:
+        return other is self or other in self.ancestors
+
+    def find_property(self, name: str) -> Optional[Property]:
+        return next((p for p in self.properties if p.name == name), None)
+
+    def all_properties(self) -> Iterator[Property]:
+        for declaring in [self, *self.ancestors]:
+            yield from declaring.properties
+
+    @property
+    def name_property(self) -> Optional[Property]:
+        """The property that the last argument of a creator sets; without one, no creators."""
+        return next((p for p in self.all_properties() if p.name == "Name"), None)
+
+    @property
+    def has_creators(self) -> bool:
+        return not self.abstract and self.name_property is not None
+
+    @property
+    def creator_parameters(self) -> str:
+        return ", ".join(f"{p.type.cpp} {p.argument}" for p in self._created_with)
+
+    @property
+    def creator_arguments_typed(self) -> list[Parameter]:
+        return [Parameter(p.type.cpp, p.argument) for p in self._created_with]
+
+    @property
+    def creator_values(self) -> str:
+        return ", ".join(p.argument for p in self._created_with)
+
+    @property
+    def creator_setters(self) -> str:
+        return ", ".join(f"&{p.owner.cpp_interface}::{p.setter}" for p in self._created_with)
+
+    @property
+    def creator_headers(self) -> list[str]:
+        return ["qob/qob/integer.h", "qob/qob/model.h"] if self.has_creators else []
+
+    @property
+    def creator_types(self) -> list[Type]:
+        return [p.type for p in self._created_with] if self.has_creators else []
+
+    @property
+    def _created_with(self) -> list[Property]:
+        assert self.name_property is not None
+        return [*self.creator_arguments, self.name_property]
+
+    @cached_property
+    def own_members(self) -> list[Union[ExtraOperation, Property]]:
+        """What the class adds, in the order of its virtual operations."""
+        members = [*self.extra_operations, *self.properties]
+        if not self.order:
+            return members
+        return sorted(members, key=lambda member: self.order.index(member.name))
+
+    # What the classes of its objects and states are made of
+
+    @property
+    def state_classes(self) -> list[MetaClass]:
+        """The classes whose fields a state holds: its own first, then the bases'."""
+        every = [self, *self.ancestors]
+        return [c for c in every if c.package.generated or c.state_class]
+
+    @property
+    def state_chain(self) -> str:
+        """The base of the state class: a mixin of operations for each class, own outermost."""
+        chain = self.cpp_interface
+        for declaring in reversed(self.state_classes):
+            chain = f"{declaring.cpp_state}<{self.deviant_implementation}, {chain}>"
+        return chain
+
+    @property
+    def field_structs(self) -> str:
+        return ", ".join(c.cpp_fields for c in self.state_classes)
+
+    @property
+    def assigned_blocks(self) -> str:
+        """The interface class, and all that assign a block when a state is brought to another."""
+        blocks = [c for c in self.state_classes if c.package.generated]
+        return ", ".join([self.interface, *(c.cpp_interface for c in blocks)])
+
+    @property
+    def levels(self) -> list[str]:
+        """The interface classes by which the state of an object may be asked for, own last."""
+        classes = [c.cpp_interface for c in reversed([self, *self.ancestors])]
+        return ["QOB::NSInterface::ObjectIntf", *classes]
+
+    # C++ names
+
+    @property
+    def immutable(self) -> str:
+        return f"Immutable{self.name}"
+
+    @property
+    def cpp_immutable(self) -> str:
+        return f"{self.package.namespace}::{self.immutable}"
+
+    @property
+    def interface(self) -> str:
+        return f"{self.name}Intf"
+
+    @property
+    def cpp_interface(self) -> str:
+        return f"{self.package.namespace}::NSInterface::{self.interface}"
+
+    @property
+    def implementation(self) -> str:
+        return f"{self.name}Impl"
+
+    @property
+    def deviant_implementation(self) -> str:
+        return f"{self.name}DeviantImpl"
+
+    @property
+    def state(self) -> str:
+        """The mixin that overrides the operations of this class's own block on a state."""
+        return f"{self.name}State"
+
+    @property
+    def fields(self) -> str:
+        return f"{self.name}Fields"
+
+    @property
+    def cpp_state(self) -> str:
+        return self.state_class or f"{self.package.namespace}::NSImplementation::{self.state}"
+
+    @property
+    def cpp_fields(self) -> str:
+        return self.fields_struct or f"{self.package.namespace}::NSImplementation::{self.fields}"
+
+    # Where its declarations stand, as an include names them
+
+    @property
+    def handle_header(self) -> str:
+        return self.header or f"{self.package.include}/{self.file_stem}.h"
+
+    @property
+    def inline_header(self) -> str:
+        return f"{self.package.include}/{self.file_stem}inline.h"
+
+    @property
+    def intf_header(self) -> str:
+        return self.interface_header or f"{self.package.include}/nsinterface/{self.file_stem}intf.h"
+
+    @property
+    def fields_header(self) -> str:
+        return (
+            self.state_header
+            or f"{self.package.include}/nsimplementation/{self.file_stem}state.h"
+        )
+
+    @property
+    def impl_header(self) -> str:
+        return f"{self.package.include}/nsimplementation/{self.file_stem}impl.h"
+
+    @property
+    def deviant_impl_header(self) -> str:
+        return f"{self.package.include}/nsimplementation/{self.file_stem}deviantimpl.h"
+
+
+@dataclass(eq=False)
+class ExtraOperation:
+    """A virtual operation beside those that the properties give."""
+
+    owner: MetaClass
+    name: str
+    result: str
+    const: bool
+    parameters: list[Parameter] = field(default_factory=list)
+    documentation: str = ""
+    # Whether it takes a deviant before its parameters.
+    deviant: bool = True
+    static: bool = False
+    # Whether it takes the place of a base's operation, or comes behind the pair that ends a block.
+    override: bool = False
+    after_pair: bool = False
+    # Whether a state answers with an empty value instead of running the body.
+    empty_on_state: bool = False
+    types: list[Type] = field(default_factory=list)
+
+
+@dataclass(eq=False)
+class Property:
+    owner: MetaClass
+    id: int
+    name: str
+    type: Union[DataType, MetaClass]
+    lower: int
+    upper: int
+    default: Optional[str] = None
+    composite: bool = False
+    derived: bool = False
+    read_only: bool = False
+    ordered: bool = False
+    unique: bool = True
+    opposite: Optional[Property] = None
+    association: Optional[str] = None
+    other_end: Optional[str] = None
+    redefines: list[Property] = field(default_factory=list)
+    subsets: list[Property] = field(default_factory=list)
+    hidden: bool = False
+    private: bool = False
+    plural: Optional[str] = None
+    documentation: Optional[str] = None
+
+    @property
+    def qualified(self) -> str:
+        return f"{self.owner.qualified}.{self.name}"
+
+    @property
+    def multi_valued(self) -> bool:
+        return self.upper > 1
+
+    @property
+    def mandatory(self) -> bool:
+        return self.lower > 0
+
+    @property
+    def flags(self) -> int:
+        """The word of the property's description record."""
+        return (
+            0x01 * self.read_only
+            | 0x02 * self.derived
+            | 0x08 * self.composite
+            | 0x10 * self.ordered
+            | 0x20 * self.unique
+            | 0x40 * self.multi_valued
+        )
+
+    @property
+    def redefined_under_same_name(self) -> bool:
+        return any(names.capitalized(r.name) == names.capitalized(self.name) for r in self.redefines)
+
+    @property
+    def stem(self) -> str:
+        """What stands behind the verb in the names of its operations."""
+        name = names.capitalized(self.name)
+        if self.redefined_under_same_name:
+            return f"{self.owner.package.underscored}_{self.owner.name}_{name}"
+        return name
+
+    @property
+    def getter(self) -> str:
+        if self.multi_valued:
+            return "get" + (self.plural or names.plural(self.stem))
+        predicate = isinstance(self.type, DataType) and self.type.kind == "boolean"
+        if predicate and names.is_predicate(self.name) and not self.redefined_under_same_name:
+            return names.uncapitalized(self.name)
+        return "get" + self.stem
+
+    @property
+    def setter(self) -> str:
+        return "set" + self.stem
+
+    @property
+    def field(self) -> str:
+        return names.uncapitalized(self.name) + "_"
+
+    @property
+    def argument(self) -> str:
+        """Its name as a parameter."""
+        return names.uncapitalized(self.name)
+
+    @property
+    def has_only_forms(self) -> bool:
+        """Primitives of the kernel have no forms that act on one end alone."""
+        return not self.type.is_primitive
+
+    @property
+    def initial_value(self) -> str:
+        """The value that a new state starts with, as C++ between braces."""
+        if self.default is None or self.multi_valued or self.type.is_class:
+            return ""
+        if self.type.kind == "enumeration":
+            return f"{self.type.cpp}::{self.default}"
+        if self.type.kind == "string":
+            return names.cpp_string(self.default)
+        if self.type.kind == "value":
+            number, unit = self.default.split("|")
+            return f"{number}, {self.type.unit.cpp}::{unit}"
+        return self.default

@@ -1,0 +1,135 @@
+"""Which files a package becomes, and the text of each."""
+
+from __future__ import annotations
+
+from dataclasses import dataclass, replace
+from pathlib import Path
+from typing import Any
+
+import jinja2
+
+from . import includes, names, operations
+from .faults import Fault, MetamodelError
+from .model import MetaClass, Package
+
+TEMPLATES = Path(__file__).resolve().parent.parent / "templates"
+
+
+@dataclass(frozen=True)
+class Output:
+    """One generated file, relative to the folder of all generated files."""
+
+    path: str
+    template: str
+    role: str  # "header" is installed, "private" only included by sources, "source" compiled
+    context: dict[str, Any]
+
+
+# The files of a class: template, which include it is known by, role. The first list is for every
+# class, the second for those that can be instantiated.
+_CLASS_HEADERS = (
+    ("handle.h.j2", "handle_header"),
+    ("handleinline.h.j2", "inline_header"),
+    ("interface.h.j2", "intf_header"),
+    ("state.h.j2", "fields_header"),
+)
+_CLASS_SOURCES = (
+    ("handle.cpp.j2", "{include}/{stem}.cpp"),
+    ("interface.cpp.j2", "{include}/nsinterface/{stem}intf.cpp"),
+)
+_CONCRETE_HEADERS = (
+    ("deviantimpl.h.j2", "deviant_impl_header"),
+    ("impl.h.j2", "impl_header"),
+)
+_CONCRETE_SOURCES = (("impl.cpp.j2", "{include}/nsimplementation/{stem}impl.cpp"),)
+
+
+def outputs(package: Package) -> list[Output]:
+    """Every file of the package, in a fixed order. Raises MetamodelError for what isn't built."""
+    faults = [
+        Fault(
+            package.file,
+            f"{each.name}.{prop.name}",
+            f"A {operations.shape_name(prop)} can be modelled but not generated yet.",
+        )
+        for each in package.classes
+        for prop in each.properties
+        if operations.shape_name(prop) not in operations.SHAPES
+    ]
+    if faults:
+        raise MetamodelError(faults)
+    found: list[Output] = []
+    for each in package.classes:
+        found.extend(_class_outputs(each))
+    found.extend(_package_outputs(package))
+    return found
+
+
+def _package_outputs(package: Package) -> list[Output]:
+    context = {"package": package}
+    public = f"{package.public_root}/{package.include}"
+    found = [Output(f"{public}/{package.file_stem}.h", "package.h.j2", "header", context)]
+    if package.names_handles:
+        private = f"{package.private_root}/{package.include}/{package.file_stem}names"
+        found.append(Output(f"{private}.h", "names.h.j2", "private", context))
+        found.append(Output(f"{private}.cpp", "names.cpp.j2", "source", context))
+    return [_normal(output) for output in found]
+
+
+def _normal(output: Output) -> Output:
+    return replace(output, path=output.path.removeprefix("./"))
+
+
+def _class_outputs(each: MetaClass) -> list[Output]:
+    package = each.package
+    context = {"cls": each, "package": package}
+    concrete = not each.abstract
+    found = [
+        Output(f"{package.public_root}/{getattr(each, include)}", template, "header", context)
+        for template, include in _CLASS_HEADERS
+    ]
+    if concrete:
+        found += [
+            Output(f"{package.private_root}/{getattr(each, include)}", template, "private", context)
+            for template, include in _CONCRETE_HEADERS
+        ]
+    for template, pattern in _CLASS_SOURCES + (_CONCRETE_SOURCES if concrete else ()):
+        path = pattern.format(include=package.include, stem=each.file_stem)
+        found.append(Output(f"{package.private_root}/{path}", template, "source", context))
+    return [_normal(output) for output in found]
+
+
+class Renderer:
+    def __init__(self) -> None:
+        self._environment = jinja2.Environment(
+            loader=jinja2.FileSystemLoader(TEMPLATES),
+            undefined=jinja2.StrictUndefined,
+            trim_blocks=True,
+            lstrip_blocks=True,
+            keep_trailing_newline=True,
+            autoescape=False,
+        )
+        self._environment.filters["cpp_string"] = names.cpp_string
+        self._environment.filters["comment"] = _comment
+        self._environment.filters["indented"] = _indented
+        self._environment.globals["own_operations"] = operations.own_operations
+        self._environment.globals["all_operations"] = operations.all_operations
+        self._environment.globals["assignment_rules"] = operations.assignment_rules
+        self._environment.globals["root_getters"] = operations.root_getters
+        self._environment.globals["includes"] = includes
+
+    def render(self, output: Output) -> str:
+        return self._environment.get_template(output.template).render(output.context)
+
+
+def _comment(texts: list[str], indent: int = 0) -> str:
+    """Documentation texts as lines of a documentation comment, an empty line between two."""
+    margin = " " * indent + "///"
+    blocks = [names.comment_lines(text, 96 - indent) for text in texts]
+    lines = [line for block in blocks for line in ["", *block]][1:]
+    return "".join(f"{margin} {line}".rstrip() + "\n" for line in lines)
+
+
+def _indented(statement: str, indent: int) -> str:
+    """The statement of a body on a line of its own; nothing for an empty body."""
+    return f"{' ' * indent}{statement}\n" if statement else ""

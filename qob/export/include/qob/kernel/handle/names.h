@@ -1,0 +1,30 @@
+#pragma once
+
+#include "qob/qob/visitor.h"
+
+#include <span>
+
+namespace QOB {
+
+/// Which of a metaclass's two handles is meant.
+constexpr char const*
+handleName(bool immutable, char const* immutableName, char const* mutableName) noexcept {
+    return immutable ? immutableName : mutableName;
+}
+
+/// The dotted names of a metaclass's two handles, and how to ask for its identity.
+struct HandleNames {
+    char const* immutableName;
+    char const* mutableName;
+    CooperativeVisitor::internal::ClassInfo const& (*classInfo)();
+};
+
+/// Tells the visitors' registry both names of each class, in the order given.
+inline void bindHandleNames(std::span<HandleNames const> classes) {
+    for (HandleNames const& each : classes) {
+        CooperativeVisitor::internal::BindTagToName(each.immutableName, each.classInfo());
+        CooperativeVisitor::internal::BindTagToName(each.mutableName, each.classInfo());
+    }
+}
+
+} // namespace QOB

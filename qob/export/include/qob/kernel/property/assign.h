@@ -1,0 +1,59 @@
+#pragma once
+
+#include "qob/kernel/upcast.h"
+#include "qob/qob/assert.h"
+#include "qob/qob/exception.h"
+#include "qob/qob/nsinterface/objectintf.h"
+#include "qob/qob/visitor.h"
+
+/// Bringing an object to the values of another state, property by property: the parts of
+/// ObjectIntf::internal_deviationAssign. On a root object each assignment is a full set, on a state
+/// a plain copy. Properties don't depend on each other: one that raises QOB::Exception keeps what
+/// it had, and the next is tried.
+namespace QOB::property {
+
+/// A value that is always there.
+template <auto Get, auto Set>
+struct AssignMandatory {
+    template <class Intf>
+    static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
+        auto const value = (source->*Get)(sourceDeviant);
+        if (!((target->*Get)(deviant) == value)) {
+            (target->*Set)(deviant, value);
+        }
+    }
+};
+
+template <class Rule, class Intf>
+void assignOne(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
+    try {
+        Rule::assign(target, deviant, source, sourceDeviant);
+    } catch (Exception const&) {
+        return; // this property stays as it is
+    }
+}
+
+/// The properties that one class declares, in the order of the rules.
+template <class... Rule, class Intf>
+void assignEach([[maybe_unused]] Intf* target,
+                [[maybe_unused]] Deviant deviant,
+                [[maybe_unused]] Intf const* source,
+                [[maybe_unused]] Deviant sourceDeviant) {
+    (assignOne<Rule>(target, deviant, source, sourceDeviant), ...);
+}
+
+/// What a class and its bases assign of their own properties, in this order. Raises, with nothing
+/// assigned, if the source is of another class.
+template <class Intf, class... Declaring>
+void assignBlocks(Intf* target,
+                  Deviant deviant,
+                  NSInterface::ObjectIntf* source,
+                  Deviant sourceDeviant) {
+    Intf const* const from = castObject<Intf>(source);
+    QOB_REQUIRE(from != nullptr, "The source of the assignment is no object of the same class.");
+    (upcast<Declaring>(target)->Declaring::internal_assignBlock(
+         deviant, upcast<Declaring>(from), sourceDeviant),
+     ...);
+}
+
+} // namespace QOB::property

@@ -1,0 +1,89 @@
+#include "velum_types/types.h"
+#include "velum_types/zorvane/metamodel/types/nsimplementation/zorvanemetamodeltypesfactoryimpl.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace types = Zorvane::metamodel::types;
+
+namespace {
+
+class FactoryTest : public testing::Test {
+protected:
+    FactoryTest() : model(types::NSInterface::FactoryIntf::createNewModel()) {}
+    ~FactoryTest() override { model.destroy(); }
+
+    types::Factory factoryIn(QOB::Deviant deviant) const {
+        return {types::NSInterface::FactoryIntf::createNewFactory(model.inDeviant(deviant)),
+                deviant};
+    }
+
+    QOB::Model model;
+};
+
+TEST_F(FactoryTest, BelongsToItsModelAndHasNoId) {
+    types::Factory const factory = factoryIn(model.getDeviant());
+    EXPECT_TRUE(factory.isValid());
+    EXPECT_EQ(factory.getModelQOB(), model);
+    EXPECT_EQ(factory.getContainerQOB(), QOB::ClassObject(model));
+    EXPECT_FALSE(factory.getObjectId().isValid());
+    EXPECT_TRUE(QOB::DeviantAssertions::sAssertionsEnabled);
+}
+
+TEST_F(FactoryTest, MadeInABranchKeepsItsStateThere) {
+    QOB::Deviant const branch = model.createDeviant();
+    types::Factory const factory = factoryIn(branch);
+    EXPECT_TRUE(factory.isValid());
+    EXPECT_EQ(factory->getRootDeviant(), model.getDeviant());
+    EXPECT_FALSE(types::Factory(factory.get(), model.getDeviant()).isValid());
+}
+
+TEST_F(FactoryTest, MakesObjectsByClass) {
+    types::Factory const factory = factoryIn(model.getDeviant());
+    types::Integer const integer = factory.createInteger("int");
+    EXPECT_EQ(integer.getName(), "int");
+    EXPECT_EQ(integer.getModelQOB(), model);
+    EXPECT_TRUE(factory.createInteger().isValid());
+}
+
+TEST_F(FactoryTest, MakesObjectsByShortAndByDottedName) {
+    types::Factory const factory = factoryIn(model.getDeviant());
+    for (char const* const name : {"Integer", "Zorvane.metamodel.types.Integer"}) {
+        QOB::Object const made = factory.createFromString(name);
+        EXPECT_STREQ(made.getLumvoName(false), "Zorvane.metamodel.types.Integer");
+    }
+    types::Integer const integer(factory.createFromString("Integer", QOB::Integer(4711)));
+    EXPECT_EQ(integer.getObjectId(), 4711);
+    EXPECT_EQ(model.findObject(4711), QOB::ClassObject(integer));
+}
+
+TEST_F(FactoryTest, KnowsNoOtherNameAndNoAbstractClass) {
+    types::Factory const factory = factoryIn(model.getDeviant());
+    for (char const* const name : {"", "integer", "PrimitiveType", "Factory", "NamedElement"}) {
+        EXPECT_EQ(factory.createFromString(name).get(), nullptr) << name;
+    }
+    EXPECT_EQ(factory.createFromString(QOB::String()).get(), nullptr);
+}
+
+TEST_F(FactoryTest, AnswersEmptyOnAState) {
+    types::Factory const factory = factoryIn(model.getDeviant());
+    types::NSInterface::FactoryIntf* const state = factory->getReadDeviant(model.getDeviant());
+    EXPECT_EQ(state->createInteger(model.getDeviant()).get(), nullptr);
+    EXPECT_EQ(state->createObject(model.getDeviant(), "Integer", 1, nullptr).get(), nullptr);
+}
+
+TEST_F(FactoryTest, CannotBeMadeWithoutAModel) {
+    try {
+        types::NSImplementation::FactoryImpl const factory;
+        FAIL() << "a factory without a model was made";
+    } catch (QOB::Exception const& exception) {
+        EXPECT_EQ(std::string(exception.what())
+                      .find("Assertion failed: factory cannot be default constructed at "
+                            "velum_types/zorvane/metamodel/types/nshandmaintained/factory.cpp:"),
+                  0U)
+            << exception.what();
+    }
+}
+
+} // namespace

@@ -1,0 +1,80 @@
+#include "velum_types/zorvane/metamodel/types/initialize.h"
+
+#include "qob/qob/initialize.h"
+#include "qob/qob/log.h"
+#include "qob/qob/model.h"
+#include "tessel/moduleobject.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesnames.h"
+
+#include <boost/checked_delete.hpp>
+
+#include <memory>
+#include <utility>
+
+namespace Zorvane::metamodel::types {
+
+namespace {
+
+/// The registration of the package, made by the constructor.
+class InitializerClass {
+public:
+    InitializerClass() { NSImplementation::bindHandleNames(); }
+};
+
+template <class T>
+using ModuleObjectOf = Tessel::ModuleObjectImpl<T*, boost::checked_deleter<T>>;
+
+bool initialized = false;
+InitializerClass* initializer = nullptr;
+
+/// What ends with this library. Models that are left go first: their objects run this library's
+/// code.
+struct TypesLife {
+    Tessel::ModuleObjectDeleter* moduleObjects = nullptr;
+
+    ~TypesLife() {
+        QOB::endModels();
+        delete moduleObjects;
+    }
+};
+
+TypesLife life;
+
+Tessel::ModuleObjectDeleter& moduleObjects() {
+    if (life.moduleObjects == nullptr) {
+        life.moduleObjects = new Tessel::ModuleObjectDeleter();
+    }
+    return *life.moduleObjects;
+}
+
+} // namespace
+
+bool initialize() {
+    if (initialized) {
+        return true;
+    }
+    qobLogDebug("Initializing the types meta-registry.");
+    // Never holds a model: its place in the order of module objects is what counts.
+    moduleObjects().append(std::make_unique<ModuleObjectOf<QOB::Model>>(nullptr));
+
+    // One counted object lives and ends before the kernel starts.
+    class InitializeCleanup : public QOB::ReferenceCountingIntf {
+    public:
+        ~InitializeCleanup() override = default;
+    };
+    static InitializeCleanup* cleanup = new InitializeCleanup;
+    delete std::exchange(cleanup, nullptr);
+
+    QOB::initialize();
+    // Everything that the registration makes lies inside the section. A failure leaves it open.
+    QOB::Cleanup::beginMetaRegistrySection();
+    if (initializer == nullptr) {
+        initializer = new InitializerClass;
+        moduleObjects().append(std::make_unique<ModuleObjectOf<InitializerClass>>(initializer));
+    }
+    initialized = true;
+    QOB::Cleanup::endMetaRegistrySection();
+    return initialized;
+}
+
+} // namespace Zorvane::metamodel::types
