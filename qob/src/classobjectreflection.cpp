@@ -1,6 +1,7 @@
 #include "qob/qob/model.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 #include "qob/qob/object.h"
+#include "qob/qob/sequence.h"
 
 /// The properties of ClassObject by id: the model (2) and the container (3).
 namespace QOB::NSInterface {
@@ -95,6 +96,23 @@ void removeOnlySingleValued(ObjectIntf* object, Deviant deviant, unsigned id) {
     }
 }
 
+/// No property of ClassObject has many values.
+Generic::SequenceRef getMultiValued(ObjectIntf* object, Deviant, unsigned id, bool) {
+    classObject(object);
+    if (id == 0) {
+        failIllegalProperty("getMultiValued", id);
+    }
+    return {};
+}
+
+Generic::SequenceRef getOnlyMultiValued(ObjectIntf* object, Deviant, unsigned id, bool) {
+    classObject(object);
+    if (id == 0) {
+        failIllegalProperty("getOnlyMultiValued", id);
+    }
+    return {};
+}
+
 } // namespace
 
 IntrospectiveMethods ClassObjectIntf::sIntrospectiveMethods = {
@@ -104,6 +122,8 @@ IntrospectiveMethods ClassObjectIntf::sIntrospectiveMethods = {
     .setOnlySingleValued = &setOnlySingleValued,
     .removeSingleValued = &removeSingleValued,
     .removeOnlySingleValued = &removeOnlySingleValued,
+    .getMultiValued = &getMultiValued,
+    .getOnlyMultiValued = &getOnlyMultiValued,
 };
 
 } // namespace QOB::NSInterface

@@ -1,5 +1,7 @@
 #include "modelimpl.h"
 
+#include "qob/kernel/containers/sequence/views/associationsequence.h"
+#include "qob/kernel/containers/sequence/views/deviantsequence.h"
 #include "qob/kernel/property/mandatoryvalue.h"
 #include "qob/qob/modelcache.h"
 #include "qob/qob/transaction.h"
@@ -43,6 +45,62 @@ void ModelIntf::setUri(Deviant deviant, String const& uri) {
 String ModelIntf::getUri(Deviant deviant) const {
     return property::get<&ModelIntf::getUri>(this, deviant);
 }
+
+Sequence<ClassObject> ModelIntf::getRootObjects(Deviant deviant) {
+    // The other end is the one model of each object.
+    return {new GenericAssociationSequence(ClassObject(this, deviant),
+                                           getRootObjectsWithoutAssociation(deviant).pointer(),
+                                           &ClassObjectIntf::sIntrospectiveMethods,
+                                           ClassObjectIntf::ModelQOBId,
+                                           true),
+            deviant};
+}
+
+Sequence<ClassObject> ModelIntf::getRootObjectsWithoutAssociation(Deviant deviant) const {
+    return {new GenericDeviantSequence(
+                const_cast<ModelIntf*>(this), deviant, &sIntrospectiveMethods, RootObjectsId),
+            deviant};
+}
+
+namespace {
+
+Generic::SequenceRef
+getMultiValued(ObjectIntf* object, Deviant deviant, unsigned id, bool /*asObjects*/) {
+    auto* const model = castObject<ModelIntf>(object);
+    QOB_REQUIRE(model != nullptr, "illegal object");
+    QOB_REQUIRE(id != 0, "QOB.Model::getMultiValued on illegal property");
+    return id == ModelIntf::RootObjectsId ? Generic::SequenceRef(model->getRootObjects(deviant))
+                                          : Generic::SequenceRef();
+}
+
+Generic::SequenceRef
+getOnlyMultiValued(ObjectIntf* object, Deviant deviant, unsigned id, bool /*asObjects*/) {
+    auto const* const model = castObject<ModelIntf>(object);
+    QOB_REQUIRE(model != nullptr, "illegal object");
+    QOB_REQUIRE(id != 0, "QOB.Model::getOnlyMultiValued on illegal property");
+    return id == ModelIntf::RootObjectsId
+               ? Generic::SequenceRef(model->getRootObjectsWithoutAssociation(deviant))
+               : Generic::SequenceRef();
+}
+
+MetaPropertyDescription rootObjects{
+    .name = "rootObjects",
+    .flags = PropertyOrdered | PropertyUnique | PropertyMultiValued,
+    .lower = 0,
+    .upper = MetaPropertyDescription::Unbounded,
+    .id = ModelIntf::RootObjectsId,
+    .hasOpposite = 1,
+    .oppositeId = ClassObjectIntf::ModelQOBId,
+};
+MetaPropertyDescription* properties[] = {nullptr, &rootObjects};
+
+} // namespace
+
+IntrospectiveMethods ModelIntf::sIntrospectiveMethods = {
+    .getMultiValued = &getMultiValued,
+    .getOnlyMultiValued = &getOnlyMultiValued,
+    .properties = properties,
+};
 
 void ModelIntf::internal_deviationAssign(Deviant deviant,
                                          ObjectIntf* source,
@@ -202,7 +260,7 @@ void ModelImpl::internal_addRootObject(Deviant deviant, ClassObjectIntf* object)
 }
 
 void ModelImpl::internal_removeRootObject(Deviant deviant, ClassObjectIntf* object) {
-    if (readState(deviant)->fields_.rootObjects.contains(object)) {
+    if (readState(deviant)->fields_.rootObjects.storage().contains(object)) {
         writeState(deviant)->internal_removeRootObject(deviant, object);
     }
 }

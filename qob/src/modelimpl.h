@@ -1,7 +1,7 @@
 #pragma once
 
 #include "modelcore.h"
-#include "qob/kernel/containers/sequence/multiindex/referencestorage.h"
+#include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
 #include "qob/kernel/deviant/classobjectstate.h"
 #include "qob/kernel/deviant/rootobject.h"
 #include "qob/qob/nsinterface/modelintf.h"
@@ -16,18 +16,24 @@ public:
     struct Fields : ClassObjectFields {
         String uri;
         /// The model's objects in order of creation; each is counted.
-        ReferenceStorage rootObjects;
+        MultiIndexImpl<ClassObject> rootObjects;
     };
 
     bool hasUri(Deviant) const override { return fields_.uri.isValid(); }
     void removeUri(Deviant) override { fields_.uri = String(); }
     void setUri(Deviant, String const& uri) override { fields_.uri = uri; }
     String getUri(Deviant) const override { return fields_.uri; }
+    Sequence<ClassObject> getRootObjects(Deviant deviant) override {
+        return {&fields_.rootObjects, deviant};
+    }
+    Sequence<ClassObject> getRootObjectsWithoutAssociation(Deviant deviant) const override {
+        return {const_cast<MultiIndexImpl<ClassObject>*>(&fields_.rootObjects), deviant};
+    }
     void internal_addRootObject(Deviant, NSInterface::ClassObjectIntf* object) override {
-        fields_.rootObjects.push_back(object);
+        fields_.rootObjects.storage().push_back(object);
     }
     void internal_removeRootObject(Deviant, NSInterface::ClassObjectIntf* object) override {
-        fields_.rootObjects.erase(object);
+        fields_.rootObjects.storage().erase(object);
     }
 
     Fields fields_;

@@ -268,3 +268,20 @@ TEST(Kernel, DebugLogIsSilentWithoutASink) {
     qobLogDebug("%d", 3);
     EXPECT_EQ(logged, "line-2");
 }
+
+TEST_F(Model, ListOfObjectsIsASequenceInEachDeviant) {
+    Thing const first = Thing::create(model, 1);
+    Thing const second = Thing::create(model, 2);
+    QOB::Model const inBranch = branch();
+    first.in(inBranch.getDeviant()).destroy();
+    QOB::Sequence<QOB::ClassObject> const all = model.getRootObjects();
+    EXPECT_EQ(all.size(), 2);
+    EXPECT_EQ(all.front(), QOB::ClassObject(first));
+    EXPECT_EQ(inBranch.getRootObjects().size(), 1);
+    EXPECT_EQ(all.removeAll(second), 1);
+    EXPECT_FALSE(QOB::ClassObject(second).hasModelQOB());
+    all.push_back(second);
+    all.push_back(second);
+    EXPECT_EQ(all.size(), 2);
+    EXPECT_EQ(QOB::ClassObject(second).getModelQOB(), model);
+}

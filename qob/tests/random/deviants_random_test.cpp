@@ -280,6 +280,24 @@ private:
                          std::to_string(values.link));
                 }
             }
+            compareList(d);
+        }
+    }
+
+    /// The model's own list of objects, in order of creation.
+    void compareList(unsigned d) {
+        std::vector<reference::Thing> const list =
+            expected_.read(static_cast<int>(d), reference::ModelItself).list;
+        std::vector<QOB::Integer> ids;
+        for (QOB::ClassObject const& object : views_[d].model.getRootObjects()) {
+            ids.push_back(object.getObjectId());
+        }
+        bool same = ids.size() == list.size();
+        for (std::size_t i = 0; same && i < ids.size(); ++i) {
+            same = ids[i] == ids_.at(static_cast<std::size_t>(list[i]));
+        }
+        if (!same) {
+            fail("deviant " + std::to_string(d) + " lists other objects");
         }
     }
 

@@ -34,6 +34,12 @@ public:
     bool redo() const { return (*this)->redo(getDeviant()); }
     void setReadOnly(bool readOnly) const { (*this)->setReadOnly(getDeviant(), readOnly); }
 
+    Sequence<ClassObject> getRootObjects() const {
+        return (*this)->getRootObjects(getDeviant());
+    }
+    Sequence<ClassObject> getRootObjectsWithoutAssociation() const {
+        return (*this)->getRootObjectsWithoutAssociation(getDeviant());
+    }
     void setUri(String const& uri) const { (*this)->setUri(getDeviant(), uri); }
     Integer allocateObjectId() const { return (*this)->allocateObjectId(getDeviant()); }
     void bindObjectId(ClassObject const& object, Integer id) const {

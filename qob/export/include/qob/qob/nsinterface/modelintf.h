@@ -2,6 +2,7 @@
 
 #include "qob/qob/nsinterface/classobjectintf.h"
 #include "qob/qob/object.h"
+#include "qob/qob/sequence.h"
 
 #include <vector>
 
@@ -13,6 +14,9 @@ namespace QOB::NSInterface {
 class QOB_EXPORT ModelIntf : public ClassObjectIntf {
 public:
     using VisitationBases = CooperativeVisitor::internal::Bases<ClassObjectIntf>;
+
+    enum PropertyId : unsigned { RootObjectsId = 1 };
+    static IntrospectiveMethods sIntrospectiveMethods;
 
     CooperativeVisitor::internal::MethodInfo
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const override;
@@ -30,6 +34,11 @@ public:
     /// Gives the object its id and enters it in the id index. Raises if another object that exists
     /// in the deviant has the id; nothing has changed then.
     virtual void bindObjectId(Deviant deviant, ClassObject object, Integer id);
+    /// The model's objects in order of creation, and with it what keeps them alive. What is pushed
+    /// belongs to the model from then on, what is taken out has none.
+    virtual Sequence<ClassObject> getRootObjects(Deviant deviant);
+    /// The same list; nothing is written at the objects.
+    virtual Sequence<ClassObject> getRootObjectsWithoutAssociation(Deviant deviant) const;
     /// The object with the id, if it exists in the deviant; empty otherwise. O(1).
     virtual ClassObject findObject(Deviant deviant, Integer id) const;
 
