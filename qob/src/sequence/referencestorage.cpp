@@ -30,7 +30,7 @@ constexpr std::uint32_t NoSlot = 0xFFFF'FFFF;
 /// A record of changes shorter than this is always worth keeping.
 constexpr std::size_t ShortLog = 64;
 /// Debug builds check lists up to this length after each write.
-constexpr std::size_t CheckedLength = 1024;
+[[maybe_unused]] constexpr std::size_t CheckedLength = 1024;
 
 void retain(Element element) {
     internal::retain(static_cast<ReferenceCountingIntf const*>(element));
