@@ -58,6 +58,14 @@ TEST_F(FactoryTest, MakesObjectsByShortAndByDottedName) {
     EXPECT_EQ(model.findObject(4711), QOB::ClassObject(integer));
 }
 
+TEST_F(FactoryTest, MakesValuesOfTheKernelFromTexts) {
+    types::Factory const factory = factoryIn(model.getDeviant());
+    std::string const name = QOB::Integer::getTypeName();
+    EXPECT_EQ(QOB::Integer(factory.createFromString(name, "42")), 42);
+    EXPECT_FALSE(QOB::Integer(factory.createFromString(name)).isValid());
+    EXPECT_THROW(factory.createFromString(name, "forty-two"), QOB::Exception);
+}
+
 TEST_F(FactoryTest, KnowsNoOtherNameAndNoAbstractClass) {
     types::Factory const factory = factoryIn(model.getDeviant());
     for (char const* const name : {"", "integer", "PrimitiveType", "Factory", "NamedElement"}) {

@@ -1,5 +1,6 @@
 #include "qob/qob/assert.h"
 #include "qob/qob/modelcache.h"
+#include "qob/qob/valueobjectfactory.h"
 #include "velum_types/zorvane/metamodel/types/nsimplementation/zorvanemetamodeltypesfactoryimpl.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesnames.h"
 
@@ -47,13 +48,17 @@ QOB::Object FactoryIntf::createFromString(QOB::Deviant deviant, QOB::String type
 QOB::Object FactoryIntf::createObject(QOB::Deviant deviant,
                                       QOB::String type,
                                       QOB::Integer id,
-                                      QOB::String const* /*text: objects take none*/) {
-    auto const found = creatorsByName().find(std::string(type));
-    if (found == creatorsByName().end()) {
+                                      QOB::String const* text) {
+    std::string const name(type);
+    if (auto const found = creatorsByName().find(name); found != creatorsByName().end()) {
+        deviant.assertWritable(nullptr);
+        return found->second->create(getModelQOB(deviant), id); // objects take no text
+    }
+    if (!QOB::ValueObjectFactory::isValueObjectType(name)) {
         return {};
     }
-    deviant.assertWritable(nullptr);
-    return found->second->create(getModelQOB(deviant), id);
+    return text != nullptr ? QOB::ValueObjectFactory::createFromString(name, *text)
+                           : QOB::ValueObjectFactory::create(name);
 }
 
 QOB::Model FactoryIntf::createNewModel() {
