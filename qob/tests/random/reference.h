@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
@@ -147,7 +148,10 @@ public:
             return;
         }
         write(d, thing);
-        std::erase(write(d, ModelItself).list, thing);
+        std::vector<Thing> const list = read(d, ModelItself).list;
+        if (std::find(list.begin(), list.end(), thing) != list.end()) {
+            std::erase(write(d, ModelItself).list, thing);
+        }
         at(d).slots[thing] = Slot{Slot::Invalid, Values(), true};
     }
 
