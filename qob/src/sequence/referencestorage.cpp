@@ -56,10 +56,6 @@ struct ReferenceStorage::Chunk : Block {
     static Chunk* allocate(std::uint32_t capacity) {
         return new (::operator new(bytes(capacity))) Chunk(capacity);
     }
-    static Chunk* tryAllocate(std::uint32_t capacity) noexcept {
-        void* const memory = ::operator new(bytes(capacity), std::nothrow);
-        return memory == nullptr ? nullptr : new (memory) Chunk(capacity);
-    }
     /// Frees the memory; the elements' counts are someone else's by now.
     static void free(Chunk* chunk) noexcept { ::operator delete(chunk); }
 
@@ -678,8 +674,10 @@ void ReferenceStorage::becomeSmallAgain() noexcept {
         drop(std::exchange(block_, nullptr));
         return;
     }
-    Chunk* const array = Chunk::tryAllocate(ArrayLimit);
-    if (array == nullptr) {
+    Chunk* array = nullptr;
+    try {
+        array = Chunk::allocate(ArrayLimit);
+    } catch (std::bad_alloc const&) {
         return; // stays large, which is right as well
     }
     for (std::uint32_t const slot : directory.order) {
