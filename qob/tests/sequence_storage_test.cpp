@@ -147,7 +147,7 @@ TEST_F(StorageOfReferences, RandomOperationsAgreeWithAVector) {
                                                rc::gen::inRange(0U, 100'000U));
     bool const held = rc::check("lists that share chunks behave like vectors", [&] {
         auto const steps = *rc::gen::container<std::vector<Step>>(step);
-        unsigned const population = *rc::gen::element(80U, 400U, 3000U);
+        unsigned const population = *rc::gen::element(80U, 400U, 1500U);
         {
             std::vector<Twin> twins(3);
             for (auto const& [operation, list, a, b] : steps) {
