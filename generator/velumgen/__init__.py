@@ -1,10 +1,14 @@
 """The code generator: reads the metamodel files and lays out C++ declarations and one-line calls.
 
+    commandline.py what CMake and people call
     loader.py      metamodel files to model classes; reports every fault it finds
+    schema.py      the keys of a metamodel file
     checks.py      the rules that hold between the parts of a loaded metamodel
+    faults.py      what is wrong with a model
     model.py       packages, classes, properties: every fact a template prints
     names.py       how C++ names and file names follow from the model's names
     operations.py  which operations a property gives to its class, in which order
+    includes.py    what each generated file must include
     outputs.py     which files a package becomes, and the text of each
     writer.py      writes what changed and nothing else
 """

@@ -224,25 +224,38 @@ class Shape:
     assignment: str
 
 
+_PLAIN_STATE = {
+    "has": "return true;",
+    "remove": "",
+    "set": "{field} = value;",
+    "get": "return {field};",
+    "removeOnly": "",
+    "setOnly": "{field} = value;",
+}
+
 SHAPES = {
-    "mandatory value": Shape(
+    "mandatory primitive": Shape(
         "qob/kernel/property/mandatoryvalue.h",
         {
             "has": "return true;",
             "remove": "",
             "set": "QOB::property::setMandatory<{get}, {set}>(this, deviant, value);",
             "get": "return QOB::property::get<{get}>(this, deviant);",
-            "removeOnly": "",
-            "setOnly": "QOB::property::setOnlyMandatory<{get}, {setOnly}>(this, deviant, value);",
         },
+        _PLAIN_STATE,
+        "QOB::property::AssignMandatory<{get}, {set}>",
+    ),
+    "mandatory value": Shape(
+        "qob/kernel/property/mandatoryvalue.h",
         {
             "has": "return true;",
             "remove": "",
-            "set": "{field} = value;",
-            "get": "return {field};",
+            "set": "QOB::property::setMandatoryUnchecked<{get}, {set}>(this, deviant, value);",
+            "get": "return QOB::property::get<{get}>(this, deviant);",
             "removeOnly": "",
-            "setOnly": "{field} = value;",
+            "setOnly": "QOB::property::setMandatoryUnchecked<{get}, {setOnly}>(this, deviant, value);",
         },
+        _PLAIN_STATE,
         "QOB::property::AssignMandatory<{get}, {set}>",
     ),
 }
@@ -253,6 +266,8 @@ def shape_name(prop: Property) -> str:
         return "derived value"
     if prop.multi_valued:
         return "multi-valued property"
+    if prop.type.is_primitive:
+        return "mandatory primitive" if prop.mandatory else "optional primitive"
     if isinstance(prop.type, DataType):
         return "mandatory value" if prop.mandatory else "optional value"
     if prop.opposite is not None:

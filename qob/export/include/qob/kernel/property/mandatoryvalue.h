@@ -25,4 +25,13 @@ void setMandatory(Intf* object, Deviant deviant, Value const& value) {
     (writeState(object, deviant)->*Set)(deviant, value);
 }
 
+/// The same for a value class, which takes every value, also one that isn't valid.
+template <auto Get, auto Set, class Intf, class Value>
+void setMandatoryUnchecked(Intf* object, Deviant deviant, Value const& value) {
+    if ((readState(object, deviant)->*Get)(deviant) == value) {
+        return;
+    }
+    (writeState(object, deviant)->*Set)(deviant, value);
+}
+
 } // namespace QOB::property

@@ -1,0 +1,3 @@
+#pragma once
+
+// Stands for a hand-written value class: the zoo is only preprocessed.
