@@ -1,4 +1,5 @@
 #include "fixture.h"
+#include "qob/qob/clipboardmanager.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/initialize.h"
 #include "qob/qob/log.h"
@@ -284,4 +285,21 @@ TEST_F(Model, ListOfObjectsIsASequenceInEachDeviant) {
     all.push_back(second);
     EXPECT_EQ(all.size(), 2);
     EXPECT_EQ(QOB::ClassObject(second).getModelQOB(), model);
+}
+
+TEST_F(Model, ClipboardKeepsObjectsAndShowsThoseThatExist) {
+    int const before = Alive::objects;
+    QOB::ClipboardManager& clipboard = *QOB::ClipboardManager::instance();
+    {
+        Thing const kept = Thing::create(model, 1);
+        Thing const gone = Thing::create(model, 2);
+        clipboard.setContent({kept, gone});
+        gone.destroy();
+        EXPECT_EQ(clipboard.getContent(), std::vector<QOB::ClassObject>{kept});
+    }
+    EXPECT_EQ(Alive::objects, before + 2);
+    model.destroy();
+    EXPECT_TRUE(clipboard.getContent().empty());
+    clipboard.clear();
+    EXPECT_EQ(Alive::objects, before);
 }
