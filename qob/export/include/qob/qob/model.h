@@ -34,9 +34,7 @@ public:
     bool redo() const { return (*this)->redo(getDeviant()); }
     void setReadOnly(bool readOnly) const { (*this)->setReadOnly(getDeviant(), readOnly); }
 
-    Sequence<ClassObject> getRootObjects() const {
-        return (*this)->getRootObjects(getDeviant());
-    }
+    Sequence<ClassObject> getRootObjects() const { return (*this)->getRootObjects(getDeviant()); }
     Sequence<ClassObject> getRootObjectsWithoutAssociation() const {
         return (*this)->getRootObjectsWithoutAssociation(getDeviant());
     }
