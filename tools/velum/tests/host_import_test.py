@@ -12,7 +12,6 @@ import subprocess
 import sys
 import tempfile
 import unittest
-import xml.etree.ElementTree as ET
 import xml.parsers.expat
 
 PROGRAM = pathlib.Path(sys.argv[1])
