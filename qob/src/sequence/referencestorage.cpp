@@ -17,6 +17,7 @@ namespace {
 
 using Element = ReferenceStorage::Element;
 
+constexpr std::uint32_t FirstCapacity = 4;
 constexpr std::uint32_t ArrayLimit = 64;
 constexpr std::uint32_t ChunkLimit = 256;
 /// A list that shrinks to this becomes an array again.
@@ -78,9 +79,24 @@ struct ReferenceStorage::Chunk : Block {
     Element* elements() noexcept { return reinterpret_cast<Element*>(this + 1); }
     Element const* elements() const noexcept { return reinterpret_cast<Element const*>(this + 1); }
 
+    /// The offset of the element, or the size. Looks at eight elements between two jumps.
     std::uint32_t find(Element element) const noexcept {
+        constexpr std::uint32_t Step = 8;
         Element const* const first = elements();
-        return static_cast<std::uint32_t>(std::find(first, first + size, element) - first);
+        std::uint32_t i = 0;
+        for (; i + Step <= size; i += Step) {
+            bool found = false;
+            for (std::uint32_t j = 0; j < Step; ++j) {
+                found |= first[i + j] == element;
+            }
+            if (found) {
+                break;
+            }
+        }
+        while (i < size && first[i] != element) {
+            ++i;
+        }
+        return i;
     }
     void append(Element const* from, std::uint32_t number) noexcept {
         std::memcpy(elements() + size, from, number * sizeof(Element));
@@ -305,6 +321,48 @@ struct ReferenceStorage::Directory : Block {
         return {node, remainder};
     }
 
+    /// Where an element can be inserted before the one at `position`: in a chunk with room. At the
+    /// edge of a full chunk a new one is started, so that appending fills each to the brim; between
+    /// two elements a full chunk is split. Whatever it raises, the list is still right.
+    Place placeForInsertion(std::size_t position) {
+        Place place{chunkCount() - 1, 0};
+        if (position == size) {
+            place.offset = chunkAt(place.order).size;
+        } else {
+            place = locate(position);
+        }
+        if (chunkAt(place.order).size < ChunkLimit) {
+            ownChunk(place.order);
+            return place;
+        }
+        bool const atBegin = place.offset == 0;
+        bool const atEnd = place.offset == ChunkLimit;
+        if (!atBegin && !atEnd) {
+            ownChunk(place.order);
+        }
+        Chunk* const fresh = Chunk::allocate(ChunkLimit);
+        std::uint32_t slot = NoSlot;
+        try {
+            slot = addChunk(atBegin ? place.order : place.order + 1, fresh);
+        } catch (...) {
+            Chunk::free(fresh);
+            throw;
+        }
+        if (atBegin || atEnd) {
+            return {atBegin ? place.order : place.order + 1, 0};
+        }
+        Chunk& full = chunkAt(place.order);
+        constexpr std::uint32_t Kept = ChunkLimit / 2;
+        fresh->append(full.elements() + Kept, ChunkLimit - Kept);
+        full.size = Kept;
+        for (std::uint32_t i = 0; i < fresh->size; ++i) {
+            indexMove(fresh->elements()[i], slot);
+        }
+        sizeChanged(place.order, 0U - fresh->size);
+        sizeChanged(place.order + 1, fresh->size);
+        return place.offset <= Kept ? place : Place{place.order + 1, place.offset - Kept};
+    }
+
     /// Empties a sparse chunk into a neighbour that no other list shares.
     void joinWithNeighbour(std::uint32_t orderIndex) noexcept {
         Chunk& sparse = chunkAt(orderIndex);
@@ -395,7 +453,7 @@ struct ReferenceStorage::Directory : Block {
 
     void buildIndex() {
         auto fresh = std::make_unique<Index>();
-        fresh->map.reserve(size);
+        fresh->map.reserve(2 * size);
         for (std::uint32_t const slot : order) {
             Chunk const& chunk = *slots[slot];
             for (std::uint32_t i = 0; i < chunk.size; ++i) {
@@ -468,11 +526,6 @@ struct ReferenceStorage::Directory : Block {
         index->current = 0;
         index->travelled = 0;
         logPosition = 0;
-    }
-    /// Enters an element that is new here. Only this one can fail; nothing has changed then.
-    void indexAdd(Element element, std::uint32_t slot) {
-        index->map.emplace(element, slot);
-        record(element, NoSlot);
     }
     void indexMove(Element element, std::uint32_t slot) noexcept {
         if (index != nullptr) {
@@ -754,74 +807,40 @@ bool ReferenceStorage::equals(ReferenceStorage const& other) const noexcept {
 // Writing
 
 bool ReferenceStorage::insert(std::size_t index, Element element) {
-    if (contains(element)) {
-        return false;
-    }
     if (block_ == nullptr) {
-        block_ = Chunk::allocate(4);
-    }
-    if (!isLarge() && small().size >= ArrayLimit) {
-        makeLarge();
+        block_ = Chunk::allocate(FirstCapacity);
     }
     if (!isLarge()) {
-        Chunk& array = ownSmall(small().size + 1);
-        array.insert(static_cast<std::uint32_t>(index), element);
-        retain(element);
-        checkAfterWrite();
-        return true;
+        Chunk const& array = small();
+        if (array.find(element) != array.size) {
+            return false;
+        }
+        if (array.size < ArrayLimit) {
+            ownSmall(array.size + 1).insert(static_cast<std::uint32_t>(index), element);
+            retain(element);
+            checkAfterWrite();
+            return true;
+        }
+        makeLarge();
+    } else if (block_->count != 1 && contains(element)) {
+        return false; // before the directory is copied for nothing
     }
-
     Directory& directory = ownLarge();
     directory.ensureIndex();
-    Directory::Place place{directory.chunkCount() - 1, 0};
-    if (index == directory.size) {
-        place.offset = directory.chunkAt(place.order).size;
-    } else {
-        place = directory.locate(index);
-    }
-    if (directory.chunkAt(place.order).size == ChunkLimit) {
-        // At an edge a new chunk is started, so that appending fills each one to the brim. Between
-        // two elements the chunk is split.
-        Chunk* const fresh = Chunk::allocate(ChunkLimit);
-        bool const atBegin = place.offset == 0;
-        std::uint32_t slot;
-        try {
-            if (!atBegin && place.offset != ChunkLimit) {
-                directory.ownChunk(place.order);
-            }
-            slot = directory.addChunk(atBegin ? place.order : place.order + 1, fresh);
-        } catch (...) {
-            Chunk::free(fresh);
-            throw;
-        }
-        if (!atBegin) {
-            Chunk& old = directory.chunkAt(place.order);
-            if (place.offset != ChunkLimit) {
-                std::uint32_t const kept = ChunkLimit / 2;
-                fresh->append(old.elements() + kept, ChunkLimit - kept);
-                old.size = kept;
-                for (std::uint32_t i = 0; i < fresh->size; ++i) {
-                    directory.indexMove(fresh->elements()[i], slot);
-                }
-                directory.sizeChanged(place.order, 0U - fresh->size);
-                directory.sizeChanged(place.order + 1, fresh->size);
-            }
-            if (place.offset > old.size || place.offset == ChunkLimit) {
-                place = {place.order + 1, place.offset - old.size};
-            }
-        }
+    auto const [entry, isNew] = directory.index->map.try_emplace(element, NoSlot);
+    if (!isNew) {
+        return false;
     }
     try {
-        Chunk& chunk = directory.ownChunk(place.order);
-        directory.indexAdd(element, directory.order[place.order]);
-        chunk.insert(place.offset, element);
+        Directory::Place const place = directory.placeForInsertion(index);
+        directory.ownChunk(place.order).insert(place.offset, element);
+        entry->second = directory.order[place.order];
+        directory.sizeChanged(place.order, 1);
     } catch (...) {
-        if (directory.chunkAt(place.order).size == 0) {
-            directory.removeChunk(place.order);
-        }
+        directory.index->map.erase(element);
         throw;
     }
-    directory.sizeChanged(place.order, 1);
+    directory.record(element, NoSlot);
     retain(element);
     checkAfterWrite();
     return true;
@@ -836,7 +855,7 @@ bool ReferenceStorage::erase(Element element) {
         if (offset == small().size) {
             return false;
         }
-        eraseRange(offset, 1);
+        eraseInArray(offset, 1);
         return true;
     }
     large().ensureIndex();
@@ -860,12 +879,15 @@ void ReferenceStorage::eraseRange(std::size_t index, std::size_t count) {
     if (count == 0) {
         return;
     }
+    eraseInArray(static_cast<std::uint32_t>(index), static_cast<std::uint32_t>(count));
+}
+
+void ReferenceStorage::eraseInArray(std::uint32_t offset, std::uint32_t number) {
     Chunk& array = ownSmall(small().size);
-    auto const offset = static_cast<std::uint32_t>(index);
-    for (std::size_t i = 0; i < count; ++i) {
+    for (std::uint32_t i = 0; i < number; ++i) {
         release(array.elements()[offset + i]);
     }
-    array.erase(offset, static_cast<std::uint32_t>(count));
+    array.erase(offset, number);
     if (array.size == 0) {
         drop(std::exchange(block_, nullptr));
     }
@@ -914,7 +936,8 @@ bool ReferenceStorage::replaceAt(std::size_t index, Element element) {
         directory.ensureIndex();
         Directory::Place const where = directory.locate(index);
         Element& place = directory.ownChunk(where.order).elements()[where.offset];
-        directory.indexAdd(element, directory.order[where.order]);
+        directory.index->map.emplace(element, directory.order[where.order]);
+        directory.record(element, NoSlot);
         release(place);
         directory.indexRemove(place);
         place = element;

@@ -170,6 +170,7 @@ private:
     Chunk& ownSmall(std::uint32_t capacity);
     Directory& ownLarge();
     void makeLarge();
+    void eraseInArray(std::uint32_t offset, std::uint32_t number);
     void eraseInChunk(std::uint32_t order, std::uint32_t offset, std::uint32_t number);
     void becomeSmallAgain() noexcept;
     void checkAfterWrite() const;
