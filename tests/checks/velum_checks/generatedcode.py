@@ -5,9 +5,10 @@ from __future__ import annotations
 import pathlib
 import re
 import sys
+import tempfile
 
 from .check import Check
-from .metamodel import files
+from .metamodel import files, write_all
 from .project import Project
 
 _SUFFIXES = (".h", ".cpp")
@@ -66,20 +67,18 @@ def metaclasses(project: Project) -> frozenset[str]:
     return frozenset(c.name for path in files(project) for c in loader.load(path).classes)
 
 
-def _generated(project: Project) -> list[pathlib.Path]:
-    project.build("release")
-    found = project.generated_dir("release").rglob("*")
-    return sorted(path for path in found if path.suffix in _SUFFIXES)
-
-
 def _find(project: Project) -> list[str]:
-    findings = []
-    for path in _generated(project):
-        text = path.read_text(encoding="utf-8")
-        for line, word in control_flow(text):
-            findings.append(f"{project.relative(path)}:{line}: control flow ({word})")
-        for line, count in long_bodies(text):
-            findings.append(f"{project.relative(path)}:{line}: a body of several statements ({count})")
+    with tempfile.TemporaryDirectory() as folder:
+        out = pathlib.Path(folder, "generated")
+        findings = write_all(project, out)
+        for path in sorted(out.rglob("*")):
+            if path.suffix in _SUFFIXES:
+                place = path.relative_to(out).as_posix()
+                text = path.read_text(encoding="utf-8")
+                for line, word in control_flow(text):
+                    findings.append(f"{place}:{line}: control flow ({word})")
+                for line, count in long_bodies(text):
+                    findings.append(f"{place}:{line}: a body of several statements ({count})")
     names = metaclasses(project)
     for path in project.tracked("generator/templates/*"):
         for line, name in class_names(path.read_text(encoding="utf-8"), names):

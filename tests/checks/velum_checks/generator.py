@@ -7,7 +7,7 @@ import sys
 import tempfile
 
 from .check import Check
-from .metamodel import files, generate
+from .metamodel import write_all
 from .project import Project
 
 
@@ -17,28 +17,13 @@ def tree(folder: pathlib.Path) -> dict[str, bytes]:
     return {path.relative_to(folder).as_posix(): path.read_bytes() for path in paths}
 
 
-def _write(project: Project, out: pathlib.Path, seed: str) -> list[str]:
-    """Generates all packages; the seed sets the order in which Python walks its sets."""
-    findings = []
-    for model in files(project):
-        stamp = out.parent / f"{out.name}-{model.stem}.stamp"
-        good, text = generate(
-            project,
-            *("write", model, "--out", out, "--stamp", stamp),
-            env={"PYTHONHASHSEED": seed},
-        )
-        if not good:
-            findings.append(text)
-    return findings
-
-
 def differences(project: Project) -> list[str]:
     """Generated files that two runs in different folders do not agree about."""
     with tempfile.TemporaryDirectory() as folder:
         first = pathlib.Path(folder, "first")
         second = pathlib.Path(folder, "elsewhere", "second")
         second.parent.mkdir()
-        failures = _write(project, first, "1") + _write(project, second, "2")
+        failures = write_all(project, first, "1") + write_all(project, second, "2")
         if failures:
             return failures
         one, other = tree(first), tree(second)

@@ -58,9 +58,6 @@ class Project:
     def build_dir(self, preset: str) -> pathlib.Path:
         return self.root / "build" / preset
 
-    def generated_dir(self, preset: str) -> pathlib.Path:
-        return self.build_dir(preset) / "generated"
-
     @functools.cache
     def build(self, preset: str, *targets: str) -> pathlib.Path:
         """Brings the build of a preset up to date and returns its folder."""
