@@ -1,5 +1,6 @@
 #include "qob/qob/nsinterface/classobjectintf.h"
 
+#include "qob/kernel/property/assignrules.h"
 #include "qob/kernel/property/reference.h"
 #include "qob/qob/model.h"
 
@@ -100,6 +101,26 @@ void ClassObjectIntf::setOnlyContainerQOB(Deviant deviant, ClassObject const& co
     property::setOnlyReference<&ClassObjectIntf::getContainerQOB,
                                &ClassObjectIntf::setContainerQOB>(
         this, deviant, container, sIntrospectiveMethods, ContainerQOBId);
+}
+
+void ClassObjectIntf::internal_deviationAssign(Deviant deviant,
+                                               ObjectIntf* source,
+                                               Deviant sourceDeviant) {
+    property::assignBlocks<ClassObjectIntf, ClassObjectIntf>(this, deviant, source, sourceDeviant);
+}
+
+void ClassObjectIntf::internal_assignBlock(Deviant deviant,
+                                           ClassObjectIntf const* source,
+                                           Deviant sourceDeviant) {
+    property::assignEach<property::AssignReference<&ClassObjectIntf::hasModelQOB,
+                                                   &ClassObjectIntf::getModelQOB,
+                                                   &ClassObjectIntf::setModelQOB,
+                                                   &ClassObjectIntf::removeModelQOB>,
+                         property::AssignReference<&ClassObjectIntf::hasContainerQOB,
+                                                   &ClassObjectIntf::getContainerQOB,
+                                                   &ClassObjectIntf::setContainerQOB,
+                                                   &ClassObjectIntf::removeContainerQOB>>(
+        this, deviant, source, sourceDeviant);
 }
 
 ClassObjectIntf* ClassObjectIntf::getReadDeviantI(Deviant, ClassObjectIntf const*) const {

@@ -1,3 +1,4 @@
+#include "meta/factoryimpl.h"
 #include "modelcore.h"
 #include "modulelife.h"
 #include "qob/qob/domainregistry.h"
@@ -63,7 +64,10 @@ DomainRegistry* DomainRegistry::instance() {
     return registry;
 }
 
-DomainRegistry::DomainRegistry() : metaRegistry_(NSInterface::FactoryIntf::createNewModel()) {
+DomainRegistry::DomainRegistry()
+    : metaRegistry_(NSInterface::FactoryIntf::createNewModel()),
+      metaRegistryFactory_(new NSImplementation::FactoryImpl(metaRegistry_),
+                           metaRegistry_.getDeviant()) {
 }
 
 DomainRegistry::~DomainRegistry() {

@@ -3,6 +3,7 @@
 #include "qob/kernel/containers/sequence/views/associationsequence.h"
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
 #include "qob/kernel/property/mandatoryvalue.h"
+#include "qob/kernel/property/reflective.h"
 #include "qob/qob/modelcache.h"
 #include "qob/qob/transaction.h"
 
@@ -64,25 +65,6 @@ Sequence<ClassObject> ModelIntf::getRootObjectsWithoutAssociation(Deviant devian
 
 namespace {
 
-Generic::SequenceRef
-getMultiValued(ObjectIntf* object, Deviant deviant, unsigned id, bool /*asObjects*/) {
-    auto* const model = castObject<ModelIntf>(object);
-    QOB_REQUIRE(model != nullptr, "illegal object");
-    QOB_REQUIRE(id != 0, "QOB.Model::getMultiValued on illegal property");
-    return id == ModelIntf::RootObjectsId ? Generic::SequenceRef(model->getRootObjects(deviant))
-                                          : Generic::SequenceRef();
-}
-
-Generic::SequenceRef
-getOnlyMultiValued(ObjectIntf* object, Deviant deviant, unsigned id, bool /*asObjects*/) {
-    auto const* const model = castObject<ModelIntf>(object);
-    QOB_REQUIRE(model != nullptr, "illegal object");
-    QOB_REQUIRE(id != 0, "QOB.Model::getOnlyMultiValued on illegal property");
-    return id == ModelIntf::RootObjectsId
-               ? Generic::SequenceRef(model->getRootObjectsWithoutAssociation(deviant))
-               : Generic::SequenceRef();
-}
-
 MetaPropertyDescription rootObjects{
     .name = "rootObjects",
     .flags = PropertyOrdered | PropertyUnique | PropertyMultiValued,
@@ -92,15 +74,21 @@ MetaPropertyDescription rootObjects{
     .hasOpposite = 1,
     .oppositeId = ClassObjectIntf::ModelQOBId,
 };
-MetaPropertyDescription* properties[] = {nullptr, &rootObjects};
+MetaPropertyDescription* modelProperties[] = {nullptr, &rootObjects};
+
+struct ModelDescription {
+    using Interface = ModelIntf;
+    static constexpr char const* name = "QOB.Model";
+    using Properties =
+        reflective::List<reflective::Many<ModelIntf::RootObjectsId,
+                                          &ModelIntf::getRootObjects,
+                                          &ModelIntf::getRootObjectsWithoutAssociation>>;
+};
 
 } // namespace
 
-IntrospectiveMethods ModelIntf::sIntrospectiveMethods = {
-    .getMultiValued = &getMultiValued,
-    .getOnlyMultiValued = &getOnlyMultiValued,
-    .properties = properties,
-};
+constinit IntrospectiveMethods ModelIntf::sIntrospectiveMethods =
+    reflective::methodsOf<ModelDescription>(modelProperties);
 
 void ModelIntf::internal_deviationAssign(Deviant deviant,
                                          ObjectIntf* source,
@@ -156,11 +144,6 @@ ModelIntf* ModelIntf::getWriteDeviantI(Deviant, ModelIntf const*) const {
 void ModelIntf::internal_addRootObject(Deviant, ClassObjectIntf*) {
 }
 void ModelIntf::internal_removeRootObject(Deviant, ClassObjectIntf*) {
-}
-
-Model FactoryIntf::createNewModel() {
-    auto* const model = new NSImplementation::ModelImpl();
-    return {model, model->getRootDeviant()};
 }
 
 } // namespace NSInterface

@@ -2,6 +2,7 @@
 
 #include "qob/qob/assert.h"
 #include "qob/qob/object.h"
+#include "qob/qob/type.h"
 
 namespace QOB::NSInterface {
 
@@ -65,6 +66,9 @@ String ObjectIntf::toString(Deviant) const {
     return {};
 }
 ImmutableObject ObjectIntf::convertFromString(Deviant, String) {
+    return {};
+}
+ImmutableType ObjectIntf::getMetaType(Deviant) const {
     return {};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qob/qob/export.h"
+#include "qob/qob/factory.h"
 #include "qob/qob/model.h"
 #include "qob/qob/string.h"
 
@@ -20,6 +21,9 @@ public:
     /// The model that holds the metamodels.
     Model getMetaRegistry() const { return metaRegistry_; }
 
+    /// The factory that makes the elements of metamodels in that model.
+    Factory getMetaRegistryFactory() const { return metaRegistryFactory_; }
+
     /// The canonical URI of a domain: "qob://metamodels/" and its name.
     std::wstring getDomainCanonicalUri(String const& domain) const;
 
@@ -30,6 +34,7 @@ private:
     ~DomainRegistry();
 
     Model metaRegistry_;
+    Factory metaRegistryFactory_;
 };
 
 } // namespace QOB

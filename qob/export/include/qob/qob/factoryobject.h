@@ -7,25 +7,29 @@
 
 namespace QOB {
 
-/// A factory as an element of its model.
-class FactoryObject
-    : public ClassObjectWriting<
-          WriteHandle<ClassObjectReading<ReadHandle<NSInterface::FactoryObjectIntf>>>> {
+/// What every handle on a factory offers; `Base` is a WriteHandle.
+template <class Base>
+class FactoryObjectWriting : public ClassObjectWriting<Base> {
 public:
-    using ClassObjectWriting::ClassObjectWriting;
+    using ClassObjectWriting<Base>::ClassObjectWriting;
 
     Object createFromString(String type) const {
-        return (*this)->createFromString(getDeviant(), std::move(type));
+        return (*this)->createFromString(this->getDeviant(), std::move(type));
     }
     Object createFromString(String type, String text) const {
-        return (*this)->createFromString(getDeviant(), std::move(type), std::move(text));
+        return (*this)->createFromString(this->getDeviant(), std::move(type), std::move(text));
     }
     Object createFromString(String type, Integer id) const {
-        return (*this)->createFromString(getDeviant(), std::move(type), id);
+        return (*this)->createFromString(this->getDeviant(), std::move(type), id);
     }
 };
 
-} // namespace QOB
+/// A factory as an element of its model.
+class FactoryObject
+    : public FactoryObjectWriting<
+          WriteHandle<ClassObjectReading<ReadHandle<NSInterface::FactoryObjectIntf>>>> {
+public:
+    using FactoryObjectWriting::FactoryObjectWriting;
+};
 
-template <>
-struct std::hash<QOB::FactoryObject> : QOB::HandleHash<QOB::FactoryObject> {};
+} // namespace QOB

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qob/qob/nsinterface/factoryintf.h"
 #include "qob/qob/nsinterface/modelintf.h"
 #include "qob/qob/object.h"
 
@@ -55,8 +56,3 @@ Model ClassObjectReading<Base>::getModelQOB() const {
 }
 
 } // namespace QOB
-
-template <>
-struct std::hash<QOB::Model> : QOB::HandleHash<QOB::Model> {};
-template <>
-struct std::hash<QOB::ImmutableModel> : QOB::HandleHash<QOB::ImmutableModel> {};

@@ -91,12 +91,3 @@ ClassObject ClassObjectReading<Base>::getContainerQOB() const {
 }
 
 } // namespace QOB
-
-template <>
-struct std::hash<QOB::Object> : QOB::HandleHash<QOB::Object> {};
-template <>
-struct std::hash<QOB::ImmutableObject> : QOB::HandleHash<QOB::ImmutableObject> {};
-template <>
-struct std::hash<QOB::ClassObject> : QOB::HandleHash<QOB::ClassObject> {};
-template <>
-struct std::hash<QOB::ImmutableClassObject> : QOB::HandleHash<QOB::ImmutableClassObject> {};

@@ -48,3 +48,6 @@ public:
 };
 
 } // namespace QOB
+
+template <QOB::AnyHandle Handle>
+struct std::hash<Handle> : QOB::HandleHash<Handle> {};

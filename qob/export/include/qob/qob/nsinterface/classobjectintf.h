@@ -20,6 +20,7 @@ public:
     using VisitationBases = CooperativeVisitor::internal::Bases<ObjectIntf>;
 
     /// Ids of the properties within this class.
+    static constexpr char const* Name = "QOB.ClassObject";
     enum PropertyId : unsigned { ModelQOBId = 2, ContainerQOBId = 3 };
     static IntrospectiveMethods sIntrospectiveMethods;
 
@@ -55,6 +56,13 @@ public:
     virtual ClassObject getContainerQOB(Deviant deviant) const;
     virtual void removeOnlyContainerQOB(Deviant deviant);
     virtual void setOnlyContainerQOB(Deviant deviant, ClassObject const& container);
+
+    void
+    internal_deviationAssign(Deviant deviant, ObjectIntf* source, Deviant sourceDeviant) override;
+    /// The part of internal_deviationAssign that the properties of this class are: the model and
+    /// the container.
+    void
+    internal_assignBlock(Deviant deviant, ClassObjectIntf const* source, Deviant sourceDeviant);
 
     using ObjectIntf::getReadDeviantI;
     using ObjectIntf::getWriteDeviantI;

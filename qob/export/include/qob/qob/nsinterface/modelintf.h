@@ -73,13 +73,4 @@ public:
     virtual void internal_removeRootObject(Deviant deviant, ClassObjectIntf* object);
 };
 
-/// What makes models.
-class QOB_EXPORT FactoryIntf {
-public:
-    FactoryIntf() = delete;
-
-    /// A new, empty model in its root deviant, without a URI.
-    static Model createNewModel();
-};
-
 } // namespace QOB::NSInterface

@@ -9,6 +9,7 @@ namespace QOB {
 
 class Object;
 class ImmutableObject;
+class ImmutableType;
 
 namespace NSInterface {
 
@@ -63,6 +64,9 @@ public:
     /// A text for people; invalid where a class has none.
     virtual String toString(Deviant deviant) const;
     virtual ImmutableObject convertFromString(Deviant deviant, String text);
+    /// The type of the object in its metamodel; empty for objects without one. Needs the header of
+    /// Type.
+    virtual ImmutableType getMetaType(Deviant deviant) const;
 
     virtual ObjectIntf* getReadDeviantI(Deviant deviant, ObjectIntf const* tag) const;
     virtual ObjectIntf* getWriteDeviantI(Deviant deviant, ObjectIntf const* tag) const;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "qob/qob/datatype.h"
+#include "qob/qob/enumeration.h"
+#include "qob/qob/factoryobject.h"
+#include "qob/qob/nsinterface/factoryintf.h"
+#include "qob/qob/package.h"
+
+#include <utility>
+
+namespace QOB {
+
+/// The factory of metamodels: makes their elements in its model and in the handle's deviant.
+class Factory : public FactoryObjectWriting<
+                    WriteHandle<ClassObjectReading<ReadHandle<NSInterface::FactoryIntf>>>> {
+public:
+    using FactoryObjectWriting::FactoryObjectWriting;
+
+    Package createPackage() const { return (*this)->createPackage(getDeviant()); }
+    Package createPackage(String name) const {
+        return (*this)->createPackage(getDeviant(), std::move(name));
+    }
+    DataType createDataType() const { return (*this)->createDataType(getDeviant()); }
+    DataType createDataType(String name) const {
+        return (*this)->createDataType(getDeviant(), std::move(name));
+    }
+    Enumeration createEnumeration() const { return (*this)->createEnumeration(getDeviant()); }
+    Enumeration createEnumeration(String name) const {
+        return (*this)->createEnumeration(getDeviant(), std::move(name));
+    }
+    EnumerationLiteral createEnumerationLiteral() const {
+        return (*this)->createEnumerationLiteral(getDeviant());
+    }
+    EnumerationLiteral createEnumerationLiteral(String name) const {
+        return (*this)->createEnumerationLiteral(getDeviant(), std::move(name));
+    }
+};
+
+} // namespace QOB

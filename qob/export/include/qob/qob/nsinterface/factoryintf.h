@@ -1,0 +1,37 @@
+#pragma once
+
+#include "qob/kernel/interfaceof.h"
+#include "qob/qob/nsinterface/factoryobjectintf.h"
+
+namespace QOB {
+
+class DataType;
+class Enumeration;
+class EnumerationLiteral;
+class Package;
+
+namespace NSInterface {
+
+/// The factory of metamodels: makes their elements in its model, in the given deviant, each with
+/// the next free id. All of them raise QOB::Exception, before anything is made, if the deviant
+/// can't be written.
+class QOB_EXPORT FactoryIntf : public InterfaceOf<FactoryIntf, FactoryObjectIntf> {
+public:
+    static constexpr char const* Name = "QOB.Factory";
+    static constexpr char const* ImmutableName = "QOB.ImmutableFactory";
+
+    virtual Package createPackage(Deviant deviant, String name);
+    virtual Package createPackage(Deviant deviant);
+    virtual DataType createDataType(Deviant deviant, String name);
+    virtual DataType createDataType(Deviant deviant);
+    virtual Enumeration createEnumeration(Deviant deviant, String name);
+    virtual Enumeration createEnumeration(Deviant deviant);
+    virtual EnumerationLiteral createEnumerationLiteral(Deviant deviant, String name);
+    virtual EnumerationLiteral createEnumerationLiteral(Deviant deviant);
+
+    /// A new, empty model in its root deviant, without a URI.
+    static Model createNewModel();
+};
+
+} // namespace NSInterface
+} // namespace QOB
