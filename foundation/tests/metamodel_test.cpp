@@ -1,0 +1,58 @@
+#include "qob/qob/domainregistry.h"
+#include "qob/qob/transaction.h"
+#include "velum_foundation/zorvane/metamodel.h"
+
+#include <gtest/gtest.h>
+
+using QOB::Package;
+using Zorvane::metamodel::NSImplementation::staticGetMetamodelMetaPackage;
+using Zorvane::NSImplementation::staticGetZorvaneMetaModel;
+
+namespace {
+
+QOB::Model registry() {
+    return QOB::DomainRegistry::instance()->getMetaRegistry();
+}
+
+int packagesOf(QOB::Model const& model) {
+    int count = 0;
+    for (QOB::ClassObject const& object : model.getRootObjects()) {
+        count += Package(object).isValid() ? 1 : 0;
+    }
+    return count;
+}
+
+} // namespace
+
+TEST(Metamodel, IsMadeOnceAndAgainWhenItIsGone) {
+    staticGetZorvaneMetaModel(registry()).destroy();
+    EXPECT_EQ(packagesOf(registry()), 0);
+    {
+        QOB::Transaction const forgotten(registry());
+        EXPECT_TRUE(staticGetZorvaneMetaModel(registry()).isValid());
+    }
+    EXPECT_EQ(packagesOf(registry()), 0);
+    Package const product = staticGetZorvaneMetaModel(registry());
+    ASSERT_TRUE(product.isValid());
+    EXPECT_EQ(staticGetZorvaneMetaModel(registry()), product);
+    EXPECT_EQ(&staticGetMetamodelMetaPackage(), &staticGetMetamodelMetaPackage());
+    EXPECT_EQ(packagesOf(registry()), 2);
+    EXPECT_FALSE(registry().getDeviant().isWithinTransaction());
+}
+
+TEST(Metamodel, ItsPackageLiesWithinTheProducts) {
+    Package const product = staticGetZorvaneMetaModel(registry());
+    Package const metamodel(staticGetMetamodelMetaPackage(), registry().getDeviant());
+    EXPECT_EQ(product.getName(), QOB::String("Zorvane"));
+    EXPECT_EQ(metamodel.getName(), QOB::String("metamodel"));
+    EXPECT_EQ(metamodel.getUri(), QOB::String("qob://metamodels/metamodel"));
+    EXPECT_EQ(metamodel.getParent(), product);
+    EXPECT_EQ(product.getModelQOB(), registry());
+    EXPECT_FALSE(product.hasParent());
+}
+
+TEST(Metamodel, IsSeenInTheDeviantThatIsAskedFor) {
+    QOB::Model const branch = registry().inDeviant(registry().createDeviant());
+    EXPECT_EQ(staticGetZorvaneMetaModel(branch).getDeviant(), branch.getDeviant());
+    registry().removeDeviant(branch.getDeviant());
+}
