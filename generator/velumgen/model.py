@@ -238,8 +238,7 @@ class MetaClass(Type):
     @property
     def assigned_blocks(self) -> str:
         """The interface class, and all that assign a block when a state is brought to another."""
-        blocks = [c for c in self.state_classes if c.package.generated]
-        return ", ".join([self.interface, *(c.cpp_interface for c in blocks)])
+        return ", ".join([self.interface, *(c.cpp_interface for c in self.state_classes)])
 
     @property
     def levels(self) -> list[str]:
@@ -419,6 +418,15 @@ class Property:
         return names.uncapitalized(self.name) + "_"
 
     @property
+    def has_flag(self) -> str:
+        """The field that says whether an optional value is there."""
+        return f"has{names.capitalized(self.name)}_"
+
+    @property
+    def has_default(self) -> bool:
+        return self.default is not None
+
+    @property
     def argument(self) -> str:
         """Its name as a parameter."""
         return names.uncapitalized(self.name)
@@ -440,4 +448,6 @@ class Property:
         if self.type.kind == "value":
             number, unit = self.default.split("|")
             return f"{number}, {self.type.unit.cpp}::{unit}"
+        if self.type.kind == "real" and self.default.lstrip("-").isdigit():
+            return self.default + ".0"
         return self.default

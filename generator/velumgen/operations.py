@@ -204,7 +204,28 @@ def _single_valued(prop: Property) -> Iterator[Operation]:
 def _facts(prop: Property) -> dict[str, str]:
     """What the statements of a shape are filled in with."""
     members = {verb: f"&{prop.owner.interface}::{name}" for verb, name in _names(prop).items()}
-    return members | {"field": f"fields().{prop.field}"}
+    return members | {
+        "field": f"fields().{prop.field}",
+        "flag": f"fields().{prop.has_flag}",
+        "default": f"{prop.type.cpp}{{{prop.initial_value}}}",
+    }
+
+
+def flagged_properties(declaring: MetaClass) -> list[Property]:
+    """The properties with a flag beside their value."""
+    shaped = [(p, SHAPES.get(shape_name(p))) for p in declaring.properties]
+    return [p for p, shape in shaped if shape is not None and shape.has_flag]
+
+
+def state_headers(declaring: MetaClass) -> list[str]:
+    """Where the rules stand that a state's operations call."""
+    return sorted({SHAPES[shape_name(p)].header for p in flagged_properties(declaring)})
+
+
+def assignment_headers(declaring: MetaClass) -> list[str]:
+    """Where the rules of assignment_rules stand, and what calls them."""
+    headers = {SHAPES[shape_name(p)].assignment_header for p in declaring.properties}
+    return sorted(headers | {"qob/kernel/property/assign.h"})
 
 
 def assignment_rules(declaring: MetaClass) -> str:
@@ -220,8 +241,11 @@ class Shape:
     header: str
     statements: dict[str, str]
     state_statements: dict[str, str]
-    # The rule that brings the property to the value of another state.
+    # The rule that brings the property to the value of another state, and its header.
     assignment: str
+    assignment_header: str = "qob/kernel/property/assign.h"
+    # Whether a state has a field beside the value that says whether it is there.
+    has_flag: bool = False
 
 
 _PLAIN_STATE = {
@@ -231,6 +255,15 @@ _PLAIN_STATE = {
     "get": "return {field};",
     "removeOnly": "",
     "setOnly": "{field} = value;",
+}
+
+_OPTIONAL_STATE = {
+    "has": "return {flag};",
+    "remove": "QOB::property::clearFlagged({field}, {flag}, {default});",
+    "set": "QOB::property::storeFlagged({field}, {flag}, value);",
+    "get": "return {field};",
+    "removeOnly": "QOB::property::clearFlagged({field}, {flag}, {default});",
+    "setOnly": "QOB::property::storeFlagged({field}, {flag}, value);",
 }
 
 SHAPES = {
@@ -257,6 +290,35 @@ SHAPES = {
         },
         _PLAIN_STATE,
         "QOB::property::AssignMandatory<{get}, {set}>",
+    ),
+    "optional primitive": Shape(
+        "qob/kernel/property/flaggedvalue.h",
+        {
+            "has": "return QOB::property::get<{has}>(this, deviant);",
+            "remove": "QOB::property::removeFlagged<{remove}>(this, deviant);",
+            "set": "QOB::property::setFlagged<{has}, {get}, {set}, {remove}>(this, deviant, value);",
+            "get": "return QOB::property::get<{get}>(this, deviant);",
+        },
+        _OPTIONAL_STATE,
+        "QOB::property::AssignOptional<{has}, {get}, {set}, {remove}>",
+        "qob/kernel/property/assignrules.h",
+        has_flag=True,
+    ),
+    "optional value": Shape(
+        "qob/kernel/property/flaggedvalue.h",
+        {
+            "has": "return QOB::property::get<{has}>(this, deviant);",
+            "remove": "QOB::property::removeFlagged<{remove}>(this, deviant);",
+            "set": "QOB::property::setFlaggedUnchecked<{has}, {get}, {set}>(this, deviant, value);",
+            "get": "return QOB::property::get<{get}>(this, deviant);",
+            "removeOnly": "QOB::property::removeFlagged<{removeOnly}>(this, deviant);",
+            "setOnly": "QOB::property::setFlaggedUnchecked<{has}, {get}, {setOnly}>"
+            "(this, deviant, value);",
+        },
+        _OPTIONAL_STATE,
+        "QOB::property::AssignOptional<{has}, {get}, {set}, {remove}>",
+        "qob/kernel/property/assignrules.h",
+        has_flag=True,
     ),
 }
 

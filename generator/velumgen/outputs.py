@@ -114,6 +114,9 @@ class Renderer:
         self._environment.filters["indented"] = _indented
         self._environment.globals["own_operations"] = operations.own_operations
         self._environment.globals["all_operations"] = operations.all_operations
+        self._environment.globals["assignment_headers"] = operations.assignment_headers
+        self._environment.globals["state_headers"] = operations.state_headers
+        self._environment.globals["flagged_properties"] = operations.flagged_properties
         self._environment.globals["assignment_rules"] = operations.assignment_rules
         self._environment.globals["root_getters"] = operations.root_getters
         self._environment.globals["includes"] = includes
