@@ -1,5 +1,8 @@
 #pragma once
 
+#include "qob/qob/factoryobject.h"
+#include "qob/qob/model.h"
+#include "qob/qob/package.h"
 #include "velum_types/export.h"
 
 namespace Zorvane::metamodel::types {
@@ -9,4 +12,19 @@ namespace Zorvane::metamodel::types {
 /// raises is passed on, and the next call tries again.
 VELUM_TYPES_EXPORT bool initialize();
 
+/// What a host that knows the library only by name needs of it.
+struct TypesConfiguration {
+    /// A new factory in the model, in the deviant of the model's handle.
+    QOB::FactoryObject (*createFactory)(QOB::Model model);
+    /// The package of the whole product's metamodel, as seen in the model.
+    QOB::Package (*getMetaModel)(QOB::Model model);
+    /// A new model under a URI of its own.
+    QOB::Model (*createModel)();
+};
+
 } // namespace Zorvane::metamodel::types
+
+/// Fills the record and returns it; does nothing else.
+extern "C" VELUM_TYPES_EXPORT Zorvane::metamodel::types::TypesConfiguration*
+Zorvane_metamodel_types_getConfiguration(
+    Zorvane::metamodel::types::TypesConfiguration* configuration);

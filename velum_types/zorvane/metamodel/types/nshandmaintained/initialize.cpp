@@ -4,6 +4,8 @@
 #include "qob/qob/log.h"
 #include "qob/qob/model.h"
 #include "tessel/moduleobject.h"
+#include "velum_foundation/zorvane/metamodel.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfactory.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesnames.h"
 
 #include <boost/checked_delete.hpp>
@@ -47,6 +49,10 @@ Tessel::ModuleObjectDeleter& moduleObjects() {
     return *life.moduleObjects;
 }
 
+QOB::FactoryObject createFactory(QOB::Model model) {
+    return Factory(NSInterface::FactoryIntf::createNewFactory(model), model.getDeviant());
+}
+
 } // namespace
 
 bool initialize() {
@@ -78,3 +84,12 @@ bool initialize() {
 }
 
 } // namespace Zorvane::metamodel::types
+
+Zorvane::metamodel::types::TypesConfiguration* Zorvane_metamodel_types_getConfiguration(
+    Zorvane::metamodel::types::TypesConfiguration* configuration) {
+    namespace types = Zorvane::metamodel::types;
+    configuration->createFactory = &types::createFactory;
+    configuration->getMetaModel = &Zorvane::NSImplementation::staticGetZorvaneMetaModel;
+    configuration->createModel = &types::NSInterface::FactoryIntf::createNewModel;
+    return configuration;
+}
