@@ -1,3 +1,7 @@
 #pragma once
 
-// Stands for a hand-written value class: the zoo is only preprocessed.
+namespace Park::zoo {
+
+enum class Food { seeds, fish };
+
+} // namespace Park::zoo

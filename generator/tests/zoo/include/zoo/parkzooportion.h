@@ -1,3 +1,15 @@
 #pragma once
 
-// Stands for a hand-written value class: the zoo is only preprocessed.
+#include "zoo/parkzoofood.h"
+
+namespace Park::zoo {
+
+/// An amount of food; any amount will do.
+struct Portion {
+    int amount = 0;
+    Food food = Food::seeds;
+
+    friend bool operator==(Portion const&, Portion const&) = default;
+};
+
+} // namespace Park::zoo
