@@ -1,8 +1,9 @@
 #include "qob/qob/nsinterface/objectintf.h"
 
 #include "qob/qob/assert.h"
+#include "qob/qob/datatype.h"
 #include "qob/qob/object.h"
-#include "qob/qob/type.h"
+#include "qob/qob/typeinforegistry.h"
 
 namespace QOB::NSInterface {
 
@@ -84,6 +85,9 @@ internal::MethodInfo ValueObjectIntf::getVisitMethod(internal::MethodTable const
 }
 void* ValueObjectIntf::cast(internal::ClassInfo const& info) const {
     return internal::castTo(this, info);
+}
+ImmutableType ValueObjectIntf::getMetaType(Deviant) const {
+    return TypeInfoRegistry::getMetaType(getValueTypeName());
 }
 void const* ValueObjectIntf::findValue(std::type_info const&) const noexcept {
     return nullptr;

@@ -1,6 +1,7 @@
 #include "modulelife.h"
 #include "qob/kernel/value/valuebox.h"
 #include "qob/qob/assert.h"
+#include "qob/qob/datatype.h"
 #include "qob/qob/typeinforegistry.h"
 #include "qob/qob/valueobjectfactory.h"
 #include "tessel/encoding.h"
@@ -51,6 +52,7 @@ struct ValueType {
 /// Owned by the module objects of the kernel, which go when no model is left.
 struct Tables {
     std::unordered_map<std::string, Tessel::TypeInfo> infos;
+    std::unordered_map<std::string, ImmutableDataType> metaTypes;
     std::unordered_map<std::string, ValueType> values;
 
     static Tables& get();
@@ -102,6 +104,24 @@ void TypeInfoRegistry::registerTypeInfo(std::string const& name, Tessel::TypeInf
 
 void TypeInfoRegistry::unregisterTypeInfo(std::string const& name) noexcept {
     Tables::get().infos.erase(name);
+}
+
+void TypeInfoRegistry::registerMetaType(std::string const& name,
+                                        Tessel::TypeInfo const& info,
+                                        ImmutableDataType const& metaType) {
+    registerTypeInfo(name, info);
+    Tables::get().metaTypes.insert_or_assign(name, metaType);
+}
+
+void TypeInfoRegistry::unregisterMetaType(std::string const& name) noexcept {
+    Tables::get().metaTypes.erase(name);
+    unregisterTypeInfo(name);
+}
+
+ImmutableDataType TypeInfoRegistry::getMetaType(std::string const& name) {
+    auto const& metaTypes = Tables::get().metaTypes;
+    auto const found = metaTypes.find(name);
+    return found != metaTypes.end() ? found->second : ImmutableDataType();
 }
 
 bool TypeInfoRegistry::isRegistered(std::string const& name) {

@@ -1,6 +1,7 @@
 #include "fixture.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/factory.h"
+#include "qob/qob/typeinforegistry.h"
 
 #include <string>
 #include <vector>
@@ -252,4 +253,27 @@ TEST(MetaRegistry, ItsFactoryMakesTheElementsOfMetamodels) {
     EXPECT_EQ(QOB::Integer(factory.createFromString("QOB.Integer", "17")), 17);
     EXPECT_FALSE(factory.createFromString("Nothing").isValid());
     package.destroy();
+}
+
+TEST(MetaRegistry, AValueLeadsToTheElementThatDescribesItsType) {
+    using QOB::TypeInfoRegistry;
+    Tessel::TypeInfo const info = *TypeInfoRegistry::getTypeInfo("QOB.Real");
+    QOB::Object const value = QOB::Real(1.5);
+    EXPECT_FALSE(value->getMetaType({}).isValid());
+
+    DataType const type =
+        QOB::DomainRegistry::instance()->getMetaRegistryFactory().createDataType();
+    EXPECT_EQ(messageOf([&] { TypeInfoRegistry::registerMetaType("QOB.Real", info, type); }),
+              "The type name (QOB.Real) is in use in the registry of type infos.");
+    EXPECT_FALSE(TypeInfoRegistry::getMetaType("QOB.Real").isValid());
+    TypeInfoRegistry::unregisterTypeInfo("QOB.Real");
+    TypeInfoRegistry::registerMetaType("QOB.Real", info, type);
+    EXPECT_EQ(TypeInfoRegistry::getMetaType("QOB.Real"), type);
+    EXPECT_EQ(value->getMetaType({}), QOB::ImmutableType(type));
+
+    TypeInfoRegistry::unregisterMetaType("QOB.Real");
+    EXPECT_FALSE(TypeInfoRegistry::isRegistered("QOB.Real"));
+    EXPECT_FALSE(value->getMetaType({}).isValid());
+    TypeInfoRegistry::registerTypeInfo("QOB.Real", info);
+    type.destroy();
 }

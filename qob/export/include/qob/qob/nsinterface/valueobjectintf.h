@@ -19,6 +19,9 @@ public:
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const override;
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override;
 
+    /// The element of a metamodel that was registered for the value's data type, if any.
+    ImmutableType getMetaType(Deviant deviant) const override;
+
     /// Copies the value into `value`.
     virtual void getValue(Tessel::any& value) const = 0;
     /// The dotted name of the value's data type.
