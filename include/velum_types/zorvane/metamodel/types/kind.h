@@ -1,0 +1,95 @@
+#pragma once
+
+#include "qob/qob/object.h"
+#include "qob/qob/string.h"
+#include "tessel/typeinfo.h"
+#include "velum_types/export.h"
+
+#include <array>
+#include <compare>
+#include <cstddef>
+#include <iosfwd>
+#include <map>
+#include <string>
+
+namespace Zorvane::metamodel::types {
+
+/// What all enumerated value classes are: one number, copied like an int. `Literals` has the
+/// enumeration `Value`, the literal of each of its numbers from 0 on (`texts`), the dotted name of
+/// the type (`typeName`) and the end of a failed check in the class's own source (`fail`).
+///
+/// Numbers without a literal are stored, compared and hashed like any other.
+template <class Self, class Literals>
+class VELUM_TYPES_EXPORT Kind : public Literals {
+public:
+    using typename Literals::Value;
+
+    /// Number 0.
+    constexpr Kind() noexcept = default;
+    constexpr Kind(int number) noexcept : number_(number) {}
+    constexpr Kind(Value value) noexcept : number_(value) {}
+
+    /// Unboxing. An empty handle, or an object that isn't valid, quietly gives number 0. Raises
+    /// QOB::Exception for an object that is no value, Tessel::bad_any_cast for another value.
+    explicit Kind(QOB::ImmutableValueObject const& object);
+    explicit Kind(QOB::ValueObject const& object);
+    explicit Kind(QOB::ImmutableObject const& object);
+    explicit Kind(QOB::Object const& object);
+
+    /// Boxes a copy.
+    operator QOB::Object() const;
+    operator QOB::ValueObject() const;
+
+    constexpr operator Value() const noexcept { return static_cast<Value>(number_); }
+    constexpr Value operator()() const noexcept { return *this; }
+    /// True, whatever the number.
+    constexpr bool isValid() const noexcept { return true; }
+
+    /// The literal, or the decimal number if there is none for it.
+    QOB::String toString() const;
+    /// Reads what toString writes; raises Tessel::bad_any_cast for any other text.
+    static Self fromString(std::string const& text);
+
+    /// All literals in the order of their numbers.
+    static std::map<Self, std::string> getLiterals();
+    static std::string getTypeName();
+    /// The description of this class; one for the process.
+    static Tessel::TypeInfo const& getTypeInfo();
+
+    friend constexpr bool operator==(Self const& a, Self const& b) noexcept {
+        return a.number_ == b.number_;
+    }
+    friend constexpr bool operator==(Self const& a, Value b) noexcept { return a.number_ == b; }
+    friend constexpr bool operator==(Self const& a, int b) noexcept { return a.number_ == b; }
+    /// By number, which is not the order of magnitudes.
+    friend constexpr std::strong_ordering operator<=>(Self const& a, Self const& b) noexcept {
+        return a.number_ <=> b.number_;
+    }
+    friend constexpr std::strong_ordering operator<=>(Self const& a, Value b) noexcept {
+        return a.number_ <=> static_cast<int>(b);
+    }
+    friend constexpr std::strong_ordering operator<=>(Self const& a, int b) noexcept {
+        return a.number_ <=> b;
+    }
+
+private:
+    int number_ = 0;
+};
+
+template <class Self, class Literals>
+constexpr unsigned hash_value(Kind<Self, Literals> const& kind) noexcept {
+    return static_cast<unsigned>(kind());
+}
+
+template <class Self, class Literals>
+std::ostream& operator<<(std::ostream& out, Kind<Self, Literals> const& kind) {
+    return out << kind.toString();
+}
+
+/// The standard's hash of a value class, by its hash_value.
+template <class Value>
+struct ValueHash {
+    std::size_t operator()(Value const& value) const noexcept { return hash_value(value); }
+};
+
+} // namespace Zorvane::metamodel::types

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "qob/qob/real.h"
+#include "velum_types/zorvane/metamodel/types/quantity.h"
+#include "velum_types/zorvane/metamodel/types/quantitytypeinfo.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypestimeunitkind.h"
+
+namespace Zorvane::metamodel::types {
+
+class TimeTypeInfo;
+
+/// A length of time: a number of a unit.
+class VELUM_TYPES_EXPORT Time : public Quantity<Time, QOB::Real, TimeUnitKind> {
+public:
+    using Quantity::Quantity;
+
+    static std::string getTypeName();
+    /// The description of this class; one for the process.
+    static Tessel::TypeInfo const& getTypeInfo();
+
+private:
+    friend Quantity;
+    friend QuantityTypeInfo<TimeTypeInfo, Time>;
+
+    [[noreturn]] static void fail(char const* text);
+};
+
+/// The description of Time.
+class VELUM_TYPES_EXPORT TimeTypeInfo : public QuantityTypeInfo<TimeTypeInfo, Time> {};
+
+extern template class Quantity<Time, QOB::Real, TimeUnitKind>;
+extern template class QuantityTypeInfo<TimeTypeInfo, Time>;
+
+} // namespace Zorvane::metamodel::types
+
+template <>
+struct std::hash<Zorvane::metamodel::types::Time>
+    : Zorvane::metamodel::types::ValueHash<Zorvane::metamodel::types::Time> {};

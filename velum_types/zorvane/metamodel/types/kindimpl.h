@@ -1,0 +1,89 @@
+#pragma once
+
+#include "qob/kernel/value/valuebox.h"
+#include "qob/qob/assert.h"
+#include "valuefailure.h"
+#include "velum_types/zorvane/metamodel/types/kind.h"
+#include "velum_types/zorvane/metamodel/types/specificenumtype.h"
+
+#include <algorithm>
+#include <ostream>
+
+/// The bodies of Kind, for the one source of each class that instantiates it.
+namespace Zorvane::metamodel::types {
+
+template <class Self, class Literals>
+Kind<Self, Literals>::Kind(QOB::ImmutableValueObject const& object) {
+    if (object.get() != nullptr) {
+        number_ = QOB::unboxValue<Self>(*object.get()).number_;
+    }
+}
+
+template <class Self, class Literals>
+Kind<Self, Literals>::Kind(QOB::ValueObject const& object)
+    : Kind(static_cast<QOB::ImmutableValueObject const&>(object)) {
+}
+
+template <class Self, class Literals>
+Kind<Self, Literals>::Kind(QOB::ImmutableObject const& object) {
+    if (!object.isValid()) {
+        return;
+    }
+    QOB::ImmutableValueObject const value(object);
+    if (value.get() == nullptr) {
+        Literals::fail(InternalFailure);
+    }
+    number_ = QOB::unboxValue<Self>(*value.get()).number_;
+}
+
+template <class Self, class Literals>
+Kind<Self, Literals>::Kind(QOB::Object const& object)
+    : Kind(static_cast<QOB::ImmutableObject const&>(object)) {
+}
+
+template <class Self, class Literals>
+Kind<Self, Literals>::operator QOB::ValueObject() const {
+    return QOB::boxValue(Self(number_));
+}
+
+template <class Self, class Literals>
+Kind<Self, Literals>::operator QOB::Object() const {
+    return QOB::boxValue(Self(number_));
+}
+
+template <class Self, class Literals>
+QOB::String Kind<Self, Literals>::toString() const {
+    auto const index = static_cast<std::size_t>(number_);
+    return index < Literals::texts.size() ? QOB::String(Literals::texts[index])
+                                          : QOB::String(std::to_string(number_));
+}
+
+template <class Self, class Literals>
+Self Kind<Self, Literals>::fromString(std::string const& text) {
+    return Tessel::any_cast<Self>(getTypeInfo().convertFromString(text));
+}
+
+template <class Self, class Literals>
+std::map<Self, std::string> Kind<Self, Literals>::getLiterals() {
+    static std::map<Self, std::string> const literals = [] {
+        std::map<Self, std::string> all;
+        for (int number = 0; char const* const text : Literals::texts) {
+            all.emplace(number++, text);
+        }
+        return all;
+    }();
+    return literals;
+}
+
+template <class Self, class Literals>
+std::string Kind<Self, Literals>::getTypeName() {
+    return Literals::typeName;
+}
+
+template <class Self, class Literals>
+Tessel::TypeInfo const& Kind<Self, Literals>::getTypeInfo() {
+    static Tessel::TypeInfo const info = Tessel::Type::CreateTypeInfo(new SpecificEnumType<Self>());
+    return info;
+}
+
+} // namespace Zorvane::metamodel::types
