@@ -6,3 +6,7 @@
 #include "velum_types/version.h"
 #include "velum_types/zorvane/metamodel/types/initialize.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypes.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypescompumethodcategory.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesdatasize.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfloatingpointkind.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypestime.h"

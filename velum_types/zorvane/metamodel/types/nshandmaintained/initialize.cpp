@@ -6,6 +6,7 @@
 #include "tessel/moduleobject.h"
 #include "velum_foundation/zorvane/metamodel.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfactory.h"
+#include "velum_types/zorvane/metamodel/types/nsmetaregistry/valuetypes.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesnames.h"
 
 #include <boost/checked_delete.hpp>
@@ -20,7 +21,13 @@ namespace {
 /// The registration of the package, made by the constructor.
 class InitializerClass {
 public:
-    InitializerClass() { NSImplementation::bindHandleNames(); }
+    InitializerClass() {
+        NSImplementation::bindHandleNames();
+        NSImplementation::registerValueTypes();
+    }
+    InitializerClass(InitializerClass const&) = delete;
+    InitializerClass& operator=(InitializerClass const&) = delete;
+    ~InitializerClass() { NSImplementation::unregisterValueTypes(); }
 };
 
 template <class T>
