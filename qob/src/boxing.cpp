@@ -31,7 +31,7 @@ Integer::Integer(ValueObject const& object) : Integer(unbox<Integer>(object.get(
 Integer::Integer(ImmutableValueObject const& object) : Integer(unbox<Integer>(object.get())) {
 }
 Integer::operator Object() const {
-    return boxValue(*this);
+    return boxValue<Object>(*this);
 }
 
 Real::Real(Object const& object) : Real(unbox<Real>(object.get())) {
@@ -43,7 +43,7 @@ Real::Real(ValueObject const& object) : Real(unbox<Real>(object.get())) {
 Real::Real(ImmutableValueObject const& object) : Real(unbox<Real>(object.get())) {
 }
 Real::operator Object() const {
-    return boxValue(*this);
+    return boxValue<Object>(*this);
 }
 
 Boolean::Boolean(Object const& object) : Boolean(unbox<Boolean>(object.get())) {
@@ -55,7 +55,7 @@ Boolean::Boolean(ValueObject const& object) : Boolean(unbox<Boolean>(object.get(
 Boolean::Boolean(ImmutableValueObject const& object) : Boolean(unbox<Boolean>(object.get())) {
 }
 Boolean::operator Object() const {
-    return boxValue(*this);
+    return boxValue<Object>(*this);
 }
 
 String::String(Object const& object) : String(unbox<String>(object.get())) {
@@ -67,7 +67,7 @@ String::String(ValueObject const& object) : String(unbox<String>(object.get())) 
 String::String(ImmutableValueObject const& object) : String(unbox<String>(object.get())) {
 }
 String::operator Object() const {
-    return boxValue(*this);
+    return boxValue<Object>(*this);
 }
 
 } // namespace QOB

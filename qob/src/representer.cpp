@@ -46,4 +46,38 @@ std::vector<std::wstring> DatatypeStringRepresenter::splitString(std::wstring co
     return parts;
 }
 
+std::string DatatypeStringRepresenter::combinePlainPair(std::string_view first,
+                                                        std::string_view second) {
+    std::string text;
+    text.reserve(first.size() + 1 + second.size());
+    text += first;
+    text += static_cast<char>(Separator);
+    text += second;
+    return text;
+}
+
+bool DatatypeStringRepresenter::splitPlainPair(std::string_view text,
+                                               std::string_view& first,
+                                               std::string_view& second) noexcept {
+    std::size_t bar = std::string_view::npos;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char const character = text[i];
+        bool const isBar = character == static_cast<char>(Separator);
+        bool const isAscii = static_cast<unsigned char>(character) < 0x80;
+        if (!isAscii || character == static_cast<char>(Escape) ||
+            (isBar && bar != std::string_view::npos)) {
+            return false;
+        }
+        if (isBar) {
+            bar = i;
+        }
+    }
+    if (bar == std::string_view::npos) {
+        return false;
+    }
+    first = text.substr(0, bar);
+    second = text.substr(bar + 1);
+    return true;
+}
+
 } // namespace QOB::Serializer

@@ -24,9 +24,36 @@ TEST(Representer, SplitInvertsCombine) {
             rc::gen::container<Parts>(rc::gen::container<std::wstring>(character)),
             [](Parts const& candidate) { return candidate.size() >= 2; });
         DatatypeStringRepresenter const representer;
-        RC_ASSERT(representer.splitString(representer.combineStrings(parts)) == parts);
+        std::wstring const text = representer.combineStrings(parts);
+        RC_ASSERT(representer.splitString(text) == parts);
+
+        // The short way gives the same wherever it takes a text.
+        std::string const narrow = QOB::String(text);
+        std::string_view first;
+        std::string_view second;
+        if (DatatypeStringRepresenter::splitPlainPair(narrow, first, second)) {
+            RC_ASSERT(parts.size() == 2);
+            RC_ASSERT(std::string(first) == std::string(QOB::String(parts[0])));
+            RC_ASSERT(std::string(second) == std::string(QOB::String(parts[1])));
+            RC_ASSERT(DatatypeStringRepresenter::combinePlainPair(first, second) == narrow);
+        }
     });
     EXPECT_TRUE(holds);
+}
+
+TEST(Representer, ShortWayTakesPlainPairsOnly) {
+    std::string_view first = "first";
+    std::string_view second = "second";
+    auto const split = [&](std::string_view text) {
+        return DatatypeStringRepresenter::splitPlainPair(text, first, second);
+    };
+    for (char const* const text : {"", "32", "1|2|3", "1\\||bit", "\xc3\xa4|bit"}) {
+        EXPECT_FALSE(split(text)) << text;
+    }
+    EXPECT_EQ(first, "first");
+    EXPECT_TRUE(split("32|bit") && first == "32" && second == "bit");
+    EXPECT_TRUE(split("|") && first.empty() && second.empty());
+    EXPECT_EQ(DatatypeStringRepresenter::combinePlainPair("", "bit"), "|bit");
 }
 
 TEST(Representer, StrayBackslashIsNamed) {

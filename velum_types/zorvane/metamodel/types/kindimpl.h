@@ -29,11 +29,11 @@ Kind<Self, Literals>::Kind(QOB::ImmutableObject const& object) {
     if (!object.isValid()) {
         return;
     }
-    QOB::ImmutableValueObject const value(object);
-    if (value.get() == nullptr) {
+    auto const* const value = QOB::castObject<QOB::NSInterface::ValueObjectIntf>(object.get());
+    if (value == nullptr) {
         Literals::fail(InternalFailure);
     }
-    number_ = QOB::unboxValue<Self>(*value.get()).number_;
+    number_ = QOB::unboxValue<Self>(*value).number_;
 }
 
 template <class Self, class Literals>
@@ -48,18 +48,20 @@ Kind<Self, Literals>::operator QOB::ValueObject() const {
 
 template <class Self, class Literals>
 Kind<Self, Literals>::operator QOB::Object() const {
-    return QOB::boxValue(Self(number_));
+    return QOB::boxValue<QOB::Object>(Self(number_));
 }
 
 template <class Self, class Literals>
 QOB::String Kind<Self, Literals>::toString() const {
-    auto const index = static_cast<std::size_t>(number_);
-    return index < Literals::texts.size() ? QOB::String(Literals::texts[index])
-                                          : QOB::String(std::to_string(number_));
+    std::string_view const text = literal();
+    return text.empty() ? QOB::String(std::to_string(number_)) : QOB::String(std::string(text));
 }
 
 template <class Self, class Literals>
 Self Kind<Self, Literals>::fromString(std::string const& text) {
+    if (std::optional<Self> const known = findLiteral(text)) {
+        return *known;
+    }
     return Tessel::any_cast<Self>(getTypeInfo().convertFromString(text));
 }
 
@@ -67,7 +69,7 @@ template <class Self, class Literals>
 std::map<Self, std::string> Kind<Self, Literals>::getLiterals() {
     static std::map<Self, std::string> const literals = [] {
         std::map<Self, std::string> all;
-        for (int number = 0; char const* const text : Literals::texts) {
+        for (int number = 0; std::string_view const text : Literals::texts) {
             all.emplace(number++, text);
         }
         return all;

@@ -16,27 +16,34 @@
 /// them.
 namespace Zorvane::metamodel::types {
 
-template <class Self, class Number, class Unit>
-Quantity<Self, Number, Unit>::Quantity(QOB::ImmutableValueObject const& object) {
-    if (object.get() == nullptr) {
-        Self::fail(InternalFailure);
+/// The value in an object; raises by `fail` for one that is null or holds no value.
+template <class Value>
+Value valueOf(QOB::NSInterface::ObjectIntf const* object, void (*fail)(char const*)) {
+    auto const* const value = QOB::castObject<QOB::NSInterface::ValueObjectIntf>(object);
+    if (value == nullptr) {
+        fail(InternalFailure);
     }
-    *this = QOB::unboxValue<Self>(*object.get());
+    return QOB::unboxValue<Value>(*value);
+}
+
+template <class Self, class Number, class Unit>
+Quantity<Self, Number, Unit>::Quantity(QOB::ImmutableValueObject const& object)
+    : Quantity(valueOf<Self>(object.get(), &Self::fail)) {
 }
 
 template <class Self, class Number, class Unit>
 Quantity<Self, Number, Unit>::Quantity(QOB::ValueObject const& object)
-    : Quantity(static_cast<QOB::ImmutableValueObject const&>(object)) {
+    : Quantity(valueOf<Self>(object.get(), &Self::fail)) {
 }
 
 template <class Self, class Number, class Unit>
 Quantity<Self, Number, Unit>::Quantity(QOB::ImmutableObject const& object)
-    : Quantity(QOB::ImmutableValueObject(object)) {
+    : Quantity(valueOf<Self>(object.get(), &Self::fail)) {
 }
 
 template <class Self, class Number, class Unit>
 Quantity<Self, Number, Unit>::Quantity(QOB::Object const& object)
-    : Quantity(QOB::ImmutableValueObject(object)) {
+    : Quantity(valueOf<Self>(object.get(), &Self::fail)) {
 }
 
 template <class Self, class Number, class Unit>
@@ -46,18 +53,17 @@ QOB::ValueObject Quantity<Self, Number, Unit>::toQOBValueObject() const {
 
 template <class Self, class Number, class Unit>
 QOB::Object Quantity<Self, Number, Unit>::toQOBObject() const {
-    return toQOBValueObject();
+    return QOB::boxValue<QOB::Object>(Self(value_, unit_));
 }
 
 // Generic access -------------------------------------------------------------------------------
 
-/// The value of type `Member` in an object. The conversion comes first, so that a value of another
-/// type raises bad_any_cast.
-template <class Self, class Member>
-Member memberFromObject(QOB::ImmutableObject const& object, void (*fail)(char const*)) {
-    QOB::ImmutableValueObject const value(object);
-    Member const member = value.get() != nullptr ? QOB::unboxValue<Member>(*value.get()) : Member();
-    if (value.get() == nullptr || !object.isValid()) {
+/// The value of type `Member` in an object, as a setter takes it. The conversion comes first, so
+/// that a value of another type raises bad_any_cast.
+template <class Member>
+Member validMember(QOB::ImmutableObject const& object, void (*fail)(char const*)) {
+    Member const member = valueOf<Member>(object.get(), fail);
+    if (!object.isValid()) {
         fail(InternalFailure);
     }
     return member;
@@ -75,22 +81,22 @@ QOB::Object Quantity<Self, Number, Unit>::getUnitAsImmutableObject() const {
 
 template <class Self, class Number, class Unit>
 void Quantity<Self, Number, Unit>::setOrAddObjectValue(QOB::Object const& object) {
-    setValue(memberFromObject<Self, Number>(object, &Self::fail));
+    setValue(validMember<Number>(object, &Self::fail));
 }
 
 template <class Self, class Number, class Unit>
 void Quantity<Self, Number, Unit>::setOrAddObjectUnit(QOB::Object const& object) {
-    setUnit(memberFromObject<Self, Unit>(object, &Self::fail));
+    setUnit(validMember<Unit>(object, &Self::fail));
 }
 
 template <class Self, class Number, class Unit>
 void Quantity<Self, Number, Unit>::removeObjectValue(QOB::ImmutableObject const& object) {
-    static_cast<void>(memberFromObject<Self, Number>(object, &Self::fail));
+    static_cast<void>(validMember<Number>(object, &Self::fail));
 }
 
 template <class Self, class Number, class Unit>
 void Quantity<Self, Number, Unit>::removeObjectUnit(QOB::ImmutableObject const& object) {
-    static_cast<void>(memberFromObject<Self, Unit>(object, &Self::fail));
+    static_cast<void>(validMember<Unit>(object, &Self::fail));
 }
 
 // Text -----------------------------------------------------------------------------------------
@@ -120,24 +126,40 @@ Self Quantity<Self, Number, Unit>::fromUString(std::wstring const& text) {
         Self::fail("Incorrect parameters count!");
     }
     parts.resize(2);
-    Self quantity;
-    quantity.setValue(Number::fromString(parts[0]));
+    return fromParts(parts[0], QOB::String(parts[1]).view());
+}
+
+template <class Self, class Number, class Unit>
+Self Quantity<Self, Number, Unit>::fromParts(QOB::String const& value, std::string_view unit) {
+    Number const number = Number::fromString(value);
+    if (std::optional<Unit> const known = Unit::findLiteral(unit)) {
+        return {number, *known};
+    }
     Tessel::ErrorHolder errors;
-    Tessel::any const unit = Unit::getTypeInfo().convertFromString(QOB::String(parts[1]), errors);
+    Tessel::any const other = Unit::getTypeInfo().convertFromString(std::string(unit), errors);
     if (errors.hasError()) {
         QOB_FAIL("%s", errors.getError().c_str());
     }
-    quantity.setUnit(Tessel::any_cast<Unit const&>(unit));
-    return quantity;
+    return {number, Tessel::any_cast<Unit const&>(other)};
 }
 
 template <class Self, class Number, class Unit>
 QOB::String Quantity<Self, Number, Unit>::toString() const {
-    return toUString();
+    if (unit_.literal().empty()) {
+        return toUString();
+    }
+    QOB::String const number = value_.isValid() ? value_.toString() : QOB::String();
+    return QOB::Serializer::DatatypeStringRepresenter::combinePlainPair(number.view(),
+                                                                        unit_.literal());
 }
 
 template <class Self, class Number, class Unit>
 Self Quantity<Self, Number, Unit>::fromString(QOB::String const& text) {
+    std::string_view number;
+    std::string_view unit;
+    if (QOB::Serializer::DatatypeStringRepresenter::splitPlainPair(text.view(), number, unit)) {
+        return fromParts(std::string(number), unit);
+    }
     return fromUString(text);
 }
 

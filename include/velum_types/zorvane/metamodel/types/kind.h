@@ -10,7 +10,9 @@
 #include <cstddef>
 #include <iosfwd>
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace Zorvane::metamodel::types {
 
@@ -45,6 +47,21 @@ public:
     /// True, whatever the number.
     constexpr bool isValid() const noexcept { return true; }
 
+    /// The literal; empty if there is none for the number.
+    constexpr std::string_view literal() const noexcept {
+        auto const index = static_cast<std::size_t>(number_);
+        return index < Literals::texts.size() ? Literals::texts[index] : std::string_view();
+    }
+    /// The value of a literal, if the text is one.
+    static constexpr std::optional<Self> findLiteral(std::string_view text) noexcept {
+        for (int number = 0; std::string_view const known : Literals::texts) {
+            if (known == text) {
+                return Self(number);
+            }
+            ++number;
+        }
+        return std::nullopt;
+    }
     /// The literal, or the decimal number if there is none for it.
     QOB::String toString() const;
     /// Reads what toString writes; raises Tessel::bad_any_cast for any other text.

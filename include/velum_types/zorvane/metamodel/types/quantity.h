@@ -10,6 +10,7 @@
 #include <concepts>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 namespace Zorvane::metamodel::types {
 
@@ -99,6 +100,8 @@ public:
     }
 
 private:
+    static Self fromParts(QOB::String const& value, std::string_view unit);
+
     Number value_;
     Unit unit_;
 };

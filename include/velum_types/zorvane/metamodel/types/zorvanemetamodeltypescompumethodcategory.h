@@ -6,11 +6,11 @@ namespace Zorvane::metamodel::types {
 
 struct VELUM_TYPES_EXPORT CompuMethodCategoryLiterals {
     enum Value : int { Identical, Linear, RatFunc, TextTable, LinearAndTextTable };
-    static constexpr std::array<char const*, 5> texts{"Identical",
-                                                      "Linear",
-                                                      "RatFunc",
-                                                      "TextTable",
-                                                      "LinearAndTextTable"};
+    static constexpr std::array<std::string_view, 5> texts{"Identical",
+                                                           "Linear",
+                                                           "RatFunc",
+                                                           "TextTable",
+                                                           "LinearAndTextTable"};
     static constexpr char const* typeName = "Zorvane.metamodel.types.CompuMethodCategory";
 
 protected:

@@ -6,7 +6,7 @@ namespace Zorvane::metamodel::types {
 
 struct VELUM_TYPES_EXPORT DataSizeUnitKindLiterals {
     enum Value : int { bit, byte, KB, MB, GB };
-    static constexpr std::array<char const*, 5> texts{"bit", "byte", "KB", "MB", "GB"};
+    static constexpr std::array<std::string_view, 5> texts{"bit", "byte", "KB", "MB", "GB"};
     static constexpr char const* typeName = "Zorvane.metamodel.types.DataSizeUnitKind";
 
 protected:

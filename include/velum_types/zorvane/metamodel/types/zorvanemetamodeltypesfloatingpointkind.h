@@ -6,7 +6,7 @@ namespace Zorvane::metamodel::types {
 
 struct VELUM_TYPES_EXPORT FloatingPointKindLiterals {
     enum Value : int { IEEE_Double, IEEE_Single };
-    static constexpr std::array<char const*, 2> texts{"IEEE_Double", "IEEE_Single"};
+    static constexpr std::array<std::string_view, 2> texts{"IEEE_Double", "IEEE_Single"};
     static constexpr char const* typeName = "Zorvane.metamodel.types.FloatingPointKind";
 
 protected:

@@ -6,7 +6,7 @@ namespace Zorvane::metamodel::types {
 
 struct VELUM_TYPES_EXPORT TimeUnitKindLiterals {
     enum Value : int { s, ms, us, min, hrs, dys, wks, mos, yrs };
-    static constexpr std::array<char const*, 9>
+    static constexpr std::array<std::string_view, 9>
         texts{"s", "ms", "us", "min", "hrs", "dys", "wks", "mos", "yrs"};
     static constexpr char const* typeName = "Zorvane.metamodel.types.TimeUnitKind";
 

@@ -51,9 +51,9 @@ private:
     T value_;
 };
 
-/// Makes an object of a value.
-template <class T>
-ValueObject boxValue(T value) {
+/// Makes an object of a value; `Handle` is ValueObject or Object.
+template <class Handle = ValueObject, class T>
+Handle boxValue(T value) {
     return {new ValueBox<T>(std::move(value)), Deviant()};
 }
 
