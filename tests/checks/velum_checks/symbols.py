@@ -50,12 +50,13 @@ def _find(project: Project) -> list[str]:
 
 
 def _repair(project: Project) -> None:
+    names = {name: exported(project, library) for name, library in _libraries(project).items()}
     folder = _lists(project)
     folder.mkdir(parents=True, exist_ok=True)
     for listing in folder.glob("*.txt"):
         listing.unlink()
-    for name, library in _libraries(project).items():
-        (folder / f"{name}.txt").write_text("\n".join(exported(project, library)) + "\n")
+    for name, lines in names.items():
+        (folder / f"{name}.txt").write_text("\n".join(lines) + "\n")
 
 
 CHECK = Check(
