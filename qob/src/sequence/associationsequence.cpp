@@ -2,23 +2,22 @@
 
 #include "qob/qob/nsinterface/classobjectintf.h"
 
+#include <utility>
 #include <vector>
 
 namespace QOB {
 
-using Generic::IteratorIntf;
 using Generic::IteratorPtr;
 using Generic::objectOf;
 using Generic::Ref;
-using Generic::sameElement;
 
-GenericAssociationSequence::GenericAssociationSequence(Object const& owner,
-                                                       Generic::SequencePtr const& inner,
+GenericAssociationSequence::GenericAssociationSequence(Object owner,
+                                                       Generic::SequencePtr inner,
                                                        IntrospectiveMethods const* methods,
                                                        unsigned oppositeId,
                                                        bool oppositeIsSingle)
-    : owner_(owner),
-      inner_(inner),
+    : owner_(std::move(owner)),
+      inner_(std::move(inner)),
       methods_(methods),
       oppositeId_(oppositeId),
       oppositeIsSingle_(oppositeIsSingle) {

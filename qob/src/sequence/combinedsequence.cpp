@@ -1,5 +1,7 @@
 #include "qob/kernel/containers/sequence/views/combinedsequence.h"
 
+#include <algorithm>
+
 namespace QOB::combined_sequence_internal {
 
 using Generic::IteratorIntf;
@@ -123,21 +125,14 @@ int GenericCombinedSequence::generic_size(Deviant const& deviant) const {
 }
 
 bool GenericCombinedSequence::generic_empty(Deviant const& deviant) const {
-    for (Generic::SequencePtr const& part : parts_) {
-        if (!part->generic_empty(deviant)) {
-            return false;
-        }
-    }
-    return true;
+    return std::ranges::all_of(
+        parts_, [&](Generic::SequencePtr const& part) { return part->generic_empty(deviant); });
 }
 
 bool GenericCombinedSequence::generic_contains(Deviant const& deviant, Ref element) const {
-    for (Generic::SequencePtr const& part : parts_) {
-        if (part->generic_contains(deviant, element)) {
-            return true;
-        }
-    }
-    return false;
+    return std::ranges::any_of(parts_, [&](Generic::SequencePtr const& part) {
+        return part->generic_contains(deviant, element);
+    });
 }
 
 char const* GenericCombinedSequence::generic_getLumvoName(bool, bool, char const* fallback) const {

@@ -4,9 +4,7 @@
 
 namespace QOB {
 
-using Generic::IteratorIntf;
 using Generic::IteratorPtr;
-using Generic::Ref;
 using Generic::SequenceRef;
 
 GenericDeviantSequence::GenericDeviantSequence(NSInterface::ObjectIntf* object,

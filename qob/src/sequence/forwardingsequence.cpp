@@ -2,7 +2,6 @@
 
 namespace QOB {
 
-using Generic::IteratorIntf;
 using Generic::IteratorPtr;
 using Generic::Ref;
 

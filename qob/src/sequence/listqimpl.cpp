@@ -5,7 +5,6 @@
 
 namespace QOB::ListQImplInternal {
 
-using Generic::IteratorIntf;
 using Generic::IteratorPtr;
 using Generic::Ref;
 using Generic::toRef;

@@ -10,7 +10,6 @@
 
 namespace QOB::MultiIndexImplInternal {
 
-using Generic::IteratorIntf;
 using Generic::IteratorPtr;
 using Generic::Ref;
 using Generic::toRef;

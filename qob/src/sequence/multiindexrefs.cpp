@@ -5,7 +5,6 @@
 
 namespace QOB::MultiIndexImplInternal {
 
-using Generic::IteratorIntf;
 using Generic::IteratorPtr;
 using Generic::objectRefIn;
 using Generic::Ref;

@@ -2,9 +2,10 @@
 
 #include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
 
+#include <utility>
+
 namespace QOB {
 
-using Generic::IteratorIntf;
 using Generic::IteratorPtr;
 using Generic::Ref;
 
@@ -36,11 +37,11 @@ private:
     int position_;
 };
 
-GenericPropertyToSequenceProxy::GenericPropertyToSequenceProxy(ImmutableClassObject const& object,
+GenericPropertyToSequenceProxy::GenericPropertyToSequenceProxy(ImmutableClassObject object,
                                                                IntrospectiveMethods const* methods,
                                                                unsigned propertyId,
                                                                int ends)
-    : object_(object), methods_(methods), propertyId_(propertyId), ends_(ends) {
+    : object_(std::move(object)), methods_(methods), propertyId_(propertyId), ends_(ends) {
 }
 
 GenericPropertyToSequenceProxy::~GenericPropertyToSequenceProxy() = default;

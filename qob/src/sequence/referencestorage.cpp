@@ -81,12 +81,12 @@ struct ReferenceStorage::Chunk : Block {
 
     /// The offset of the element, or the size. Looks at eight elements between two jumps.
     std::uint32_t find(Element element) const noexcept {
-        constexpr std::uint32_t Step = 8;
+        constexpr std::uint32_t step = 8;
         Element const* const first = elements();
         std::uint32_t i = 0;
-        for (; i + Step <= size; i += Step) {
+        for (; i + step <= size; i += step) {
             bool found = false;
-            for (std::uint32_t j = 0; j < Step; ++j) {
+            for (std::uint32_t j = 0; j < step; ++j) {
                 found |= first[i + j] == element;
             }
             if (found) {
@@ -205,7 +205,7 @@ struct ReferenceStorage::Directory : Block {
     std::uint32_t addChunk(std::uint32_t orderIndex, Chunk* chunk) {
         makeRoom(order, order.size());
         makeRoom(tree, tree.size());
-        std::uint32_t slot;
+        std::uint32_t slot = NoSlot;
         if (freeSlots.empty()) {
             // Room for every slot to become free, so that removing a chunk can't fail.
             makeRoom(freeSlots, slots.size());
@@ -309,7 +309,7 @@ struct ReferenceStorage::Directory : Block {
         auto remainder = static_cast<std::uint32_t>(position);
         std::uint32_t node = 0;
         std::uint32_t step = 1;
-        while (step * 2 < tree.size()) {
+        while (std::size_t{2} * step < tree.size()) {
             step *= 2;
         }
         for (; step != 0; step /= 2) {
@@ -352,15 +352,15 @@ struct ReferenceStorage::Directory : Block {
             return {atBegin ? place.order : place.order + 1, 0};
         }
         Chunk& full = chunkAt(place.order);
-        constexpr std::uint32_t Kept = ChunkLimit / 2;
-        fresh->append(full.elements() + Kept, ChunkLimit - Kept);
-        full.size = Kept;
+        constexpr std::uint32_t kept = ChunkLimit / 2;
+        fresh->append(full.elements() + kept, ChunkLimit - kept);
+        full.size = kept;
         for (std::uint32_t i = 0; i < fresh->size; ++i) {
             indexMove(fresh->elements()[i], slot);
         }
         sizeChanged(place.order, 0U - fresh->size);
         sizeChanged(place.order + 1, fresh->size);
-        return place.offset <= Kept ? place : Place{place.order + 1, place.offset - Kept};
+        return place.offset <= kept ? place : Place{place.order + 1, place.offset - kept};
     }
 
     /// Empties a sparse chunk into a neighbour that no other list shares.
@@ -453,7 +453,7 @@ struct ReferenceStorage::Directory : Block {
 
     void buildIndex() {
         auto fresh = std::make_unique<Index>();
-        fresh->map.reserve(2 * size);
+        fresh->map.reserve(std::size_t{2} * size);
         for (std::uint32_t const slot : order) {
             Chunk const& chunk = *slots[slot];
             for (std::uint32_t i = 0; i < chunk.size; ++i) {

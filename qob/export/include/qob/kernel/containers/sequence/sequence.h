@@ -26,14 +26,16 @@ public:
     using reference = T;
 
     /// Keeps the element alive for the length of an expression.
-    class pointer {
+    class ElementHolder {
     public:
-        explicit pointer(T value) : value_(std::move(value)) {}
+        explicit ElementHolder(T value) : value_(std::move(value)) {}
         T const* operator->() const noexcept { return &value_; }
 
     private:
         T value_;
     };
+
+    using pointer = ElementHolder;
 
     SequenceIterator() noexcept = default;
     SequenceIterator(Generic::SequenceRef sequence, Generic::IteratorPtr position) noexcept
@@ -52,7 +54,7 @@ public:
     T operator*() const {
         return Generic::fromRef<T>(position_->generic_value(sequence_.getDeviant()));
     }
-    pointer operator->() const { return pointer(**this); }
+    ElementHolder operator->() const { return ElementHolder(**this); }
     SequenceIterator& operator++() {
         position_->generic_next(sequence_.getDeviant());
         return *this;
@@ -94,7 +96,8 @@ concept WidensTo =
 
 template <class From>
 Generic::SequenceRef widened(Generic::SequenceRef const& sequence) {
-    using namespace filtered_sequence_internal;
+    using filtered_sequence_internal::GenericFilter;
+    using filtered_sequence_internal::GenericFilteredSequence;
     sequence.access();
     return {new GenericFilteredSequence(sequence.pointer(), GenericFilter::objects<From>()),
             sequence.getDeviant()};
@@ -211,7 +214,9 @@ struct OwnContainer<T> {
 /// A sequence on its own, owned by its handles: of values with repetitions, of distinct objects.
 /// Objects show in `deviant`.
 template <class T>
-Sequence<T> MakeSequence(Deviant deviant = {}, std::initializer_list<T> elements = {}) {
+Sequence<T> MakeSequence( // NOLINT(readability-identifier-naming): the failure texts name it
+    Deviant deviant = {},
+    std::initializer_list<T> elements = {}) {
     Sequence<T> result(new OwnedSequence<typename internal::OwnContainer<T>::type>, deviant);
     for (T const& element : elements) {
         result.push_back(element);
@@ -251,7 +256,8 @@ private:
 /// The sequence with each value boxed, for code that knows no value classes. Writes go through.
 template <class Value>
 Generic::SequenceRef asObjects(Sequence<Value> const& sequence) {
-    using namespace filtered_sequence_internal;
+    using filtered_sequence_internal::GenericFilter;
+    using filtered_sequence_internal::GenericFilteredSequence;
     sequence.access();
     return {new GenericFilteredSequence(sequence.pointer(), GenericFilter::boxes<Value>()),
             sequence.getDeviant()};

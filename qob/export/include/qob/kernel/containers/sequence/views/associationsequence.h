@@ -16,8 +16,8 @@ class QOB_EXPORT GenericAssociationSequence final : public ForwardingSequence {
 public:
     /// `methods` and `oppositeId` name the property at the elements; `oppositeIsSingle` tells
     /// whether it holds one owner or many. The view counts owner and inner sequence.
-    GenericAssociationSequence(Object const& owner,
-                               Generic::SequencePtr const& inner,
+    GenericAssociationSequence(Object owner,
+                               Generic::SequencePtr inner,
                                IntrospectiveMethods const* methods,
                                unsigned oppositeId,
                                bool oppositeIsSingle);

@@ -19,7 +19,7 @@ public:
     enum Ends : int { OneEnd = 0, BothEnds = 1 };
 
     /// The view counts its object.
-    GenericPropertyToSequenceProxy(ImmutableClassObject const& object,
+    GenericPropertyToSequenceProxy(ImmutableClassObject object,
                                    IntrospectiveMethods const* methods,
                                    unsigned propertyId,
                                    int ends);
