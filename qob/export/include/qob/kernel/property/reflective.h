@@ -91,7 +91,7 @@ bool dispatch(List<Property...>, [[maybe_unused]] unsigned id, Action const& act
 
 template <auto Operation, class Intf>
 Generic::SequenceRef sequence(Intf& self, Deviant deviant, [[maybe_unused]] bool asObjects) {
-    auto const elements = (self.*Operation)(deviant);
+    auto elements = (self.*Operation)(deviant);
     using Element = typename decltype(elements)::value_type;
     if constexpr (!Generic::ObjectElement<Element>) {
         if (asObjects) {
