@@ -12,6 +12,10 @@ namespace foundation = Zorvane::metamodel::foundation;
 
 namespace {
 
+types::DataSize bits(int count) {
+    return {count, types::DataSizeUnitKind::bit};
+}
+
 /// A fresh model for each test, ended with it.
 class IntegerTest : public testing::Test {
 protected:
@@ -37,6 +41,8 @@ TEST_F(IntegerTest, NewObjectIsInTheDefaultsOfItsClass) {
     EXPECT_TRUE(integer.isValid());
     EXPECT_TRUE(integer.hasIsSigned());
     EXPECT_EQ(integer.isSigned(), true);
+    EXPECT_TRUE(integer.hasLength());
+    EXPECT_EQ(integer.getLength(), bits(32));
     EXPECT_TRUE(integer.hasName());
     EXPECT_FALSE(integer.getName().isValid());
     EXPECT_EQ(integer.getObjectId(), 7);
@@ -72,6 +78,14 @@ TEST_F(IntegerTest, WrittenValuesAreReadBackAndRemovalOfMandatoryOnesDoesNothing
     integer.removeIsSigned();
     integer.setIsSigned(QOB::Boolean());
     EXPECT_EQ(integer.isSigned(), false);
+    integer.setLength(bits(8));
+    integer.removeLength();
+    integer.removeOnlyLength();
+    EXPECT_EQ(integer.getLength(), bits(8));
+    integer.setOnlyLength(bits(16));
+    EXPECT_EQ(integer.getLength(), bits(16));
+    integer.setLength(types::DataSize());
+    EXPECT_EQ(integer.getLength(), types::DataSize()) << "a size is taken as it is given";
     integer.setName("word");
     integer.removeName();
     integer.setName(QOB::String());
@@ -195,9 +209,11 @@ TEST_F(IntegerTest, MergeBringsEveryPropertyOfAChangedObject) {
     QOB::Deviant const branch = model.createDeviant();
     types::Integer const inBranch(integer.get(), branch);
     inBranch.setName("merged");
+    inBranch.setLength(bits(8));
     inBranch.setIsSigned(false);
     model.mergeDeviant(branch);
     EXPECT_EQ(integer.getName(), "merged");
+    EXPECT_EQ(integer.getLength(), bits(8));
     EXPECT_EQ(integer.isSigned(), false);
 }
 
@@ -306,9 +322,11 @@ TEST_F(IntegerTest, ReadsAndWritesThatChangeNothingAllocateNothing) {
     for (QOB::Deviant const deviant : {model.getDeviant(), fresh, written}) {
         types::Integer const handle(integer.get(), deviant);
         std::size_t const before = VelumTest::allocationCount();
-        bool const all = handle.isSigned() == true && handle.hasIsSigned() && handle.hasName() &&
-                         handle.getName() == name && handle.isValid();
+        bool const all = handle.isSigned() == true && handle.getLength() == bits(32) &&
+                         handle.hasIsSigned() && handle.hasName() && handle.getName() == name &&
+                         handle.isValid();
         handle.setIsSigned(true);
+        handle.setLength(bits(32));
         handle.setName(name);
         handle.removeName();
         foundation::NamedElement const base = handle;

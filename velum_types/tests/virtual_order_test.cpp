@@ -28,7 +28,13 @@ std::vector<std::size_t> namedElementBlock() {
 std::vector<std::size_t> integerBlock() {
     using Intf = types::NSInterface::IntegerIntf;
     using Pair = Intf* (Intf::*)(QOB::Deviant, Intf const*) const;
-    return {slotOf(&Intf::hasIsSigned),
+    return {slotOf(&Intf::hasLength),
+            slotOf(&Intf::removeLength),
+            slotOf(&Intf::setLength),
+            slotOf(&Intf::getLength),
+            slotOf(&Intf::removeOnlyLength),
+            slotOf(&Intf::setOnlyLength),
+            slotOf(&Intf::hasIsSigned),
             slotOf(&Intf::removeIsSigned),
             slotOf(&Intf::setIsSigned),
             slotOf(&Intf::isSigned),
@@ -69,7 +75,7 @@ TEST(VirtualOrder, EachClassAddsItsBlockBehindItsBase) {
     std::size_t const end = slotOf(static_cast<Pair>(&ClassObjectIntf::getWriteDeviantI)) + 1;
     EXPECT_EQ(elementBlock(), consecutiveFrom(end, 2));
     EXPECT_EQ(namedElementBlock(), consecutiveFrom(end + 2, 6));
-    EXPECT_EQ(integerBlock(), consecutiveFrom(end + 8, 6));
+    EXPECT_EQ(integerBlock(), consecutiveFrom(end + 8, 12));
 }
 
 TEST(VirtualOrder, FactoryEndsWithTheCreationByName) {
