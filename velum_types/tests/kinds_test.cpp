@@ -1,3 +1,6 @@
+#include "qob/qob/model.h"
+#include "qob/qob/typeinforegistry.h"
+#include "qob/qob/valueobjectfactory.h"
 #include "support/failure.h"
 #include "support/vtable.h"
 #include "velum_types/zorvane/metamodel/types/initialize.h"
@@ -7,13 +10,8 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfloatingpointkind.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypestimeunitkind.h"
 
-#include "qob/qob/model.h"
-#include "qob/qob/typeinforegistry.h"
-#include "qob/qob/valueobjectfactory.h"
-
-#include <gtest/gtest.h>
-
 #include <climits>
+#include <gtest/gtest.h>
 
 #include <sstream>
 #include <type_traits>
@@ -149,8 +147,7 @@ TYPED_TEST(Kinds, InvalidObjectsAreQuietlyTheDefault) {
 
 TYPED_TEST(Kinds, AreDescribedByASpecificEnumType) {
     using Type = types::SpecificEnumType<TypeParam>;
-    auto* const type =
-        dynamic_cast<Type*>(Tessel::Type::GetBaseType(TypeParam::getTypeInfo()));
+    auto* const type = dynamic_cast<Type*>(Tessel::Type::GetBaseType(TypeParam::getTypeInfo()));
     ASSERT_NE(type, nullptr);
     EXPECT_EQ(type->getLiterals().size(), this->literals().size());
     EXPECT_EQ(type->toInteger(TypeParam(5)), 5);

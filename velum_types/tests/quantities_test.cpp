@@ -1,12 +1,11 @@
+#include "qob/qob/model.h"
+#include "qob/qob/typeinforegistry.h"
+#include "qob/qob/valueobjectfactory.h"
 #include "support/allocation_count.h"
 #include "support/failure.h"
 #include "velum_types/zorvane/metamodel/types/initialize.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesdatasize.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypestime.h"
-
-#include "qob/qob/model.h"
-#include "qob/qob/typeinforegistry.h"
-#include "qob/qob/valueobjectfactory.h"
 
 #include <gtest/gtest.h>
 

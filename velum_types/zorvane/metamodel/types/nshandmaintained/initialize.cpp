@@ -5,8 +5,8 @@
 #include "qob/qob/model.h"
 #include "tessel/moduleobject.h"
 #include "velum_foundation/zorvane/metamodel.h"
-#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfactory.h"
 #include "velum_types/zorvane/metamodel/types/nsmetaregistry/valuetypes.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfactory.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesnames.h"
 
 #include <boost/checked_delete.hpp>
