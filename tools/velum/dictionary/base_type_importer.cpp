@@ -3,6 +3,7 @@
 #include "arxml/fragment_account.h"
 #include "dictionary/dictionary.h"
 #include "dictionary/findings.h"
+#include "dictionary/number.h"
 
 #include <string>
 
@@ -34,7 +35,7 @@ void BaseTypeImporter::take(const Fragment& fragment) {
     const Fragment::Index declaration = fragment.child(0, element::nativeDeclaration);
     const Encoding encoding = readEncoding(textOf(fragment, code), textOf(fragment, declaration));
     byPath_.emplace(fragment.path(0), baseTypes_.size());
-    baseTypes_.push_back({fragment.path(0), encoding});
+    baseTypes_.push_back({fragment.path(0), encoding, std::nullopt});
     if (encoding.values != Encoding::Values::integer) {
         account.skipAll(report.tally, Reason::noClass);
         return;
@@ -47,10 +48,34 @@ void BaseTypeImporter::take(const Fragment& fragment) {
     if (encoding.isExact) {
         account.hold(code);
     }
+    const Fragment::Index size = fragment.child(0, element::baseTypeSize);
+    baseTypes_.back().bits = readSize(fragment, size);
+    if (baseTypes_.back().bits) {
+        account.hold(size);
+    }
     if (encoding.isFromDeclaration) {
         account.hold(declaration);
     }
     account.settle(report.tally, Reason::noProperty);
+}
+
+std::optional<std::int32_t> BaseTypeImporter::readSize(const Fragment& fragment,
+                                                       Fragment::Index size) const {
+    if (size == Fragment::none) {
+        return std::nullopt;
+    }
+    WholeNumber number = readWholeNumber(fragment.text(size));
+    if (number.value && *number.value < 0) {
+        number = {std::nullopt, Reason::outOfRange};
+    }
+    if (number.fault) {
+        context_.fileReport(fragment.file())
+            .find(placeOf(fragment, size),
+                  *number.fault,
+                  "The size (" + std::string(fragment.text(size)) + ") is no number of bits" +
+                      (*number.fault == Reason::outOfRange ? " that an integer can have." : "."));
+    }
+    return number.value;
 }
 
 void BaseTypeImporter::reportInference(const Fragment& fragment, const Encoding& encoding) const {
@@ -70,7 +95,8 @@ void BaseTypeImporter::build(Dictionary& dictionary) {
     for (const BaseType& baseType : baseTypes_) {
         if (!baseType.isUsed && baseType.encoding.values == Encoding::Values::integer) {
             dictionary.addInteger(context_.index.paths().name(baseType.path),
-                                  baseType.encoding.isSigned);
+                                  baseType.encoding.isSigned,
+                                  baseType.bits);
         }
     }
 }

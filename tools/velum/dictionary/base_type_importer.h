@@ -3,6 +3,8 @@
 #include "dictionary/encoding.h"
 #include "dictionary/kind_importer.h"
 
+#include <cstdint>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -15,6 +17,7 @@ public:
     struct BaseType {
         arxml::PathId path;
         Encoding encoding;
+        std::optional<std::int32_t> bits; ///< none if the file gives no size
         bool isUsed = false;
     };
 
@@ -30,6 +33,9 @@ public:
     BaseType* find(arxml::PathId path);
 
 private:
+    /// Reads BASE-TYPE-SIZE; reports one that is no size and takes none then.
+    std::optional<std::int32_t> readSize(const arxml::Fragment& fragment,
+                                         arxml::Fragment::Index size) const;
     void reportInference(const arxml::Fragment& fragment, const Encoding& encoding) const;
 
     ImportContext context_;

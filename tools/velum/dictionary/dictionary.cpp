@@ -14,9 +14,13 @@ Dictionary::~Dictionary() {
     model_.destroy();
 }
 
-void Dictionary::addInteger(std::string_view name, bool isSigned) {
+void Dictionary::addInteger(std::string_view name,
+                            bool isSigned,
+                            std::optional<std::int32_t> bits) {
     types::Integer integer = types::Integer::create(model_, QOB::String(std::string(name)));
     integer.setIsSigned(QOB::Boolean(isSigned));
+    integer.setLength(
+        types::DataSize(bits ? QOB::Integer(*bits) : QOB::Integer(), types::DataSizeUnitKind::bit));
     integers_.push_back(integer);
 }
 
@@ -24,7 +28,11 @@ std::vector<report::IntegerRow> Dictionary::integers() const {
     std::vector<report::IntegerRow> rows;
     rows.reserve(integers_.size());
     for (const types::Integer& integer : integers_) {
-        rows.push_back({integer.getName(), integer.getObjectId(), integer.isSigned()});
+        const types::DataSize length = integer.getLength();
+        rows.push_back({integer.getName(),
+                        integer.getObjectId(),
+                        integer.isSigned(),
+                        length.getValue().isValid() ? std::string(length.toString()) : ""});
     }
     return rows;
 }

@@ -2,6 +2,8 @@
 
 #include "report/report.h"
 
+#include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 #include <velum_types/types.h>
@@ -18,7 +20,8 @@ public:
 
     const QOB::Model& model() const { return model_; }
 
-    void addInteger(std::string_view name, bool isSigned);
+    /// An integer of so many bits; none if the file doesn't tell.
+    void addInteger(std::string_view name, bool isSigned, std::optional<std::int32_t> bits);
 
     /// What the model says about the integers, in the order of their creation.
     std::vector<report::IntegerRow> integers() const;

@@ -90,7 +90,8 @@ void ImplementationTypeImporter::build(Dictionary& dictionary) {
             type.baseType != nullptr && type.baseType->encoding.values == Encoding::Values::integer;
         if (isInteger) {
             dictionary.addInteger(context_.index.paths().name(type.path),
-                                  type.baseType->encoding.isSigned);
+                                  type.baseType->encoding.isSigned,
+                                  type.baseType->bits);
             type.baseType->isUsed = true;
             type.elements.settle(tally, Reason::noProperty);
         } else {

@@ -58,6 +58,7 @@ std::string printJson(const PrintJob& job) {
     Json integers = Json::array();
     for (const IntegerRow& row : job.report.integers) {
         integers.push_back({{"name", row.name}, {"id", row.id}, {"signed", row.isSigned}});
+        integers.back()["length"] = row.length.empty() ? Json() : Json(row.length);
     }
     Json files = Json::array();
     for (const FileReport& file : job.report.files) {

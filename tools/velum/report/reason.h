@@ -13,6 +13,8 @@ enum class Reason : std::uint8_t {
     wrongTarget,   ///< The target is not of the kind that is needed.
     noName,        ///< An element that needs a SHORT-NAME has none.
     duplicatePath, ///< An element of the same kind has the same path; the first one counts.
+    badNumber,     ///< The text is no number.
+    outOfRange,    ///< The number is one that the model can't hold.
     inferred,      ///< A value was missing or unusual and follows from another one.
 };
 
@@ -31,6 +33,10 @@ constexpr std::string_view code(Reason reason) {
         return "no-name";
     case Reason::duplicatePath:
         return "duplicate-path";
+    case Reason::badNumber:
+        return "bad-number";
+    case Reason::outOfRange:
+        return "out-of-range";
     case Reason::inferred:
         return "inferred";
     }

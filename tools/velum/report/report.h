@@ -13,6 +13,7 @@ struct IntegerRow {
     std::string name;
     std::int64_t id = 0;
     bool isSigned = false;
+    std::string length; ///< such as "32|bit"; empty if the file gives no size
 };
 
 /// What an import came to: what the model holds now and what became of the files' elements.

@@ -22,9 +22,12 @@ std::string lineAndColumn(const Place& place) {
 }
 
 void printIntegers(std::string& text, const Report& report) {
-    Table table({{"name"}, {"id", Table::Align::right}, {"signed"}});
+    Table table({{"name"}, {"id", Table::Align::right}, {"signed"}, {"length"}});
     for (const IntegerRow& row : report.integers) {
-        table.addRow({inOneLine(row.name), std::to_string(row.id), row.isSigned ? "yes" : "no"});
+        table.addRow({inOneLine(row.name),
+                      std::to_string(row.id),
+                      row.isSigned ? "yes" : "no",
+                      row.length.empty() ? "-" : row.length});
     }
     if (!table.empty()) {
         text += table.text() + "\n";

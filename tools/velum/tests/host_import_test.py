@@ -47,9 +47,9 @@ class SampleTest(unittest.TestCase):
     def test_types_get_their_sign_from_the_encoding(self):
         integers = report("integer_types.arxml")["integers"]
         self.assertEqual(
-            [(row["name"], row["signed"]) for row in integers],
-            [("Counter", False), ("Torque", True), ("TorqueLimit", True), ("Checksum", True),
-             ("spare", False)])
+            [(row["name"], row["signed"], row["length"]) for row in integers],
+            [("Counter", False, "8|bit"), ("Torque", True, "16|bit"),
+             ("TorqueLimit", True, "16|bit"), ("Checksum", True, "16|bit"), ("spare", False, "32|bit")])
         ids = [row["id"] for row in integers]
         self.assertEqual(len(set(ids)), len(ids))
 
@@ -83,7 +83,8 @@ class SampleTest(unittest.TestCase):
                 rows = [line.split() for line in lines[1:1 + len(data["integers"])]]
                 self.assertEqual(
                     rows,
-                    [[row["name"], str(row["id"]), "yes" if row["signed"] else "no"]
+                    [[row["name"], str(row["id"]), "yes" if row["signed"] else "no",
+                      row["length"] or "-"]
                      for row in data["integers"]])
                 elements = file["elements"]
                 self.assertIn(
@@ -113,15 +114,12 @@ class SampleTest(unittest.TestCase):
         width = len(str(second["id"]))
         ids = [str(row["id"]).rjust(max(width, 2)) for row in (first, second)]
         self.assertEqual(result.stdout.decode(), f"""\
-name   {'id'.rjust(max(width, 2))}  signed
-größe  {ids[0]}  yes
-u      {ids[1]}  no
+name   {'id'.rjust(max(width, 2))}  signed  length
+größe  {ids[0]}  yes     -
+u      {ids[1]}  no      8|bit
 
 2 integers from 1 file.
-small.arxml: 11 elements, 10 consumed, 1 skipped.
-
-count  skipped element  reason       first at
-    1  BASE-TYPE-SIZE   no-property  4:41 /P/u
+small.arxml: 11 elements, 11 consumed, 0 skipped.
 
 small.arxml:4:1: inferred: /P/u: The base type has no encoding; the values are taken as unsigned \
 integers.
@@ -159,6 +157,28 @@ class FindingTest(unittest.TestCase):
                 "Another SW-BASE-TYPE of this path stands before; that one counts.",
                 "120:5: no-name: /: This package has no SHORT-NAME.",
             ])
+
+    def test_a_size_that_is_none_is_told_and_left_open(self):
+        sizes = {"a": "eight", "b": "99999999999", "c": "-8", "d": "0x10"}
+        base_types = "".join(
+            f"<SW-BASE-TYPE><SHORT-NAME>{name}</SHORT-NAME><BASE-TYPE-SIZE>{size}</BASE-TYPE-SIZE>"
+            "<BASE-TYPE-ENCODING>NONE</BASE-TYPE-ENCODING></SW-BASE-TYPE>"
+            for name, size in sizes.items())
+        with Folder() as folder:
+            folder.write("sizes.arxml", f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME>"
+                         f"<ELEMENTS>{base_types}</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
+            result = folder.run("import", "--json", "sizes.arxml")
+        data = json.loads(result.stdout)
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual([row["length"] for row in data["integers"]], [None, None, None, "16|bit"])
+        self.assertEqual(
+            [(finding["path"], finding["reason"], finding["text"])
+             for finding in data["files"][0]["findings"]],
+            [("/P/a", "bad-number", "The size (eight) is no number of bits."),
+             ("/P/b", "out-of-range",
+              "The size (99999999999) is no number of bits that an integer can have."),
+             ("/P/c", "out-of-range",
+              "The size (-8) is no number of bits that an integer can have.")])
 
     def test_what_has_no_place_is_no_fault(self):
         self.assertEqual(run("import", "integer_types.arxml").returncode, 0)
