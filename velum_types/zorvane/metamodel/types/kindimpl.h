@@ -2,6 +2,7 @@
 
 #include "qob/kernel/value/valuebox.h"
 #include "qob/qob/assert.h"
+#include "qob/qob/typeinforegistry.h"
 #include "valuefailure.h"
 #include "velum_types/zorvane/metamodel/types/kind.h"
 #include "velum_types/zorvane/metamodel/types/specificenumtype.h"
@@ -86,6 +87,11 @@ template <class Self, class Literals>
 Tessel::TypeInfo const& Kind<Self, Literals>::getTypeInfo() {
     static Tessel::TypeInfo const info = Tessel::Type::CreateTypeInfo(new SpecificEnumType<Self>());
     return info;
+}
+
+template <class Self, class Literals>
+QOB::ImmutableDataType Kind<Self, Literals>::MetaDataType() {
+    return QOB::TypeInfoRegistry::getMetaType(Self::getTypeName());
 }
 
 } // namespace Zorvane::metamodel::types

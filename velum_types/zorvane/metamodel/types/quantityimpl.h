@@ -3,6 +3,7 @@
 #include "qob/kernel/value/valuebox.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/serializer/datatypestringrepresenter.h"
+#include "qob/qob/typeinforegistry.h"
 #include "valuefailure.h"
 #include "velum_types/zorvane/metamodel/types/quantity.h"
 #include "velum_types/zorvane/metamodel/types/quantitytypeinfo.h"
@@ -161,6 +162,11 @@ Self Quantity<Self, Number, Unit>::fromString(QOB::String const& text) {
         return fromParts(std::string(number), unit);
     }
     return fromUString(text);
+}
+
+template <class Self, class Number, class Unit>
+QOB::ImmutableDataType Quantity<Self, Number, Unit>::MetaDataType() {
+    return QOB::TypeInfoRegistry::getMetaType(Self::getTypeName());
 }
 
 // The description ------------------------------------------------------------------------------

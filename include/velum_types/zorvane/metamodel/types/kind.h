@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qob/qob/datatype.h"
 #include "qob/qob/object.h"
 #include "qob/qob/string.h"
 #include "tessel/typeinfo.h"
@@ -72,6 +73,9 @@ public:
     static std::string getTypeName();
     /// The description of this class; one for the process.
     static Tessel::TypeInfo const& getTypeInfo();
+    /// The live element of the metamodel, an enumeration; empty while the library isn't started.
+    static QOB::ImmutableDataType MetaDataType();
+    QOB::ImmutableDataType getMetaDataType() const { return MetaDataType(); }
 
     friend constexpr bool operator==(Self const& a, Self const& b) noexcept {
         return a.number_ == b.number_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qob/qob/boolean.h"
+#include "qob/qob/datatype.h"
 #include "qob/qob/object.h"
 #include "qob/qob/string.h"
 #include "velum_types/export.h"
@@ -76,6 +77,10 @@ public:
     /// that is no number or no unit.
     static Self fromString(QOB::String const& text);
     static Self fromUString(std::wstring const& text);
+
+    /// The live element of the metamodel; empty while the library isn't started.
+    static QOB::ImmutableDataType MetaDataType();
+    QOB::ImmutableDataType getMetaDataType() const { return MetaDataType(); }
 
     friend constexpr bool operator==(Self const& a, Self const& b) noexcept {
         return !(a.value_ != b.value_) && a.unit_ == b.unit_;
