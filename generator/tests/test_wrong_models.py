@@ -37,6 +37,46 @@ class WrongFiles(ModelTest):
         self.assertEqual(self.faults(cls(), header), [AT + 'package: Key "include" is missing.'])
 
 
+    def test_what_is_counted_wrong_is_told_with_both_numbers(self):
+        header = HEADER + "[package.sums]\nclasses = 2\nproperties = 3\nhidden = 2\nshown = 2\n"
+        header += "repeating = 2\ndata_types = 1\n"
+        wrong = cls(
+            "Animal", 1, prop(1, hidden=True), prop(2, "Eyes", multiplicity="0..*", flags=["non-unique"])
+        )
+        counted = {"classes": (2, 1), "properties": (3, 2), "hidden": (2, 1), "shown": (2, 1)}
+        counted |= {"repeating": (2, 1), "data_types": (1, 0)}
+        self.assertEqual(
+            self.faults(wrong, header),
+            [
+                AT + f'package: Sum "{name}" is {told}, but the file has {found}.'
+                for name, (told, found) in counted.items()
+            ],
+        )
+
+    def test_sums_and_what_is_built_are_of_the_right_form(self):
+        header = HEADER + "[package.sums]\nlegs = 4\nclasses = 'one'\n"
+        header += "[package.built]\nAnimal = 1\n"
+        known = "classes, data_types, properties, hidden, shown, repeating"
+        self.assertEqual(
+            self.faults(cls(), header),
+            [
+                AT + f'package: Sum "legs" is none of {known}.',
+                AT + "package: Sum \"classes\" ('one') is not a number.",
+                AT + "package: What is built of Animal (1) is not a list of texts.",
+            ],
+        )
+
+    def test_what_is_built_is_in_the_file(self):
+        header = HEADER + "[package.built]\nAnimal = ['Legs', 'Tail']\nPlant = []\n"
+        self.assertEqual(
+            self.faults(cls("Animal", 1, prop()), header),
+            [
+                AT + 'Animal: What is built names "Tail", which is no member of the class.',
+                AT + 'package: What is built names "Plant", which is no class of the package.',
+            ],
+        )
+
+
 # What stands in the model, and the messages for it.
 WRONG = {
     "unknown key": (
@@ -95,6 +135,14 @@ WRONG = {
             "Animal: Property Legs has id (2) where 1 follows.",
             "Animal: Property Eyes has id (1) where 2 follows.",
         ],
+    ),
+    "base behind its class": (
+        cls("Bird", 2, base="Animal") + cls("Animal", 1),
+        ["Bird: Base Animal stands behind it, so it would be created too late."],
+    ),
+    "unknown tag": (
+        cls("Animal", 1, tags=["wild"]),
+        ['Animal: Tag ("wild") is none of qob_metaclass, qob_factory, qob_hide_in_lumvo.'],
     ),
     "unknown type": (
         cls("Animal", 1, prop(type="Number")),

@@ -4,6 +4,7 @@
     loader.py      metamodel files to model classes; reports every fault it finds
     schema.py      the keys of a metamodel file
     checks.py      the rules that hold between the parts of a loaded metamodel
+    built.py       takes away what is modelled but not laid out yet
     faults.py      what is wrong with a model
     model.py       packages, classes, properties: every fact a template prints
     names.py       how C++ names and file names follow from the model's names

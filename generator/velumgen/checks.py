@@ -11,7 +11,8 @@ from .model import DataType, MetaClass, Package, Property
 
 
 def check(package: Package) -> list[Fault]:
-    faults: list[Fault] = []
+    causes = [*_order_of_creation(package), *_sum_causes(package), *_built_causes(package)]
+    faults = [Fault(package.file, place, cause) for place, cause in causes]
     for each in package.classes:
         faults.extend(Fault(package.file, each.name, cause) for cause in _class_causes(each))
         for prop in each.properties:
@@ -19,6 +20,46 @@ def check(package: Package) -> list[Fault]:
             causes = _property_causes(prop)
             faults.extend(Fault(package.file, place, cause) for cause in causes)
     return faults
+
+
+def _order_of_creation(package: Package) -> Iterator[tuple[str, str]]:
+    # A hand-written package creates its classes by itself.
+    if not package.generated:
+        return
+    created: list[MetaClass] = []
+    for each in package.classes:
+        for base in each.bases:
+            if base.package is package and base not in created:
+                yield each.name, f"Base {base.name} stands behind it, so it would be created too late."
+        created.append(each)
+
+
+def _sum_causes(package: Package) -> Iterator[tuple[str, str]]:
+    properties = [p for each in package.classes for p in each.properties]
+    hidden = [p for p in properties if p.hidden]
+    counted = {
+        "classes": len(package.classes),
+        "data_types": len(package.data_types),
+        "properties": len(properties),
+        "hidden": len(hidden),
+        "shown": len(properties) - len(hidden),
+        "repeating": len([p for p in properties if not p.unique]),
+    }
+    for name, expected in package.sums.items():
+        if counted[name] != expected:
+            yield "package", f'Sum "{name}" is {expected}, but the file has {counted[name]}.'
+
+
+def _built_causes(package: Package) -> Iterator[tuple[str, str]]:
+    classes = {each.name: each for each in package.classes}
+    for name, members in package.built.items():
+        if name not in classes:
+            yield "package", f'What is built names "{name}", which is no class of the package.'
+            continue
+        known = {m.name for m in [*classes[name].extra_operations, *classes[name].properties]}
+        for member in members:
+            if member not in known:
+                yield name, f'What is built names "{member}", which is no member of the class.'
 
 
 def _class_causes(each: MetaClass) -> Iterator[str]:

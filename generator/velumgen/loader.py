@@ -95,6 +95,7 @@ class _FileLoader:
         imports = [name for name in header.get("imports", [])]
         plain = {k: v for k, v in header.items() if k != "imports"}
         self._package = Package(file=str(self._path), **plain)
+        self._check_tables(header)
         if self._package.generated:
             for key in schema.GENERATED_PACKAGE:
                 if not header.get(key):
@@ -112,6 +113,16 @@ class _FileLoader:
             self._link_properties()
         self._loader.packages.append(self._package)
         return self._package
+
+    def _check_tables(self, header: dict[str, Any]) -> None:
+        for name, value in header.get("sums", {}).items():
+            if name not in schema.SUMS:
+                self._fault("package", f'Sum "{name}" is none of {", ".join(schema.SUMS)}.')
+            elif not schema.fits(schema.NUMBER, value):
+                self._fault("package", f'Sum "{name}" ({value!r}) is not {schema.NUMBER}.')
+        for name, value in header.get("built", {}).items():
+            if not schema.fits(schema.TEXTS, value):
+                self._fault("package", f'What is built of {name} ({value!r}) is not {schema.TEXTS}.')
 
     # First pass
 
@@ -172,6 +183,7 @@ class _FileLoader:
                 _texts(table.get("documentation")),
                 abstract=table.get("abstract", False),
                 order=table.get("order", []),
+                tags=table.get("tags", [schema.TAGS[0]]),
                 header=table.get("header", ""),
                 interface_header=table.get("interface_header", ""),
                 state_class=table.get("state_class", ""),
@@ -180,6 +192,9 @@ class _FileLoader:
                 factory=table.get("factory", False),
                 constructed_by_hand=table.get("constructed_by_hand", False),
             )
+            for tag in new.tags:
+                if tag not in schema.TAGS:
+                    self._fault(place, f'Tag ("{tag}") is none of {", ".join(schema.TAGS)}.')
             self._add_type(new)
             if self._package.types.get(new.name) is new:
                 self._class_tables.append((new, table))

@@ -19,6 +19,10 @@ class Package:
     file: str
     namespace: str
     documentation: str = ""
+    # What counting the package's parts must give, by the words of schema.SUMS.
+    sums: dict[str, int] = field(default_factory=dict)
+    # The members of each class that C++ is laid out for; everything, if none are named.
+    built: dict[str, list[str]] = field(default_factory=dict)
     generated: bool = True
     export_macro: str = ""
     export_header: str = ""
@@ -31,6 +35,7 @@ class Package:
     visitation_domain: str = ""
     visitation_header: str = ""
     imports: list[Package] = field(default_factory=list)
+    # Both in the order of the file, which is that of their creation in the registry.
     classes: list[MetaClass] = field(default_factory=list)
     data_types: list[DataType] = field(default_factory=list)
 
@@ -121,6 +126,8 @@ class MetaClass(Type):
     # Names of extra operations and properties where the virtual order is not the order of ids.
     order: list[str] = field(default_factory=list)
     creator_arguments: list[Property] = field(default_factory=list)
+    # Its marks in the registry.
+    tags: list[str] = field(default_factory=list)
     header: str = ""
     interface_header: str = ""
     # The mixin and the fields of a hand-written class, and where they stand.
@@ -158,6 +165,11 @@ class MetaClass(Type):
     def first_path(self) -> list[MetaClass]:
         """The chain of first bases, nearest first."""
         return [self.base, *self.base.first_path] if self.bases else []
+
+    def forget_derived_facts(self) -> None:
+        """To be called for each class when bases or members have changed."""
+        for fact in ("ancestors", "first_path", "own_members"):
+            vars(self).pop(fact, None)
 
     def is_a(self, other: MetaClass) -> bool:
         return other is self or other in self.ancestors

@@ -112,7 +112,8 @@ def own_operations(declaring: MetaClass) -> list[Operation]:
     for member in declaring.own_members:
         if isinstance(member, ExtraOperation):
             found.append(_extra(member))
-        else:
+        # The operations of a hand-written class are listed, its properties only referred to.
+        elif declaring.package.generated:
             found.extend(_of_property(member))
     return found
 

@@ -31,6 +31,10 @@ _FITS: dict[str, Callable[[Any], bool]] = {
 }
 
 
+def fits(type_: str, value: Any) -> bool:
+    return _FITS[type_](value)
+
+
 @dataclass(frozen=True)
 class Key:
     type: str
@@ -48,6 +52,8 @@ PACKAGE = {
     "namespace": Key(TEXT, required=True),
     "documentation": Key(TEXT),
     "imports": Key(TEXTS),
+    "sums": Key(TABLE),
+    "built": Key(TABLE),
     "generated": Key(SWITCH),
     "export_macro": Key(TEXT),
     "export_header": Key(TEXT),
@@ -88,6 +94,7 @@ CLASS = {
     "documentation": Key(TEXT_OR_TEXTS),
     "order": Key(TEXTS),
     "creator": Key(TEXTS),
+    "tags": Key(TEXTS),
     "header": Key(TEXT),
     "interface_header": Key(TEXT),
     "state_class": Key(TEXT),
@@ -133,6 +140,12 @@ PROPERTY = {
 # The words of `flags` and what each sets; `unique` is the rule, so its absence has the word.
 FLAGS = ("composite", "derived", "read-only", "ordered", "non-unique")
 
+# What `sums` may count.
+SUMS = ("classes", "data_types", "properties", "hidden", "shown", "repeating")
+
+# The marks of a class in the registry; without `tags` it has the first alone.
+TAGS = ("qob_metaclass", "qob_factory", "qob_hide_in_lumvo")
+
 MULTIPLICITIES = {"0..1": (0, 1), "1..1": (1, 1), "0..*": (0, None), "1..*": (1, None)}
 
 DATA_TYPE_KINDS = ("boolean", "integer", "real", "string", "value", "enumeration")
@@ -145,7 +158,7 @@ def check(table: dict[str, Any], keys: dict[str, Key], report: Callable[[str], N
         if key not in keys:
             report(f'Key "{key}" is not known here; known are {", ".join(sorted(keys))}.')
             sound = False
-        elif not _FITS[keys[key].type](value):
+        elif not fits(keys[key].type, value):
             report(f'The value of key "{key}" ({value!r}) is not {keys[key].type}.')
             sound = False
     for key, rule in keys.items():
