@@ -14,4 +14,26 @@ void Object::setNumber(int value) {
     }
 }
 
+IntegerType::~IntegerType() = default;
+
+bool IntegerType::isSigned() const {
+    return isSigned_;
+}
+
+void IntegerType::setIsSigned(bool value) {
+    if (isSigned_ != value) {
+        isSigned_ = value;
+    }
+}
+
+std::string const& IntegerType::getName() const {
+    return name_;
+}
+
+void IntegerType::setName(std::string value) {
+    if (name_ != value) {
+        name_ = std::move(value);
+    }
+}
+
 } // namespace plain

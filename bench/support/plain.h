@@ -55,6 +55,22 @@ private:
     Object* object_ = nullptr;
 };
 
+/// An integer type as a class of its own would hold it.
+class IntegerType {
+public:
+    virtual ~IntegerType();
+    virtual bool isSigned() const;
+    virtual void setIsSigned(bool value);
+    virtual std::string const& getName() const;
+    virtual void setName(std::string value);
+
+private:
+    std::string name_;
+    int length_ = 32;
+    int lengthUnit_ = 0;
+    bool isSigned_ = true;
+};
+
 /// A model: a list of objects, a journal of old states, and branches as maps of changed states.
 class Model {
 public:
