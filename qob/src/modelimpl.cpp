@@ -287,6 +287,7 @@ void ModelImpl::mergeDeviant(Deviant deviant, Deviant source) {
     QOB_REQUIRE(!source.isWithinTransaction(),
                 "A deviant with an open transaction cannot be merged.");
     Transaction transaction(Model(this, deviant));
+    deviant.assertWritable(this); // the assignments below would skip what can't be written
     std::vector<Change> const changes = changesBetween(sourceData, deviant);
     for (Change const& change : changes) {
         if (change.kind == Change::BringIn) {

@@ -200,6 +200,13 @@ TEST_F(Model, MergeIsOneStepOfUndoAndIsTakenBackWhole) {
     EXPECT_TRUE(made.in(model.getDeviant()).isValid());
     EXPECT_EQ(messageOf([&] { model.mergeDeviant(model.getDeviant()); }),
               "A deviant cannot be merged into itself.");
+    model.undo();
+    model.setReadOnly(true);
+    EXPECT_EQ(messageOf([&] { model.mergeDeviant(source.getDeviant()); }).substr(0, 12),
+              "Cannot write");
+    EXPECT_FALSE(model.getDeviant().isWithinTransaction());
+    EXPECT_FALSE(made.in(model.getDeviant()).isValid());
+    model.setReadOnly(false);
     QOB::Transaction open(source);
     EXPECT_EQ(messageOf([&] { model.mergeDeviant(source.getDeviant()); }),
               "A deviant with an open transaction cannot be merged.");
