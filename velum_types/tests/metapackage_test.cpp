@@ -19,7 +19,8 @@ template <class Elements>
 std::string namesOf(Elements const& elements) {
     std::string names;
     for (auto const& element : elements) {
-        names += (names.empty() ? "" : " ") + std::string(element.getName());
+        names += names.empty() ? "" : " ";
+        names += element.getName().view();
     }
     return names;
 }
