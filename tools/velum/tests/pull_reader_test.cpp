@@ -67,7 +67,9 @@ TEST(PullReader, PlacesElementsWhereTheirTagsBegin) {
 TEST(PullReader, KeepsPlacesAcrossAllItsBuffers) {
     std::string bytes = opening;
     for (int line = 0; line < 70'000; ++line) {
-        bytes += "\n" + std::string(static_cast<std::size_t>(line % 23), ' ') + "<A/>";
+        bytes += '\n';
+        bytes.append(static_cast<std::size_t>(line % 23), ' ');
+        bytes += "<A/>";
     }
     const auto places = placesOf(bytes + "</AUTOSAR>");
     ASSERT_EQ(places.size(), 70'001U);
