@@ -147,6 +147,7 @@ TYPED_TEST(Quantities, ComeBackOutOfABox) {
 }
 
 TYPED_TEST(Quantities, OnlyBoxingAllocates) {
+    static_cast<void>(QOB::Object(this->sample())); // the first one makes the tables of its type
     std::size_t const before = VelumTest::allocationCount();
     TypeParam const value = this->sample();
     bool const same = value == TypeParam(value) && !(value < value) && hash_value(value) != 0;
