@@ -24,7 +24,7 @@ struct MetaPackages {
 };
 
 QOB::Package createPackage(QOB::Factory const& factory, char const* name) {
-    QOB::Package const package = factory.createPackage(name);
+    QOB::Package package = factory.createPackage(name);
     package.setUri(QOB::String(QOB::DomainRegistry::instance()->getDomainCanonicalUri(name)));
     return package;
 }

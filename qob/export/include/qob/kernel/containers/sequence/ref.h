@@ -72,7 +72,7 @@ QOB_EXPORT bool equalObjects(Object const& a, Object const& b);
 /// The heap block of a value in transit: the value, and behind it its count, which starts at 0.
 template <class T>
 struct ValueBlock {
-    explicit ValueBlock(T const& copied) : value(copied) {}
+    explicit ValueBlock(T copied) : value(std::move(copied)) {}
 
     T value;
     std::int32_t count = 0;

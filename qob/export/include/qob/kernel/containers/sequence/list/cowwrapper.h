@@ -49,7 +49,7 @@ public:
 private:
     struct SharedVector {
         SharedVector() = default;
-        explicit SharedVector(C const& copied) : container(copied) {}
+        explicit SharedVector(C copied) : container(std::move(copied)) {}
 
         std::atomic<std::int32_t> count{1};
         C container;
