@@ -21,8 +21,9 @@ public:
 
     /// What is held; a common empty container, which must never be written, if there is none.
     Container const& read() const {
-        static Container const empty;
-        return container_ != nullptr ? *container_ : empty;
+        // Never destroyed: states are read until the very end of the library.
+        static auto const* const empty = new Container();
+        return container_ != nullptr ? *container_ : *empty;
     }
     Container& write() {
         if (container_ == nullptr) {
