@@ -1,33 +1,117 @@
 #include "qob/kernel/property/reflective.h"
 #include "qob/qob/model.h"
+#include "qob/qob/stereotypeobject.h"
 
 namespace QOB::NSInterface {
 
 namespace {
 
+constexpr unsigned Many = PropertyMultiValued | PropertyUnique;
+
+MetaPropertyDescription uri{.name = "Uri", .flags = PropertyUnique, .id = ClassObjectIntf::UriId};
+MetaPropertyDescription modelQOB{.name = "ModelQOB",
+                                 .flags = PropertyUnique,
+                                 .id = ClassObjectIntf::ModelQOBId,
+                                 .associationName = ""};
+MetaPropertyDescription containerQOB{.name = "ContainerQOB",
+                                     .flags = PropertyUnique,
+                                     .id = ClassObjectIntf::ContainerQOBId,
+                                     .associationName = "",
+                                     .hasOpposite = 1,
+                                     .oppositeId = ClassObjectIntf::ContaineeQOBId};
+MetaPropertyDescription containeeQOB{.name = "ContaineeQOB",
+                                     .flags = PropertyReadOnly | PropertyDerived |
+                                              PropertyComposite | Many,
+                                     .upper = MetaPropertyDescription::Unbounded,
+                                     .id = ClassObjectIntf::ContaineeQOBId,
+                                     .associationName = "",
+                                     .hasOpposite = 1,
+                                     .oppositeId = ClassObjectIntf::ContainerQOBId};
+MetaPropertyDescription appliedStereotypeInstance{.name = "AppliedStereotypeInstance",
+                                                  .flags = PropertyComposite | Many,
+                                                  .upper = MetaPropertyDescription::Unbounded,
+                                                  .id =
+                                                      ClassObjectIntf::AppliedStereotypeInstanceId,
+                                                  .associationName = ""};
+MetaPropertyDescription rootModel{.name = "RootModel",
+                                  .flags = PropertyReadOnly | PropertyUnique,
+                                  .id = ClassObjectIntf::RootModelId,
+                                  .associationName = ""};
+MetaPropertyDescription externalId{.name = "ExternalId",
+                                   .flags = PropertyUnique,
+                                   .id = ClassObjectIntf::ExternalIdId};
+MetaPropertyDescription externalToolInfo{.name = "ExternalToolInfo",
+                                         .flags = Many,
+                                         .upper = MetaPropertyDescription::Unbounded,
+                                         .id = ClassObjectIntf::ExternalToolInfoId};
+MetaPropertyDescription objectId{.name = "ObjectId",
+                                 .flags = PropertyUnique,
+                                 .id = ClassObjectIntf::ObjectIdId};
+MetaPropertyDescription* properties[] = {nullptr,
+                                         &uri,
+                                         &modelQOB,
+                                         &containerQOB,
+                                         &containeeQOB,
+                                         &appliedStereotypeInstance,
+                                         &rootModel,
+                                         &externalId,
+                                         &externalToolInfo,
+                                         &objectId};
+
 struct ClassObjectDescription {
     using Interface = ClassObjectIntf;
     static constexpr char const* name = ClassObjectIntf::Name;
-    using Properties =
-        reflective::List<reflective::Single<ClassObjectIntf::ModelQOBId,
-                                            &ClassObjectIntf::getModelQOB,
-                                            &ClassObjectIntf::hasModelQOB,
-                                            &ClassObjectIntf::setModelQOB,
-                                            &ClassObjectIntf::removeModelQOB,
-                                            &ClassObjectIntf::setOnlyModelQOB,
-                                            &ClassObjectIntf::removeOnlyModelQOB>,
-                         reflective::Single<ClassObjectIntf::ContainerQOBId,
-                                            &ClassObjectIntf::getContainerQOB,
-                                            &ClassObjectIntf::hasContainerQOB,
-                                            &ClassObjectIntf::setContainerQOB,
-                                            &ClassObjectIntf::removeContainerQOB,
-                                            &ClassObjectIntf::setOnlyContainerQOB,
-                                            &ClassObjectIntf::removeOnlyContainerQOB>>;
+    using Properties = reflective::List<
+        reflective::Single<ClassObjectIntf::UriId,
+                           &ClassObjectIntf::getUri,
+                           &ClassObjectIntf::hasUri,
+                           &ClassObjectIntf::setUri,
+                           &ClassObjectIntf::removeUri>,
+        reflective::Single<ClassObjectIntf::ModelQOBId,
+                           &ClassObjectIntf::getModelQOB,
+                           &ClassObjectIntf::hasModelQOB,
+                           &ClassObjectIntf::setModelQOB,
+                           &ClassObjectIntf::removeModelQOB,
+                           &ClassObjectIntf::setOnlyModelQOB,
+                           &ClassObjectIntf::removeOnlyModelQOB>,
+        reflective::Single<ClassObjectIntf::ContainerQOBId,
+                           &ClassObjectIntf::getContainerQOB,
+                           &ClassObjectIntf::hasContainerQOB,
+                           &ClassObjectIntf::setContainerQOB,
+                           &ClassObjectIntf::removeContainerQOB,
+                           &ClassObjectIntf::setOnlyContainerQOB,
+                           &ClassObjectIntf::removeOnlyContainerQOB>,
+        reflective::Many<ClassObjectIntf::ContaineeQOBId,
+                         &ClassObjectIntf::getContaineeQOBs,
+                         &ClassObjectIntf::getContaineeQOBsWithoutAssociation>,
+        reflective::Many<ClassObjectIntf::AppliedStereotypeInstanceId,
+                         &ClassObjectIntf::getAppliedStereotypeInstances,
+                         &ClassObjectIntf::getAppliedStereotypeInstancesWithoutAssociation>,
+        reflective::Single<ClassObjectIntf::RootModelId,
+                           &ClassObjectIntf::getRootModel,
+                           &ClassObjectIntf::hasRootModel,
+                           nullptr,
+                           &ClassObjectIntf::removeRootModel,
+                           nullptr,
+                           &ClassObjectIntf::removeOnlyRootModel>,
+        reflective::Single<ClassObjectIntf::ExternalIdId,
+                           &ClassObjectIntf::getExternalId,
+                           &ClassObjectIntf::hasExternalId,
+                           &ClassObjectIntf::setExternalId,
+                           &ClassObjectIntf::removeExternalId>,
+        reflective::Many<ClassObjectIntf::ExternalToolInfoId,
+                         &ClassObjectIntf::getExternalToolInfos,
+                         &ClassObjectIntf::getExternalToolInfosWithoutAssociation>,
+        reflective::Single<ClassObjectIntf::ObjectIdId,
+                           &ClassObjectIntf::getObjectId,
+                           &ClassObjectIntf::hasObjectId,
+                           &ClassObjectIntf::setObjectId,
+                           &ClassObjectIntf::removeObjectId>>;
 };
 
 } // namespace
 
 constinit IntrospectiveMethods ClassObjectIntf::sIntrospectiveMethods =
-    reflective::methodsOf<ClassObjectDescription>();
+    reflective::methodsOf<ClassObjectDescription>(properties);
 
 } // namespace QOB::NSInterface

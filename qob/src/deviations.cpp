@@ -5,6 +5,7 @@
 #include "qob/kernel/property/access.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/model.h"
+#include "qob/qob/stereotypeobject.h"
 
 #include <vector>
 
@@ -55,6 +56,8 @@ void internal::discard(NSInterface::ClassObjectIntf* object,
     if (detach) {
         ClassObject const container = state->getContainerQOB(deviant);
         if (container.isValid()) {
+            container->getContaineeQOBsWithoutAssociation(deviant).removeAll(
+                ClassObject(object, deviant));
             deviant.removeReferred(container.getDeviant(),
                                    &ClassObjectIntf::sIntrospectiveMethods,
                                    ClassObjectIntf::ContainerQOBId);
@@ -66,6 +69,20 @@ void internal::discard(NSInterface::ClassObjectIntf* object,
     }
     if (object->deviant_isValid(deviant)) {
         object->internal_destroyDeviation(deviant);
+    }
+}
+
+void internal::appendStereotypeInstances(NSInterface::ClassObjectIntf* object,
+                                         Deviant deviant,
+                                         std::vector<ClassObject>& contained) {
+    if (!object->deviant_isValid(deviant) || !object->hasAppliedStereotypeInstances(deviant)) {
+        return;
+    }
+    for (StereotypeObject const& each :
+         object->getAppliedStereotypeInstancesWithoutAssociation(deviant)) {
+        if (each.isValid()) {
+            contained.emplace_back(each);
+        }
     }
 }
 

@@ -37,6 +37,12 @@ EnumerationLiteral FactoryIntf::createEnumerationLiteral(Deviant, String) {
 EnumerationLiteral FactoryIntf::createEnumerationLiteral(Deviant) {
     return {};
 }
+StereotypeObject FactoryIntf::createStereotypeObject(Deviant, String) {
+    return {};
+}
+StereotypeObject FactoryIntf::createStereotypeObject(Deviant) {
+    return {};
+}
 
 Model FactoryIntf::createNewModel() {
     auto* const model = new NSImplementation::ModelImpl();
@@ -57,6 +63,9 @@ constexpr NamedCreator creators[] = {
     {"EnumerationLiteral",
      NSInterface::EnumerationLiteralIntf::Name,
      &createAsObject<EnumerationLiteral>},
+    {"StereotypeObject",
+     NSInterface::StereotypeObjectIntf::Name,
+     &createAsObject<StereotypeObject>},
 };
 
 NamedCreator const* findCreator(std::string const& type) {
@@ -101,6 +110,12 @@ EnumerationLiteral FactoryImpl::createEnumerationLiteral(Deviant deviant, String
 }
 EnumerationLiteral FactoryImpl::createEnumerationLiteral(Deviant deviant) {
     return EnumerationLiteral::create(getModelQOB(deviant));
+}
+StereotypeObject FactoryImpl::createStereotypeObject(Deviant deviant, String name) {
+    return StereotypeObject::create(getModelQOB(deviant), name);
+}
+StereotypeObject FactoryImpl::createStereotypeObject(Deviant deviant) {
+    return StereotypeObject::create(getModelQOB(deviant));
 }
 
 Object FactoryImpl::createFromString(Deviant deviant, String type) {

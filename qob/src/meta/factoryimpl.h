@@ -26,6 +26,8 @@ public:
     Enumeration createEnumeration(Deviant deviant) override;
     EnumerationLiteral createEnumerationLiteral(Deviant deviant, String name) override;
     EnumerationLiteral createEnumerationLiteral(Deviant deviant) override;
+    StereotypeObject createStereotypeObject(Deviant deviant, String name) override;
+    StereotypeObject createStereotypeObject(Deviant deviant) override;
 
     Object createFromString(Deviant deviant, String type) override;
     Object createFromString(Deviant deviant, String type, String text) override;

@@ -55,8 +55,8 @@ public:
     }
 
 private:
-    std::vector<ClassObject> contained([[maybe_unused]] Deviant deviant) const {
-        std::vector<ClassObject> result;
+    std::vector<ClassObject> contained(Deviant deviant) const {
+        std::vector<ClassObject> result = QOB::internal::stereotypeInstances(this->owner_, deviant);
         if constexpr (requires(State const& state) { state.ownedObjects(); }) {
             if (this->deviant_isValid(deviant)) {
                 for (ReferenceStorage const* const list :

@@ -5,6 +5,7 @@
 #include "qob/qob/factoryobject.h"
 #include "qob/qob/nsinterface/factoryintf.h"
 #include "qob/qob/package.h"
+#include "qob/qob/stereotypeobject.h"
 
 #include <utility>
 
@@ -33,6 +34,12 @@ public:
     }
     EnumerationLiteral createEnumerationLiteral(String name) const {
         return (*this)->createEnumerationLiteral(getDeviant(), std::move(name));
+    }
+    StereotypeObject createStereotypeObject() const {
+        return (*this)->createStereotypeObject(getDeviant());
+    }
+    StereotypeObject createStereotypeObject(String name) const {
+        return (*this)->createStereotypeObject(getDeviant(), std::move(name));
     }
 };
 

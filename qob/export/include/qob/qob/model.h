@@ -54,5 +54,9 @@ template <class Base>
 Model ClassObjectReading<Base>::getModelQOB() const {
     return (*this)->getModelQOB(this->getDeviant());
 }
+template <class Base>
+Model ClassObjectReading<Base>::getRootModel() const {
+    return (*this)->getRootModel(this->getDeviant());
+}
 
 } // namespace QOB

@@ -41,6 +41,11 @@ public:
     using TypeWriting::TypeWriting;
 };
 
+template <class Base>
+ImmutableType ClassObjectReading<Base>::getMetaType() const {
+    return (*this)->getMetaType(this->getDeviant());
+}
+
 } // namespace QOB
 
 #include "qob/qob/package.h" // IWYU pragma: keep

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/kernel/deviant/countedpointer.h"
+#include "qob/kernel/deviant/sparseproperties.h"
+#include "qob/kernel/upcast.h"
 #include "qob/qob/model.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
+#include "qob/qob/stereotypeobject.h"
 
 namespace QOB {
 
@@ -13,10 +17,11 @@ struct ClassObjectFields {
 };
 
 /// The operations of ClassObjectIntf on a state: plain access to ClassObjectFields, which `Leaf`
-/// has in a member `fields_`. An id belongs to the root object and never to a state.
+/// has in a member `fields_`, and to the tables of sparse properties. An id belongs to the root
+/// object and never to a state.
 template <class Leaf, class Base>
 class ClassObjectState : public Base {
-    using Methods = NSInterface::ClassObjectIntf;
+    using Sparse = internal::SparseProperties;
 
 public:
     bool hasObjectId(Deviant) const override { return failNoId(), false; }
@@ -50,7 +55,45 @@ public:
         ClassObjectState::setContainerQOB(deviant, container);
     }
 
+    bool hasRootModel(Deviant) const override { return bool(fields().model); }
+    void removeRootModel(Deviant) override { fields().model = {}; }
+    Model getRootModel(Deviant deviant) const override {
+        return Model(fields().model.get(), deviant);
+    }
+    void removeOnlyRootModel(Deviant) override { fields().model = {}; }
+
+    bool hasAppliedStereotypeInstances(Deviant) const override {
+        return Sparse::hasStereotypeInstances(state());
+    }
+    Sequence<StereotypeObject> getAppliedStereotypeInstances(Deviant deviant) override {
+        return Sparse::stereotypeInstances(state(), deviant);
+    }
+    Sequence<StereotypeObject>
+    getAppliedStereotypeInstancesWithoutAssociation(Deviant deviant) override {
+        return Sparse::writableStereotypeInstances(state(), deviant);
+    }
+
+    bool hasExternalId(Deviant) const override { return Sparse::hasExternalId(state()); }
+    void removeExternalId(Deviant) override { Sparse::setExternalId(state(), String()); }
+    void setExternalId(Deviant, String const& id) override { Sparse::setExternalId(state(), id); }
+    String getExternalId(Deviant) const override { return Sparse::externalId(state()); }
+
+    bool hasExternalToolInfos(Deviant) const override { return Sparse::hasToolInfos(state()); }
+    Sequence<ExternalToolInfo> getExternalToolInfos(Deviant deviant) override {
+        return Sparse::toolInfos(state(), deviant);
+    }
+    Sequence<ExternalToolInfo> getExternalToolInfosWithoutAssociation(Deviant deviant) override {
+        return Sparse::writableToolInfos(state(), deviant);
+    }
+
 private:
+    NSInterface::ClassObjectIntf* state() noexcept {
+        return upcast<NSInterface::ClassObjectIntf>(static_cast<Base*>(this));
+    }
+    NSInterface::ClassObjectIntf const* state() const noexcept {
+        return upcast<NSInterface::ClassObjectIntf>(static_cast<Base const*>(this));
+    }
+
     static void failNoId() { QOB_FAIL("this code should not be hit"); }
 
     ClassObjectFields& fields() noexcept { return static_cast<Leaf*>(this)->fields_; }

@@ -17,6 +17,18 @@ QOB_EXPORT void discard(NSInterface::ClassObjectIntf* object,
                         Deviant deviant,
                         bool detach,
                         std::vector<ClassObject> const& contained);
+
+/// Puts the stereotypes that are applied to the object in the deviant at the end: what every object
+/// contains. Nothing for an object that doesn't exist there.
+QOB_EXPORT void appendStereotypeInstances(NSInterface::ClassObjectIntf* object,
+                                          Deviant deviant,
+                                          std::vector<ClassObject>& contained);
+inline std::vector<ClassObject> stereotypeInstances(NSInterface::ClassObjectIntf* object,
+                                                    Deviant deviant) {
+    std::vector<ClassObject> result;
+    appendStereotypeInstances(object, deviant, result);
+    return result;
+}
 } // namespace internal
 
 /// The object that lives once per model object, whatever the number of deviants: who it is (id,
@@ -44,8 +56,14 @@ public:
                    : Intf::cast(info);
     }
 
+    void internal_disconnect(Deviant deviant) override {
+        for (ClassObject const& each : internal::stereotypeInstances(this->owner_, deviant)) {
+            each->internal_disconnect(deviant);
+        }
+    }
     void internal_discard(Deviant deviant, bool detach) override {
-        internal::discard(this->owner_, deviant, detach, {});
+        internal::discard(
+            this->owner_, deviant, detach, internal::stereotypeInstances(this->owner_, deviant));
     }
     void destroy(Deviant deviant) override {
         deviant.assertWritable(this->owner_);
@@ -95,6 +113,8 @@ public:
         deviant_destroyState(old);
     }
     Deviant getRootDeviant() const override { return this->rootDeviant_; }
+    /// Objects have no text form to read back: the box of an invalid text, whatever is given.
+    ImmutableObject convertFromString(Deviant, String) override { return Object(String()); }
 
     bool hasObjectId(Deviant) const override { return true; }
     void removeObjectId(Deviant) override { this->objectId_ = Integer(); }

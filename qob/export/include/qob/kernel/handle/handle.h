@@ -43,6 +43,7 @@ public:
     requires(!extends<Handle, Intf>) explicit WriteHandle(Handle const& other)
         : Immutable(pointerFrom<Intf>(other), other.getDeviant()) {}
 
+    using Immutable::get; // a class may have operations of that name
     Intf* get() const noexcept { return RefBase<Intf*>::get(); }
     Intf* operator->() const { return this->access(__FILE__, __LINE__); }
 };

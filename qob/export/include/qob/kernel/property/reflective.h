@@ -93,7 +93,8 @@ template <auto Operation, class Intf>
 Generic::SequenceRef sequence(Intf& self, Deviant deviant, [[maybe_unused]] bool asObjects) {
     auto elements = (self.*Operation)(deviant);
     using Element = typename decltype(elements)::value_type;
-    if constexpr (!Generic::ObjectElement<Element>) {
+    // A value class that can't be boxed shows as it is.
+    if constexpr (!Generic::ObjectElement<Element> && std::is_convertible_v<Element, Object>) {
         if (asObjects) {
             return QOB::asObjects(elements);
         }

@@ -9,6 +9,7 @@ class DataType;
 class Enumeration;
 class EnumerationLiteral;
 class Package;
+class StereotypeObject;
 
 namespace NSInterface {
 
@@ -28,6 +29,8 @@ public:
     virtual Enumeration createEnumeration(Deviant deviant);
     virtual EnumerationLiteral createEnumerationLiteral(Deviant deviant, String name);
     virtual EnumerationLiteral createEnumerationLiteral(Deviant deviant);
+    virtual StereotypeObject createStereotypeObject(Deviant deviant, String name);
+    virtual StereotypeObject createStereotypeObject(Deviant deviant);
 
     /// A new, empty model in its root deviant, without a URI.
     static Model createNewModel();

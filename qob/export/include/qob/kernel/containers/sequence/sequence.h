@@ -263,4 +263,47 @@ Generic::SequenceRef asObjects(Sequence<Value> const& sequence) {
             sequence.getDeviant()};
 }
 
+// What handles on objects have of sequences --------------------------------------------------
+
+template <class Base>
+ImmutableSequence<Object> ClassObjectReading<Base>::get(ImmutableProperty const& property) const {
+    return (*this)->get(this->getDeviant(), property);
+}
+template <class Base>
+ImmutableSequence<Object> ClassObjectReading<Base>::get(String name) const {
+    return (*this)->get(this->getDeviant(), std::move(name));
+}
+// Read only, through a view that could write.
+template <class Base>
+ImmutableSequence<ImmutableClassObject> ClassObjectReading<Base>::getContaineeQOBs() const {
+    return ImmutableSequence<ImmutableClassObject>(
+        (*this)->getContaineeQOBsWithoutAssociation(this->getDeviant()));
+}
+template <class Base>
+Sequence<ClassObject> ClassObjectWriting<Base>::getContaineeQOBs() const {
+    return (*this)->getContaineeQOBs(this->getDeviant());
+}
+template <class Base>
+Sequence<ClassObject> ClassObjectWriting<Base>::getContaineeQOBsWithoutAssociation() const {
+    return (*this)->getContaineeQOBsWithoutAssociation(this->getDeviant());
+}
+template <class Base>
+Sequence<StereotypeObject> ClassObjectWriting<Base>::getAppliedStereotypeInstances() const {
+    return (*this)->getAppliedStereotypeInstances(this->getDeviant());
+}
+template <class Base>
+Sequence<StereotypeObject>
+ClassObjectWriting<Base>::getAppliedStereotypeInstancesWithoutAssociation() const {
+    return (*this)->getAppliedStereotypeInstancesWithoutAssociation(this->getDeviant());
+}
+template <class Base>
+Sequence<ExternalToolInfo> ClassObjectWriting<Base>::getExternalToolInfos() const {
+    return (*this)->getExternalToolInfos(this->getDeviant());
+}
+template <class Base>
+Sequence<ExternalToolInfo>
+ClassObjectWriting<Base>::getExternalToolInfosWithoutAssociation() const {
+    return (*this)->getExternalToolInfosWithoutAssociation(this->getDeviant());
+}
+
 } // namespace QOB

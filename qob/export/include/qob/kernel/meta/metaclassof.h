@@ -1,0 +1,12 @@
+#pragma once
+
+#include "qob/qob/class.h"
+#include "qob/qob/reflection.h"
+
+namespace QOB {
+
+/// The live class of a record, seen in the root deviant of the meta-registry; empty if it hasn't
+/// been created, and for the record of a data type.
+QOB_EXPORT ImmutableClass metaClassOf(IntrospectiveMethods const& methods);
+
+} // namespace QOB

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "qob/kernel/property/assignrules.h"
+
+/// How a sequence that few objects have is brought to what another state holds; see assign.h.
+namespace QOB::property {
+
+/// A sequence without an entry for most states. Nothing is made where neither side has elements.
+/// `Assign` is called with elements in the source.
+template <auto Has, auto GetMany, auto GetOnlyMany, class Assign>
+struct AssignSparse {
+    template <class Intf>
+    static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
+        if ((source->*Has)(sourceDeviant)) {
+            (target->*GetOnlyMany)(deviant); // a state makes its sequence here
+            Assign::assign(target, deviant, source, sourceDeviant);
+        } else if ((target->*Has)(deviant)) {
+            (target->*GetMany)(deviant).clear();
+        }
+    }
+};
+
+/// Objects: those that exist in the target's deviant.
+template <auto Has, auto GetMany, auto GetOnlyMany>
+using AssignSparseSequence = AssignSparse<Has, GetMany, GetOnlyMany, AssignObjects<GetMany>>;
+
+template <auto GetMany>
+struct AssignValues {
+    template <class Intf>
+    static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
+        auto const from = (const_cast<Intf*>(source)->*GetMany)(sourceDeviant);
+        auto const to = (target->*GetMany)(deviant);
+        if (!to.generic_equal(from)) {
+            to.assign(from);
+        }
+    }
+};
+
+template <auto Has, auto GetMany, auto GetOnlyMany>
+using AssignSparseValues = AssignSparse<Has, GetMany, GetOnlyMany, AssignValues<GetMany>>;
+
+} // namespace QOB::property
