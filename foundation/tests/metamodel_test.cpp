@@ -14,10 +14,12 @@ QOB::Model registry() {
     return QOB::DomainRegistry::instance()->getMetaRegistry();
 }
 
+/// The packages but the kernel's own.
 int packagesOf(QOB::Model const& model) {
     int count = 0;
     for (QOB::ClassObject const& object : model.getRootObjects()) {
-        count += Package(object).isValid() ? 1 : 0;
+        Package const package(object);
+        count += package.isValid() && package.getName() != QOB::String("QOB") ? 1 : 0;
     }
     return count;
 }

@@ -1,3 +1,4 @@
+#include "meta/kernelpackage.h"
 #include "qob/kernel/property/reflective.h"
 #include "qob/qob/model.h"
 #include "qob/qob/stereotypeobject.h"
@@ -8,43 +9,73 @@ namespace {
 
 constexpr unsigned Many = PropertyMultiValued | PropertyUnique;
 
-MetaPropertyDescription uri{.name = "Uri", .flags = PropertyUnique, .id = ClassObjectIntf::UriId};
+MetaPropertyDescription uri{.name = "Uri",
+                            .package = &get_QOB_PackageIntrospectiveMethods,
+                            .typeIndex = StringIndex,
+                            .flags = PropertyUnique,
+                            .id = ClassObjectIntf::UriId};
 MetaPropertyDescription modelQOB{.name = "ModelQOB",
+                                 .package = &get_QOB_PackageIntrospectiveMethods,
+                                 .typeIndex = ModelIndex,
                                  .flags = PropertyUnique,
                                  .id = ClassObjectIntf::ModelQOBId,
-                                 .associationName = ""};
+                                 .associationName = "",
+                                 .hasOpposite = 1,
+                                 .oppositePackage = &get_QOB_PackageIntrospectiveMethods,
+                                 .oppositeClass = ModelIndex,
+                                 .oppositeId = ModelIntf::RootObjectsId};
 MetaPropertyDescription containerQOB{.name = "ContainerQOB",
+                                     .package = &get_QOB_PackageIntrospectiveMethods,
+                                     .typeIndex = ClassObjectIndex,
                                      .flags = PropertyUnique,
                                      .id = ClassObjectIntf::ContainerQOBId,
                                      .associationName = "",
                                      .hasOpposite = 1,
+                                     .oppositePackage = &get_QOB_PackageIntrospectiveMethods,
+                                     .oppositeClass = ClassObjectIndex,
                                      .oppositeId = ClassObjectIntf::ContaineeQOBId};
 MetaPropertyDescription containeeQOB{.name = "ContaineeQOB",
+                                     .package = &get_QOB_PackageIntrospectiveMethods,
+                                     .typeIndex = ClassObjectIndex,
                                      .flags = PropertyReadOnly | PropertyDerived |
                                               PropertyComposite | Many,
                                      .upper = MetaPropertyDescription::Unbounded,
                                      .id = ClassObjectIntf::ContaineeQOBId,
                                      .associationName = "",
                                      .hasOpposite = 1,
+                                     .oppositePackage = &get_QOB_PackageIntrospectiveMethods,
+                                     .oppositeClass = ClassObjectIndex,
                                      .oppositeId = ClassObjectIntf::ContainerQOBId};
 MetaPropertyDescription appliedStereotypeInstance{.name = "AppliedStereotypeInstance",
+                                                  .package = &get_QOB_PackageIntrospectiveMethods,
+                                                  .typeIndex = StereotypeObjectIndex,
                                                   .flags = PropertyComposite | Many,
                                                   .upper = MetaPropertyDescription::Unbounded,
                                                   .id =
                                                       ClassObjectIntf::AppliedStereotypeInstanceId,
-                                                  .associationName = ""};
+                                                  .associationName = "",
+                                                  .otherEndName = ""};
 MetaPropertyDescription rootModel{.name = "RootModel",
+                                  .package = &get_QOB_PackageIntrospectiveMethods,
+                                  .typeIndex = ModelIndex,
                                   .flags = PropertyReadOnly | PropertyUnique,
                                   .id = ClassObjectIntf::RootModelId,
-                                  .associationName = ""};
+                                  .associationName = "",
+                                  .otherEndName = ""};
 MetaPropertyDescription externalId{.name = "ExternalId",
+                                   .package = &get_QOB_PackageIntrospectiveMethods,
+                                   .typeIndex = StringIndex,
                                    .flags = PropertyUnique,
                                    .id = ClassObjectIntf::ExternalIdId};
 MetaPropertyDescription externalToolInfo{.name = "ExternalToolInfo",
+                                         .package = &get_QOB_PackageIntrospectiveMethods,
+                                         .typeIndex = ExternalToolInfoIndex,
                                          .flags = Many,
                                          .upper = MetaPropertyDescription::Unbounded,
                                          .id = ClassObjectIntf::ExternalToolInfoId};
 MetaPropertyDescription objectId{.name = "ObjectId",
+                                 .package = &get_QOB_PackageIntrospectiveMethods,
+                                 .typeIndex = IntegerIndex,
                                  .flags = PropertyUnique,
                                  .id = ClassObjectIntf::ObjectIdId};
 MetaPropertyDescription* properties[] = {nullptr,
@@ -112,6 +143,8 @@ struct ClassObjectDescription {
 } // namespace
 
 constinit IntrospectiveMethods ClassObjectIntf::sIntrospectiveMethods =
-    reflective::methodsOf<ClassObjectDescription>(properties);
+    reflective::methodsOf<ClassObjectDescription>(properties,
+                                                  nullptr,
+                                                  &QOB::internal::kernelPackage);
 
 } // namespace QOB::NSInterface

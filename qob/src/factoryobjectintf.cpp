@@ -1,6 +1,26 @@
 #include "qob/qob/nsinterface/factoryobjectintf.h"
 
+#include "meta/kernelpackage.h"
+#include "qob/kernel/property/reflective.h"
+
 namespace QOB::NSInterface {
+
+namespace {
+
+struct FactoryObjectDescription {
+    using Interface = FactoryObjectIntf;
+    static constexpr char const* name = FactoryObjectIntf::Name;
+    using Properties = reflective::List<>;
+};
+
+MetaPropertyDescription* properties[] = {nullptr};
+
+} // namespace
+
+constinit IntrospectiveMethods FactoryObjectIntf::sIntrospectiveMethods =
+    reflective::methodsOf<FactoryObjectDescription>(properties,
+                                                    QOB::internal::belowClassObject,
+                                                    &QOB::internal::kernelPackage);
 
 namespace internal = CooperativeVisitor::internal;
 

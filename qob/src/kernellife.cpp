@@ -1,4 +1,5 @@
 #include "meta/factoryimpl.h"
+#include "meta/kernelpackage.h"
 #include "modelcore.h"
 #include "modulelife.h"
 #include "qob/qob/domainregistry.h"
@@ -26,11 +27,15 @@ Tessel::ModuleObjectDeleter* deleter = nullptr;
 struct KernelLife {
     ~KernelLife() {
         endModels();
+        internal::forgetKernelPackage();
         delete std::exchange(registry, nullptr);
         internal::ModelCore::endAll(nullptr);
         delete std::exchange(deleter, nullptr);
     }
-    static void makeRegistry() { registry = new DomainRegistry(); }
+    static void makeRegistry() {
+        registry = new DomainRegistry();
+        internal::createKernelPackage(registry->getMetaRegistryFactory());
+    }
 };
 
 namespace {
@@ -75,7 +80,13 @@ DomainRegistry::~DomainRegistry() {
 }
 
 std::wstring DomainRegistry::getDomainCanonicalUri(String const& domain) const {
-    return L"qob://metamodels/" + std::wstring(domain);
+    return std::wstring(canonicalUri(domain));
+}
+
+String DomainRegistry::canonicalUri(String const& domain) {
+    std::string uri = "qob://metamodels/";
+    uri += domain.view();
+    return uri;
 }
 
 LogSink setDebugLogSink(LogSink sink) noexcept {

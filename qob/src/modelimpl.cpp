@@ -1,7 +1,9 @@
 #include "modelimpl.h"
 
+#include "meta/kernelpackage.h"
 #include "qob/kernel/containers/sequence/views/associationsequence.h"
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
+#include "qob/kernel/meta/metaclassof.h"
 #include "qob/kernel/property/mandatoryvalue.h"
 #include "qob/kernel/property/reflective.h"
 #include "qob/qob/modelcache.h"
@@ -26,6 +28,10 @@ visitor::MethodInfo ModelIntf::getVisitMethod(visitor::MethodTable const& table)
 }
 void* ModelIntf::cast(visitor::ClassInfo const& info) const {
     return visitor::castTo(this, info);
+}
+
+ImmutableClass ModelIntf::getMetaClass(Deviant) const {
+    return metaClassOf(sIntrospectiveMethods);
 }
 
 bool ModelIntf::hasUri(Deviant deviant) const {
@@ -67,11 +73,16 @@ namespace {
 
 MetaPropertyDescription rootObjects{
     .name = "rootObjects",
+    .package = &get_QOB_PackageIntrospectiveMethods,
+    .typeIndex = ClassObjectIndex,
     .flags = PropertyOrdered | PropertyUnique | PropertyMultiValued,
     .lower = 0,
     .upper = MetaPropertyDescription::Unbounded,
     .id = ModelIntf::RootObjectsId,
+    .associationName = "",
     .hasOpposite = 1,
+    .oppositePackage = &get_QOB_PackageIntrospectiveMethods,
+    .oppositeClass = ClassObjectIndex,
     .oppositeId = ClassObjectIntf::ModelQOBId,
 };
 MetaPropertyDescription* modelProperties[] = {nullptr, &rootObjects};
@@ -88,7 +99,9 @@ struct ModelDescription {
 } // namespace
 
 constinit IntrospectiveMethods ModelIntf::sIntrospectiveMethods =
-    reflective::methodsOf<ModelDescription>(modelProperties);
+    reflective::methodsOf<ModelDescription>(modelProperties,
+                                            QOB::internal::belowClassObject,
+                                            &QOB::internal::kernelPackage);
 
 void ModelIntf::internal_deviationAssign(Deviant deviant,
                                          ObjectIntf* source,

@@ -96,6 +96,10 @@ void enter(Table& table, std::string const& name, Entry const& entry, char const
 
 } // namespace
 
+void internal::describeOwnType(char const* dottedName, ImmutableDataType const& element) {
+    Tables::get().metaTypes.insert_or_assign(dottedName, element);
+}
+
 // TypeInfoRegistry -----------------------------------------------------------------------------
 
 void TypeInfoRegistry::registerTypeInfo(std::string const& name, Tessel::TypeInfo const& info) {

@@ -7,7 +7,14 @@
 #include <string>
 #include <string_view>
 
+namespace QOB {
+class ImmutableDataType;
+} // namespace QOB
+
 namespace QOB::internal {
+
+/// Ties one of the kernel's own value types to the live element that describes it.
+void describeOwnType(char const* dottedName, ImmutableDataType const& element);
 
 /// Reads a whole text as a value; the empty text is the invalid value. False, and `value` as it
 /// was, if the text is none.

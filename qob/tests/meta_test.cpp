@@ -259,22 +259,23 @@ TEST(MetaRegistry, ItsFactoryMakesTheElementsOfMetamodels) {
 TEST(MetaRegistry, AValueLeadsToTheElementThatDescribesItsType) {
     using QOB::TypeInfoRegistry;
     Tessel::TypeInfo const info = *TypeInfoRegistry::getTypeInfo("QOB.Real");
-    QOB::Object const value = QOB::Real(1.5);
-    EXPECT_FALSE(value->getMetaType({}).isValid());
-
     DataType const type =
         QOB::DomainRegistry::instance()->getMetaRegistryFactory().createDataType();
+    QOB::ImmutableDataType const own = TypeInfoRegistry::getMetaType("QOB.Real");
+    QOB::Object const value = QOB::Real(1.5);
+    EXPECT_EQ(own.getName(), QOB::String("Real"));
+    EXPECT_EQ(value->getMetaType({}), QOB::ImmutableType(own));
+
     EXPECT_EQ(messageOf([&] { TypeInfoRegistry::registerMetaType("QOB.Real", info, type); }),
               "The type name (QOB.Real) is in use in the registry of type infos.");
-    EXPECT_FALSE(TypeInfoRegistry::getMetaType("QOB.Real").isValid());
-    TypeInfoRegistry::unregisterTypeInfo("QOB.Real");
-    TypeInfoRegistry::registerMetaType("QOB.Real", info, type);
-    EXPECT_EQ(TypeInfoRegistry::getMetaType("QOB.Real"), type);
-    EXPECT_EQ(value->getMetaType({}), QOB::ImmutableType(type));
-
+    EXPECT_EQ(TypeInfoRegistry::getMetaType("QOB.Real"), own);
     TypeInfoRegistry::unregisterMetaType("QOB.Real");
     EXPECT_FALSE(TypeInfoRegistry::isRegistered("QOB.Real"));
     EXPECT_FALSE(value->getMetaType({}).isValid());
-    TypeInfoRegistry::registerTypeInfo("QOB.Real", info);
+    TypeInfoRegistry::registerMetaType("QOB.Real", info, type);
+    EXPECT_EQ(value->getMetaType({}), QOB::ImmutableType(type));
+
+    TypeInfoRegistry::unregisterMetaType("QOB.Real");
+    TypeInfoRegistry::registerMetaType("QOB.Real", info, own);
     type.destroy();
 }

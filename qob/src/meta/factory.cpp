@@ -43,6 +43,18 @@ StereotypeObject FactoryIntf::createStereotypeObject(Deviant, String) {
 StereotypeObject FactoryIntf::createStereotypeObject(Deviant) {
     return {};
 }
+Class FactoryIntf::createClass(Deviant, String) {
+    return {};
+}
+Class FactoryIntf::createClass(Deviant) {
+    return {};
+}
+Property FactoryIntf::createProperty(Deviant, String) {
+    return {};
+}
+Property FactoryIntf::createProperty(Deviant) {
+    return {};
+}
 
 Model FactoryIntf::createNewModel() {
     auto* const model = new NSImplementation::ModelImpl();
@@ -66,6 +78,8 @@ constexpr NamedCreator creators[] = {
     {"StereotypeObject",
      NSInterface::StereotypeObjectIntf::Name,
      &createAsObject<StereotypeObject>},
+    {"Class", NSInterface::ClassIntf::Name, &createAsObject<Class>},
+    {"Property", NSInterface::PropertyIntf::Name, &createAsObject<Property>},
 };
 
 NamedCreator const* findCreator(std::string const& type) {
@@ -116,6 +130,18 @@ StereotypeObject FactoryImpl::createStereotypeObject(Deviant deviant, String nam
 }
 StereotypeObject FactoryImpl::createStereotypeObject(Deviant deviant) {
     return StereotypeObject::create(getModelQOB(deviant));
+}
+Class FactoryImpl::createClass(Deviant deviant, String name) {
+    return Class::create(getModelQOB(deviant), name);
+}
+Class FactoryImpl::createClass(Deviant deviant) {
+    return Class::create(getModelQOB(deviant));
+}
+Property FactoryImpl::createProperty(Deviant deviant, String name) {
+    return Property::create(getModelQOB(deviant), name);
+}
+Property FactoryImpl::createProperty(Deviant deviant) {
+    return Property::create(getModelQOB(deviant));
 }
 
 Object FactoryImpl::createFromString(Deviant deviant, String type) {

@@ -28,6 +28,10 @@ public:
     EnumerationLiteral createEnumerationLiteral(Deviant deviant) override;
     StereotypeObject createStereotypeObject(Deviant deviant, String name) override;
     StereotypeObject createStereotypeObject(Deviant deviant) override;
+    Class createClass(Deviant deviant, String name) override;
+    Class createClass(Deviant deviant) override;
+    Property createProperty(Deviant deviant, String name) override;
+    Property createProperty(Deviant deviant) override;
 
     Object createFromString(Deviant deviant, String type) override;
     Object createFromString(Deviant deviant, String type, String text) override;

@@ -1,14 +1,13 @@
 #include "qob/kernel/meta/metaclassof.h"
 
-#include "qob/qob/domainregistry.h"
-
 namespace QOB {
 
 ImmutableClass metaClassOf(IntrospectiveMethods const& methods) {
-    if (methods.meta == nullptr) {
+    // The record of a data type has no functions; what else has a live type is a class.
+    if (methods.meta == nullptr || methods.getSingleValued == nullptr) {
         return {};
     }
-    return {castObject<NSInterface::ClassIntf>(methods.meta), methods.meta->getRootDeviant()};
+    return {static_cast<NSInterface::ClassIntf*>(methods.meta), methods.meta->getRootDeviant()};
 }
 
 } // namespace QOB

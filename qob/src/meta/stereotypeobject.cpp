@@ -1,8 +1,10 @@
 #include "qob/qob/stereotypeobject.h"
 
+#include "kernelpackage.h"
 #include "metaobject.h"
 #include "namedelementstate.h"
 #include "qob/kernel/factory/create.h"
+#include "qob/kernel/meta/metaclassof.h"
 #include "qob/kernel/property/assignrules.h"
 #include "qob/kernel/property/optionalvalue.h"
 #include "qob/kernel/property/reference.h"
@@ -13,6 +15,19 @@ namespace QOB {
 using NSInterface::StereotypeObjectIntf;
 
 namespace {
+
+MetaPropertyDescription stereotypeName{.name = "StereotypeName",
+                                       .package = &get_QOB_PackageIntrospectiveMethods,
+                                       .typeIndex = StringIndex,
+                                       .flags = PropertyUnique,
+                                       .lower = 1,
+                                       .id = StereotypeObjectIntf::StereotypeNameId};
+MetaPropertyDescription taggedValue{.name = "Value",
+                                    .package = &get_QOB_PackageIntrospectiveMethods,
+                                    .typeIndex = StringIndex,
+                                    .flags = PropertyUnique,
+                                    .id = StereotypeObjectIntf::ValueId};
+MetaPropertyDescription* properties[] = {nullptr, &stereotypeName, &taggedValue};
 
 struct StereotypeObjectDescription {
     using Interface = StereotypeObjectIntf;
@@ -35,7 +50,13 @@ struct StereotypeObjectDescription {
 namespace NSInterface {
 
 constinit IntrospectiveMethods StereotypeObjectIntf::sIntrospectiveMethods =
-    reflective::methodsOf<StereotypeObjectDescription>();
+    reflective::methodsOf<StereotypeObjectDescription>(properties,
+                                                       QOB::internal::belowClassObject,
+                                                       &QOB::internal::kernelPackage);
+
+ImmutableClass StereotypeObjectIntf::getMetaClass(Deviant) const {
+    return metaClassOf(sIntrospectiveMethods);
+}
 
 bool StereotypeObjectIntf::hasStereotypeName(Deviant) const {
     return true;

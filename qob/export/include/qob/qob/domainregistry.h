@@ -27,6 +27,9 @@ public:
     /// The canonical URI of a domain: "qob://metamodels/" and its name.
     std::wstring getDomainCanonicalUri(String const& domain) const;
 
+    /// The same as a text.
+    static String canonicalUri(String const& domain);
+
 private:
     friend struct KernelLife;
 

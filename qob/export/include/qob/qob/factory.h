@@ -1,10 +1,12 @@
 #pragma once
 
+#include "qob/qob/class.h"
 #include "qob/qob/datatype.h"
 #include "qob/qob/enumeration.h"
 #include "qob/qob/factoryobject.h"
 #include "qob/qob/nsinterface/factoryintf.h"
 #include "qob/qob/package.h"
+#include "qob/qob/property.h"
 #include "qob/qob/stereotypeobject.h"
 
 #include <utility>
@@ -40,6 +42,14 @@ public:
     }
     StereotypeObject createStereotypeObject(String name) const {
         return (*this)->createStereotypeObject(getDeviant(), std::move(name));
+    }
+    Class createClass() const { return (*this)->createClass(getDeviant()); }
+    Class createClass(String name) const {
+        return (*this)->createClass(getDeviant(), std::move(name));
+    }
+    Property createProperty() const { return (*this)->createProperty(getDeviant()); }
+    Property createProperty(String name) const {
+        return (*this)->createProperty(getDeviant(), std::move(name));
     }
 };
 

@@ -95,10 +95,26 @@ struct IntrospectiveMethods {
     PackageIntrospectiveMethods const* package = nullptr;
 };
 
-/// The classes of a package by index; entry 0 is null.
+/// The classes of a package by index; entry 0 is null, and so is the last one.
 struct PackageIntrospectiveMethods {
     IntrospectiveMethods* const* classes = nullptr;
     unsigned count = 0;
+};
+
+/// The kernel's own package: what metamodels refer to in it.
+QOB_EXPORT PackageIntrospectiveMethods const* get_QOB_PackageIntrospectiveMethods();
+
+/// The indexes in the kernel's package. Those of data types have a record without functions.
+enum KernelTypeIndex : unsigned {
+    ClassObjectIndex = 13,
+    ModelIndex = 14,
+    StereotypeObjectIndex = 15,
+    FactoryObjectIndex = 19,
+    BooleanIndex = 23,
+    StringIndex = 24,
+    RealIndex = 27,
+    IntegerIndex = 28,
+    ExternalToolInfoIndex = 29
 };
 
 } // namespace QOB

@@ -227,9 +227,12 @@ private:
 
 } // namespace internal
 
-/// The record of the class that `Class` describes, with the table of its properties if it has one.
+/// The record of the class that `Class` describes, with the table of its properties, the list of
+/// its supers and its package if it has them.
 template <class Class>
-constexpr IntrospectiveMethods methodsOf(MetaPropertyDescription** properties = nullptr) {
+constexpr IntrospectiveMethods methodsOf(MetaPropertyDescription** properties = nullptr,
+                                         SuperReference const* supers = nullptr,
+                                         PackageIntrospectiveMethods const* package = nullptr) {
     using Functions = internal::Functions<Class>;
     return {
         .getSingleValued = &Functions::getSingleValued,
@@ -241,6 +244,9 @@ constexpr IntrospectiveMethods methodsOf(MetaPropertyDescription** properties = 
         .getMultiValued = &Functions::getMultiValued,
         .getOnlyMultiValued = &Functions::getOnlyMultiValued,
         .properties = properties,
+        .supers = supers,
+        .meta = nullptr,
+        .package = package,
     };
 }
 

@@ -5,10 +5,12 @@
 
 namespace QOB {
 
+class Class;
 class DataType;
 class Enumeration;
 class EnumerationLiteral;
 class Package;
+class Property;
 class StereotypeObject;
 
 namespace NSInterface {
@@ -31,6 +33,10 @@ public:
     virtual EnumerationLiteral createEnumerationLiteral(Deviant deviant);
     virtual StereotypeObject createStereotypeObject(Deviant deviant, String name);
     virtual StereotypeObject createStereotypeObject(Deviant deviant);
+    virtual Class createClass(Deviant deviant, String name);
+    virtual Class createClass(Deviant deviant);
+    virtual Property createProperty(Deviant deviant, String name);
+    virtual Property createProperty(Deviant deviant);
 
     /// A new, empty model in its root deviant, without a URI.
     static Model createNewModel();

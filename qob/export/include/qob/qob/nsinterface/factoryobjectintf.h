@@ -11,6 +11,9 @@ class QOB_EXPORT FactoryObjectIntf : public ClassObjectIntf {
 public:
     using VisitationBases = CooperativeVisitor::internal::Bases<ClassObjectIntf>;
 
+    static constexpr char const* Name = "QOB.FactoryObject";
+    static IntrospectiveMethods sIntrospectiveMethods;
+
     CooperativeVisitor::internal::MethodInfo
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const override;
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override;

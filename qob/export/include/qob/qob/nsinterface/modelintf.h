@@ -22,6 +22,7 @@ public:
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const override;
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override;
 
+    ImmutableClass getMetaClass(Deviant deviant) const override;
     bool hasUri(Deviant deviant) const override;
     void removeUri(Deviant deviant) override;
     void setUri(Deviant deviant, String const& uri) override;

@@ -14,6 +14,8 @@ public:
     static constexpr char const* ImmutableName = "QOB.ImmutableStereotypeObject";
     static IntrospectiveMethods sIntrospectiveMethods;
 
+    ImmutableClass getMetaClass(Deviant deviant) const override;
+
     /// The name is always there; a new one is empty.
     virtual bool hasStereotypeName(Deviant deviant) const;
     /// Does nothing: a name is always there.

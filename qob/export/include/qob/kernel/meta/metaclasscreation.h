@@ -1,0 +1,87 @@
+#pragma once
+
+#include "qob/qob/class.h"
+#include "qob/qob/factory.h"
+#include "qob/qob/reflection.h"
+#include "qob/qob/tags.h"
+
+#include <span>
+
+/// How a library makes its classes live elements of the meta-registry, complete with their
+/// properties, and takes them out again. All of it is to be called in a transaction there.
+namespace QOB {
+
+/// Makes a class in the package with its properties, each with all that it can have by itself, and
+/// enters every property in `meta` of its description. `comments` is ended by null and may be null.
+QOB_EXPORT void staticCreateMetaClass(NSInterface::ClassIntf*& result,
+                                      Factory const& factory,
+                                      Package const& package,
+                                      MetaPropertyDescription** properties,
+                                      unsigned count,
+                                      char const* name,
+                                      char const* dottedName,
+                                      bool isAbstract,
+                                      char const* const* comments);
+
+/// Gives the class and its properties what lies in other classes: supers, types, opposites, what
+/// they redefine and subset; and binds them to the functions of the record. What has not been
+/// created is left out.
+QOB_EXPORT void staticUpdateMeta(NSInterface::ClassIntf* meta,
+                                 Factory const& factory,
+                                 Package const& package,
+                                 MetaPropertyDescription** properties,
+                                 unsigned count,
+                                 char const* name,
+                                 char const* dottedName,
+                                 IntrospectiveMethods const* methods);
+
+/// Destroys the class with its properties in the root deviant, and clears `meta` of each
+/// description. Nothing happens for null.
+QOB_EXPORT void staticDestroyMeta(NSInterface::ClassIntf* meta,
+                                  MetaPropertyDescription** properties,
+                                  unsigned count,
+                                  char const* name,
+                                  char const* dottedName);
+
+/// A class as constant data of the library that declares it.
+struct MetaClassDescription {
+    char const* name = nullptr;
+    char const* dottedName = nullptr;
+    IntrospectiveMethods* methods = nullptr; ///< its `properties` have room for all ids
+    unsigned propertyCount = 0;
+    /// The own properties in order of their ids, to be entered in the record; null if they are
+    /// there from the start.
+    MetaPropertyDescription* properties = nullptr;
+    bool isAbstract = false;
+    char const* const* comments = nullptr; ///< ended by null; may be null
+};
+
+/// The three above for a class as data. The live class is entered in `meta` and, as a type, in the
+/// record. Nothing happens if there is one already.
+QOB_EXPORT void createMetaClass(NSInterface::ClassIntf*& meta,
+                                MetaClassDescription const& description,
+                                Factory const& factory,
+                                Package const& package);
+/// Once: nothing happens if `updated` is set, which is set first.
+QOB_EXPORT void updateMetaClass(bool& updated,
+                                NSInterface::ClassIntf* meta,
+                                MetaClassDescription const& description,
+                                Factory const& factory);
+/// Nothing happens if there is no live class.
+QOB_EXPORT void destroyMetaClass(NSInterface::ClassIntf*& meta,
+                                 MetaClassDescription const& description);
+/// Clears every pointer to the live elements, which a rollback has taken already.
+QOB_EXPORT void forgetMetaClass(NSInterface::ClassIntf*& meta,
+                                MetaClassDescription const& description) noexcept;
+
+/// A tag of a class, or of one of its properties, as constant data.
+struct TagBinding {
+    IntrospectiveMethods const* methods = nullptr;
+    unsigned propertyId = 0; ///< 0 for the class itself
+    char const* tag = nullptr;
+};
+
+/// Applies tags in the order given; those of elements that don't exist are left out.
+QOB_EXPORT void applyTags(std::span<TagBinding const> tags);
+
+} // namespace QOB

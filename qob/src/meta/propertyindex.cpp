@@ -1,0 +1,85 @@
+#include "propertyindex.h"
+
+#include <boost/container_hash/hash.hpp>
+
+namespace QOB::internal {
+
+IntrospectiveMethods const* recordAt(PackageFunction package, unsigned classIndex) noexcept {
+    if (package == nullptr) {
+        return nullptr;
+    }
+    PackageIntrospectiveMethods const* const table = package();
+    return table != nullptr && classIndex < table->count ? table->classes[classIndex] : nullptr;
+}
+
+NSInterface::ClassIntf* classAt(PackageFunction package, unsigned classIndex) noexcept {
+    IntrospectiveMethods const* const record = recordAt(package, classIndex);
+    return record != nullptr ? castObject<NSInterface::ClassIntf>(record->meta) : nullptr;
+}
+
+std::size_t PropertyIndex::Hash::operator()(PropertyBinding const& binding) const noexcept {
+    std::size_t seed = 0;
+    boost::hash_combine(seed, binding.methods);
+    boost::hash_combine(seed, binding.id);
+    return seed;
+}
+
+unsigned& PropertyIndex::generation() noexcept {
+    static unsigned current = 0;
+    return current;
+}
+
+PropertyIndex::PropertyIndex(ClassBinding const& binding) {
+    collect(binding);
+}
+
+PropertyBinding PropertyIndex::inPlaceOf(PropertyBinding const& property) const noexcept {
+    auto const found = byProperty_.find(property);
+    return found != byProperty_.end() ? found->second : property;
+}
+
+// A class comes before its supers, so that what it declares and redefines is there first.
+void PropertyIndex::collect(ClassBinding const& binding) {
+    if (binding.methods == nullptr || !kinds_.emplace(binding.methods).second) {
+        return;
+    }
+    for (unsigned id = 1; id <= binding.propertyCount; ++id) {
+        MetaPropertyDescription const* const property = binding.methods->properties[id];
+        if (property == nullptr) {
+            continue;
+        }
+        PropertyBinding const self{binding.methods, id};
+        PropertyBinding const substitute = inPlaceOf(self);
+        byProperty_.emplace(self, substitute);
+        byName_.emplace(property->name, substitute);
+        for (unsigned i = 0; i != property->redefinedCount; ++i) {
+            PropertyReference const& redefined = property->redefined[i];
+            byProperty_.emplace(PropertyBinding{recordAt(redefined.package, redefined.classIndex),
+                                                redefined.propertyId},
+                                substitute);
+        }
+    }
+    for (SuperReference const* super = binding.methods->supers;
+         super != nullptr && super->package != nullptr;
+         ++super) {
+        if (auto const* const meta = classAt(super->package, super->classIndex)) {
+            collect(meta->internal_binding());
+        }
+    }
+}
+
+PropertyBinding const* PropertyIndex::find(std::string_view name) const noexcept {
+    auto const found = byName_.find(name);
+    return found != byName_.end() ? &found->second : nullptr;
+}
+
+PropertyBinding const* PropertyIndex::find(PropertyBinding const& property) const noexcept {
+    auto const found = byProperty_.find(property);
+    return found != byProperty_.end() ? &found->second : nullptr;
+}
+
+bool PropertyIndex::isKindOf(IntrospectiveMethods const* methods) const noexcept {
+    return kinds_.contains(methods);
+}
+
+} // namespace QOB::internal
