@@ -219,5 +219,6 @@ template class ListQImplForPrimitives<Integer>;
 template class ListQImplForPrimitives<Real>;
 template class ListQImplForPrimitives<String>;
 template class ListQImplForPrimitives<ExternalToolInfo>;
+template class ListQImplForPrimitives<Object>;
 
 } // namespace QOB::ListQImplInternal

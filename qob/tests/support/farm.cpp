@@ -107,7 +107,8 @@ struct AnimalDescription {
         reflective::Single<AnimalIntf::WeightId,
                            &AnimalIntf::getWeight,
                            reflective::always,
-                           &AnimalIntf::setWeight>,
+                           &AnimalIntf::setWeight,
+                           &AnimalIntf::removeWeight>,
         reflective::Single<AnimalIntf::MateId,
                            &AnimalIntf::getMate,
                            &AnimalIntf::hasMate,
@@ -207,6 +208,8 @@ QOB::IntrospectiveMethods HenIntf::sIntrospectiveMethods =
 
 QOB::ImmutableClass AnimalIntf::getMetaClass(Deviant) const {
     return QOB::metaClassOf(sIntrospectiveMethods);
+}
+void AnimalIntf::removeWeight(Deviant) {
 }
 void AnimalIntf::setWeight(Deviant deviant, QOB::Real const& value) {
     property::setMandatory<&AnimalIntf::getWeight, &AnimalIntf::setWeight>(this, deviant, value);

@@ -34,6 +34,8 @@ public:
 
     QOB::ImmutableClass getMetaClass(QOB::Deviant deviant) const override;
 
+    /// Does nothing: a weight is always there.
+    virtual void removeWeight(QOB::Deviant deviant);
     virtual void setWeight(QOB::Deviant deviant, QOB::Real const& value);
     virtual QOB::Real getWeight(QOB::Deviant deviant) const;
     virtual bool hasMate(QOB::Deviant deviant) const;

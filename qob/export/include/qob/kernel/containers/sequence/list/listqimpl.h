@@ -70,6 +70,7 @@ extern template class QOB_EXPORT ListQImplForPrimitives<Integer>;
 extern template class QOB_EXPORT ListQImplForPrimitives<Real>;
 extern template class QOB_EXPORT ListQImplForPrimitives<String>;
 extern template class QOB_EXPORT ListQImplForPrimitives<ExternalToolInfo>;
+extern template class QOB_EXPORT ListQImplForPrimitives<Object>;
 
 } // namespace ListQImplInternal
 

@@ -42,6 +42,21 @@ public:
         return GenericFilter(table);
     }
 
+    /// From objects of any class to the same objects as values of their own, for code that takes
+    /// values and objects alike.
+    static GenericFilter boxedObjects() {
+        static constexpr Table table{
+            [](Ref element) {
+                return Generic::toRef(Object(Generic::objectOf(element), element.deviant));
+            },
+            [](Ref element) {
+                Object const& object = Generic::valueOf<Object>(element);
+                auto* const found = castObject<NSInterface::ClassObjectIntf>(object.get());
+                return found != nullptr ? Generic::objectRef(found, object.getDeviant()) : Ref();
+            }};
+        return GenericFilter(table);
+    }
+
     bool isIdentity() const noexcept { return table_->convert == nullptr; }
     Ref convert(Ref element) const {
         return isIdentity() ? element : table_->convert(std::move(element));
