@@ -1,6 +1,7 @@
 #include "qob/qob/nsinterface/classobjectintf.h"
 
 #include "qob/kernel/property/assignsparse.h"
+#include "qob/kernel/property/container.h"
 #include "qob/kernel/property/multivalued.h"
 #include "qob/kernel/property/optionalvalue.h"
 #include "qob/kernel/property/reference.h"
@@ -8,6 +9,16 @@
 #include "qob/qob/externaltoolinfo.h"
 #include "qob/qob/model.h"
 #include "qob/qob/stereotypeobject.h"
+
+namespace QOB {
+
+void property::leaveContainer(NSInterface::ClassObjectIntf* object,
+                              Deviant deviant,
+                              ClassObject const& container) {
+    container->getContaineeQOBsWithoutAssociation(deviant).removeAll(ClassObject(object, deviant));
+}
+
+} // namespace QOB
 
 namespace QOB::NSInterface {
 
@@ -91,14 +102,18 @@ bool ClassObjectIntf::hasContainerQOB(Deviant deviant) const {
     return getContainerQOB(deviant).isValid();
 }
 void ClassObjectIntf::removeContainerQOB(Deviant deviant) {
+    ClassObject const old = getContainerQOB(deviant);
     removeOnlyContainerQOB(deviant);
+    if (old.isValid()) {
+        property::leaveContainer(this, deviant, old);
+    }
 }
 void ClassObjectIntf::setContainerQOB(Deviant deviant, ClassObject const& container) {
-    property::requireSameModel(deviant, container, sIntrospectiveMethods, ContainerQOBId);
-    property::setReference<&ClassObjectIntf::getContainerQOB,
-                           &ClassObjectIntf::setContainerQOB,
-                           &ClassObjectIntf::removeContainerQOB>(
-        this, deviant, container, sIntrospectiveMethods, ContainerQOBId);
+    if (!container.isValid()) {
+        removeContainerQOB(deviant);
+        return;
+    }
+    setOnlyContainerQOB(deviant, container);
 }
 ClassObject ClassObjectIntf::getContainerQOB(Deviant deviant) const {
     return property::get<&ClassObjectIntf::getContainerQOB>(this, deviant);
@@ -110,9 +125,11 @@ void ClassObjectIntf::removeOnlyContainerQOB(Deviant deviant) {
 }
 void ClassObjectIntf::setOnlyContainerQOB(Deviant deviant, ClassObject const& container) {
     property::requireSameModel(deviant, container, sIntrospectiveMethods, ContainerQOBId);
-    property::setOnlyReference<&ClassObjectIntf::getContainerQOB,
-                               &ClassObjectIntf::setContainerQOB>(
-        this, deviant, container, sIntrospectiveMethods, ContainerQOBId);
+    ClassObject const old = getContainerQOB(deviant);
+    if (old != container && old.isValid()) {
+        property::leaveContainer(this, deviant, old);
+    }
+    property::setContainerAlone(this, deviant, container);
 }
 
 // The list of the model's objects ------------------------------------------------------------

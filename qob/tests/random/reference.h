@@ -137,7 +137,9 @@ public:
 
     void setLink(int d, Thing thing, Thing link) {
         if (link == -1 || !exists(d, link)) {
-            write(d, thing).link = -1;
+            if (read(d, thing).link != -1) {
+                write(d, thing).link = -1;
+            }
         } else if (read(d, thing).link != link) {
             write(d, thing).link = link;
         }

@@ -18,4 +18,29 @@ auto upcast(Derived* object) noexcept {
     }
 }
 
+namespace internal {
+
+template <class>
+struct DeclaringClass;
+template <class Class, class Result, class... Arguments>
+struct DeclaringClass<Result (Class::*)(Arguments...)> {
+    using Type = Class;
+};
+template <class Class, class Result, class... Arguments>
+struct DeclaringClass<Result (Class::*)(Arguments...) const> {
+    using Type = Class;
+};
+
+} // namespace internal
+
+/// The class that declares a member function.
+template <auto Operation>
+using DeclaringClassOf = typename internal::DeclaringClass<decltype(Operation)>::Type;
+
+/// An object seen as the class that declares the operation.
+template <auto Operation, class Derived>
+auto receiverOf(Derived* object) noexcept {
+    return upcast<DeclaringClassOf<Operation>>(object);
+}
+
 } // namespace QOB

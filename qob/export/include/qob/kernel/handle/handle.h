@@ -6,12 +6,17 @@
 /// constructors and adds the operations of its interface class.
 namespace QOB {
 
+/// Says of a pointer that its object is of the handle's class: it comes out of a state.
+struct OfClass {};
+inline constexpr OfClass ofClass;
+
 /// A handle for reading: empty, or an object of interface class `Intf` as seen in one deviant.
 template <class Intf>
 class ReadHandle : public RefBase<Intf*> {
 public:
     ReadHandle() noexcept = default;
     ReadHandle(Intf const* object, Deviant deviant) : RefBase<Intf*>(object, deviant) {}
+    ReadHandle(OfClass, Intf const* object, Deviant deviant) : RefBase<Intf*>(object, deviant) {}
     /// The same object through a handle of another class. Implicit where it always is an `Intf`.
     // Two constructors: g++ 12 forgets a conditional "explicit" when a constructor is taken over.
     template <ConvertibleHandle<ReadHandle> Handle>
@@ -35,6 +40,7 @@ class WriteHandle : public Immutable {
 public:
     WriteHandle() noexcept = default;
     WriteHandle(Intf* object, Deviant deviant) : Immutable(object, deviant) {}
+    WriteHandle(OfClass known, Intf* object, Deviant deviant) : Immutable(known, object, deviant) {}
     template <ConvertibleMutableHandle<WriteHandle> Handle>
     requires(extends<Handle, Intf>)
         WriteHandle(Handle const& other) // NOLINT(*-explicit-constructor)

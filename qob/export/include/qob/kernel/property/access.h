@@ -26,6 +26,12 @@ Intf* writeState(Intf* object, Deviant deviant) {
     return state;
 }
 
+/// True for a state, which belongs to no model; false for a root object.
+template <class Intf>
+bool isState(Intf const* object) {
+    return !object->getRootDeviant().isNotNull();
+}
+
 /// A getter or a has of any shape.
 template <auto Get, class Intf>
 auto get(Intf const* object, Deviant deviant) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qob/kernel/containers/sequence/sequence.h"
+#include "qob/kernel/property/access.h"
 #include "qob/kernel/property/assign.h"
 
 /// How one property of an object is brought to what another state holds; see assign.h.
@@ -11,7 +12,9 @@ struct AssignOptional {
     template <class Intf>
     static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
         if (!(source->*Has)(sourceDeviant)) {
-            (target->*Remove)(deviant);
+            if ((target->*Has)(deviant)) {
+                (target->*Remove)(deviant);
+            }
             return;
         }
         auto const value = (source->*Get)(sourceDeviant);
@@ -40,8 +43,31 @@ struct AssignReference {
     }
 };
 
-/// A sequence of objects: those that exist in the target's deviant, in the source's order.
-template <auto GetMany>
+namespace internal {
+
+/// The target's end to write: with upkeep on a root object, the container of a state.
+template <auto GetMany, auto GetOnlyMany, class Intf>
+auto assigned(Intf* target, Deviant deviant) {
+    return isState(target) ? (target->*GetOnlyMany)(deviant) : (target->*GetMany)(deviant);
+}
+
+} // namespace internal
+
+/// A sequence of values.
+template <auto GetMany, auto GetOnlyMany>
+struct AssignValues {
+    template <class Intf>
+    static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
+        auto const from = (const_cast<Intf*>(source)->*GetMany)(sourceDeviant);
+        if (!(target->*GetMany)(deviant).generic_equal(from)) {
+            internal::assigned<GetMany, GetOnlyMany>(target, deviant).assign(from);
+        }
+    }
+};
+
+/// A sequence of objects: those that exist in the target's deviant, in the source's order. A state
+/// takes over all.
+template <auto GetMany, auto GetOnlyMany = GetMany>
 struct AssignObjects {
     template <class Intf>
     static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
@@ -49,13 +75,12 @@ struct AssignObjects {
         using Element = typename decltype(from)::value_type;
         auto const present = MakeSequence<Element>(deviant);
         for (Element const& element : from) {
-            if (Element const here(element.get(), deviant); here.isValid()) {
+            if (Element const here(element.get(), deviant); isState(target) || here.isValid()) {
                 present.push_back(here);
             }
         }
-        auto const to = (target->*GetMany)(deviant);
-        if (!to.generic_equal(present)) {
-            to.assign(present);
+        if (!(target->*GetMany)(deviant).generic_equal(present)) {
+            internal::assigned<GetMany, GetOnlyMany>(target, deviant).assign(present);
         }
     }
 };

@@ -22,21 +22,11 @@ struct AssignSparse {
 
 /// Objects: those that exist in the target's deviant.
 template <auto Has, auto GetMany, auto GetOnlyMany>
-using AssignSparseSequence = AssignSparse<Has, GetMany, GetOnlyMany, AssignObjects<GetMany>>;
-
-template <auto GetMany>
-struct AssignValues {
-    template <class Intf>
-    static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
-        auto const from = (const_cast<Intf*>(source)->*GetMany)(sourceDeviant);
-        auto const to = (target->*GetMany)(deviant);
-        if (!to.generic_equal(from)) {
-            to.assign(from);
-        }
-    }
-};
+using AssignSparseSequence =
+    AssignSparse<Has, GetMany, GetOnlyMany, AssignObjects<GetMany, GetOnlyMany>>;
 
 template <auto Has, auto GetMany, auto GetOnlyMany>
-using AssignSparseValues = AssignSparse<Has, GetMany, GetOnlyMany, AssignValues<GetMany>>;
+using AssignSparseValues =
+    AssignSparse<Has, GetMany, GetOnlyMany, AssignValues<GetMany, GetOnlyMany>>;
 
 } // namespace QOB::property

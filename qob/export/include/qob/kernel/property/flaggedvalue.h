@@ -7,9 +7,12 @@
 /// A removal clears the flag and brings back the property's default.
 namespace QOB::property {
 
-template <auto Remove, class Intf>
+/// A removal of what isn't there touches nothing.
+template <auto Has, auto Remove, class Intf>
 void removeFlagged(Intf* object, Deviant deviant) {
-    (writeState(object, deviant)->*Remove)(deviant);
+    if ((readState(object, deviant)->*Has)(deviant)) {
+        (writeState(object, deviant)->*Remove)(deviant);
+    }
 }
 
 /// A value class takes every value, also one that isn't valid. A value that is there already

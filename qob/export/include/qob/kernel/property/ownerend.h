@@ -1,12 +1,16 @@
 #pragma once
 
-#include "qob/kernel/property/reference.h"
-#include "qob/qob/object.h"
+#include "qob/kernel/property/container.h"
+#include "qob/kernel/property/otherend.h"
+#include "qob/kernel/upcast.h"
 
 /// The owner of an owned collection, seen from what is owned: it has no field of its own, it is the
-/// container, where that is of the owner's class. `Elements` names the owner's operation that gives
-/// its end without upkeep.
+/// container, where that is of the owner's class. `End` is the owner's collection (otherend.h).
 namespace QOB::property {
+
+/// An owner whose collection is only a view of other properties: it takes in nothing by itself, and
+/// what is in it leaves with the container.
+struct DerivedOtherEnd {};
 
 /// Works on a state as on the root object.
 template <class Owner, class Intf>
@@ -14,21 +18,8 @@ Owner getOwner(Intf const* object, Deviant deviant) {
     return Owner(object->getContainerQOB(deviant));
 }
 
-/// The end of the owner, and this object as one of its elements.
-template <auto Elements, class Owner>
-auto elementsOf(Owner const& owner, Deviant deviant) {
-    return (owner.get()->*Elements)(deviant);
-}
-
-template <auto Elements, class Owner, class Intf>
-void leaveOwner(Intf* object, Deviant deviant, Owner const& owner) {
-    auto const elements = elementsOf<Elements>(owner, deviant);
-    using Element = typename decltype(elements)::value_type;
-    elements.removeAll(Element(object, deviant));
-}
-
 /// Both ends; an empty owner is a removal. A repetition adds nothing a second time.
-template <auto Elements, auto SetOnly, class Owner, class Intf>
+template <class End, auto SetOnly, class Owner, class Intf>
 void setOwner(Intf* object,
               Deviant deviant,
               Owner const& owner,
@@ -40,15 +31,15 @@ void setOwner(Intf* object,
         return;
     }
     (object->*SetOnly)(deviant, owner);
-    if (owner.isValid()) {
-        auto const elements = elementsOf<Elements>(owner, deviant);
-        using Element = typename decltype(elements)::value_type;
-        elements.push_back(Element(object, deviant));
+    if constexpr (!std::is_same_v<End, DerivedOtherEnd>) {
+        if (owner.isValid()) {
+            End::add(owner, deviant, object);
+        }
     }
 }
 
 /// Cuts the link to the old owner at both ends; what the new owner has is left to the caller.
-template <auto Elements, auto Remove, class Owner, class Intf>
+template <class End, auto Remove, class Owner, class Intf>
 void setOnlyOwner(Intf* object,
                   Deviant deviant,
                   Owner const& owner,
@@ -59,23 +50,56 @@ void setOnlyOwner(Intf* object,
         (object->*Remove)(deviant);
         return;
     }
-    Owner const old = getOwner<Owner>(object, deviant);
-    if (old.isValid()) {
+    if constexpr (!std::is_same_v<End, DerivedOtherEnd>) {
+        Owner const old = getOwner<Owner>(object, deviant);
         if (old == owner) {
             return;
         }
-        leaveOwner<Elements>(object, deviant, old);
+        if (old.isValid()) {
+            End::remove(old, deviant, object);
+            setContainerAlone(upcast<NSInterface::ClassObjectIntf>(object), deviant, owner);
+            return;
+        }
     }
     object->setOnlyContainerQOB(deviant, owner);
 }
 
+template <class End, class Owner, class Intf>
+void removeOwner(Intf* object, Deviant deviant) {
+    if constexpr (!std::is_same_v<End, DerivedOtherEnd>) {
+        Owner const old = getOwner<Owner>(object, deviant);
+        if (old.isValid()) {
+            End::remove(old, deviant, object);
+            object->removeOnlyContainerQOB(deviant);
+            return;
+        }
+    }
+    object->removeContainerQOB(deviant);
+}
+
+// The same with the owner's operation that gives its end without upkeep, in the place of `End`.
+
+template <auto Elements, auto SetOnly, class Owner, class Intf>
+void setOwner(Intf* object,
+              Deviant deviant,
+              Owner const& owner,
+              IntrospectiveMethods const& methods,
+              unsigned id) {
+    setOwner<ViewAtOtherEnd<Elements>, SetOnly>(object, deviant, owner, methods, id);
+}
+
+template <auto Elements, auto Remove, class Owner, class Intf>
+void setOnlyOwner(Intf* object,
+                  Deviant deviant,
+                  Owner const& owner,
+                  IntrospectiveMethods const& methods,
+                  unsigned id) {
+    setOnlyOwner<ViewAtOtherEnd<Elements>, Remove>(object, deviant, owner, methods, id);
+}
+
 template <auto Elements, class Owner, class Intf>
 void removeOwner(Intf* object, Deviant deviant) {
-    Owner const old = getOwner<Owner>(object, deviant);
-    if (old.isValid()) {
-        leaveOwner<Elements>(object, deviant, old);
-    }
-    object->removeOnlyContainerQOB(deviant);
+    removeOwner<ViewAtOtherEnd<Elements>, Owner>(object, deviant);
 }
 
 } // namespace QOB::property

@@ -17,6 +17,14 @@ void requireSameModel(Deviant deviant,
                 "Cross-model bi-directional associations are currently disallowed!");
 }
 
+/// On a root object a reference is there if its value exists in the deviant; a state only tells
+/// whether it holds one.
+template <auto Has, auto Get, class Intf>
+bool hasReference(Intf const* object, Deviant deviant) {
+    Intf const* const state = readState(object, deviant);
+    return (state->*Has)(deviant) && (state->*Get)(deviant).isValid();
+}
+
 /// Sets one end: nothing happens if the same object is there already.
 template <auto Get, auto Set, class Intf, class Handle>
 void setOnlyReference(Intf* object,
@@ -48,12 +56,16 @@ void setReference(Intf* object,
     setOnlyReference<Get, Set>(object, deviant, value, methods, id);
 }
 
+/// Nothing happens if there is none.
 template <auto Get, auto Set, class Intf>
 void removeOnlyReference(Intf* object,
                          Deviant deviant,
                          IntrospectiveMethods const& methods,
                          unsigned id) {
     auto const old = (readState(object, deviant)->*Get)(deviant);
+    if (old.get() == nullptr) {
+        return;
+    }
     Intf* const state = writeState(object, deviant);
     deviant.removeReferred(old.getDeviant(), &methods, id);
     (state->*Set)(deviant, decltype(old)());

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "qob/kernel/property/reference.h"
+#include "qob/qob/nsinterface/classobjectintf.h"
+#include "qob/qob/object.h"
+
+/// The container of an object, for rules that keep it in step with what the container holds.
+namespace QOB::property {
+
+/// Writes the container and nothing else: whoever calls it has taken the object out of what
+/// contained it before.
+inline void setContainerAlone(NSInterface::ClassObjectIntf* object,
+                              Deviant deviant,
+                              ClassObject const& container) {
+    using NSInterface::ClassObjectIntf;
+    setOnlyReference<&ClassObjectIntf::getContainerQOB, &ClassObjectIntf::setContainerQOB>(
+        object,
+        deviant,
+        container,
+        ClassObjectIntf::sIntrospectiveMethods,
+        ClassObjectIntf::ContainerQOBId);
+}
+
+/// Takes the object out of every property by which `container` contains it. The object's own end
+/// is left to the caller.
+QOB_EXPORT void
+leaveContainer(NSInterface::ClassObjectIntf* object, Deviant deviant, ClassObject const& container);
+
+} // namespace QOB::property

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "qob/kernel/property/access.h"
+
+/// The other end of an association, as a rule reaches it when it keeps the two in step. The ends
+/// are written on the states, without a view, and without telling the first end again.
+namespace QOB::property {
+
+/// An end that holds many: `GetMany` shows its elements, `GetOnlyMany` on a state its container.
+template <auto GetMany, auto GetOnlyMany>
+struct ManyAtOtherEnd {
+    /// A repetition touches nothing.
+    template <class Other, class Intf>
+    static void add(Other const& other, Deviant deviant, Intf* object) {
+        auto const element = elementOf<Other>(object, deviant);
+        if (!present(other, deviant, element)) {
+            (writeState(other.get(), deviant)->*GetOnlyMany)(deviant).push_back(element);
+        }
+    }
+    template <class Other, class Intf>
+    static void remove(Other const& other, Deviant deviant, Intf* object) {
+        auto const element = elementOf<Other>(object, deviant);
+        if (present(other, deviant, element)) {
+            (writeState(other.get(), deviant)->*GetOnlyMany)(deviant).removeAll(element);
+        }
+    }
+
+private:
+    template <class Other>
+    static auto elements(Other const& other, Deviant deviant) {
+        auto* const state = const_cast<typename Other::Interface*>(readState(other.get(), deviant));
+        return (state->*GetMany)(deviant);
+    }
+    template <class Other, class Intf>
+    static auto elementOf(Intf* object, Deviant deviant) {
+        using Elements = decltype(elements(std::declval<Other const&>(), deviant));
+        return typename Elements::value_type(object, deviant);
+    }
+    template <class Other, class Element>
+    static bool present(Other const& other, Deviant deviant, Element const& element) {
+        return elements(other, deviant).contains(element);
+    }
+};
+
+/// The same through the other end's view: for an end whose operation `GetOnlyMany` is no plain
+/// access to a container of the state.
+template <auto GetOnlyMany>
+struct ViewAtOtherEnd {
+    template <class Other, class Intf>
+    static void add(Other const& other, Deviant deviant, Intf* object) {
+        auto const elements = (other.get()->*GetOnlyMany)(deviant);
+        elements.push_back(typename decltype(elements)::value_type(object, deviant));
+    }
+    template <class Other, class Intf>
+    static void remove(Other const& other, Deviant deviant, Intf* object) {
+        auto const elements = (other.get()->*GetOnlyMany)(deviant);
+        elements.removeAll(typename decltype(elements)::value_type(object, deviant));
+    }
+};
+
+} // namespace QOB::property

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "qob/kernel/containers/sequence/sequence.h"
+#include "qob/kernel/property/reference.h"
+#include "qob/qob/object.h"
+
+/// A single object that another owns: a reference in the owner, and the owner as its container.
+namespace QOB::property {
+
+/// Takes the object as the container of a value that is no longer owned.
+template <class Intf, class Handle>
+void releaseOwned(Intf* object, Deviant deviant, Handle const& value) {
+    ClassObject const container = value->getContainerQOB(deviant);
+    if (container.isValid() && container == ClassObject(object->This(deviant))) {
+        value->removeOnlyContainerQOB(deviant);
+    }
+}
+
+/// An empty value is a removal. The value leaves what contained it before.
+template <auto Get, auto SetOnly, auto Remove, class Intf, class Handle>
+void setOwnedValue(Intf* object,
+                   Deviant deviant,
+                   Handle const& value,
+                   IntrospectiveMethods const& methods,
+                   unsigned id) {
+    requireSameModel(deviant, value, methods, id);
+    if (!value.isValid()) {
+        (object->*Remove)(deviant);
+        return;
+    }
+    if ((readState(object, deviant)->*Get)(deviant) == value) {
+        return;
+    }
+    (object->*SetOnly)(deviant, value);
+    value->setOnlyContainerQOB(deviant, ClassObject(object->This(deviant)));
+}
+
+/// Lets go of the old value; the container of the new one is left to the caller.
+template <auto Get, auto Set, class Intf, class Handle>
+void setOnlyOwnedValue(Intf* object,
+                       Deviant deviant,
+                       Handle const& value,
+                       IntrospectiveMethods const& methods,
+                       unsigned id) {
+    requireSameModel(deviant, value, methods, id);
+    auto const old = (readState(object, deviant)->*Get)(deviant);
+    if (old == value) {
+        return;
+    }
+    if (old.isValid()) {
+        releaseOwned(object, deviant, old);
+    }
+    setOnlyReference<Get, Set>(object, deviant, value, methods, id);
+}
+
+/// The value also leaves every other property by which the object contains it.
+template <auto Get, auto RemoveOnly, class Intf>
+void removeOwnedValue(Intf* object, Deviant deviant) {
+    auto const old = (readState(object, deviant)->*Get)(deviant);
+    (object->*RemoveOnly)(deviant);
+    if (old.isValid()) {
+        releaseOwned(object, deviant, old);
+        object->getContaineeQOBs(deviant).removeAll(ClassObject(old));
+    }
+}
+
+} // namespace QOB::property
