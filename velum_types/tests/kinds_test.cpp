@@ -3,8 +3,8 @@
 #include "qob/qob/valueobjectfactory.h"
 #include "support/failure.h"
 #include "support/vtable.h"
+#include "velum_foundation/zorvane/metamodel/specificenumtype.h"
 #include "velum_types/zorvane/metamodel/types/initialize.h"
-#include "velum_types/zorvane/metamodel/types/specificenumtype.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypescompumethodcategory.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesdatasizeunitkind.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfloatingpointkind.h"
@@ -146,7 +146,7 @@ TYPED_TEST(Kinds, InvalidObjectsAreQuietlyTheDefault) {
 }
 
 TYPED_TEST(Kinds, AreDescribedByASpecificEnumType) {
-    using Type = types::SpecificEnumType<TypeParam>;
+    using Type = Zorvane::metamodel::SpecificEnumType<TypeParam>;
     auto* const type = dynamic_cast<Type*>(Tessel::Type::GetBaseType(TypeParam::getTypeInfo()));
     ASSERT_NE(type, nullptr);
     EXPECT_EQ(type->getLiterals().size(), this->literals().size());

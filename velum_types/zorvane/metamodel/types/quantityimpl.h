@@ -4,7 +4,7 @@
 #include "qob/qob/assert.h"
 #include "qob/qob/serializer/datatypestringrepresenter.h"
 #include "qob/qob/typeinforegistry.h"
-#include "valuefailure.h"
+#include "velum_foundation/zorvane/metamodel/valuefailure.h"
 #include "velum_types/zorvane/metamodel/types/quantity.h"
 #include "velum_types/zorvane/metamodel/types/quantitytypeinfo.h"
 

@@ -1,6 +1,6 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypescompumethodcategory.h"
 
-#include "kindimpl.h"
+#include "velum_foundation/zorvane/metamodel/kindimpl.h"
 
 namespace Zorvane::metamodel::types {
 
@@ -8,6 +8,7 @@ void CompuMethodCategoryLiterals::fail(char const* text) {
     QOB::internal::failAt(__FILE__, __LINE__, text);
 }
 
-template class Kind<CompuMethodCategory, CompuMethodCategoryLiterals>;
-
 } // namespace Zorvane::metamodel::types
+
+template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::CompuMethodCategory,
+                                        Zorvane::metamodel::types::CompuMethodCategoryLiterals>;

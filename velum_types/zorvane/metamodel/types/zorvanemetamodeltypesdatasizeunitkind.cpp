@@ -1,6 +1,6 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesdatasizeunitkind.h"
 
-#include "kindimpl.h"
+#include "velum_foundation/zorvane/metamodel/kindimpl.h"
 
 namespace Zorvane::metamodel::types {
 
@@ -8,6 +8,7 @@ void DataSizeUnitKindLiterals::fail(char const* text) {
     QOB::internal::failAt(__FILE__, __LINE__, text);
 }
 
-template class Kind<DataSizeUnitKind, DataSizeUnitKindLiterals>;
-
 } // namespace Zorvane::metamodel::types
+
+template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::DataSizeUnitKind,
+                                        Zorvane::metamodel::types::DataSizeUnitKindLiterals>;

@@ -1,6 +1,6 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfloatingpointkind.h"
 
-#include "kindimpl.h"
+#include "velum_foundation/zorvane/metamodel/kindimpl.h"
 
 namespace Zorvane::metamodel::types {
 
@@ -8,6 +8,7 @@ void FloatingPointKindLiterals::fail(char const* text) {
     QOB::internal::failAt(__FILE__, __LINE__, text);
 }
 
-template class Kind<FloatingPointKind, FloatingPointKindLiterals>;
-
 } // namespace Zorvane::metamodel::types
+
+template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::FloatingPointKind,
+                                        Zorvane::metamodel::types::FloatingPointKindLiterals>;

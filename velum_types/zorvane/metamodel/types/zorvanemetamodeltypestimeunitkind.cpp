@@ -1,6 +1,6 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypestimeunitkind.h"
 
-#include "kindimpl.h"
+#include "velum_foundation/zorvane/metamodel/kindimpl.h"
 
 namespace Zorvane::metamodel::types {
 
@@ -8,6 +8,7 @@ void TimeUnitKindLiterals::fail(char const* text) {
     QOB::internal::failAt(__FILE__, __LINE__, text);
 }
 
-template class Kind<TimeUnitKind, TimeUnitKindLiterals>;
-
 } // namespace Zorvane::metamodel::types
+
+template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::TimeUnitKind,
+                                        Zorvane::metamodel::types::TimeUnitKindLiterals>;

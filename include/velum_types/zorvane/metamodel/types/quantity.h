@@ -4,8 +4,8 @@
 #include "qob/qob/datatype.h"
 #include "qob/qob/object.h"
 #include "qob/qob/string.h"
+#include "velum_foundation/zorvane/metamodel/kind.h"
 #include "velum_types/export.h"
-#include "velum_types/zorvane/metamodel/types/kind.h"
 
 #include <compare>
 #include <concepts>

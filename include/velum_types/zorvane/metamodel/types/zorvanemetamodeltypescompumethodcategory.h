@@ -1,6 +1,7 @@
 #pragma once
 
-#include "velum_types/zorvane/metamodel/types/kind.h"
+#include "velum_foundation/zorvane/metamodel/kind.h"
+#include "velum_types/export.h"
 
 namespace Zorvane::metamodel::types {
 
@@ -24,10 +25,12 @@ public:
     using Kind::Kind;
 };
 
-extern template class Kind<CompuMethodCategory, CompuMethodCategoryLiterals>;
-
 } // namespace Zorvane::metamodel::types
+
+extern template class Zorvane::metamodel::Kind<
+    Zorvane::metamodel::types::CompuMethodCategory,
+    Zorvane::metamodel::types::CompuMethodCategoryLiterals>;
 
 template <>
 struct std::hash<Zorvane::metamodel::types::CompuMethodCategory>
-    : Zorvane::metamodel::types::ValueHash<Zorvane::metamodel::types::CompuMethodCategory> {};
+    : Zorvane::metamodel::ValueHash<Zorvane::metamodel::types::CompuMethodCategory> {};

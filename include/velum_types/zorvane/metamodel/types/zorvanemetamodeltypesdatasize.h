@@ -35,4 +35,4 @@ extern template class QuantityTypeInfo<DataSizeTypeInfo, DataSize>;
 
 template <>
 struct std::hash<Zorvane::metamodel::types::DataSize>
-    : Zorvane::metamodel::types::ValueHash<Zorvane::metamodel::types::DataSize> {};
+    : Zorvane::metamodel::ValueHash<Zorvane::metamodel::types::DataSize> {};

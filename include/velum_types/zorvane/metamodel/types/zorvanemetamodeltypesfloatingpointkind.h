@@ -1,6 +1,7 @@
 #pragma once
 
-#include "velum_types/zorvane/metamodel/types/kind.h"
+#include "velum_foundation/zorvane/metamodel/kind.h"
+#include "velum_types/export.h"
 
 namespace Zorvane::metamodel::types {
 
@@ -20,10 +21,12 @@ public:
     using Kind::Kind;
 };
 
-extern template class Kind<FloatingPointKind, FloatingPointKindLiterals>;
-
 } // namespace Zorvane::metamodel::types
+
+extern template class Zorvane::metamodel::Kind<
+    Zorvane::metamodel::types::FloatingPointKind,
+    Zorvane::metamodel::types::FloatingPointKindLiterals>;
 
 template <>
 struct std::hash<Zorvane::metamodel::types::FloatingPointKind>
-    : Zorvane::metamodel::types::ValueHash<Zorvane::metamodel::types::FloatingPointKind> {};
+    : Zorvane::metamodel::ValueHash<Zorvane::metamodel::types::FloatingPointKind> {};

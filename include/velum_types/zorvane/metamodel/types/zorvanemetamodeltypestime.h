@@ -35,4 +35,4 @@ extern template class QuantityTypeInfo<TimeTypeInfo, Time>;
 
 template <>
 struct std::hash<Zorvane::metamodel::types::Time>
-    : Zorvane::metamodel::types::ValueHash<Zorvane::metamodel::types::Time> {};
+    : Zorvane::metamodel::ValueHash<Zorvane::metamodel::types::Time> {};

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "velum_types/zorvane/metamodel/types/kind.h"
+#include "velum_foundation/zorvane/metamodel/kind.h"
+#include "velum_types/export.h"
 
 namespace Zorvane::metamodel::types {
 
@@ -20,10 +21,11 @@ public:
     using Kind::Kind;
 };
 
-extern template class Kind<TimeUnitKind, TimeUnitKindLiterals>;
-
 } // namespace Zorvane::metamodel::types
+
+extern template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::TimeUnitKind,
+                                               Zorvane::metamodel::types::TimeUnitKindLiterals>;
 
 template <>
 struct std::hash<Zorvane::metamodel::types::TimeUnitKind>
-    : Zorvane::metamodel::types::ValueHash<Zorvane::metamodel::types::TimeUnitKind> {};
+    : Zorvane::metamodel::ValueHash<Zorvane::metamodel::types::TimeUnitKind> {};

@@ -4,7 +4,7 @@
 #include "qob/qob/object.h"
 #include "qob/qob/string.h"
 #include "tessel/typeinfo.h"
-#include "velum_types/export.h"
+#include "velum_foundation/export.h"
 
 #include <array>
 #include <compare>
@@ -15,7 +15,7 @@
 #include <string>
 #include <string_view>
 
-namespace Zorvane::metamodel::types {
+namespace Zorvane::metamodel {
 
 /// What all enumerated value classes are: one number, copied like an int. `Literals` has the
 /// enumeration `Value`, the literal of each of its numbers from 0 on (`texts`), the dotted name of
@@ -23,7 +23,7 @@ namespace Zorvane::metamodel::types {
 ///
 /// Numbers without a literal are stored, compared and hashed like any other.
 template <class Self, class Literals>
-class VELUM_TYPES_EXPORT Kind : public Literals {
+class VELUM_FOUNDATION_EXPORT Kind : public Literals {
 public:
     using typename Literals::Value;
 
@@ -113,4 +113,4 @@ struct ValueHash {
     std::size_t operator()(Value const& value) const noexcept { return hash_value(value); }
 };
 
-} // namespace Zorvane::metamodel::types
+} // namespace Zorvane::metamodel

@@ -3,15 +3,15 @@
 #include "qob/kernel/value/valuebox.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/typeinforegistry.h"
-#include "valuefailure.h"
-#include "velum_types/zorvane/metamodel/types/kind.h"
-#include "velum_types/zorvane/metamodel/types/specificenumtype.h"
+#include "velum_foundation/zorvane/metamodel/kind.h"
+#include "velum_foundation/zorvane/metamodel/specificenumtype.h"
+#include "velum_foundation/zorvane/metamodel/valuefailure.h"
 
 #include <algorithm>
 #include <ostream>
 
 /// The bodies of Kind, for the one source of each class that instantiates it.
-namespace Zorvane::metamodel::types {
+namespace Zorvane::metamodel {
 
 template <class Self, class Literals>
 Kind<Self, Literals>::Kind(QOB::ImmutableValueObject const& object) {
@@ -94,4 +94,4 @@ QOB::ImmutableDataType Kind<Self, Literals>::MetaDataType() {
     return QOB::TypeInfoRegistry::getMetaType(Self::getTypeName());
 }
 
-} // namespace Zorvane::metamodel::types
+} // namespace Zorvane::metamodel

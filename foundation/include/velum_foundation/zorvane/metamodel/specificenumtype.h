@@ -6,7 +6,7 @@
 #include <string>
 #include <typeinfo>
 
-namespace Zorvane::metamodel::types {
+namespace Zorvane::metamodel {
 
 /// The description of enumerated value class T, with the literals that T tells.
 template <class T>
@@ -29,4 +29,4 @@ public:
     Tessel::any fromInteger(int number) const override { return T(number); }
 };
 
-} // namespace Zorvane::metamodel::types
+} // namespace Zorvane::metamodel
