@@ -47,10 +47,24 @@ class Names(ModelTest):
                 base="Animal",
             )
         )
+        every = operations.own_operations(package.classes[1])
         self.assertEqual(
-            [op.name for op in operations.own_operations(package.classes[1])],
+            [op.name for op in every if not op.override],
             "hasPark_zoo_Bird_IsTame removePark_zoo_Bird_IsTame setPark_zoo_Bird_IsTame "
             "getPark_zoo_Bird_IsTame hasWings removeWings setWings getWings".split(),
+        )
+        self.assertEqual(
+            {op.name: op.statement for op in every if op.override},
+            {
+                "hasIsTame": "return hasPark_zoo_Bird_IsTame(deviant);",
+                "removeIsTame": "removePark_zoo_Bird_IsTame(deviant);",
+                "setIsTame": "setPark_zoo_Bird_IsTame(deviant, value);",
+                "isTame": "return getPark_zoo_Bird_IsTame(deviant);",
+                "hasLimbs": "return hasWings(deviant);",
+                "removeLimbs": "removeWings(deviant);",
+                "setLimbs": "setWings(deviant, value);",
+                "getLimbs": "return getWings(deviant);",
+            },
         )
 
     def test_the_order_of_a_block_may_be_given(self):

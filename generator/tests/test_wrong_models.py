@@ -53,26 +53,14 @@ class WrongFiles(ModelTest):
             ],
         )
 
-    def test_sums_and_what_is_built_are_of_the_right_form(self):
+    def test_sums_are_of_the_right_form(self):
         header = HEADER + "[package.sums]\nlegs = 4\nclasses = 'one'\n"
-        header += "[package.built]\nAnimal = 1\n"
         known = "classes, data_types, properties, hidden, shown, repeating"
         self.assertEqual(
             self.faults(cls(), header),
             [
                 AT + f'package: Sum "legs" is none of {known}.',
                 AT + "package: Sum \"classes\" ('one') is not a number.",
-                AT + "package: What is built of Animal (1) is not a list of texts.",
-            ],
-        )
-
-    def test_what_is_built_is_in_the_file(self):
-        header = HEADER + "[package.built]\nAnimal = ['Legs', 'Tail']\nPlant = []\n"
-        self.assertEqual(
-            self.faults(cls("Animal", 1, prop()), header),
-            [
-                AT + 'Animal: What is built names "Tail", which is no member of the class.',
-                AT + 'package: What is built names "Plant", which is no class of the package.',
             ],
         )
 
@@ -83,8 +71,8 @@ WRONG = {
         cls("Animal", 1, prop(multiplicity="1..1", defualt="4")),
         [
             'Animal.Legs: Key "defualt" is not known here; known are association, default, '
-            "documentation, flags, hidden, id, multiplicity, name, opposite, other_end, plural, "
-            "private, redefines, subsets, type."
+            "documentation, flags, hidden, id, multiplicity, name, opposite, other_end, part, "
+            "plural, private, redefines, subsets, type."
         ],
     ),
     "missing keys": (
@@ -181,7 +169,7 @@ WRONG = {
     ),
     "defaults that are no values": (
         "[[data_type]]\nname='Kind'\nindex=2\nkind='enumeration'\nliterals=['wild', 'tame']\n"
-        "[[data_type]]\nname='Size'\nindex=3\nkind='value'\nunit='Kind'\n"
+        "[[data_type]]\nname='Size'\nindex=3\nkind='value'\nunit='Kind'\nnumber='QOB.Integer'\n"
         + cls(
             "Animal",
             1,
@@ -205,9 +193,10 @@ WRONG = {
     ),
     "bad data types": (
         "[[data_type]]\nname='Kind'\nindex=2\nkind='thing'\n"
-        "[[data_type]]\nname='Size'\nindex=3\nkind='value'\nunit='Kind'\n",
+        "[[data_type]]\nname='Size'\nindex=3\nkind='value'\nunit='Kind'\nnumber='QOB.String'\n",
         [
             'Kind: Kind ("thing") is none of boolean, integer, real, string, value, enumeration.',
+            'Size: Number ("QOB.String") is no type of numbers.',
             'Size: Unit ("Kind") is no enumeration here.',
         ],
     ),
@@ -275,6 +264,24 @@ WRONG = {
     "two names of one end": (
         cls("Animal", 1, prop(1, "Twin", "Animal", opposite="Animal.Twin", other_end="me")),
         ["Animal.Twin: It has an opposite, so the other end has that property's name."],
+    ),
+    "ends that no rule keeps in step": (
+        cls(
+            "Animal",
+            1,
+            prop(1, "Mate", "Animal", opposite="Animal.Mate"),
+            prop(2, "Friend", "Animal", "0..*", opposite="Animal.Friend"),
+        ),
+        [
+            "Animal.Mate: It is a one-to-one association, for which there are no rules.",
+            "Animal.Friend: It is a many-to-many association, for which there are no rules.",
+        ],
+    ),
+    "redefinition behind a second base": (
+        cls("Animal", 1)
+        + cls("Swimmer", 2, prop(1, "Fins"))
+        + cls("Duck", 3, prop(redefines=["Swimmer.Fins"]), base=["Animal", "Swimmer"]),
+        ["Duck.Legs: It redefines zoo.Swimmer.Fins, which is reached by a second base only."],
     ),
     "unknown redefinition": (
         cls("Animal", 1, prop(redefines=["Being.Legs"])),

@@ -4,11 +4,13 @@
     loader.py      metamodel files to model classes; reports every fault it finds
     schema.py      the keys of a metamodel file
     checks.py      the rules that hold between the parts of a loaded metamodel
-    built.py       takes away what is modelled but not laid out yet
     faults.py      what is wrong with a model
     model.py       packages, classes, properties: every fact a template prints
     names.py       how C++ names and file names follow from the model's names
     operations.py  which operations a property gives to its class, in which order
+    shapes.py      the kinds of property and the kernel rules they call
+    containment.py what objects of a class contain and are linked to
+    tables.py      the class as data: its properties by number
     includes.py    what each generated file must include
     outputs.py     which files a package becomes, and the text of each
     writer.py      writes what changed and nothing else

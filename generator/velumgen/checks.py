@@ -5,20 +5,23 @@ from __future__ import annotations
 import re
 from typing import Iterator
 
-from . import operations
+from . import operations, shapes
 from .faults import Fault
 from .model import DataType, MetaClass, Package, Property
 
 
 def check(package: Package) -> list[Fault]:
-    causes = [*_order_of_creation(package), *_sum_causes(package), *_built_causes(package)]
+    causes = [*_order_of_creation(package), *_sum_causes(package)]
     faults = [Fault(package.file, place, cause) for place, cause in causes]
+    found = {p: list(_property_causes(p)) for each in package.classes for p in each.properties}
+    # The operations of a property follow from its ends, so they need sound ones.
+    sound = not any(found.values())
     for each in package.classes:
-        faults.extend(Fault(package.file, each.name, cause) for cause in _class_causes(each))
+        causes = [*_class_causes(each), *(_colliding_operations(each) if sound else ())]
+        faults.extend(Fault(package.file, each.name, cause) for cause in causes)
         for prop in each.properties:
             place = f"{each.name}.{prop.name}"
-            causes = _property_causes(prop)
-            faults.extend(Fault(package.file, place, cause) for cause in causes)
+            faults.extend(Fault(package.file, place, cause) for cause in found[prop])
     return faults
 
 
@@ -50,18 +53,6 @@ def _sum_causes(package: Package) -> Iterator[tuple[str, str]]:
             yield "package", f'Sum "{name}" is {expected}, but the file has {counted[name]}.'
 
 
-def _built_causes(package: Package) -> Iterator[tuple[str, str]]:
-    classes = {each.name: each for each in package.classes}
-    for name, members in package.built.items():
-        if name not in classes:
-            yield "package", f'What is built names "{name}", which is no class of the package.'
-            continue
-        known = {m.name for m in [*classes[name].extra_operations, *classes[name].properties]}
-        for member in members:
-            if member not in known:
-                yield name, f'What is built names "{member}", which is no member of the class.'
-
-
 def _class_causes(each: MetaClass) -> Iterator[str]:
     # What is imported from a hand-written package names only what others refer to.
     if each.package.generated:
@@ -73,15 +64,12 @@ def _class_causes(each: MetaClass) -> Iterator[str]:
         if prop.name in known:
             yield f"Two properties have the name {prop.name}."
         known.add(prop.name)
-    wrong_order = list(_order_causes(each)) if each.order else []
-    yield from wrong_order
+    yield from _order_causes(each) if each.order else ()
     if each.abstract and each.creator_arguments:
         yield "An abstract class has no creators, so it has no creator arguments."
     for argument in each.creator_arguments:
         if argument.multi_valued or argument.derived:
             yield f"Creator argument {argument.name} is multi-valued or derived: it has no setter."
-    if not wrong_order:
-        yield from _colliding_operations(each)
 
 
 def _order_causes(each: MetaClass) -> Iterator[str]:
@@ -96,6 +84,8 @@ def _order_causes(each: MetaClass) -> Iterator[str]:
 
 def _colliding_operations(each: MetaClass) -> Iterator[str]:
     """Two properties whose operations would share a name and parameters."""
+    if each.order and list(_order_causes(each)):
+        return
     inherited = {
         operation.key: declaring
         for declaring in reversed(each.ancestors)
@@ -126,7 +116,10 @@ def _property_causes(each: Property) -> Iterator[str]:
     if each.derived and each.default is not None:
         yield "A derived property stores nothing, so it has no default."
     yield from _default_causes(each)
-    yield from _association_causes(each)
+    wrong_ends = list(_association_causes(each))
+    yield from wrong_ends
+    if each.owner.package.generated and not wrong_ends:
+        yield from _shape_causes(each)
     for other in each.redefines:
         if other.owner not in each.owner.ancestors:
             yield f"It redefines {other.qualified}, which is no property of a base."
@@ -135,6 +128,22 @@ def _property_causes(each: Property) -> Iterator[str]:
     for other in each.subsets:
         if not each.owner.is_a(other.owner):
             yield f"It subsets {other.qualified}, which is no property of the class or a base."
+
+
+def _shape_causes(each: Property) -> Iterator[str]:
+    shape = shapes.shape_name(each)
+    if shape not in shapes.SHAPES:
+        yield f"It is a {shape}, for which there are no rules."
+    elif shape == "owned objects" and shapes.far_end(each) is None:
+        yield "It owns its values, and the root of its classes has no containerQOB for their end."
+    for other in each.redefines:
+        if not other.multi_valued and other.owner in _only_behind_a_second_base(each.owner):
+            # An override there would add a virtual operation and shift all that follow.
+            yield f"It redefines {other.qualified}, which is reached by a second base only."
+
+
+def _only_behind_a_second_base(of: MetaClass) -> list[MetaClass]:
+    return [c for c in of.ancestors if c not in of.first_path]
 
 
 def _conforms(each: Property, other: Property) -> bool:

@@ -7,7 +7,7 @@ import sys
 from pathlib import Path
 from typing import Optional
 
-from . import built, loader, outputs, writer
+from . import loader, outputs, writer
 from .faults import MetamodelError
 from .model import Package
 
@@ -18,7 +18,6 @@ def main(arguments: Optional[list[str]] = None) -> int:
     options = _parser().parse_args(arguments)
     try:
         package = loader.load(options.model)
-        built.restrict(package)
         files = outputs.outputs(package) if package.generated else []
     except MetamodelError as error:
         print(error, file=sys.stderr)

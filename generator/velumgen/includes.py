@@ -5,7 +5,7 @@ from __future__ import annotations
 from dataclasses import dataclass, field
 from typing import Iterable
 
-from . import operations
+from . import operations, shapes, tables
 from .model import MetaClass, Property, Type
 
 
@@ -17,14 +17,20 @@ class Names:
     declarations: list[tuple[str, list[str]]] = field(default_factory=list)
 
 
+SEQUENCE_HEADER = "qob/qob/sequence.h"
+
+
 def of_handle(cls: MetaClass) -> Names:
     """The declarations of a handle: values in full, other generated handles by name only."""
-    types = _types(operations.all_operations(cls))
-    return _names([*types, *(t for t in cls.creator_types if t not in types)], cls)
+    every = operations.all_operations(cls)
+    types = _types(every)
+    types += [t for t in cls.creator_types if t not in types]
+    return _names(types, cls, operations.own_operations(cls) + every)
 
 
 def of_interface(cls: MetaClass) -> Names:
-    return _names(_types(operations.own_operations(cls)), cls)
+    own = operations.own_operations(cls)
+    return _names(_types(own), cls, own)
 
 
 def of_inline(cls: MetaClass) -> list[str]:
@@ -37,7 +43,8 @@ def of_inline(cls: MetaClass) -> list[str]:
 
 def of_bodies(cls: MetaClass) -> list[str]:
     """What the bodies of an interface class need: the handles that its operations name."""
-    handles = [t for t in _types(operations.own_operations(cls)) if _is_generated_handle(t)]
+    own = operations.own_operations(cls) + operations.joined_operations(cls)
+    handles = [t for t in _types(own) if _is_generated_handle(t)]
     return sorted({cls.handle_header, *(t.handle_header for t in handles)})
 
 
@@ -48,7 +55,7 @@ def of_rules(cls: MetaClass) -> list[str]:
 
 def of_state(cls: MetaClass) -> list[str]:
     """What the fields of a class's own block and its operations on a state name."""
-    on_state = [op for op in operations.own_operations(cls) if op.state_statement is not None]
+    on_state = operations.state_operations(cls)
     return sorted({_header(t) for t in [*_types(on_state), *(p.type for p in cls.properties)]})
 
 
@@ -58,17 +65,28 @@ def of_states(cls: MetaClass) -> list[str]:
 
 
 def of_root(cls: MetaClass) -> list[str]:
-    """What the root object's getters return."""
-    handles = [t for t in _types(operations.root_getters(cls)) if isinstance(t, MetaClass)]
-    return sorted({t.handle_header for t in handles})
+    """What the root object's getters return, and what it contains and is linked to."""
+    types = [p.type for p in cls.all_properties()]
+    return sorted({t.handle_header for t in types if isinstance(t, MetaClass)})
+
+
+def of_tables(cls: MetaClass) -> list[str]:
+    """What the table of a class's properties names: their handles and the packages of others."""
+    packages = {cls.package, *(each.package for each in tables.named_types(cls))}
+    handles = {p.type.handle_header for p in cls.properties if isinstance(p.type, MetaClass)}
+    return sorted({cls.handle_header, *handles, *(p.introspection_header for p in packages)})
 
 
 def stored_properties(cls: MetaClass) -> list[Property]:
-    return [p for p in cls.properties if not p.derived]
+    return [p for p in cls.properties if shapes.is_stored(p)]
 
 
-def _names(types: Iterable[Type], cls: MetaClass) -> Names:
+def _names(
+    types: Iterable[Type], cls: MetaClass, laid_out: Iterable[operations.Operation]
+) -> Names:
     headers = {_header(t) for t in types if not _is_generated_handle(t)}
+    if any(operation.sequence for operation in laid_out):
+        headers.add(SEQUENCE_HEADER)
     declared: dict[str, set[str]] = {}
     for each in types:
         if _is_generated_handle(each) and each is not cls:

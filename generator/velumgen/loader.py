@@ -120,9 +120,6 @@ class _FileLoader:
                 self._fault("package", f'Sum "{name}" is none of {", ".join(schema.SUMS)}.')
             elif not schema.fits(schema.NUMBER, value):
                 self._fault("package", f'Sum "{name}" ({value!r}) is not {schema.NUMBER}.')
-        for name, value in header.get("built", {}).items():
-            if not schema.fits(schema.TEXTS, value):
-                self._fault("package", f'What is built of {name} ({value!r}) is not {schema.TEXTS}.')
 
     # First pass
 
@@ -162,14 +159,23 @@ class _FileLoader:
             )
         for table in self._document.get("data_type", []):
             data_type = self._package.types.get(table.get("name", ""))
-            unit_name = table.get("unit")
-            if not isinstance(data_type, DataType) or unit_name is None:
-                continue
-            unit = self._package.types.get(unit_name)
-            if isinstance(unit, DataType) and unit.kind == "enumeration":
-                data_type.unit = unit
-            else:
-                self._fault(data_type.name, f'Unit ("{unit_name}") is no enumeration here.')
+            if isinstance(data_type, DataType) and data_type.kind == "value":
+                self._link_value(data_type, table)
+
+    def _link_value(self, value: DataType, table: dict[str, Any]) -> None:
+        """A value is made of a number and a unit; without a unit it has no creators."""
+        if "unit" not in table:
+            return
+        number = self._find_type(table.get("number", ""))
+        unit = self._package.types.get(table["unit"])
+        if isinstance(number, DataType) and number.kind in ("integer", "real"):
+            value.number = number
+        else:
+            self._fault(value.name, f'Number ("{table.get("number", "")}") is no type of numbers.')
+        if isinstance(unit, DataType) and unit.kind == "enumeration":
+            value.unit = unit
+        else:
+            self._fault(value.name, f'Unit ("{table["unit"]}") is no enumeration here.')
 
     def _read_classes(self) -> None:
         for number, table in enumerate(self._document.get("class", []), start=1):
@@ -328,6 +334,7 @@ class _FileLoader:
                 private=table.get("private", False),
                 plural=table.get("plural"),
                 documentation=table.get("documentation"),
+                part=table.get("part"),
             )
             owner.properties.append(new)
             self._property_tables.append((new, table))

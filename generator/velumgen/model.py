@@ -21,8 +21,6 @@ class Package:
     documentation: str = ""
     # What counting the package's parts must give, by the words of schema.SUMS.
     sums: dict[str, int] = field(default_factory=dict)
-    # The members of each class that C++ is laid out for; everything, if none are named.
-    built: dict[str, list[str]] = field(default_factory=dict)
     generated: bool = True
     export_macro: str = ""
     export_header: str = ""
@@ -34,6 +32,8 @@ class Package:
     # The class type that stands for the domain of its classes in visitors, and where it stands.
     visitation_domain: str = ""
     visitation_header: str = ""
+    # Whether the getters of one end of a multi-valued property are declared const.
+    const_views: bool = False
     imports: list[Package] = field(default_factory=list)
     # Both in the order of the file, which is that of their creation in the registry.
     classes: list[MetaClass] = field(default_factory=list)
@@ -54,7 +54,34 @@ class Package:
     @property
     def created_classes(self) -> list[MetaClass]:
         """What the package's factory creates, in the order of the package's table."""
-        return sorted((c for c in self.classes if c.has_creators), key=lambda c: c.index or 0)
+        found = (c for c in self.classes if c.has_creators and c.is_named)
+        return sorted(found, key=lambda c: c.index or 0)
+
+    @property
+    def created_values(self) -> list[DataType]:
+        """The values of two parts that the package's factory creates."""
+        return sorted((t for t in self.data_types if t.unit), key=lambda t: t.index or 0)
+
+    @property
+    def table(self) -> dict[int, Type]:
+        """The types by their place in the package's table."""
+        return {t.index: t for t in self.types.values() if t.index is not None}
+
+    @property
+    def table_size(self) -> int:
+        """The entries of the table, with an empty one at each end."""
+        return max(self.table, default=0) + 2
+
+    @property
+    def function(self) -> str:
+        """The function that gives the package's table."""
+        return f"{self.namespace}::get_{self.name}_PackageIntrospectiveMethods"
+
+    @property
+    def introspection_header(self) -> str:
+        if not self.generated:
+            return "qob/qob/reflection.h"
+        return f"{self.include}/{self.file_stem}introspection.h"
 
     @property
     def file_stem(self) -> str:
@@ -95,6 +122,8 @@ class DataType(Type):
     kind: str = "value"
     header: str = ""
     literals: list[str] = field(default_factory=list)
+    # Of a value: what its number and its unit are.
+    number: Optional[DataType] = None
     unit: Optional[DataType] = None
 
     @property
@@ -166,10 +195,23 @@ class MetaClass(Type):
         """The chain of first bases, nearest first."""
         return [self.base, *self.base.first_path] if self.bases else []
 
-    def forget_derived_facts(self) -> None:
-        """To be called for each class when bases or members have changed."""
-        for fact in ("ancestors", "first_path", "own_members"):
-            vars(self).pop(fact, None)
+    @cached_property
+    def bases_first(self) -> list[MetaClass]:
+        """The class behind all its bases: what a second base adds comes behind the first's path."""
+        found: list[MetaClass] = []
+        for base in self.bases:
+            found.extend(c for c in base.bases_first if c not in found)
+        return [*found, self]
+
+    @cached_property
+    def shared_bases(self) -> list[MetaClass]:
+        """The generated classes that more than one of the direct bases derive from."""
+        seen = [set(base.bases_first) for base in self.bases]
+        return [
+            c
+            for c in self.bases_first
+            if c.package.generated and sum(c in each for each in seen) > 1
+        ]
 
     def is_a(self, other: MetaClass) -> bool:
         return other is self or other in self.ancestors
@@ -188,7 +230,11 @@ class MetaClass(Type):
 
     @property
     def has_creators(self) -> bool:
-        return not self.abstract and self.name_property is not None
+        return not self.abstract and not self.factory
+
+    @property
+    def is_named(self) -> bool:
+        return self.name_property is not None
 
     @property
     def creator_parameters(self) -> str:
@@ -216,8 +262,8 @@ class MetaClass(Type):
 
     @property
     def _created_with(self) -> list[Property]:
-        assert self.name_property is not None
-        return [*self.creator_arguments, self.name_property]
+        named = [self.name_property] if self.name_property is not None else []
+        return [*self.creator_arguments, *named]
 
     @cached_property
     def own_members(self) -> list[Union[ExtraOperation, Property]]:
@@ -230,10 +276,23 @@ class MetaClass(Type):
     # What the classes of its objects and states are made of
 
     @property
+    def cpp_base(self) -> str:
+        """What the interface class derives from: a base, or two that are joined."""
+        bases = ", ".join(base.cpp_interface for base in self.bases)
+        return f"QOB::JoinedBases<{bases}>" if len(self.bases) > 1 else bases
+
+    @property
     def state_classes(self) -> list[MetaClass]:
-        """The classes whose fields a state holds: its own first, then the bases'."""
+        """The classes whose fields a state holds: its own first, then the bases'. A base whose
+        properties are all redefined stores nothing."""
         every = [self, *self.ancestors]
-        return [c for c in every if c.package.generated or c.state_class]
+        redefined = {r for c in every for p in c.properties for r in p.redefines}
+        return [
+            c
+            for c in every
+            if c.state_class
+            or (c.package.generated and not (c.properties and redefined.issuperset(c.properties)))
+        ]
 
     @property
     def state_chain(self) -> str:
@@ -375,6 +434,8 @@ class Property:
     private: bool = False
     plural: Optional[str] = None
     documentation: Optional[str] = None
+    # Of a hand-written class: the rule by which the property contains objects.
+    part: Optional[str] = None
 
     @property
     def qualified(self) -> str:
@@ -424,6 +485,22 @@ class Property:
     @property
     def setter(self) -> str:
         return "set" + self.stem
+
+    @property
+    def operation_names(self) -> dict[str, str]:
+        """The operations by verb."""
+        if self.multi_valued:
+            return {"get": self.getter, "getOnly": f"{self.getter}WithoutAssociation"}
+        verbs = ("has", "remove", "set", "removeOnly", "setOnly")
+        return {verb: verb + self.stem for verb in verbs} | {"get": self.getter}
+
+    def verb_of(self, operation: str) -> str:
+        return next(verb for verb, name in self.operation_names.items() if name == operation)
+
+    @property
+    def container(self) -> str:
+        """The class that holds several values in a state."""
+        return f"QOB::{'MultiIndexImpl' if self.unique else 'ListQImpl'}<{self.type.cpp}>"
 
     @property
     def field(self) -> str:

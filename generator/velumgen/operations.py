@@ -1,16 +1,16 @@
 """Which operations each property gives to its class, and the order of a class's own block.
 
 The order is binding: closed code is compiled against the table of virtual operations. What an
-operation does is not told here but in the kernel's property headers; an operation only knows the
-call of its rule (`QOB::property::<rule>`).
+operation does is not told here; shapes.py knows the call of its rule (`QOB::property::<rule>`).
 """
 
 from __future__ import annotations
 
 import re
-from dataclasses import dataclass, field
+from dataclasses import dataclass, field, replace
 from typing import Iterator, Optional
 
+from . import shapes
 from .model import DataType, ExtraOperation, MetaClass, Parameter, Property, Type
 
 
@@ -36,6 +36,8 @@ class Operation:
     static: bool = False
     override: bool = False
     after_pair: bool = False
+    # Whether it gives a sequence.
+    sequence: bool = False
     # The types of the model that its result and parameters name.
     types: list[Type] = field(default_factory=list)
 
@@ -70,6 +72,12 @@ class Operation:
         return ", ".join(f"{p.type} {p.name}" for p in self.parameters)
 
     @property
+    def arguments(self) -> str:
+        """What a body passes on to one of the same form."""
+        deviant = ["deviant"] if self.deviant else []
+        return ", ".join([*deviant, *(p.name for p in self.parameters)])
+
+    @property
     def declared_form(self) -> str:
         """The words behind the parameters in a declaration."""
         return self.const_suffix + (" override" if self.override else "")
@@ -88,7 +96,8 @@ class Operation:
     @property
     def is_getter(self) -> bool:
         """A read of one stored value: the root object answers it without a second virtual call."""
-        return self.prop is not None and self.name == self.prop.getter and not self.prop.derived
+        single = self.prop is not None and not self.prop.multi_valued and not self.prop.derived
+        return single and self.name == self.prop.getter
 
 
 # How the operations of a single value are spelt: verb, result or none for the property's type,
@@ -104,42 +113,74 @@ _SINGLE = (
 
 
 def own_operations(declaring: MetaClass) -> list[Operation]:
-    """What the class adds behind its base's block, in binding order, without its closing pair."""
+    """What the class adds behind its base's block, in binding order, without its closing pair, and
+    what it overrides of its bases."""
     found: list[Operation] = []
     if declaring.factory:
-        for created in declaring.package.created_classes:
-            found.extend(_creating(declaring, created))
+        found.extend(_creating_all(declaring))
     for member in declaring.own_members:
         if isinstance(member, ExtraOperation):
             found.append(_extra(member))
         # The operations of a hand-written class are listed, its properties only referred to.
         elif declaring.package.generated:
             found.extend(_of_property(member))
+    for prop in declaring.properties:
+        found.extend(_redefining(prop))
     return found
 
 
 def all_operations(of: MetaClass) -> list[Operation]:
     """Every operation that a caller finds on a handle of the class: bases first, each once."""
     found: list[Operation] = []
-    for declaring in [*reversed(of.ancestors), of]:
+    for declaring in of.bases_first:
         own = own_operations(declaring)
         found.extend(op for op in own if not op.override and not op.static)
     return found
 
 
-def _creating(factory: MetaClass, created: MetaClass) -> Iterator[Operation]:
-    """The pair of operations by which a factory makes one class: with its required values, bare."""
-    for parameters in (created.creator_arguments_typed, []):
-        values = "".join(f", {p.name}" for p in parameters)
+def joined_operations(of: MetaClass) -> list[Operation]:
+    """The operations of what two bases share, which the class hands on to its first base."""
+    return [
+        replace(
+            op,
+            owner=of,
+            override=True,
+            statement=f"{op.returns}{of.base.cpp_interface}::{op.name}({op.arguments});",
+        )
+        for declaring in of.shared_bases
+        for op in own_operations(declaring)
+        if not op.static and not op.override
+    ]
+
+
+def _creating_all(factory: MetaClass) -> Iterator[Operation]:
+    for created in factory.package.created_classes:
+        arguments, types = created.creator_arguments_typed, [created, *created.creator_types]
+        make = f"return {created.cpp}::create(getModelQOB(deviant){{values}});"
+        yield from _creating(factory, created, arguments, types, make)
+    for value in factory.package.created_values:
+        arguments = [Parameter(value.number.cpp, "value"), Parameter(value.unit.cpp, "unit")]
+        make = f"return {value.cpp}({{bare_values}});"
+        yield from _creating(factory, value, arguments, [value, value.unit], make)
+
+
+def _creating(
+    factory: MetaClass, created: Type, arguments: list[Parameter], types: list[Type], make: str
+) -> Iterator[Operation]:
+    """The pair of operations by which a factory makes one type: with its required values, bare."""
+    for parameters in (arguments, []):
+        bare_values = ", ".join(p.name for p in parameters)
         yield Operation(
             factory,
             f"create{created.name}",
             created.cpp,
             False,
             parameters,
-            statement=f"return {created.cpp}::create(getModelQOB(deviant){values});",
+            statement=make.format(
+                values=f", {bare_values}" if parameters else "", bare_values=bare_values
+            ),
             state_statement="return {};",
-            types=[created, *created.creator_types],
+            types=types,
         )
 
 
@@ -161,6 +202,7 @@ def _extra(extra: ExtraOperation) -> Operation:
         static=extra.static,
         override=extra.override,
         after_pair=extra.after_pair,
+        sequence="Sequence<" in extra.result,
         types=extra.types,
     )
 
@@ -174,19 +216,25 @@ def _of_property(prop: Property) -> Iterator[Operation]:
         yield from _single_valued(prop)
 
 
-def _names(prop: Property) -> dict[str, str]:
-    return {verb: verb + prop.stem for verb, *_ in _SINGLE} | {"get": prop.getter}
+def _ruled(prop: Property, verb: str, operation: Operation) -> Operation:
+    """The operation with the statements of its property's kind."""
+    shape = shapes.SHAPES.get(shapes.shape_name(prop))
+    if shape is not None and verb in shape.statements:
+        facts = shapes.facts(prop)
+        operation.rule_header = shape.header
+        operation.statement = shape.statements[verb].format(**facts)
+        if verb in shape.state_statements:
+            operation.state_statement = shape.state_statements[verb].format(**facts)
+    return operation
 
 
 def _single_valued(prop: Property) -> Iterator[Operation]:
-    shape = SHAPES.get(shape_name(prop))
-    spelt = _names(prop)
     for verb, result, const, takes_value in _SINGLE:
         if verb.endswith("Only") and not prop.has_only_forms:
             continue
         operation = Operation(
             prop.owner,
-            spelt[verb],
+            prop.operation_names[verb],
             result or prop.type.cpp,
             const,
             [Parameter(f"{prop.type.cpp} const&", "value")] if takes_value else [],
@@ -194,162 +242,22 @@ def _single_valued(prop: Property) -> Iterator[Operation]:
             prop=prop,
             types=[prop.type],
         )
-        if shape is not None:
-            facts = _facts(prop)
-            operation.rule_header = shape.header
-            operation.statement = shape.statements[verb].format(**facts)
-            operation.state_statement = shape.state_statements[verb].format(**facts)
-        yield operation
-
-
-def _facts(prop: Property) -> dict[str, str]:
-    """What the statements of a shape are filled in with."""
-    members = {verb: f"&{prop.owner.interface}::{name}" for verb, name in _names(prop).items()}
-    return members | {
-        "field": f"fields().{prop.field}",
-        "flag": f"fields().{prop.has_flag}",
-        "default": f"{prop.type.cpp}{{{prop.initial_value}}}",
-    }
-
-
-def flagged_properties(declaring: MetaClass) -> list[Property]:
-    """The properties with a flag beside their value."""
-    shaped = [(p, SHAPES.get(shape_name(p))) for p in declaring.properties]
-    return [p for p, shape in shaped if shape is not None and shape.has_flag]
-
-
-def state_headers(declaring: MetaClass) -> list[str]:
-    """Where the rules stand that a state's operations call."""
-    return sorted({SHAPES[shape_name(p)].header for p in flagged_properties(declaring)})
-
-
-def assignment_headers(declaring: MetaClass) -> list[str]:
-    """Where the rules of assignment_rules stand, and what calls them."""
-    headers = {SHAPES[shape_name(p)].assignment_header for p in declaring.properties}
-    return sorted(headers | {"qob/kernel/property/assign.h"})
-
-
-def assignment_rules(declaring: MetaClass) -> str:
-    """The rules that bring an object to another state's values, for the class's own block."""
-    shaped = [(p, SHAPES[shape_name(p)]) for p in declaring.properties]
-    return ", ".join(shape.assignment.format(**_facts(p)) for p, shape in shaped)
-
-
-@dataclass(frozen=True)
-class Shape:
-    """How a property of one kind acts: a rule in a kernel header for each of its operations."""
-
-    header: str
-    statements: dict[str, str]
-    state_statements: dict[str, str]
-    # The rule that brings the property to the value of another state, and its header.
-    assignment: str
-    assignment_header: str = "qob/kernel/property/assign.h"
-    # Whether a state has a field beside the value that says whether it is there.
-    has_flag: bool = False
-
-
-_PLAIN_STATE = {
-    "has": "return true;",
-    "remove": "",
-    "set": "{field} = value;",
-    "get": "return {field};",
-    "removeOnly": "",
-    "setOnly": "{field} = value;",
-}
-
-_OPTIONAL_STATE = {
-    "has": "return {flag};",
-    "remove": "QOB::property::clearFlagged({field}, {flag}, {default});",
-    "set": "QOB::property::storeFlagged({field}, {flag}, value);",
-    "get": "return {field};",
-    "removeOnly": "QOB::property::clearFlagged({field}, {flag}, {default});",
-    "setOnly": "QOB::property::storeFlagged({field}, {flag}, value);",
-}
-
-SHAPES = {
-    "mandatory primitive": Shape(
-        "qob/kernel/property/mandatoryvalue.h",
-        {
-            "has": "return true;",
-            "remove": "",
-            "set": "QOB::property::setMandatory<{get}, {set}>(this, deviant, value);",
-            "get": "return QOB::property::get<{get}>(this, deviant);",
-        },
-        _PLAIN_STATE,
-        "QOB::property::AssignMandatory<{get}, {set}>",
-    ),
-    "mandatory value": Shape(
-        "qob/kernel/property/mandatoryvalue.h",
-        {
-            "has": "return true;",
-            "remove": "",
-            "set": "QOB::property::setMandatoryUnchecked<{get}, {set}>(this, deviant, value);",
-            "get": "return QOB::property::get<{get}>(this, deviant);",
-            "removeOnly": "",
-            "setOnly": "QOB::property::setMandatoryUnchecked<{get}, {setOnly}>(this, deviant, value);",
-        },
-        _PLAIN_STATE,
-        "QOB::property::AssignMandatory<{get}, {set}>",
-    ),
-    "optional primitive": Shape(
-        "qob/kernel/property/flaggedvalue.h",
-        {
-            "has": "return QOB::property::get<{has}>(this, deviant);",
-            "remove": "QOB::property::removeFlagged<{remove}>(this, deviant);",
-            "set": "QOB::property::setFlagged<{has}, {get}, {set}, {remove}>(this, deviant, value);",
-            "get": "return QOB::property::get<{get}>(this, deviant);",
-        },
-        _OPTIONAL_STATE,
-        "QOB::property::AssignOptional<{has}, {get}, {set}, {remove}>",
-        "qob/kernel/property/assignrules.h",
-        has_flag=True,
-    ),
-    "optional value": Shape(
-        "qob/kernel/property/flaggedvalue.h",
-        {
-            "has": "return QOB::property::get<{has}>(this, deviant);",
-            "remove": "QOB::property::removeFlagged<{remove}>(this, deviant);",
-            "set": "QOB::property::setFlaggedUnchecked<{has}, {get}, {set}>(this, deviant, value);",
-            "get": "return QOB::property::get<{get}>(this, deviant);",
-            "removeOnly": "QOB::property::removeFlagged<{removeOnly}>(this, deviant);",
-            "setOnly": "QOB::property::setFlaggedUnchecked<{has}, {get}, {setOnly}>"
-            "(this, deviant, value);",
-        },
-        _OPTIONAL_STATE,
-        "QOB::property::AssignOptional<{has}, {get}, {set}, {remove}>",
-        "qob/kernel/property/assignrules.h",
-        has_flag=True,
-    ),
-}
-
-
-def shape_name(prop: Property) -> str:
-    if prop.derived:
-        return "derived value"
-    if prop.multi_valued:
-        return "multi-valued property"
-    if prop.type.is_primitive:
-        return "mandatory primitive" if prop.mandatory else "optional primitive"
-    if isinstance(prop.type, DataType):
-        return "mandatory value" if prop.mandatory else "optional value"
-    if prop.opposite is not None:
-        return "reference with opposite"
-    return "owned value" if prop.composite else "reference"
+        yield _ruled(prop, verb, operation)
 
 
 def _multi_valued(prop: Property) -> Iterator[Operation]:
-    sequence = f"QOB::Sequence<{prop.type.cpp}>"
-    for suffix in ("", "WithoutAssociation"):
-        yield Operation(
+    for verb in ("get", "getOnly"):
+        operation = Operation(
             prop.owner,
-            prop.getter + suffix,
-            sequence,
-            False,
-            documentation=[prop.documentation] if prop.documentation and not suffix else [],
+            prop.operation_names[verb],
+            f"QOB::Sequence<{prop.type.cpp}>",
+            verb == "getOnly" and prop.owner.package.const_views,
+            documentation=[prop.documentation] if prop.documentation and verb == "get" else [],
             prop=prop,
+            sequence=True,
             types=[prop.type],
         )
+        yield _ruled(prop, verb, operation)
 
 
 def _derived(prop: Property) -> Iterator[Operation]:
@@ -365,3 +273,69 @@ def _derived(prop: Property) -> Iterator[Operation]:
         prop=prop,
         types=[prop.type],
     )
+
+
+def _redefining(prop: Property) -> Iterator[Operation]:
+    """The operations of a redefined property, handed on to those of the redefining one. A derived
+    view needs none: it lists the redefining property among what it shows."""
+    for redefined in prop.redefines:
+        if not redefined.owner.package.generated or shapes.shape_name(redefined) == "derived view":
+            continue
+        for op in _of_property(redefined):
+            verb = redefined.verb_of(op.name)
+            yield replace(
+                op,
+                owner=prop.owner,
+                override=True,
+                documentation=[],
+                statement=_handing_on(prop, redefined, verb, op),
+                state_statement=None,
+                rule_header="qob/kernel/property/redefinition.h",
+            )
+
+
+def _handing_on(prop: Property, redefined: Property, verb: str, op: Operation) -> str:
+    target = prop.operation_names[verb]
+    if verb not in ("set", "setOnly") or prop.type is redefined.type:
+        return f"{op.returns}{target}({op.arguments});"
+    if redefined.opposite is not None:
+        return (
+            f"QOB::property::setNarrowed<{prop.type.cpp}, &{prop.owner.interface}::{target}>"
+            f"(this, deviant, value, sIntrospectiveMethods, {prop.id});"
+        )
+    return f"{target}(deviant, {prop.type.cpp}(value));"
+
+
+def state_operations(declaring: MetaClass) -> list[Operation]:
+    """What the class overrides on a state. What it redefines is handed on there as well, in case
+    the base's part of the state answers it."""
+    found = []
+    for op in own_operations(declaring):
+        if op.state_statement is not None:
+            found.append(op)
+        elif op.override and op.prop is not None and shapes.is_stored(op.prop):
+            found.append(replace(op, state_statement=op.statement))
+    return found
+
+
+def flagged_properties(declaring: MetaClass) -> list[Property]:
+    """The properties with a flag beside their value."""
+    return [p for p in declaring.properties if shapes.shape(p).has_flag]
+
+
+def state_headers(declaring: MetaClass) -> list[str]:
+    """Where the rules stand that a state's operations call."""
+    return sorted({h for p in declaring.properties for h in shapes.shape(p).state_headers})
+
+
+def assignment_headers(declaring: MetaClass) -> list[str]:
+    """Where the rules of assignment_rules stand, and what calls them."""
+    assigned = [shapes.shape(p) for p in declaring.properties if shapes.shape(p).assignment]
+    headers = {shape.assignment_header for shape in assigned}
+    return sorted(headers | {"qob/kernel/property/assign.h"})
+
+
+def assignment_rules(declaring: MetaClass) -> str:
+    """The rules that bring an object to another state's values, for the class's own block."""
+    shaped = [(p, shapes.shape(p)) for p in declaring.properties]
+    return ", ".join(s.assignment.format(**shapes.facts(p)) for p, s in shaped if s.assignment)

@@ -8,8 +8,7 @@ from typing import Any
 
 import jinja2
 
-from . import includes, names, operations
-from .faults import Fault, MetamodelError
+from . import containment, includes, names, operations, shapes, tables
 from .model import MetaClass, Package
 
 TEMPLATES = Path(__file__).resolve().parent.parent / "templates"
@@ -36,6 +35,7 @@ _CLASS_HEADERS = (
 _CLASS_SOURCES = (
     ("handle.cpp.j2", "{include}/{stem}.cpp"),
     ("interface.cpp.j2", "{include}/nsinterface/{stem}intf.cpp"),
+    ("metaregistry.cpp.j2", "{include}/nsmetaregistry/{stem}metaregistry.cpp"),
 )
 _CONCRETE_HEADERS = (
     ("deviantimpl.h.j2", "deviant_impl_header"),
@@ -45,19 +45,7 @@ _CONCRETE_SOURCES = (("impl.cpp.j2", "{include}/nsimplementation/{stem}impl.cpp"
 
 
 def outputs(package: Package) -> list[Output]:
-    """Every file of the package, in a fixed order. Raises MetamodelError for what isn't built."""
-    faults = [
-        Fault(
-            package.file,
-            f"{each.name}.{prop.name}",
-            f"A {operations.shape_name(prop)} can be modelled but not generated yet.",
-        )
-        for each in package.classes
-        for prop in each.properties
-        if operations.shape_name(prop) not in operations.SHAPES
-    ]
-    if faults:
-        raise MetamodelError(faults)
+    """Every file of the package, in a fixed order."""
     found: list[Output] = []
     for each in package.classes:
         found.extend(_class_outputs(each))
@@ -68,11 +56,16 @@ def outputs(package: Package) -> list[Output]:
 def _package_outputs(package: Package) -> list[Output]:
     context = {"package": package}
     public = f"{package.public_root}/{package.include}"
-    found = [Output(f"{public}/{package.file_stem}.h", "package.h.j2", "header", context)]
+    own = f"{package.private_root}/{package.include}/{package.file_stem}"
+    table = f"{package.public_root}/{package.introspection_header}"
+    found = [
+        Output(f"{public}/{package.file_stem}.h", "package.h.j2", "header", context),
+        Output(table, "introspection.h.j2", "header", context),
+        Output(f"{own}introspection.cpp", "introspection.cpp.j2", "source", context),
+    ]
     if package.names_handles:
-        private = f"{package.private_root}/{package.include}/{package.file_stem}names"
-        found.append(Output(f"{private}.h", "names.h.j2", "private", context))
-        found.append(Output(f"{private}.cpp", "names.cpp.j2", "source", context))
+        found.append(Output(f"{own}names.h", "names.h.j2", "private", context))
+        found.append(Output(f"{own}names.cpp", "names.cpp.j2", "source", context))
     return [_normal(output) for output in found]
 
 
@@ -112,14 +105,21 @@ class Renderer:
         self._environment.filters["cpp_string"] = names.cpp_string
         self._environment.filters["comment"] = _comment
         self._environment.filters["indented"] = _indented
-        self._environment.globals["own_operations"] = operations.own_operations
-        self._environment.globals["all_operations"] = operations.all_operations
-        self._environment.globals["assignment_headers"] = operations.assignment_headers
-        self._environment.globals["state_headers"] = operations.state_headers
-        self._environment.globals["flagged_properties"] = operations.flagged_properties
-        self._environment.globals["assignment_rules"] = operations.assignment_rules
-        self._environment.globals["root_getters"] = operations.root_getters
-        self._environment.globals["includes"] = includes
+        for function in (
+            operations.own_operations,
+            operations.all_operations,
+            operations.joined_operations,
+            operations.state_operations,
+            operations.assignment_headers,
+            operations.state_headers,
+            operations.flagged_properties,
+            operations.assignment_rules,
+            operations.root_getters,
+            shapes.field_type,
+        ):
+            self._environment.globals[function.__name__] = function
+        for module in (containment, includes, tables):
+            self._environment.globals[module.__name__.rpartition(".")[2]] = module
 
     def render(self, output: Output) -> str:
         return self._environment.get_template(output.template).render(output.context)

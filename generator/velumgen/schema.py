@@ -53,7 +53,6 @@ PACKAGE = {
     "documentation": Key(TEXT),
     "imports": Key(TEXTS),
     "sums": Key(TABLE),
-    "built": Key(TABLE),
     "generated": Key(SWITCH),
     "export_macro": Key(TEXT),
     "export_header": Key(TEXT),
@@ -63,6 +62,7 @@ PACKAGE = {
     "names_handles": Key(SWITCH),
     "visitation_domain": Key(TEXT),
     "visitation_header": Key(TEXT),
+    "const_views": Key(SWITCH),
 }
 
 # What a package must say before C++ can be laid out for it.
@@ -82,6 +82,7 @@ DATA_TYPE = {
     "kind": Key(TEXT, required=True),
     "header": Key(TEXT),
     "literals": Key(TEXTS),
+    "number": Key(TEXT),
     "unit": Key(TEXT),
     "documentation": Key(TEXT_OR_TEXTS),
 }
@@ -135,6 +136,7 @@ PROPERTY = {
     "private": Key(SWITCH),
     "plural": Key(TEXT),
     "documentation": Key(TEXT),
+    "part": Key(TEXT),
 }
 
 # The words of `flags` and what each sets; `unique` is the rule, so its absence has the word.

@@ -9,7 +9,19 @@ struct Portion {
     int amount = 0;
     Food food = Food::seeds;
 
-    friend bool operator==(Portion const&, Portion const&) = default;
+    Portion() = default;
+    Portion(int number, Food of) : amount(number), food(of) {}
+    explicit Portion(QOB::Object const& box)
+        : Portion(QOB::unboxValue<Portion>(
+              *QOB::castObject<QOB::NSInterface::ValueObjectIntf>(box.get()))) {}
+
+    operator QOB::Object() const { return QOB::boxValue<QOB::Object>(*this); }
+    QOB::String toString() const { return QOB::Integer(amount).toString(); }
+    static std::string getTypeName() { return "Park.zoo.Portion"; }
+
+    friend bool operator==(Portion const& a, Portion const& b) noexcept {
+        return a.amount == b.amount && a.food == b.food;
+    }
 };
 
 } // namespace Park::zoo

@@ -1,0 +1,94 @@
+"""A class as data: what its table of properties says, and which of its operations a number reaches."""
+
+from __future__ import annotations
+
+from typing import Iterator, Optional
+
+from . import names
+from .model import DataType, MetaClass, Property, Type, UNBOUNDED
+
+
+def reference(prop: Property) -> str:
+    """A property as others name it: package, class and number."""
+    return f"{{&{prop.owner.package.function}, {prop.owner.index}, {prop.id}}}"
+
+
+def references(properties: list[Property]) -> str:
+    """The elements of a list; an empty one has room for one all the same."""
+    return ", ".join(reference(p) for p in properties) or "{}"
+
+
+def supers(cls: MetaClass) -> str:
+    every = [f"{{&{b.package.function}, {b.index}}}" for b in cls.bases]
+    return ", ".join([*every, "{}"])
+
+
+def reflected(cls: MetaClass) -> str:
+    """The operations by number."""
+    return ", ".join(_many(p) if p.multi_valued else _single(p) for p in cls.properties)
+
+
+def named_types(cls: MetaClass) -> Iterator[Type]:
+    """Every type outside the class that its table points at."""
+    yield from cls.bases
+    for prop in cls.properties:
+        yield prop.type
+        others = [*prop.redefines, *prop.subsets, *([prop.opposite] if prop.opposite else [])]
+        yield from (each.owner for each in others)
+
+
+def description(prop: Property, redefined: str, subsetted: str) -> list[str]:
+    """The record of one property, by the names of its fields and in their order."""
+    fields: list[tuple[str, Optional[str]]] = [
+        ("name", names.cpp_string(prop.name)),
+        ("package", f"&{prop.type.package.function}"),
+        ("typeIndex", str(prop.type.index)),
+        ("documentation", names.cpp_string(prop.documentation) if prop.documentation else None),
+        ("flags", f"{prop.flags:#04x}"),
+        ("defaultValue", names.cpp_string(prop.default) if prop.default is not None else None),
+        ("isPrivate", "1" if prop.private else None),
+        ("lower", str(prop.lower)),
+        ("upper", f"{prop.upper:#x}" if prop.upper == UNBOUNDED else str(prop.upper)),
+        ("id", str(prop.id)),
+        *_association(prop),
+        ("redefinedCount", str(len(prop.redefines))),
+        ("redefined", redefined),
+        ("subsettedCount", str(len(prop.subsets))),
+        ("subsetted", subsetted),
+    ]
+    return [f".{name} = {value}" for name, value in fields if value is not None]
+
+
+def _association(prop: Property) -> Iterator[tuple[str, Optional[str]]]:
+    if isinstance(prop.type, DataType):
+        return
+    yield "associationName", names.cpp_string(prop.association or "")
+    far = prop.opposite
+    if far is not None:
+        yield "hasOpposite", "1"
+        yield "oppositePackage", f"&{far.owner.package.function}"
+        yield "oppositeClass", str(far.owner.index)
+        yield "oppositeId", str(far.id)
+    else:
+        yield "otherEndName", names.cpp_string(prop.other_end or "")
+
+
+def _member(prop: Property, verb: str) -> str:
+    return f"&{prop.owner.interface}::{prop.operation_names[verb]}"
+
+
+def _many(prop: Property) -> str:
+    return f"QOB::reflective::Many<{prop.id}, {_member(prop, 'get')}, {_member(prop, 'getOnly')}>"
+
+
+def _single(prop: Property) -> str:
+    arguments = [str(prop.id), _member(prop, "get")]
+    if prop.derived:
+        if not prop.read_only:
+            arguments += ["nullptr", _member(prop, "set")]
+    else:
+        has = "QOB::reflective::always" if prop.mandatory else _member(prop, "has")
+        arguments += [has, _member(prop, "set"), _member(prop, "remove")]
+        if prop.has_only_forms:
+            arguments += [_member(prop, "setOnly"), _member(prop, "removeOnly")]
+    return f"QOB::reflective::Single<{', '.join(arguments)}>"
