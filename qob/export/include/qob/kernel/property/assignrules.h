@@ -54,7 +54,7 @@ auto assigned(Intf* target, Deviant deviant) {
 } // namespace internal
 
 /// A sequence of values.
-template <auto GetMany, auto GetOnlyMany>
+template <auto GetMany, auto GetOnlyMany = GetMany>
 struct AssignValues {
     template <class Intf>
     static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
