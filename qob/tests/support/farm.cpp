@@ -21,7 +21,6 @@ using QOB::Sequence;
 namespace {
 
 constexpr unsigned AnimalIndex = 1;
-constexpr unsigned HenIndex = 2;
 constexpr unsigned Many = QOB::PropertyMultiValued;
 constexpr auto kernel = &QOB::get_QOB_PackageIntrospectiveMethods;
 

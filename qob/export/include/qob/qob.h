@@ -39,6 +39,7 @@
 #include "qob/qob/property.h"
 #include "qob/qob/real.h"
 #include "qob/qob/reflection.h"
+#include "qob/qob/sequencetype.h"
 #include "qob/qob/serializer/datatypestringrepresenter.h"
 #include "qob/qob/stereotypeobject.h"
 #include "qob/qob/string.h"
