@@ -65,9 +65,8 @@ typename Table::mapped_type taken(Table& table, State const* state) noexcept {
 
 } // namespace
 
-bool SparseProperties::hasStereotypeInstances(State const* state) noexcept {
-    return has(state, StereotypeInstances) &&
-           !stereotypeTable().find(state)->second->generic_empty({});
+bool SparseProperties::isEmptyStereotypeEntry(State const* state) noexcept {
+    return stereotypeTable().find(state)->second->generic_empty({});
 }
 Sequence<StereotypeObject> SparseProperties::stereotypeInstances(State const* state,
                                                                  Deviant deviant) {
@@ -81,9 +80,6 @@ Sequence<StereotypeObject> SparseProperties::writableStereotypeInstances(State* 
     return {container, deviant};
 }
 
-bool SparseProperties::hasExternalId(State const* state) noexcept {
-    return has(state, ExternalId);
-}
 String SparseProperties::externalId(State const* state) noexcept {
     return hasExternalId(state) ? externalIdTable().find(state)->second : String();
 }
@@ -97,8 +93,8 @@ void SparseProperties::setExternalId(State* state, String const& id) {
     }
 }
 
-bool SparseProperties::hasToolInfos(State const* state) noexcept {
-    return has(state, ToolInfos) && !toolInfoTable().find(state)->second->generic_empty({});
+bool SparseProperties::isEmptyToolInfoEntry(State const* state) noexcept {
+    return toolInfoTable().find(state)->second->generic_empty({});
 }
 Sequence<ExternalToolInfo> SparseProperties::toolInfos(State const* state, Deviant deviant) {
     return {reading<ToolInfoContainer>(has(state, ToolInfos), toolInfoTable(), state), deviant};

@@ -56,7 +56,7 @@ public:
 
 private:
     std::vector<ClassObject> contained(Deviant deviant) const {
-        std::vector<ClassObject> result = QOB::internal::stereotypeInstances(this->owner_, deviant);
+        std::vector<ClassObject> result = this->stereotypes(deviant);
         if constexpr (requires(State const& state) { state.ownedObjects(); }) {
             if (this->deviant_isValid(deviant)) {
                 for (ReferenceStorage const* const list :

@@ -23,12 +23,6 @@ QOB_EXPORT void discard(NSInterface::ClassObjectIntf* object,
 QOB_EXPORT void appendStereotypeInstances(NSInterface::ClassObjectIntf* object,
                                           Deviant deviant,
                                           std::vector<ClassObject>& contained);
-inline std::vector<ClassObject> stereotypeInstances(NSInterface::ClassObjectIntf* object,
-                                                    Deviant deviant) {
-    std::vector<ClassObject> result;
-    appendStereotypeInstances(object, deviant, result);
-    return result;
-}
 } // namespace internal
 
 /// The object that lives once per model object, whatever the number of deviants: who it is (id,
@@ -57,13 +51,12 @@ public:
     }
 
     void internal_disconnect(Deviant deviant) override {
-        for (ClassObject const& each : internal::stereotypeInstances(this->owner_, deviant)) {
+        for (ClassObject const& each : stereotypes(deviant)) {
             each->internal_disconnect(deviant);
         }
     }
     void internal_discard(Deviant deviant, bool detach) override {
-        internal::discard(
-            this->owner_, deviant, detach, internal::stereotypeInstances(this->owner_, deviant));
+        internal::discard(this->owner_, deviant, detach, stereotypes(deviant));
     }
     void destroy(Deviant deviant) override {
         deviant.assertWritable(this->owner_);
@@ -131,6 +124,15 @@ public:
     }
 
 protected:
+    /// The stereotypes that are applied in the deviant; none if the object doesn't exist there.
+    std::vector<ClassObject> stereotypes(Deviant deviant) const {
+        std::vector<ClassObject> found;
+        if (isValid(deviant) && this->readState(deviant)->hasAppliedStereotypeInstances(deviant)) {
+            internal::appendStereotypeInstances(this->owner_, deviant, found);
+        }
+        return found;
+    }
+
     RootObject() {
         IntegerIncDec const guard(&count());
         this->PrimaryBase::countInPlace();

@@ -10,19 +10,23 @@ namespace QOB::internal {
 struct QOB_EXPORT SparseProperties {
     using State = NSInterface::ClassObjectIntf;
 
-    static bool hasStereotypeInstances(State const* state) noexcept;
+    static bool hasStereotypeInstances(State const* state) noexcept {
+        return has(state, StereotypeInstances) && !isEmptyStereotypeEntry(state);
+    }
     /// What is there, for reading only: a state without an entry shows a common empty sequence.
     static Sequence<StereotypeObject> stereotypeInstances(State const* state, Deviant deviant);
     /// For writing: makes the sequence if there is none.
     static Sequence<StereotypeObject> writableStereotypeInstances(State* state, Deviant deviant);
 
-    static bool hasExternalId(State const* state) noexcept;
+    static bool hasExternalId(State const* state) noexcept { return has(state, ExternalId); }
     /// Invalid if there is none.
     static String externalId(State const* state) noexcept;
     /// An empty or invalid id is none.
     static void setExternalId(State* state, String const& id);
 
-    static bool hasToolInfos(State const* state) noexcept;
+    static bool hasToolInfos(State const* state) noexcept {
+        return has(state, ToolInfos) && !isEmptyToolInfoEntry(state);
+    }
     static Sequence<ExternalToolInfo> toolInfos(State const* state, Deviant deviant);
     static Sequence<ExternalToolInfo> writableToolInfos(State* state, Deviant deviant);
 
@@ -32,6 +36,9 @@ struct QOB_EXPORT SparseProperties {
 
 private:
     enum Bit : unsigned char { StereotypeInstances = 1, ExternalId = 2, ToolInfos = 4 };
+
+    static bool isEmptyStereotypeEntry(State const* state) noexcept;
+    static bool isEmptyToolInfoEntry(State const* state) noexcept;
 
     static bool has(State const* state, Bit bit) noexcept { return (state->sparse_ & bit) != 0; }
     static void mark(State* state, Bit bit) noexcept {

@@ -20,7 +20,9 @@ namespace QOB::property {
 struct OwnsStereotypes {
     template <class Impl>
     static void collect(Impl* object, Deviant deviant, std::vector<ClassObject>& found) {
-        internal::appendStereotypeInstances(object->classObject(), deviant, found);
+        if (object->readState(deviant)->hasAppliedStereotypeInstances(deviant)) {
+            internal::appendStereotypeInstances(object->classObject(), deviant, found);
+        }
     }
     template <class Impl>
     static auto view(Impl* object, Deviant deviant) {
