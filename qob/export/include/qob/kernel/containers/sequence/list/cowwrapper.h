@@ -62,12 +62,9 @@ private:
     }
 
     static SharedVector* sharedEmpty() {
-        struct Owner {
-            SharedVector* block = new SharedVector;
-            ~Owner() { release(block); }
-        };
-        static Owner const owner;
-        return owner.block;
+        // Never given back: lists are made until the very end of the library.
+        static auto* const block = new SharedVector;
+        return block;
     }
 
     mutable SharedVector* block_;
