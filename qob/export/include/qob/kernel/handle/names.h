@@ -2,6 +2,7 @@
 
 #include "qob/qob/visitor.h"
 
+#include <array>
 #include <span>
 
 namespace QOB {
@@ -18,6 +19,11 @@ struct HandleNames {
     char const* mutableName;
     CooperativeVisitor::internal::ClassInfo const& (*classInfo)();
 };
+
+/// The names of a metaclass's iterators, then of its sequences.
+using SequenceFamily = std::array<char const*, 8>;
+/// The same for a data type.
+using ValueSequenceFamily = std::array<char const*, 4>;
 
 /// Tells the visitors' registry both names of each class, in the order given.
 inline void bindHandleNames(std::span<HandleNames const> classes) {

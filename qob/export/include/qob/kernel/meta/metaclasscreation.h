@@ -70,9 +70,16 @@ QOB_EXPORT void updateMetaClass(bool& updated,
 /// Nothing happens if there is no live class.
 QOB_EXPORT void destroyMetaClass(NSInterface::ClassIntf*& meta,
                                  MetaClassDescription const& description);
-/// Clears every pointer to the live elements, which a rollback has taken already.
+/// Clears every pointer to the live elements.
 QOB_EXPORT void forgetMetaClass(NSInterface::ClassIntf*& meta,
                                 MetaClassDescription const& description) noexcept;
+/// The same after a rollback has taken the elements: what is made next is to be updated again.
+inline void rollBackMetaClass(bool& updated,
+                              NSInterface::ClassIntf*& meta,
+                              MetaClassDescription const& description) noexcept {
+    updated = false;
+    forgetMetaClass(meta, description);
+}
 
 /// A tag of a class, or of one of its properties, as constant data.
 struct TagBinding {
