@@ -4,6 +4,7 @@
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/factory.h"
 #include "qob/qob/transaction.h"
+#include "velum_foundation/zorvane/metamodel/foundation/nsmetaregistry/zorvanemetamodelfoundationmetapackage.h"
 
 namespace Zorvane {
 
@@ -36,13 +37,15 @@ MetaPackages& metaPackages() {
     if (!packages.exist(model.getDeviant())) {
         QOB::Transaction transaction(model);
         QOB::Package const zorvane = createPackage(registry.getMetaRegistryFactory(), "Zorvane");
-        QOB::Package const metamodel =
-            createPackage(registry.getMetaRegistryFactory(), "metamodel");
-        metamodel.setParent(zorvane);
-        transaction.commit();
+        QOB::Package const domains = createPackage(registry.getMetaRegistryFactory(), "metamodel");
+        domains.setParent(zorvane);
         packages.zorvane = QOB::CountedPointer(zorvane.get());
-        packages.metamodel = QOB::CountedPointer(metamodel.get());
-        packages.metamodelPointer = metamodel.get();
+        packages.metamodel = QOB::CountedPointer(domains.get());
+        packages.metamodelPointer = domains.get();
+        // This library's own package; it asks for the one around it again.
+        metamodel::foundation::NSImplementation::staticForgetFoundationMetaPackage();
+        metamodel::foundation::NSImplementation::staticInitializeFoundationMeta();
+        transaction.commit();
     }
     return packages;
 }

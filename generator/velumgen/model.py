@@ -32,6 +32,10 @@ class Package:
     # The class type that stands for the domain of its classes in visitors, and where it stands.
     visitation_domain: str = ""
     visitation_header: str = ""
+    # Where the package stands in the registry: the function that gives the package around it, and
+    # its header. Without one, the package is not made live.
+    registry_parent: str = ""
+    registry_parent_header: str = ""
     # Whether the getters of one end of a multi-valued property are declared const.
     const_views: bool = False
     imports: list[Package] = field(default_factory=list)
@@ -63,6 +67,10 @@ class Package:
         return sorted((t for t in self.data_types if t.unit), key=lambda t: t.index or 0)
 
     @property
+    def data_types_by_index(self) -> list[DataType]:
+        return sorted(self.data_types, key=lambda t: t.index or 0)
+
+    @property
     def table(self) -> dict[int, Type]:
         """The types by their place in the package's table."""
         return {t.index: t for t in self.types.values() if t.index is not None}
@@ -76,6 +84,19 @@ class Package:
     def function(self) -> str:
         """The function that gives the package's table."""
         return f"{self.namespace}::get_{self.name}_PackageIntrospectiveMethods"
+
+    @property
+    def capitalized(self) -> str:
+        """Its name within the names of functions."""
+        return names.capitalized(self.name)
+
+    @property
+    def classes_by_index(self) -> list[MetaClass]:
+        return sorted(self.classes, key=lambda c: c.index or 0)
+
+    @property
+    def metapackage_header(self) -> str:
+        return f"{self.include}/nsmetaregistry/{self.file_stem}metapackage.h"
 
     @property
     def introspection_header(self) -> str:
@@ -125,6 +146,12 @@ class DataType(Type):
     # Of a value: what its number and its unit are.
     number: Optional[DataType] = None
     unit: Optional[DataType] = None
+
+    @property
+    def meta_interface(self) -> str:
+        """The kernel's class of its live element."""
+        kind = "Enumeration" if self.kind == "enumeration" else "DataType"
+        return f"QOB::NSInterface::{kind}Intf"
 
     @property
     def is_class(self) -> bool:

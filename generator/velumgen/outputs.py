@@ -63,6 +63,12 @@ def _package_outputs(package: Package) -> list[Output]:
         Output(table, "introspection.h.j2", "header", context),
         Output(f"{own}introspection.cpp", "introspection.cpp.j2", "source", context),
     ]
+    if package.registry_parent:
+        metapackage = f"nsmetaregistry/{package.file_stem}metapackage.cpp"
+        header = f"{package.public_root}/{package.metapackage_header}"
+        source = f"{package.private_root}/{package.include}/{metapackage}"
+        found.append(Output(header, "metapackage.h.j2", "header", context))
+        found.append(Output(source, "metapackage.cpp.j2", "source", context))
     if package.names_handles:
         found.append(Output(f"{own}names.h", "names.h.j2", "private", context))
         found.append(Output(f"{own}names.cpp", "names.cpp.j2", "source", context))

@@ -5,7 +5,10 @@ from __future__ import annotations
 from typing import Iterator, Optional
 
 from . import names
-from .model import DataType, MetaClass, Property, Type, UNBOUNDED
+from .model import DataType, MetaClass, Package, Property, Type, UNBOUNDED
+
+# The mark of what hosts don't show.
+HIDDEN = "qob_hide_in_lumvo"
 
 
 def reference(prop: Property) -> str:
@@ -92,3 +95,32 @@ def _single(prop: Property) -> str:
         if prop.has_only_forms:
             arguments += [_member(prop, "setOnly"), _member(prop, "removeOnly")]
     return f"QOB::reflective::Single<{', '.join(arguments)}>"
+
+
+def comments(cls: MetaClass) -> str:
+    return ", ".join([*(names.cpp_string(text) for text in cls.documentation), "nullptr"])
+
+
+def tags(package: Package) -> Iterator[tuple[str, int, str]]:
+    """Every mark in the registry: the class's interface, the number of a property or 0, the mark."""
+    for cls in package.classes:
+        for tag in cls.tags:
+            yield cls.interface, 0, tag
+        for prop in cls.properties:
+            if prop.hidden:
+                yield cls.interface, prop.id, HIDDEN
+
+
+def sequence_names(cls: MetaClass) -> list[str]:
+    """What is registered for a class: its iterators and sequences, by mutability."""
+    both = (cls.immutable, cls.name)
+    iterators = [f"{each}{word}" for word in ("ImmutableIterator", "Iterator") for each in both]
+    sequences = [f"{word}Of{each}" for word in ("ImmutableSequence", "Sequence") for each in both]
+    return [f"{cls.package.dotted}.{name}" for name in [*iterators, *sequences]]
+
+
+def value_sequence_names(type_: DataType) -> list[str]:
+    """The same for a data type, whose values have no immutable form of their own."""
+    name = type_.name
+    short = (f"{name}Iterator", f"{name}ImmutableIterator", f"SequenceOf{name}", f"ImmutableSequenceOf{name}")
+    return [f"{type_.package.dotted}.{each}" for each in short]

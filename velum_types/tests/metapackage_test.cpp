@@ -3,8 +3,8 @@
 #include "qob/qob/transaction.h"
 #include "velum_foundation/zorvane/metamodel.h"
 #include "velum_types/types.h"
-#include "velum_types/zorvane/metamodel/types/nsmetaregistry/metapackage.h"
-#include "velum_types/zorvane/metamodel/types/nsmetaregistry/valuetypes.h"
+#include "velum_types/zorvane/metamodel/types/nsmetaregistry/typeregistration.h"
+#include "velum_types/zorvane/metamodel/types/nsmetaregistry/zorvanemetamodeltypesmetapackage.h"
 
 #include <gtest/gtest.h>
 
@@ -52,8 +52,71 @@ TEST_F(MetaPackage, StandsInTheMetamodelWithTheValueClasses) {
               QOB::DomainRegistry::instance()->getDomainCanonicalUri("types"));
     EXPECT_EQ(package().getParent().get(),
               Zorvane::metamodel::NSImplementation::staticGetMetamodelMetaPackage());
-    EXPECT_EQ(namesOf(package().getOwnedTypes()),
-              "CompuMethodCategory TimeUnitKind DataSizeUnitKind FloatingPointKind Time DataSize");
+    EXPECT_EQ(
+        namesOf(package().getOwnedTypes()),
+        "CompuMethodCategory TimeUnitKind DataSizeUnitKind FloatingPointKind Time DataSize "
+        "PrimitiveType Real FloatingPoint Complex Dimension LiteralReal FixedPoint Integer Unit "
+        "Matrix EnumerationLiteral Enumeration Factory Boolean CompositeSpecification "
+        "MatrixValueSpecification ValueElement Cell Structure StructureValueSpecification Slot "
+        "EnumerationLiteralReference ConstantSpecification ConstantReference StructElement "
+        "CompuMethod DataConstr SwBaseType LookupTableType SharedAxisType SwRecordLayout Axis "
+        "VoidPointer ApplicationValueSpecification LookupTableSpecification");
+}
+
+TEST_F(MetaPackage, ClassesLeadToTheirSupersAndProperties) {
+    QOB::ImmutableClass const boolean = types::Boolean::MetaClass();
+    ASSERT_TRUE(boolean.isValid());
+    EXPECT_EQ(namesOf(boolean.getSupers()), "Real");
+    EXPECT_EQ(namesOf(boolean.getOwnedAttributes()), "minValue maxValue isMinOpen isMaxOpen");
+    EXPECT_EQ(types::Boolean::MetaClass(), types::ImmutableBoolean::MetaClass());
+    QOB::Model const model = types::NSInterface::FactoryIntf::createNewModel();
+    types::Boolean const type = types::Boolean::create(model, "flag");
+    EXPECT_EQ(type.getMetaClass(), boolean);
+    // By name, an inherited property and a redefined one.
+    type.setOrAdd("Name", QOB::Object(QOB::String("other")));
+    EXPECT_EQ(type.getName(), "other");
+    type.setOrAdd("maxValue", QOB::Object(QOB::Real(7.0)));
+    EXPECT_EQ(type.getMaxValue(), 7.0);
+    EXPECT_THROW(type.getOne("colour"), QOB::Exception);
+    model.destroy();
+}
+
+TEST_F(MetaPackage, TagsTellHostsWhatToHide) {
+    int hidden = 0;
+    int shown = 0;
+    int tagged = 0;
+    for (QOB::Type const& type : package().getOwnedTypes()) {
+        QOB::Class const cls(type);
+        if (!cls.isValid()) {
+            continue;
+        }
+        tagged += QOB::hasTag("qob_metaclass", cls) ? 1 : 0;
+        for (QOB::Property const& property : cls.getOwnedAttributes()) {
+            ++(QOB::hasTag("qob_hide_in_lumvo", property) ? hidden : shown);
+        }
+    }
+    EXPECT_EQ(hidden, 56);
+    EXPECT_EQ(shown, 53);
+    EXPECT_EQ(tagged, 34);
+    EXPECT_TRUE(QOB::hasTag("qob_hide_in_lumvo", types::Axis::MetaClass()));
+    EXPECT_FALSE(QOB::hasTag("qob_metaclass", types::Axis::MetaClass()));
+    EXPECT_TRUE(QOB::hasTag("qob_factory", types::Factory::MetaClass()));
+    EXPECT_EQ(QOB::getTagValue("qob_metamodel", package()), "Zorvane.metamodel.types");
+}
+
+TEST_F(MetaPackage, EveryIteratorAndSequenceIsRegistered) {
+    for (char const* const name : {"Factory",
+                                   "DataSizeIterator",
+                                   "SequenceOfTime",
+                                   "ImmutableSequenceOfImmutableFloatingPoint",
+                                   "SequenceOfImmutableVoidPointer",
+                                   "LookupTableSpecificationImmutableIterator",
+                                   "ImmutableFactoryIterator"}) {
+        EXPECT_TRUE(
+            QOB::TypeInfoRegistry::isRegistered(std::string("Zorvane.metamodel.types.") += name))
+            << name;
+    }
+    EXPECT_FALSE(QOB::TypeInfoRegistry::isRegistered("Zorvane.metamodel.types.Unit"));
 }
 
 TEST_F(MetaPackage, ValueClassesLeadToTheirElements) {
@@ -72,19 +135,19 @@ TEST_F(MetaPackage, ASecondStartMakesNothing) {
     QOB::Transaction transaction(registry);
     EXPECT_EQ(meta::staticInitializeTypesMeta(), before);
     transaction.commit();
-    EXPECT_EQ(package().getOwnedTypes().size(), 6U);
+    EXPECT_EQ(package().getOwnedTypes().size(), 41);
 }
 
 TEST_F(MetaPackage, StopTakesEverythingDownAndAStartBringsItBack) {
-    meta::unregisterValueTypes();
+    meta::unregisterTypes();
     EXPECT_EQ(meta::staticGetTypesMetaPackage(), nullptr);
     EXPECT_EQ(meta::staticGetDataSizeMeta(), nullptr);
     EXPECT_FALSE(types::DataSize::MetaDataType().isValid());
     EXPECT_FALSE(QOB::TypeInfoRegistry::isRegistered(types::Time::getTypeName()));
     EXPECT_FALSE(QOB::ValueObjectFactory::isValueObjectType(types::Time::getTypeName()));
-    meta::unregisterValueTypes();
+    meta::unregisterTypes();
 
-    meta::registerValueTypes();
+    meta::registerTypes();
     EXPECT_TRUE(types::DataSize::MetaDataType().isValid());
-    EXPECT_EQ(package().getOwnedTypes().size(), 6U);
+    EXPECT_EQ(package().getOwnedTypes().size(), 41);
 }

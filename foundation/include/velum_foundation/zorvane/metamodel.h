@@ -15,7 +15,8 @@ VELUM_FOUNDATION_EXPORT QOB::Package staticGetZorvaneMetaModel(QOB::Model model)
 namespace Zorvane::metamodel::NSImplementation {
 
 /// The pointer to the package "metamodel" within it, in which the packages of all domains lie. Made
-/// together with the product's package; lives as long as this library.
+/// together with the product's package and with the package of the base metamodel, "foundation",
+/// and its classes; lives as long as this library.
 VELUM_FOUNDATION_EXPORT QOB::NSInterface::PackageIntf*& staticGetMetamodelMetaPackage();
 
 } // namespace Zorvane::metamodel::NSImplementation

@@ -5,7 +5,7 @@
 #include "qob/qob/model.h"
 #include "tessel/moduleobject.h"
 #include "velum_foundation/zorvane/metamodel.h"
-#include "velum_types/zorvane/metamodel/types/nsmetaregistry/valuetypes.h"
+#include "velum_types/zorvane/metamodel/types/nsmetaregistry/typeregistration.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfactory.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesnames.h"
 
@@ -23,11 +23,11 @@ class InitializerClass {
 public:
     InitializerClass() {
         NSImplementation::bindHandleNames();
-        NSImplementation::registerValueTypes();
+        NSImplementation::registerTypes();
     }
     InitializerClass(InitializerClass const&) = delete;
     InitializerClass& operator=(InitializerClass const&) = delete;
-    ~InitializerClass() { NSImplementation::unregisterValueTypes(); }
+    ~InitializerClass() { NSImplementation::unregisterTypes(); }
 };
 
 template <class T>

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace Zorvane::metamodel::types::NSImplementation {
+
+/// Makes the package live in the meta-registry and then, outside of any transaction, enters every
+/// type that a model can hold in the kernel's registry of type infos: the value classes, and the
+/// iterators and sequences of all types. Raises QOB::Exception if a name is taken; unregisterTypes
+/// then takes back what was done.
+void registerTypes();
+/// The reverse, once the clipboard is empty; nothing happens to what is not there. What fails is
+/// logged: the library is ending.
+void unregisterTypes() noexcept;
+
+} // namespace Zorvane::metamodel::types::NSImplementation
