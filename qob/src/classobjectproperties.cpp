@@ -6,7 +6,6 @@
 
 #include <exception>
 #include <string>
-#include <string_view>
 #include <utility>
 
 /// Properties of any object by their live element or by name. Finds the functions of the class that
@@ -18,7 +17,6 @@ namespace {
 using Generic::Ref;
 using Generic::SequenceRef;
 using internal::PropertyIndex;
-using NSInterface::ClassIntf;
 using NSInterface::ClassObjectIntf;
 
 /// What a value of a property is.
@@ -34,12 +32,15 @@ class Access {
 public:
     Access(ClassObjectIntf const* object, Deviant deviant, ImmutableProperty const& property)
         : Access(object, deviant) {
-        PropertyBinding const asked = property->internal_binding();
-        find(index().find(asked), property.getName().view());
+        if (!take(index().find(property->internal_binding()))) {
+            failUnknown(property.getName());
+        }
     }
     Access(ClassObjectIntf const* object, Deviant deviant, String const& name)
         : Access(object, deviant) {
-        find(index().find(name.view()), name.view());
+        if (!take(index().find(name.view()))) {
+            failUnknown(name);
+        }
     }
 
     Object one() const {
@@ -53,7 +54,7 @@ public:
             SequenceRef const values = methods().getMultiValued(object_, deviant_, id(), true);
             return kind() == ValueKind::Object ? asBoxedObjects(values) : Sequence<Object>(values);
         }
-        Sequence<Object> const result = MakeSequence<Object>(deviant_);
+        Sequence<Object> result = MakeSequence<Object>(deviant_);
         if (Object const value = one(); value.get() != nullptr) {
             result.push_back(value);
         }
@@ -126,12 +127,14 @@ private:
         }
     }
 
-    void find(PropertyBinding const* found, std::string_view name) {
-        if (found == nullptr) {
-            QOB_FAIL(
-                "The class (%s) has no property (%s).", className(), std::string(name).c_str());
+    bool take(PropertyBinding const* found) noexcept {
+        if (found != nullptr) {
+            binding_ = *found;
         }
-        binding_ = *found;
+        return found != nullptr;
+    }
+    void failUnknown(std::string const& name) const {
+        QOB_FAIL("The class (%s) has no property (%s).", className(), name.c_str());
     }
 
     PropertyIndex const& index() const { return class_->internal_propertyIndex(); }

@@ -14,10 +14,8 @@ using QOB::ImmutableClass;
 using QOB::ImmutableProperty;
 using QOB::Property;
 using QOB::String;
-using QOB::NSInterface::PropertyIntf;
 using sample::Animal;
 using sample::Hen;
-using sample::NSInterface::AnimalIntf;
 using sample::NSInterface::HenIntf;
 
 namespace {

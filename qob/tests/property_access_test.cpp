@@ -5,9 +5,7 @@
 
 #include <string>
 
-using QOB::Class;
 using QOB::ClassObject;
-using QOB::Deviant;
 using QOB::ImmutableProperty;
 using QOB::Integer;
 using QOB::Object;

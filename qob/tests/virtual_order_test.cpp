@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <vector>
 
-using QOB::ClassObject;
 using QOB::Deviant;
 using QOB::ImmutableProperty;
 using QOB::Object;

@@ -15,7 +15,6 @@
 namespace QOB {
 
 using NSInterface::ClassIntf;
-using NSInterface::PropertyIntf;
 
 namespace {
 

@@ -12,7 +12,6 @@
 
 namespace QOB {
 
-using NSInterface::ClassIntf;
 using NSInterface::PropertyIntf;
 
 namespace {
