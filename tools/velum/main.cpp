@@ -1,56 +1,48 @@
 #include "arxml/input_error.h"
-#include "dictionary/dictionary.h"
-#include "dictionary/import.h"
+#include "commands/check_command.h"
+#include "commands/classes_command.h"
+#include "commands/exit_code.h"
+#include "commands/import_command.h"
+#include "commands/show_command.h"
 #include "report/printers.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string>
-#include <velum_types/types.h>
+#include <velum_types/version.h>
 
 namespace {
 
-enum ExitCode { done = 0, inputAtFault = 1, wrongUsage = 2, failed = 3 };
-
-struct ImportCommand {
-    std::string file;
-    bool json = false;
-
-    int run() const {
-        velum::dictionary::Dictionary dictionary;
-        const velum::dictionary::Import import({file}, dictionary);
-        const velum::report::PrintJob job{import.report(), import.names(), import.paths()};
-        std::cout << (json ? velum::report::printJson(job) : velum::report::printText(job))
-                  << std::flush;
-        if (!std::cout) {
-            std::cerr << "velum: The report cannot be written to the standard output.\n";
-            return failed;
-        }
-        return import.report().hasFaults() ? inputAtFault : done;
-    }
-};
+using velum::commands::ExitCode;
 
 int run(int argc, char** argv) {
     CLI::App app("Holds automotive data types in a model and shows them.", "velum");
     app.set_version_flag("--version", std::string("velum ") + velum_types_version);
     app.require_subcommand(1);
 
-    ImportCommand import;
-    CLI::App* const importApp =
-        app.add_subcommand("import", "Read the integer types of an AUTOSAR R4 file");
-    importApp->add_option("FILE", import.file, "The file to read (.arxml)")->required();
-    importApp->add_flag("--json", import.json, "Print the report as JSON");
+    velum::commands::ImportCommand import;
+    velum::commands::ShowCommand show;
+    velum::commands::CheckCommand check;
+    velum::commands::ClassesCommand classes;
+    import.addTo(app);
+    show.addTo(app);
+    check.addTo(app);
+    classes.addTo(app);
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? done : wrongUsage;
+        return app.exit(error) == 0 ? ExitCode::done : ExitCode::wrongUsage;
     }
-    Zorvane::metamodel::types::initialize();
-    return import.run();
+    if (app.got_subcommand("import")) {
+        return import.run();
+    }
+    if (app.got_subcommand("show")) {
+        return show.run();
+    }
+    return app.got_subcommand("check") ? check.run() : classes.run();
 }
 
 } // namespace
@@ -60,9 +52,9 @@ int main(int argc, char** argv) {
         return run(argc, argv);
     } catch (const velum::arxml::InputError& error) {
         std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
-        return inputAtFault;
+        return ExitCode::inputAtFault;
     } catch (const std::exception& error) {
         std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
-        return failed;
+        return ExitCode::failed;
     }
 }

@@ -1,6 +1,6 @@
 #include "arxml/document_index.h"
 
-#include <algorithm>
+#include <vector>
 
 namespace velum::arxml {
 
@@ -11,24 +11,8 @@ constexpr std::size_t longestBaseChain = 32;
 
 } // namespace
 
-Reference referenceAt(const Fragment& fragment, Fragment::Index element) {
-    Reference reference;
-    reference.target = fragment.text(element);
-    reference.base = fragment.attribute(element, "BASE");
-    reference.package = fragment.package();
-    return reference;
-}
-
-void DocumentIndex::declare(PathId path, const Declaration& declaration) {
-    if (path >= declarations_.size()) {
-        declarations_.resize(std::size_t{path} + 1);
-    }
-    declarations_[path].push_back(declaration);
-}
-
-const DocumentIndex::Declarations& DocumentIndex::declarationsAt(PathId path) const {
-    static const Declarations nothing;
-    return path < declarations_.size() ? declarations_[path] : nothing;
+Reference referenceAt(Element element) {
+    return {element.text(), element.attribute("BASE"), element.package()};
 }
 
 void DocumentIndex::addBase(PathId package, const ReferenceBase& base) {
@@ -42,7 +26,8 @@ const DocumentIndex::ReferenceBase* DocumentIndex::findBase(const Reference& ref
                                                             PathId& package) const {
     for (package = reference.package;; package = paths_.parent(package)) {
         if (reference.base) {
-            if (const auto found = bases_.find({package, *reference.base}); found != bases_.end()) {
+            if (const auto found = bases_.find({package, std::string(*reference.base)});
+                found != bases_.end()) {
                 return &found->second;
             }
         } else if (const auto found = defaultBases_.find(package); found != defaultBases_.end()) {
@@ -73,7 +58,7 @@ DocumentIndex::Resolution DocumentIndex::resolve(const Reference& reference) con
         current = &base->package;
     }
     if (!from) {
-        from = paths_.find(PathTree::root, std::string_view(current->target).substr(1));
+        from = paths_.find(PathTree::root, current->target.substr(1));
     }
     for (; from && !relative.empty(); relative.pop_back()) {
         from = paths_.find(*from, relative.back()->target);

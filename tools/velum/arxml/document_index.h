@@ -1,47 +1,33 @@
 #pragma once
 
-#include "arxml/fragment.h"
-#include "arxml/names.h"
+#include "arxml/element_store.h"
 #include "arxml/path_tree.h"
-#include "arxml/position.h"
 
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
-#include <vector>
 
 namespace velum::arxml {
 
 /// A reference as the file writes it, to be resolved when all files are read.
+///
+/// The texts are kept elsewhere, for as long as it may be resolved.
 struct Reference {
-    std::string target;              ///< "/A/B/C", or "B/C" from a reference base.
-    std::optional<std::string> base; ///< The label of the base; none stands for the default one.
-    PathId package = PathTree::root; ///< Where it is written.
+    std::string_view target;              ///< "/A/B/C", or "B/C" from a reference base.
+    std::optional<std::string_view> base; ///< The label of the base; none stands for the default.
+    PathId package = PathTree::root;      ///< Where it is written.
 };
 
-/// Reads the reference that `element` of `fragment` is.
-Reference referenceAt(const Fragment& fragment, Fragment::Index element);
+/// Reads the reference that the element is.
+Reference referenceAt(Element element);
 
-/// The named elements and the reference bases of everything that was read.
+/// The paths of the named elements and the reference bases of everything that was read.
 class DocumentIndex {
 public:
-    /// One element with a SHORT-NAME.
-    struct Declaration {
-        NameId element;
-        FileId file;
-        Position position;
-    };
-    /// What is declared at one path, usually one element.
-    using Declarations = std::vector<Declaration>;
-
     PathTree& paths() { return paths_; }
     const PathTree& paths() const { return paths_; }
-
-    void declare(PathId path, const Declaration& declaration);
-
-    /// What a path stands for; empty for one on the way to others only.
-    const Declarations& declarationsAt(PathId path) const;
 
     /// Where relative references of a package, and of the packages in it, begin.
     struct ReferenceBase {
@@ -64,7 +50,6 @@ private:
     const ReferenceBase* findBase(const Reference& reference, PathId& package) const;
 
     PathTree paths_;
-    std::vector<Declarations> declarations_;                        // by path
     std::map<std::pair<PathId, std::string>, ReferenceBase> bases_; // by package and label
     std::map<PathId, ReferenceBase> defaultBases_;
 };

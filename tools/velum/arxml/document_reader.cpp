@@ -1,9 +1,9 @@
 #include "arxml/document_reader.h"
 
-#include "arxml/fragment_account.h"
 #include "arxml/pull_reader.h"
 
-#include <utility>
+#include <optional>
+#include <string_view>
 #include <vector>
 
 namespace velum::arxml {
@@ -30,15 +30,15 @@ class DocumentReader {
 public:
     DocumentReader(const std::string& file,
                    FileId id,
-                   Names& names,
-                   DocumentIndex& index,
-                   ElementSink& sink,
-                   report::FileReport& report)
-        : reader_(file, names),
+                   Documents& documents,
+                   const IsWanted& isWanted,
+                   report::FileReport& report,
+                   const OnProgress& onProgress)
+        : reader_(file, documents.names, onProgress),
           id_(id),
-          names_(names),
-          index_(index),
-          sink_(sink),
+          documents_(documents),
+          store_(documents.store),
+          isWanted_(isWanted),
           report_(report) {}
 
     void run() {
@@ -70,8 +70,10 @@ private:
         Position position;
         PathId path = PathTree::root;    // of the nearest named element, itself included
         PathId package = PathTree::root; // of the nearest package, itself included
-        Fragment::Index node = Fragment::none;
+        ElementStore::Index node = ElementStore::none;
         std::string text;
+        // Of a skipped one that is a reference.
+        std::optional<std::string> base;
     };
 
     /// Frames are kept and used again, so that their texts keep their memory.
@@ -93,7 +95,7 @@ private:
         frame.name = name;
         frame.position = reader_.position();
         frame.isNamed = false;
-        frame.node = Fragment::none;
+        frame.node = ElementStore::none;
         frame.path = PathTree::root;
         frame.package = PathTree::root;
         frame.text.clear();
@@ -107,17 +109,29 @@ private:
         setRole(frame, parent);
         if (frame.role == Role::collected) {
             collect(frame, parent);
+        } else if (isLooseReference(frame)) {
+            frame.base.reset();
+            for (const PullReader::Attribute& attribute : reader_.attributes()) {
+                if (attribute.name == "BASE") {
+                    frame.base = attribute.value;
+                }
+            }
         }
     }
 
+    bool isLooseReference(const Frame& frame) const {
+        return frame.role == Role::skipped && documents_.names.isReference(frame.name);
+    }
+
     void checkRoot() const {
-        if (reader_.localName() != names_.text(element::autosar)) {
+        if (reader_.localName() != documents_.names.text(element::autosar)) {
             reader_.refuse("The root element (" + std::string(reader_.localName()) +
                            ") is not AUTOSAR.");
         }
         if (reader_.namespaceUri() != schemaNamespace) {
-            reader_.refuse("The namespace (" + std::string(reader_.namespaceUri()) +
-                           ") of the root element is not " + std::string(schemaNamespace) + ".");
+            reader_.refuse("unsupported-schema: The namespace (" +
+                           std::string(reader_.namespaceUri()) + ") of the root element is not " +
+                           std::string(schemaNamespace) + ".");
         }
     }
 
@@ -145,7 +159,7 @@ private:
             setRoleInPackage(frame, parent);
             break;
         case Role::elements:
-            if (sink_.wants(frame.name)) {
+            if (isWanted_(frame.name)) {
                 frame.role = Role::collected;
             } else {
                 skip(Reason::noClass);
@@ -180,12 +194,12 @@ private:
 
     void collect(Frame& frame, const Frame& parent) {
         if (parent.role != Role::collected) {
-            fragment_.begin(id_, frame.package);
+            store_.begin(id_, frame.package);
         }
-        frame.node = static_cast<Fragment::Index>(fragment_.size());
-        bool fits = fragment_.add(parent.node, frame.name, frame.position, frame.path);
+        frame.node = store_.add(parent.node, frame.name, frame.position, frame.path);
+        bool fits = frame.node != ElementStore::none;
         for (const PullReader::Attribute& attribute : reader_.attributes()) {
-            fits = fits && fragment_.addAttribute(attribute.name, attribute.value);
+            fits = fits && store_.addAttribute(attribute.name, attribute.value);
         }
         if (!fits) {
             refuseSize();
@@ -194,8 +208,8 @@ private:
 
     [[noreturn]] void refuseSize() const {
         reader_.refuse("The element around this one is larger than " +
-                       std::to_string(Fragment::mostElements) + " elements or " +
-                       std::to_string(Fragment::mostText) + " bytes of text.");
+                       std::to_string(ElementStore::mostElements) + " elements or " +
+                       std::to_string(ElementStore::mostText) + " bytes of text.");
     }
 
     void text() {
@@ -203,8 +217,9 @@ private:
             return;
         }
         Frame& frame = top();
-        if (frame.role == Role::collected || frame.name == element::shortName) {
-            if (frame.text.size() + reader_.text().size() > Fragment::mostText) {
+        if (frame.role == Role::collected || frame.name == element::shortName ||
+            isLooseReference(frame)) {
+            if (frame.text.size() + reader_.text().size() > ElementStore::mostText) {
                 refuseSize();
             }
             frame.text += reader_.text();
@@ -214,8 +229,7 @@ private:
     void end() {
         Frame& frame = top();
         const std::string_view text = withoutOuterSpace(frame.text);
-        if (frame.role == Role::collected && !text.empty() &&
-            !fragment_.setText(frame.node, text)) {
+        if (frame.role == Role::collected && !text.empty() && !store_.setText(frame.node, text)) {
             refuseSize();
         }
         if (frame.name == element::shortName && depth_ > 1) {
@@ -236,10 +250,14 @@ private:
             break;
         case Role::skipped:
             report_.tally.skip(frame.name, frame.reason, placeOf(frame));
+            if (!text.empty() && isLooseReference(frame)) {
+                keepReference(frame, text);
+            }
             break;
         case Role::collected:
-            if (frame.node == 0) {
-                handOut(frame);
+            store_.end(frame.node);
+            if (frame.name == element::referenceBases && !store_.at(frame.node).parent()) {
+                readBases(store_.at(frame.node));
             }
             break;
         }
@@ -257,84 +275,63 @@ private:
             return;
         }
         parent.isNamed = true;
-        parent.path = index_.paths().enter(parent.path, name);
-        index_.declare(parent.path, {parent.name, id_, parent.position});
+        parent.path = documents_.index.paths().enter(parent.path, name);
         if (parent.role == Role::package) {
             parent.package = parent.path;
         }
         Frame& nameFrame = top();
         nameFrame.path = parent.path;
-        if (parent.node != Fragment::none) {
-            fragment_.setPath(parent.node, parent.path);
-            fragment_.setPath(nameFrame.node, parent.path);
+        if (parent.node != ElementStore::none) {
+            store_.setPath(parent.node, parent.path);
+            store_.setPath(nameFrame.node, parent.path);
         }
     }
 
-    void handOut(const Frame& frame) {
-        if (frame.name == element::referenceBases) {
-            readBases();
-        } else {
-            sink_.take(fragment_);
+    void keepReference(const Frame& frame, std::string_view text) {
+        LooseReference loose{id_, frame.position, frame.path, {}};
+        loose.reference.target = documents_.texts.keep(text);
+        if (frame.base) {
+            loose.reference.base = documents_.texts.keep(*frame.base);
         }
+        loose.reference.package = frame.package;
+        documents_.looseReferences.push_back(loose);
     }
 
-    void readBases() {
-        FragmentAccount account(fragment_);
-        account.hold(0);
-        for (auto base = fragment_.firstChild(0); base != Fragment::none;
-             base = fragment_.nextSibling(base)) {
-            if (fragment_.name(base) != element::referenceBase) {
+    void readBases(Element bases) {
+        for (const Element base : bases.children()) {
+            if (!base.is(element::referenceBase)) {
                 continue;
             }
-            const auto held = [&](NameId name) {
-                const Fragment::Index child = fragment_.child(base, name);
-                account.hold(child);
-                return child;
-            };
-            const auto isSet = [&](NameId name) {
-                const Fragment::Index child = held(name);
-                return child != Fragment::none && isTrue(fragment_.text(child));
-            };
-            account.hold(base);
             DocumentIndex::ReferenceBase read;
-            if (const auto label = held(element::shortLabel); label != Fragment::none) {
-                read.label = fragment_.text(label);
+            read.label = base.child(element::shortLabel).text();
+            read.isDefault = isTrue(base.child(element::isDefault).text());
+            read.isThisPackage = isTrue(base.child(element::baseIsThisPackage).text());
+            if (const Element package = base.child(element::packageRef)) {
+                read.package = referenceAt(package);
             }
-            read.isDefault = isSet(element::isDefault);
-            read.isThisPackage = isSet(element::baseIsThisPackage);
-            if (const auto package = held(element::packageRef); package != Fragment::none) {
-                read.package = referenceAt(fragment_, package);
-            }
-            // That everything of a kind lies in it says nothing about a reference that names it.
-            const auto global = fragment_.child(base, element::isGlobal);
-            if (global != Fragment::none && !isTrue(fragment_.text(global))) {
-                account.hold(global);
-            }
-            index_.addBase(fragment_.package(), read);
+            documents_.index.addBase(bases.package(), read);
         }
-        account.settle(report_.tally, Reason::noProperty);
     }
 
     PullReader reader_;
     FileId id_;
-    Names& names_;
-    DocumentIndex& index_;
-    ElementSink& sink_;
+    Documents& documents_;
+    ElementStore& store_;
+    const IsWanted& isWanted_;
     report::FileReport& report_;
     std::vector<Frame> frames_;
     std::size_t depth_ = 0;
-    Fragment fragment_;
 };
 
 } // namespace
 
 void readDocument(const std::string& file,
                   FileId id,
-                  Names& names,
-                  DocumentIndex& index,
-                  ElementSink& sink,
-                  report::FileReport& report) {
-    DocumentReader(file, id, names, index, sink, report).run();
+                  Documents& documents,
+                  const IsWanted& isWanted,
+                  report::FileReport& report,
+                  const OnProgress& onProgress) {
+    DocumentReader(file, id, documents, isWanted, report, onProgress).run();
 }
 
 } // namespace velum::arxml

@@ -1,37 +1,32 @@
 #pragma once
 
-#include "arxml/document_index.h"
-#include "arxml/fragment.h"
-#include "arxml/names.h"
+#include "arxml/documents.h"
 #include "arxml/position.h"
 #include "report/file_report.h"
 
+#include <cstdint>
+#include <functional>
 #include <string>
 
 namespace velum::arxml {
 
-/// Takes the elements of packages that it wants, each whole.
-class ElementSink {
-public:
-    virtual ~ElementSink() = default;
+/// Whether elements of that name, directly in a package, are to be kept whole.
+using IsWanted = std::function<bool(NameId)>;
 
-    /// Whether elements of that name are to be collected.
-    virtual bool wants(NameId name) const = 0;
+/// Told about each portion of a file that was read, with its size in bytes.
+using OnProgress = std::function<void(std::uint64_t bytes)>;
 
-    /// Takes an element; accounts for every element of the fragment in the report of its file.
-    virtual void take(const Fragment& fragment) = 0;
-};
-
-/// Reads one AUTOSAR document: enters its packages and named elements into `index`, hands what
-/// `sink` wants to it and counts everything else as skipped in `report`.
+/// Reads one AUTOSAR document into `documents`: its packages and the paths of its elements, whole
+/// what is wanted, and of everything else the references. Counts every element in `report`, and
+/// those that are not kept whole as consumed or skipped.
 ///
 /// Raises `InputError` if the file cannot be read, is no XML or no AUTOSAR R4 document. What was
-/// entered and handed out until then is of no use.
+/// entered until then is of no use.
 void readDocument(const std::string& file,
                   FileId id,
-                  Names& names,
-                  DocumentIndex& index,
-                  ElementSink& sink,
-                  report::FileReport& report);
+                  Documents& documents,
+                  const IsWanted& isWanted,
+                  report::FileReport& report,
+                  const OnProgress& onProgress);
 
 } // namespace velum::arxml

@@ -7,32 +7,14 @@ namespace velum::arxml {
 namespace {
 
 constexpr std::array<std::string_view, element::countOfKnown> knownNames = {
-    "AR-PACKAGE",
-    "AR-PACKAGES",
-    "AUTOSAR",
-    "BASE-IS-THIS-PACKAGE",
-    "BASE-TYPE-ENCODING",
-    "BASE-TYPE-REF",
-    "BASE-TYPE-SIZE",
-    "CATEGORY",
-    "ELEMENTS",
-    "IMPLEMENTATION-DATA-TYPE",
-    "IMPLEMENTATION-DATA-TYPE-REF",
-    "IS-DEFAULT",
-    "IS-GLOBAL",
-    "NATIVE-DECLARATION",
-    "PACKAGE-REF",
-    "REFERENCE-BASE",
-    "REFERENCE-BASES",
-    "SHORT-LABEL",
-    "SHORT-NAME",
-    "SUB-ELEMENTS",
-    "SW-BASE-TYPE",
-    "SW-DATA-DEF-PROPS",
-    "SW-DATA-DEF-PROPS-CONDITIONAL",
-    "SW-DATA-DEF-PROPS-VARIANTS",
+#define VELUM_KNOWN_NAME(identifier, text) text,
+#include "arxml/known_names.inc"
+#undef VELUM_KNOWN_NAME
 };
-static_assert(!knownNames.back().empty(), "every known element has its name");
+
+bool endsWith(std::string_view text, std::string_view end) {
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
 
 } // namespace
 
@@ -49,6 +31,7 @@ NameId Names::intern(std::string_view name) {
     const auto id = static_cast<NameId>(texts_.size());
     const std::string& kept = texts_.emplace_back(name);
     ids_.emplace(kept, id);
+    isReference_.push_back(endsWith(name, "-REF") || endsWith(name, "-TREF"));
     return id;
 }
 

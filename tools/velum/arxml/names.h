@@ -5,39 +5,19 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace velum::arxml {
 
 /// Stands for the name of an element; equal names have equal ids within one `Names`.
 using NameId = std::uint32_t;
 
-/// The element names that the reader and the importers ask for, in the order of `Names`'s table.
+/// The element names that the reader and the importers ask for.
 namespace element {
 enum Known : NameId {
-    arPackage,
-    arPackages,
-    autosar,
-    baseIsThisPackage,
-    baseTypeEncoding,
-    baseTypeRef,
-    baseTypeSize,
-    category,
-    elements,
-    implementationDataType,
-    implementationDataTypeRef,
-    isDefault,
-    isGlobal,
-    nativeDeclaration,
-    packageRef,
-    referenceBase,
-    referenceBases,
-    shortLabel,
-    shortName,
-    subElements,
-    swBaseType,
-    swDataDefProps,
-    swDataDefPropsConditional,
-    swDataDefPropsVariants,
+#define VELUM_KNOWN_NAME(identifier, text) identifier,
+#include "arxml/known_names.inc"
+#undef VELUM_KNOWN_NAME
     countOfKnown
 };
 } // namespace element
@@ -55,9 +35,13 @@ public:
     /// Valid as long as this object.
     std::string_view text(NameId id) const { return texts_[id]; }
 
+    /// Whether elements of that name hold the path of another element.
+    bool isReference(NameId id) const { return isReference_[id]; }
+
 private:
     std::deque<std::string> texts_; // a deque, since the keys below point into it
     std::unordered_map<std::string_view, NameId> ids_;
+    std::vector<bool> isReference_;
 };
 
 } // namespace velum::arxml

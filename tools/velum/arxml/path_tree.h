@@ -1,12 +1,13 @@
 #pragma once
 
+#include <boost/unordered/unordered_flat_map.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace velum::arxml {
 
@@ -28,6 +29,9 @@ public:
 
     /// The path that `names` ("B/C") leads to from `from`; none if nothing of that path was read.
     std::optional<PathId> find(PathId from, std::string_view names) const;
+
+    /// Paths from this one on were not entered.
+    PathId end() const { return static_cast<PathId>(nodes_.size()); }
 
     PathId parent(PathId path) const { return nodes_[path].parent; }
     std::string_view name(PathId path) const { return nodes_[path].name; }
@@ -52,7 +56,7 @@ private:
     };
 
     std::deque<Node> nodes_; // a deque, since the keys point into it
-    std::unordered_map<Key, PathId, HashKey> children_;
+    boost::unordered_flat_map<Key, PathId, HashKey> children_;
 };
 
 } // namespace velum::arxml

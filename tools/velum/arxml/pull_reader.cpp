@@ -58,7 +58,10 @@ void PullReader::FreeReader::operator()(_xmlTextReader* reader) const {
     xmlFreeTextReader(reader);
 }
 
-PullReader::PullReader(std::string file, Names& names) : file_(std::move(file)), names_(names) {
+PullReader::PullReader(std::string file,
+                       Names& names,
+                       std::function<void(std::uint64_t)> onProgress)
+    : file_(std::move(file)), names_(names), onProgress_(std::move(onProgress)) {
     std::error_code ignored;
     if (std::filesystem::is_directory(file_, ignored)) {
         throw InputError(file_, "This is a directory, not a file.");
@@ -93,6 +96,9 @@ int PullReader::read(char* buffer, int size) {
         return -1;
     }
     anyByte_ = anyByte_ || count > 0;
+    if (onProgress_) {
+        onProgress_(count);
+    }
     switch (scanner_.scan({buffer, count})) {
     case TagScanner::Refusal::documentType:
         fault_.emplace(file_, scanner_.refusedAt(), "Document type declarations are not read.");
@@ -221,7 +227,7 @@ NameId PullReader::nameOf(const _xmlNode& node) {
         }
         name = entry->second;
     }
-    if (name >= mostNames) {
+    if (name >= element::countOfKnown + mostNames) {
         refuse("There are more than " + std::to_string(mostNames) + " different element names.");
     }
     return name;

@@ -5,7 +5,9 @@
 #include "arxml/position.h"
 #include "arxml/tag_scanner.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,13 +32,15 @@ inline constexpr std::string_view schemaNamespace = "http://autosar.org/schema/r
 /// Every operation raises `InputError` with the place and the cause if the file is at fault.
 class PullReader {
 public:
-    /// The most different element names in one import; the schema has fewer than ten thousand.
+    /// The most different element names in one import, beside those that the importers know; the
+    /// schema has fewer than ten thousand.
     static constexpr std::size_t mostNames = 50'000;
 
     enum class Event { start, end, text, finished };
 
-    /// Opens `file`. `names` must outlive the reader.
-    PullReader(std::string file, Names& names);
+    /// Opens `file`. `names` must outlive the reader. `onProgress` is told the size of each portion
+    /// that is read.
+    PullReader(std::string file, Names& names, std::function<void(std::uint64_t)> onProgress = {});
     ~PullReader();
     PullReader(const PullReader&) = delete;
     PullReader& operator=(const PullReader&) = delete;
@@ -86,6 +90,7 @@ private:
 
     std::string file_;
     Names& names_;
+    std::function<void(std::uint64_t)> onProgress_;
     std::unique_ptr<std::FILE, CloseFile> stream_;
     TagScanner scanner_;
     std::optional<InputError> fault_; // the first one; set from within the parser's callbacks

@@ -1,5 +1,6 @@
 #include "arxml/tag_scanner.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace velum::arxml {
@@ -16,17 +17,42 @@ bool continuesCharacter(char c) {
 } // namespace
 
 TagScanner::Refusal TagScanner::scan(std::string_view bytes) {
-    for (const char c : bytes) {
-        if (!started_) {
-            if (byteOrderMark_ < byteOrderMark.size() && c == byteOrderMark[byteOrderMark_]) {
-                ++byteOrderMark_;
-                continue;
+    std::size_t i = started_ ? 0 : skipByteOrderMark(bytes);
+    while (i < bytes.size()) {
+        if (state_ == State::text) {
+            const std::size_t end = std::min(bytes.find('<', i), bytes.size());
+            pieceSize_ += end - i;
+            if (pieceSize_ > longestPiece) {
+                return Refusal::longPiece;
             }
-            started_ = true;
+            advance(bytes.substr(i, end - i));
+            i = end;
+            if (i == bytes.size()) {
+                break;
+            }
         }
-        if (const Refusal refusal = step(c); refusal != Refusal::none) {
+        if (const Refusal refusal = step(bytes[i]); refusal != Refusal::none) {
             return refusal;
         }
+        advance(bytes.substr(i, 1));
+        ++i;
+    }
+    return Refusal::none;
+}
+
+std::size_t TagScanner::skipByteOrderMark(std::string_view bytes) {
+    std::size_t i = 0;
+    while (i < bytes.size() && byteOrderMark_ < byteOrderMark.size() &&
+           bytes[i] == byteOrderMark[byteOrderMark_]) {
+        ++byteOrderMark_;
+        ++i;
+    }
+    started_ = i < bytes.size();
+    return i;
+}
+
+void TagScanner::advance(std::string_view bytes) {
+    for (const char c : bytes) {
         if (c == '\n') {
             ++here_.line;
             here_.column = 1;
@@ -34,7 +60,6 @@ TagScanner::Refusal TagScanner::scan(std::string_view bytes) {
             ++here_.column;
         }
     }
-    return Refusal::none;
 }
 
 std::optional<Position> TagScanner::takeElement() {

@@ -56,7 +56,9 @@ private:
         characterData,  // after "<![" up to "]]>"
     };
 
+    std::size_t skipByteOrderMark(std::string_view bytes);
     Refusal step(char c);
+    void advance(std::string_view bytes);
     void beginMarkup();
     void beginText();
 

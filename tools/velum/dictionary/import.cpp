@@ -1,69 +1,122 @@
 #include "dictionary/import.h"
 
-#include "arxml/document_reader.h"
-#include "dictionary/base_type_importer.h"
 #include "dictionary/dictionary.h"
-#include "dictionary/implementation_type_importer.h"
+#include "dictionary/type_importer.h"
 
-#include <array>
+#include <algorithm>
 #include <stdexcept>
 
 namespace velum::dictionary {
 
 namespace {
 
-/// Hands each element to the importer of its kind.
-class Importers : public arxml::ElementSink {
+/// The importers of all kinds, put together.
+class Builders {
 public:
-    explicit Importers(const ImportContext& context)
-        : baseTypes_(context), implementationTypes_(context, baseTypes_) {}
+    Builders(const ImportContext& context, const QOB::Model& model)
+        : catalogue_(context),
+          references_(context, catalogue_),
+          objects_(model, context),
+          baseTypes_(context, catalogue_),
+          methods_(context, catalogue_),
+          maps_(catalogue_, references_),
+          planner_(context, references_, baseTypes_, methods_, maps_),
+          units_(context, references_, objects_),
+          methodObjects_(context, methods_, units_, objects_),
+          constraints_(context, methods_, units_, objects_),
+          primitives_(context,
+                      references_,
+                      baseTypes_,
+                      methods_,
+                      units_,
+                      methodObjects_,
+                      constraints_,
+                      objects_),
+          values_(context, references_, objects_),
+          types_(context, references_, planner_, maps_, primitives_, values_, objects_) {}
 
-    bool wants(arxml::NameId name) const override { return find(name) != nullptr; }
-    void take(const arxml::Fragment& fragment) override { find(fragment.name(0))->take(fragment); }
-
-    void build(Dictionary& dictionary) {
-        for (KindImporter* importer : inOrder_) {
-            importer->build(dictionary);
-        }
+    /// Each kind after those that its objects refer to.
+    std::vector<report::ClassCount> build() {
+        primitives_.buildBaseTypes(catalogue_);
+        units_.build(catalogue_);
+        methodObjects_.build(catalogue_);
+        constraints_.build(catalogue_);
+        types_.build(catalogue_);
+        values_.buildConstants(catalogue_);
+        return objects_.counts();
     }
 
 private:
-    KindImporter* find(arxml::NameId name) const {
-        for (KindImporter* importer : inOrder_) {
-            if (importer->kind() == name) {
-                return importer;
+    Catalogue catalogue_;
+    References references_;
+    Objects objects_;
+    BaseTypes baseTypes_;
+    CompuMethods methods_;
+    TypeMaps maps_;
+    TypePlanner planner_;
+    UnitImporter units_;
+    CompuMethodImporter methodObjects_;
+    Constraints constraints_;
+    PrimitiveBuilder primitives_;
+    ValueBuilder values_;
+    TypeImporter types_;
+};
+
+/// Brings what became of the kept elements into the tallies of their files.
+void settle(const ImportContext& context) {
+    context.account.settle();
+    const arxml::ElementStore& store = context.documents.store;
+    for (const arxml::ElementStore::Tree& tree : store.trees()) {
+        report::Tally& tally = context.report.files[tree.file].tally;
+        for (arxml::ElementStore::Index i = tree.first; i < store.at(tree.first).end(); ++i) {
+            const arxml::Element element = store.at(i);
+            if (const auto reason = context.account.reason(i)) {
+                tally.skip(element.name(), *reason, ImportContext::placeOf(element));
+            } else {
+                tally.consume(element.name());
             }
         }
-        return nullptr;
     }
-
-    BaseTypeImporter baseTypes_;
-    ImplementationTypeImporter implementationTypes_;
-    // Base types come last: until then it is open which of them a type uses.
-    std::array<KindImporter*, 2> inOrder_ = {&implementationTypes_, &baseTypes_};
-};
+}
 
 } // namespace
 
-Import::Import(const std::vector<std::string>& files, Dictionary& dictionary) {
-    Importers importers({names_, index_, report_});
-    for (const std::string& file : files) {
-        const auto id = static_cast<arxml::FileId>(report_.files.size());
-        report_.files.push_back({file, {}, {}});
-        arxml::readDocument(file, id, names_, index_, importers, report_.files.back());
-    }
-
-    QOB::Transaction transaction(dictionary.model());
-    importers.build(dictionary);
-    transaction.commit();
-
+Import::Import(std::vector<std::string> files,
+               Dictionary& dictionary,
+               const ImportOptions& options) {
+    std::sort(files.begin(), files.end());
+    files.erase(std::unique(files.begin(), files.end()), files.end());
+    read(files, options.onProgress);
+    build(dictionary, options.isStrict);
     for (report::FileReport& file : report_.files) {
         file.sortFindings();
         if (!file.tally.isBalanced()) {
             throw std::logic_error("The elements of " + file.file + " are not all accounted for.");
         }
     }
-    report_.integers = dictionary.integers();
+}
+
+void Import::read(const std::vector<std::string>& files, const arxml::OnProgress& onProgress) {
+    for (const std::string& file : files) {
+        const auto id = static_cast<arxml::FileId>(report_.files.size());
+        report_.files.push_back({file, {}, {}});
+        arxml::readDocument(file, id, documents_, isWanted, report_.files.back(), onProgress);
+    }
+}
+
+void Import::build(Dictionary& dictionary, bool isStrict) {
+    arxml::Account account(documents_.store);
+    const ImportContext context{documents_, account, report_};
+    QOB::Transaction transaction(dictionary.model());
+    report_.classes = Builders(context, dictionary.model()).build();
+    if (isStrict && report_.hasFaults()) {
+        transaction.rollback();
+        report_.classes.clear();
+        report_.isKept = false;
+    } else {
+        transaction.commit();
+    }
+    settle(context);
 }
 
 } // namespace velum::dictionary

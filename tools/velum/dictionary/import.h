@@ -1,7 +1,7 @@
 #pragma once
 
-#include "arxml/document_index.h"
-#include "arxml/names.h"
+#include "arxml/document_reader.h"
+#include "arxml/documents.h"
 #include "report/report.h"
 
 #include <string>
@@ -11,24 +11,36 @@ namespace velum::dictionary {
 
 class Dictionary;
 
+/// How an import goes about its work.
+struct ImportOptions {
+    bool isStrict = false;          ///< Keep nothing if anything is wrong in the input.
+    arxml::OnProgress onProgress{}; ///< Told what is read; may be empty.
+};
+
 /// One import: what was read, and the report about it.
 class Import {
 public:
-    /// Reads AUTOSAR files and makes objects of what they declare, in one transaction.
+    /// Reads AUTOSAR files and makes objects of what they declare, in one transaction. Files are
+    /// read in the order of their names, so that the order given has no say in what becomes of
+    /// them.
     ///
     /// Raises `arxml::InputError` if a file cannot be read as a whole; the dictionary is as before
     /// then. Everything short of that is in the report.
-    Import(const std::vector<std::string>& files, Dictionary& dictionary);
+    Import(std::vector<std::string> files,
+           Dictionary& dictionary,
+           const ImportOptions& options = {});
 
     const report::Report& report() const { return report_; }
 
     /// What the ids in the report stand for.
-    const arxml::Names& names() const { return names_; }
-    const arxml::PathTree& paths() const { return index_.paths(); }
+    const arxml::Names& names() const { return documents_.names; }
+    const arxml::PathTree& paths() const { return documents_.index.paths(); }
 
 private:
-    arxml::Names names_;
-    arxml::DocumentIndex index_;
+    void read(const std::vector<std::string>& files, const arxml::OnProgress& onProgress);
+    void build(Dictionary& dictionary, bool isStrict);
+
+    arxml::Documents documents_;
     report::Report report_;
 };
 

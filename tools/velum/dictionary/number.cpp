@@ -1,6 +1,9 @@
 #include "dictionary/number.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
+#include <cmath>
 #include <limits>
 #include <system_error>
 
@@ -28,14 +31,57 @@ int takeBase(std::string_view& digits) {
     return isHexadecimal ? 16 : isBinary ? 2 : 8;
 }
 
-} // namespace
-
-WholeNumber readWholeNumber(std::string_view text) {
-    std::string_view digits = trimmed(text);
+bool isNegativeSign(std::string_view& digits) {
     const bool isNegative = !digits.empty() && digits.front() == '-';
     if (!digits.empty() && (digits.front() == '-' || digits.front() == '+')) {
         digits.remove_prefix(1);
     }
+    return isNegative;
+}
+
+bool isDigits(std::string_view text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// Whether the digits, which begin with no zero, are those of the number.
+bool isExact(std::string_view digits, double number) {
+    constexpr std::size_t mostDigits = 320; // of the largest double
+    std::array<char, mostDigits> exact{};
+    const auto [end, error] =
+        std::to_chars(exact.data(), exact.data() + exact.size(), number, std::chars_format::fixed);
+    return error == std::errc() && std::string_view(exact.data(), end) == digits;
+}
+
+std::optional<double> readWord(std::string_view text) {
+    using Limits = std::numeric_limits<double>;
+    if (text == "true") {
+        return 1.0;
+    }
+    if (text == "false") {
+        return 0.0;
+    }
+    if (text == "INF" || text == "+INF") {
+        return Limits::infinity();
+    }
+    if (text == "-INF") {
+        return -Limits::infinity();
+    }
+    if (text == "NaN") {
+        return Limits::quiet_NaN();
+    }
+    return std::nullopt;
+}
+
+RealNumber signedReal(double magnitude, bool isNegative, bool isRounded) {
+    return {isNegative ? -magnitude : magnitude, std::nullopt, isRounded};
+}
+
+} // namespace
+
+WholeNumber readWholeNumber(std::string_view text) {
+    std::string_view digits = trimmed(text);
+    const bool isNegative = isNegativeSign(digits);
     const int base = takeBase(digits);
     std::uint64_t magnitude = 0;
     const char* const end = digits.data() + digits.size();
@@ -50,6 +96,49 @@ WholeNumber readWholeNumber(std::string_view text) {
     }
     const auto value = static_cast<std::int32_t>(magnitude);
     return {isNegative ? -value : value, std::nullopt};
+}
+
+RealNumber readRealNumber(std::string_view text) {
+    std::string_view digits = trimmed(text);
+    if (const auto word = readWord(digits)) {
+        return {word, std::nullopt, false};
+    }
+    const bool isNegative = isNegativeSign(digits);
+    const bool isPrefixed = digits.size() > 1 && digits[0] == '0' &&
+                            (digits[1] == 'x' || digits[1] == 'X' || digits[1] == 'b' ||
+                             digits[1] == 'B' || isDigits(digits));
+    if (isPrefixed) {
+        const int base = takeBase(digits);
+        std::uint64_t magnitude = 0;
+        const char* const end = digits.data() + digits.size();
+        const auto [last, error] = std::from_chars(digits.data(), end, magnitude, base);
+        if (last != end || error == std::errc::invalid_argument) {
+            return {std::nullopt, report::Reason::badNumber};
+        }
+        if (error == std::errc::result_out_of_range) {
+            return {std::nullopt, report::Reason::outOfRange};
+        }
+        const auto number = static_cast<double>(magnitude);
+        return signedReal(number, isNegative, !isExact(std::to_string(magnitude), number));
+    }
+    // The words that the parser would take ("inf", "nan") are not the schema's.
+    const bool isNumber = !digits.empty() && (isDigits(digits.substr(0, 1)) || digits[0] == '.');
+    double number = 0.0;
+    const char* const end = digits.data() + digits.size();
+    const auto [last, error] = std::from_chars(digits.data(), end, number);
+    if (!isNumber || last != end || error == std::errc::invalid_argument) {
+        return {std::nullopt, report::Reason::badNumber};
+    }
+    if (error == std::errc::result_out_of_range) {
+        return {std::nullopt, report::Reason::outOfRange};
+    }
+    return signedReal(number, isNegative, isDigits(digits) && !isExact(digits, number));
+}
+
+std::string numberText(double number) {
+    std::array<char, 32> text{};
+    const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), number);
+    return {text.data(), end};
 }
 
 } // namespace velum::dictionary

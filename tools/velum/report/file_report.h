@@ -15,6 +15,7 @@ struct Finding {
     Place place;
     Reason reason;
     std::string text; ///< A sentence.
+    bool isFault;     ///< Whether the input is wrong here; a note otherwise.
 };
 
 /// What the import of one file came to.
@@ -24,7 +25,12 @@ struct FileReport {
     std::vector<Finding> findings;
 
     void find(const Place& place, Reason reason, std::string text) {
-        findings.push_back({place, reason, std::move(text)});
+        findings.push_back({place, reason, std::move(text), isFault(reason)});
+    }
+
+    /// Something that is no fault of the input whatever its reason.
+    void note(const Place& place, Reason reason, std::string text) {
+        findings.push_back({place, reason, std::move(text), false});
     }
 
     /// Brings the findings into the order of the file.

@@ -45,7 +45,7 @@ Json findings(const FileReport& file, const arxml::PathTree& paths) {
     for (const Finding& finding : file.findings) {
         Json entry = placeIn(finding.place, paths);
         entry["reason"] = code(finding.reason);
-        entry["fault"] = isFault(finding.reason);
+        entry["fault"] = finding.isFault;
         entry["text"] = finding.text;
         list.push_back(std::move(entry));
     }
@@ -55,10 +55,9 @@ Json findings(const FileReport& file, const arxml::PathTree& paths) {
 } // namespace
 
 std::string printJson(const PrintJob& job) {
-    Json integers = Json::array();
-    for (const IntegerRow& row : job.report.integers) {
-        integers.push_back({{"name", row.name}, {"id", row.id}, {"signed", row.isSigned}});
-        integers.back()["length"] = row.length.empty() ? Json() : Json(row.length);
+    Json classes = Json::array();
+    for (const ClassCount& row : job.report.classes) {
+        classes.push_back({{"class", row.metaclass}, {"count", row.count}});
     }
     Json files = Json::array();
     for (const FileReport& file : job.report.files) {
@@ -71,7 +70,8 @@ std::string printJson(const PrintJob& job) {
                          {"skipped", skippedElements(file.tally, job)},
                          {"findings", findings(file, job.paths)}});
     }
-    const Json all = {{"integers", std::move(integers)}, {"files", std::move(files)}};
+    const Json all = {
+        {"kept", job.report.isKept}, {"objects", std::move(classes)}, {"files", std::move(files)}};
     // File names need not be UTF-8; what is not becomes U+FFFD.
     return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

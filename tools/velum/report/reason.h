@@ -7,15 +7,18 @@ namespace velum::report {
 
 /// Why an element, or what it stands for, is not in the model as the file has it.
 enum class Reason : std::uint8_t {
-    noClass,       ///< No object is made of this element.
-    noProperty,    ///< The object exists; it has no place for this detail.
-    dangling,      ///< The target of the reference is not in the files.
-    wrongTarget,   ///< The target is not of the kind that is needed.
-    noName,        ///< An element that needs a SHORT-NAME has none.
-    duplicatePath, ///< An element of the same kind has the same path; the first one counts.
-    badNumber,     ///< The text is no number.
-    outOfRange,    ///< The number is one that the model can't hold.
-    inferred,      ///< A value was missing or unusual and follows from another one.
+    noClass,        ///< No object is made of this element.
+    noProperty,     ///< The object exists; it has no place for this detail.
+    dangling,       ///< The target of the reference is not in the files.
+    wrongTarget,    ///< The target is not of the kind that is needed.
+    noName,         ///< An element that needs a SHORT-NAME has none.
+    duplicatePath,  ///< An element of the same kind has the same path; the first one counts.
+    badNumber,      ///< The text is no number.
+    outOfRange,     ///< The number is one that the model can't hold.
+    inferred,       ///< A value was missing or unusual and follows from another one.
+    duplicateValue, ///< The model's list refuses a value that it holds already.
+    notInvertible,  ///< The coefficients can't be turned into the direction that the model holds.
+    symbolic,       ///< A size is the value of a system constant instead of a number.
 };
 
 /// The word for it in reports.
@@ -39,13 +42,29 @@ constexpr std::string_view code(Reason reason) {
         return "out-of-range";
     case Reason::inferred:
         return "inferred";
+    case Reason::duplicateValue:
+        return "duplicate-value";
+    case Reason::notInvertible:
+        return "not-invertible";
+    case Reason::symbolic:
+        return "symbolic";
     }
     return "";
 }
 
 /// Whether the input is at fault, as opposed to what the model has no place for.
 constexpr bool isFault(Reason reason) {
-    return reason != Reason::noClass && reason != Reason::noProperty && reason != Reason::inferred;
+    switch (reason) {
+    case Reason::dangling:
+    case Reason::wrongTarget:
+    case Reason::noName:
+    case Reason::duplicatePath:
+    case Reason::badNumber:
+    case Reason::outOfRange:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace velum::report

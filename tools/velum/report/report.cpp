@@ -7,7 +7,7 @@ namespace velum::report {
 bool Report::hasFaults() const {
     return std::any_of(files.begin(), files.end(), [](const FileReport& file) {
         return std::any_of(file.findings.begin(), file.findings.end(), [](const Finding& finding) {
-            return isFault(finding.reason);
+            return finding.isFault;
         });
     });
 }

@@ -8,18 +8,17 @@
 
 namespace velum::report {
 
-/// One integer type as the model holds it.
-struct IntegerRow {
-    std::string name;
-    std::int64_t id = 0;
-    bool isSigned = false;
-    std::string length; ///< such as "32|bit"; empty if the file gives no size
+/// How many objects of one metaclass the model holds.
+struct ClassCount {
+    std::string metaclass;
+    std::uint64_t count = 0;
 };
 
 /// What an import came to: what the model holds now and what became of the files' elements.
 struct Report {
-    std::vector<IntegerRow> integers;
+    std::vector<ClassCount> classes; ///< By name.
     std::vector<FileReport> files;
+    bool isKept = true; ///< False if nothing was kept, since something was wrong.
 
     /// Whether any file has a fault, as opposed to elements without a place in the model.
     bool hasFaults() const;

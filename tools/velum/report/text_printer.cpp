@@ -21,17 +21,17 @@ std::string lineAndColumn(const Place& place) {
     return std::to_string(place.position.line) + ":" + std::to_string(place.position.column);
 }
 
-void printIntegers(std::string& text, const Report& report) {
-    Table table({{"name"}, {"id", Table::Align::right}, {"signed"}, {"length"}});
-    for (const IntegerRow& row : report.integers) {
-        table.addRow({inOneLine(row.name),
-                      std::to_string(row.id),
-                      row.isSigned ? "yes" : "no",
-                      row.length.empty() ? "-" : row.length});
+std::uint64_t printClasses(std::string& text, const Report& report) {
+    std::uint64_t total = 0;
+    Table table({{"count", Table::Align::right}, {"class"}});
+    for (const ClassCount& row : report.classes) {
+        table.addRow({std::to_string(row.count), row.metaclass});
+        total += row.count;
     }
     if (!table.empty()) {
         text += table.text() + "\n";
     }
+    return total;
 }
 
 void printFile(std::string& text, const PrintJob& job, const FileReport& file) {
@@ -95,9 +95,11 @@ std::string inOneLine(std::string_view text) {
 
 std::string printText(const PrintJob& job) {
     std::string text;
-    printIntegers(text, job.report);
-    text += counted(job.report.integers.size(), "integer") + " from " +
-            counted(job.report.files.size(), "file") + ".\n";
+    const std::uint64_t total = printClasses(text, job.report);
+    if (!job.report.isKept) {
+        text += "Nothing is kept: something is wrong in the files.\n";
+    }
+    text += counted(total, "object") + " from " + counted(job.report.files.size(), "file") + ".\n";
     for (const FileReport& file : job.report.files) {
         printFile(text, job, file);
     }

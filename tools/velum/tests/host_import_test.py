@@ -8,11 +8,17 @@ import json
 import os
 import pathlib
 import resource
+import select
 import subprocess
 import sys
 import tempfile
 import unittest
 import xml.parsers.expat
+
+try:
+    import pty
+except ImportError:
+    pty = None
 
 PROGRAM = pathlib.Path(sys.argv[1])
 SAMPLES = pathlib.Path(sys.argv[2])
@@ -28,8 +34,8 @@ def run(*arguments, cwd=SAMPLES, **options):
         [PROGRAM, *arguments], cwd=cwd, capture_output=True, timeout=300, check=False, **options)
 
 
-def report(sample):
-    return json.loads(run("import", "--json", sample).stdout)
+def report(*samples):
+    return json.loads(run("import", "--json", *samples).stdout)
 
 
 def elements_of(path):
@@ -43,88 +49,201 @@ def elements_of(path):
     return found
 
 
+def counts(*samples):
+    """How many objects of each class the samples give."""
+    return {row["class"]: row["count"] for row in report(*samples)["objects"]}
+
+
+def show(*arguments):
+    return run("show", *arguments).stdout.decode().splitlines()
+
+
+def imported(elements, *options):
+    """The result of importing a document with one package P that holds the elements."""
+    with Folder() as folder:
+        folder.write(
+            "f.arxml", f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>\n"
+            f"{elements}\n</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
+        return folder.run(*(options or ("import", "--json")), "f.arxml")
+
+
+def findings(result):
+    return [(finding["path"], finding["reason"], finding["text"])
+            for finding in json.loads(result.stdout)["files"][0]["findings"]]
+
+
+def named(tag, name, content=""):
+    return f"<{tag}><SHORT-NAME>{name}</SHORT-NAME>{content}</{tag}>"
+
+
+def properties(content):
+    return ("<SW-DATA-DEF-PROPS><SW-DATA-DEF-PROPS-VARIANTS><SW-DATA-DEF-PROPS-CONDITIONAL>"
+            f"{content}</SW-DATA-DEF-PROPS-CONDITIONAL></SW-DATA-DEF-PROPS-VARIANTS>"
+            "</SW-DATA-DEF-PROPS>")
+
+
 class SampleTest(unittest.TestCase):
-    def test_types_get_their_sign_from_the_encoding(self):
-        integers = report("integer_types.arxml")["integers"]
-        self.assertEqual(
-            [(row["name"], row["signed"], row["length"]) for row in integers],
-            [("Counter", False, "8|bit"), ("Torque", True, "16|bit"),
-             ("TorqueLimit", True, "16|bit"), ("Checksum", True, "16|bit"), ("spare", False, "32|bit")])
-        ids = [row["id"] for row in integers]
-        self.assertEqual(len(set(ids)), len(ids))
+    DICTIONARY = ("platform.arxml", "gearbox.arxml")
 
     def test_every_element_is_consumed_or_skipped(self):
-        for path in sorted(SAMPLES.glob("*.arxml")):
-            with self.subTest(path.name):
-                elements = elements_of(path)
-                counted = collections.Counter(name for name, _, _ in elements)
-                (file,) = report(path.name)["files"]
-                accounted = collections.Counter()
-                for entry in file["consumed"] + file["skipped"]:
-                    self.assertGreater(entry["count"], 0)
-                    accounted[entry["element"]] += entry["count"]
-                self.assertEqual(accounted, counted)
-                self.assertEqual(file["elements"]["met"], len(elements))
-                self.assertEqual(
-                    file["elements"]["consumed"], sum(e["count"] for e in file["consumed"]))
-                self.assertEqual(
-                    file["elements"]["skipped"], sum(e["count"] for e in file["skipped"]))
-                places = set(elements)
-                for entry in file["skipped"]:
-                    first = entry["first"]
-                    self.assertIn((entry["element"], first["line"], first["column"]), places)
+        names = [path.name for path in sorted(SAMPLES.glob("*.arxml"))]
+        for files in [names, *([name] for name in names)]:
+            for name, file in zip(files, report(*files)["files"]):
+                with self.subTest(name):
+                    self.assertEqual(file["file"], name)
+                    elements = elements_of(SAMPLES / name)
+                    counted = collections.Counter(element for element, _, _ in elements)
+                    accounted = collections.Counter()
+                    for entry in file["consumed"] + file["skipped"]:
+                        self.assertGreater(entry["count"], 0)
+                        accounted[entry["element"]] += entry["count"]
+                    self.assertEqual(accounted, counted)
+                    for key in ("consumed", "skipped"):
+                        self.assertEqual(
+                            file["elements"][key], sum(e["count"] for e in file[key]))
+                    self.assertEqual(file["elements"]["met"], len(elements))
+                    places = set(elements)
+                    for entry in file["skipped"]:
+                        first = entry["first"]
+                        self.assertIn((entry["element"], first["line"], first["column"]), places)
 
-    def test_the_table_says_the_same_as_the_json(self):
-        for path in sorted(SAMPLES.glob("*.arxml")):
-            with self.subTest(path.name):
-                lines = run("import", path.name).stdout.decode().splitlines()
-                data = report(path.name)
+    def test_the_text_says_the_same_as_the_json(self):
+        for name in sorted(path.name for path in SAMPLES.glob("*.arxml")):
+            with self.subTest(name):
+                lines = run("import", name).stdout.decode().splitlines()
+                words = [line.split() for line in lines]
+                data = report(name)
+                for row in data["objects"]:
+                    self.assertIn([str(row["count"]), row["class"]], words)
                 (file,) = data["files"]
-                rows = [line.split() for line in lines[1:1 + len(data["integers"])]]
-                self.assertEqual(
-                    rows,
-                    [[row["name"], str(row["id"]), "yes" if row["signed"] else "no",
-                      row["length"] or "-"]
-                     for row in data["integers"]])
                 elements = file["elements"]
                 self.assertIn(
-                    f"{path.name}: {elements['met']} elements, {elements['consumed']} consumed, "
+                    f"{name}: {elements['met']} elements, {elements['consumed']} consumed, "
                     f"{elements['skipped']} skipped.", lines)
                 for entry in file["skipped"]:
                     first = entry["first"]
                     self.assertIn(
                         [str(entry["count"]), entry["element"], entry["reason"],
-                         f"{first['line']}:{first['column']}", first["path"]],
-                        [line.split() for line in lines])
+                         f"{first['line']}:{first['column']}", first["path"]], words)
                 for finding in file["findings"]:
                     self.assertIn(
-                        f"{path.name}:{finding['line']}:{finding['column']}: {finding['reason']}: "
+                        f"{name}:{finding['line']}:{finding['column']}: {finding['reason']}: "
                         f"{finding['path']}: {finding['text']}", lines)
 
-    def test_the_whole_text_of_a_small_report(self):
-        with Folder() as folder:
-            folder.write("small.arxml", f"""{OPENING}
-<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>
-<SW-BASE-TYPE><SHORT-NAME>größe</SHORT-NAME><BASE-TYPE-ENCODING>2C</BASE-TYPE-ENCODING></SW-BASE-TYPE>
-<SW-BASE-TYPE><SHORT-NAME>u</SHORT-NAME><BASE-TYPE-SIZE>8</BASE-TYPE-SIZE></SW-BASE-TYPE>
-</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>""")
-            result = folder.run("import", "small.arxml")
-            first, second = json.loads(
-                folder.run("import", "--json", "small.arxml").stdout)["integers"]
-        width = len(str(second["id"]))
-        ids = [str(row["id"]).rjust(max(width, 2)) for row in (first, second)]
-        self.assertEqual(result.stdout.decode(), f"""\
-name   {'id'.rjust(max(width, 2))}  signed  length
-größe  {ids[0]}  yes     -
-u      {ids[1]}  no      8|bit
+    def test_the_objects_of_a_whole_dictionary(self):
+        self.assertEqual(run("import", *self.DICTIONARY).returncode, 0)
+        self.assertEqual(counts(*self.DICTIONARY), {
+            "ApplicationValueSpecification": 1, "Axis": 10, "Boolean": 2, "Cell": 6,
+            "CompuMethod": 14, "ConstantReference": 1, "ConstantSpecification": 9,
+            "DataConstr": 10, "Dimension": 9, "Enumeration": 2, "EnumerationLiteral": 6,
+            "EnumerationLiteralReference": 3, "FixedPoint": 2, "FloatingPoint": 9, "Integer": 13,
+            "LiteralReal": 8, "LookupTableSpecification": 5, "LookupTableType": 4, "Matrix": 9,
+            "MatrixValueSpecification": 3, "SharedAxisType": 2, "Slot": 3, "StructElement": 16,
+            "Structure": 4, "StructureValueSpecification": 1, "SwBaseType": 14,
+            "SwRecordLayout": 3, "Unit": 9, "VoidPointer": 1})
 
-2 integers from 1 file.
-small.arxml: 11 elements, 11 consumed, 0 skipped.
+    def test_what_the_dictionary_says_is_held(self):
+        lines = show(*self.DICTIONARY)
+        for line in [
+                "/Gearbox/ApplicationTypes/OilTemperature: unsigned 8-bit fixed point -40 + 0.5 x, "
+                "[-40, 215], unit \u00b0C, by Celsius",
+                # Internal limits of an application type go through its method.
+                "/Gearbox/ApplicationTypes/ClutchTorque: signed 16-bit fixed point 0 + 0.125 x, "
+                "[-1000, 1000], unit Nm, by Torque",
+                "/Gearbox/ApplicationTypes/Slip: 32-bit float, (0, 1), unit %, by Same",
+                "/Gearbox/ApplicationTypes/Angle: 64-bit float, [0, 360), unit -",
+                "/Gearbox/ApplicationTypes/Wear: 64-bit float",
+                "/Gearbox/ApplicationTypes/Sensor: unsigned 8-bit integer, unit %, by SensorOrError",
+                "/Gearbox/ApplicationTypes/GearRatios: array [8] of 64-bit float, by Same",
+                "/Gearbox/ApplicationTypes/TorqueGrid: array [3] of ClutchTorques: array [2] of "
+                "ClutchTorque: signed 16-bit fixed point 0 + 0.125 x, [-1000, 1000], unit Nm, "
+                "by Torque",
+                "/Gearbox/CompuMethods/Celsius: computation method, Linear, unit \u00b0C, "
+                "internal = (40 + 1 p) / (0.5)",
+                "/Gearbox/CompuMethods/Period: computation method, RatFunc, unit 1/min, "
+                "internal = (-60000) / (-1 p)",
+                "/Gearbox/CompuMethods/Trimmed: computation method, RatFunc, unit %, "
+                "internal = (1 p) / (1)",
+                "/Gearbox/CompuMethods/Quadratic: computation method, RatFunc, unit %",
+                "/Gearbox/CompuMethods/SensorOrError: computation method, LinearAndTextTable, "
+                "unit %, internal = (1 p) / (0.4)",
+                "/Gearbox/ImplementationTypes/Clutches: array [CLUTCHES] of uint8: "
+                "unsigned 8-bit integer, [0, 255]",
+                "/Gearbox/ImplementationTypes/Grid: array [3 x 4] of cell: signed 16-bit integer",
+                "/Gearbox/ImplementationTypes/GridAlias: array [3 x 4] of cell: "
+                "signed 16-bit integer",
+                "/Gearbox/ImplementationTypes/Buffer: pointer to nothing, CONST",
+                "/Gearbox/Constants/Grid: constant {{0, 1}, {10, 1}}",
+                "/Gearbox/Constants/Frame: constant {id = 7, raw = 16, gear = \"Neutral\"}",
+                "/Gearbox/Constants/Map: constant 3 x 2 {0 1 1 2 2 3} over 3 {1000 2000 3000} "
+                "over 2 {0 100}",
+                "/Platform/Units/DegreeFahrenheit: unit \u00b0F of Temperature, "
+                "K = 255.37222222222223 + 0.5555555555555556 x",
+                "/Platform/Units/RevolutionsPerMinute: unit 1/min of Frequency, "
+                "Hz = 0 + 0.016666666666666666 x",
+                "/Platform/PhysicalDimensions/Torque: dimension L^2 M^1 T^-2",
+                "/Platform/Types/named16: signed 16-bit integer",
+                "/Platform/Types/odd24: unsigned 24-bit integer"]:
+            self.assertIn(line, lines)
 
-small.arxml:4:1: inferred: /P/u: The base type has no encoding; the values are taken as unsigned \
-integers.
-""")
+    def test_one_type_is_shown_with_its_parts(self):
+        folder = "/Gearbox/ImplementationTypes/"
+        frame = [
+            "  id       uint8: unsigned 8-bit integer, [0, 255]",
+            "  raw      unsigned 16-bit integer",
+            "  inner    structure",
+            "    low   sint16: signed 16-bit integer, [-32768, 32767]",
+            "    high  float32: 32-bit float",
+            "  samples  array [5] of uint16: unsigned 16-bit integer",
+            "  table    array [2 x 6] of float32: 32-bit float",
+        ]
+        for name in ("Frame", "FrameAlias"):
+            self.assertEqual(
+                show(*self.DICTIONARY, folder + name), [f"{folder}{name}: structure", *frame])
+        self.assertEqual(
+            show(*self.DICTIONARY, "/Gearbox/ApplicationTypes/ShiftMap"), [
+                "/Gearbox/ApplicationTypes/ShiftMap: MAP of 24 values",
+                "  values: Gear: unsigned 8-bit enumeration of 3, by Gears",
+                "  axis 1: SpeedAxis, 6 points, input InputSpeed: 64-bit float, unit 1/min, "
+                "by Period",
+                "  axis 2: TorqueAxis, 4 points, input ClutchTorque: "
+                "signed 16-bit fixed point 0 + 0.125 x, [-1000, 1000], unit Nm, by Torque",
+                "  record layout: Map"])
+        self.assertEqual(
+            show(*self.DICTIONARY, "/Gearbox/ApplicationTypes/Gear"), [
+                "/Gearbox/ApplicationTypes/Gear: unsigned 8-bit enumeration of 3, by Gears",
+                "  -1 = Reverse", "  0 = Neutral", "  1 = FIRST"])
+        self.assertEqual(
+            show(*self.DICTIONARY, folder + "Frame/inner/low"),
+            [f"{folder}Frame/inner/low: sint16: signed 16-bit integer, [-32768, 32767]"])
+        self.assertEqual(len(show(*self.DICTIONARY, "/Platform/Units")), 9)
+        result = run("show", *self.DICTIONARY, "/Gearbox/None")
+        self.assertEqual((result.returncode, result.stdout), (1, b""))
+        self.assertEqual(
+            result.stderr, b"velum: Nothing in the files has the path (/Gearbox/None).\n")
+
+    def test_checks_of_the_dictionary(self):
+        result = run("check", *self.DICTIONARY)
         self.assertEqual((result.returncode, result.stderr), (0, b""))
+        lines = result.stdout.decode().splitlines()
+        for line in [
+                "/Gearbox/ApplicationTypes/MixedMap: warning: mandatory-property: "
+                "LookupTableType has no SwRecordLayout.",
+                "/Gearbox/CompuMethods/Quadratic: warning: no-coefficients: "
+                "A method of category RatFunc has no coefficients.",
+                "/Gearbox/CompuMethods/Gears: note: mandatory-property: "
+                "CompuMethod has no DisplayFormat."]:
+            self.assertIn(line, lines)
+        issues = json.loads(run("check", "--json", *self.DICTIONARY).stdout)["issues"]
+        self.assertEqual(
+            [f"{i['path']}: {i['severity']}: {i['rule']}: {i['text']}" for i in issues], lines)
+
+    def test_the_order_on_the_command_line_says_nothing(self):
+        names = [path.name for path in SAMPLES.glob("*.arxml")]
+        for command in ("import", "show", "check"):
+            expected = run(command, *sorted(names)).stdout
+            self.assertEqual(run(command, *sorted(names, reverse=True)).stdout, expected)
+            self.assertEqual(run(command, *names, *names).stdout, expected)
 
 
 class FindingTest(unittest.TestCase):
@@ -133,7 +252,7 @@ class FindingTest(unittest.TestCase):
         self.assertEqual(result.returncode, 1)
         self.assertEqual(result.stderr, b"")
         lines = result.stdout.decode().splitlines()
-        self.assertEqual(lines[1].split()[::2], ["Good", "no"])
+        self.assertEqual(counts("faulty_references.arxml"), {"Integer": 1, "SwBaseType": 1})
         self.assertEqual(
             [line.removeprefix("faulty_references.arxml:")
              for line in lines if line.startswith("faulty_references.arxml:") and "skipped." not in line],
@@ -146,9 +265,9 @@ class FindingTest(unittest.TestCase):
                 "51:17: wrong-dest: /Faults/WrongKind: "
                 "The target (/Faults/Good) is no SW-BASE-TYPE.",
                 "62:17: dangling: /Faults/ToNoTarget: "
-                "The type (/Faults/NoTarget) that it refers to has no base type.",
+                "No object is made of the target (/Faults/NoTarget).",
                 "73:17: dangling: /Faults/Left: "
-                "The type (/Faults/Right) that it refers to has no base type.",
+                "No object is made of the target (/Faults/Right).",
                 "84:17: dangling: /Faults/Right: The type references lead back to this type.",
                 "89:9: no-name: /Faults: This IMPLEMENTATION-DATA-TYPE has no SHORT-NAME.",
                 "99:9: duplicate-path: /Faults/Good: "
@@ -158,62 +277,163 @@ class FindingTest(unittest.TestCase):
                 "120:5: no-name: /: This package has no SHORT-NAME.",
             ])
 
-    def test_a_size_that_is_none_is_told_and_left_open(self):
-        sizes = {"a": "eight", "b": "99999999999", "c": "-8", "d": "0x10"}
-        base_types = "".join(
-            f"<SW-BASE-TYPE><SHORT-NAME>{name}</SHORT-NAME><BASE-TYPE-SIZE>{size}</BASE-TYPE-SIZE>"
-            "<BASE-TYPE-ENCODING>NONE</BASE-TYPE-ENCODING></SW-BASE-TYPE>"
-            for name, size in sizes.items())
-        with Folder() as folder:
-            folder.write("sizes.arxml", f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME>"
-                         f"<ELEMENTS>{base_types}</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
-            result = folder.run("import", "--json", "sizes.arxml")
-        data = json.loads(result.stdout)
+    def test_strict_keeps_nothing_of_a_faulty_file(self):
+        result = run("import", "--strict", "faulty_references.arxml", "platform.arxml")
         self.assertEqual(result.returncode, 1)
-        self.assertEqual([row["length"] for row in data["integers"]], [None, None, None, "16|bit"])
-        self.assertEqual(
-            [(finding["path"], finding["reason"], finding["text"])
-             for finding in data["files"][0]["findings"]],
-            [("/P/a", "bad-number", "The size (eight) is no number of bits."),
-             ("/P/b", "out-of-range",
-              "The size (99999999999) is no number of bits that an integer can have."),
-             ("/P/c", "out-of-range",
-              "The size (-8) is no number of bits that an integer can have.")])
+        lines = result.stdout.decode().splitlines()
+        self.assertEqual(lines[0], "Nothing is kept: something is wrong in the files.")
+        data = json.loads(
+            run("import", "--strict", "--json", "faulty_references.arxml").stdout)
+        self.assertEqual((data["kept"], data["objects"]), (False, []))
+        self.assertTrue(report("faulty_references.arxml")["kept"])
 
-    def test_what_has_no_place_is_no_fault(self):
-        self.assertEqual(run("import", "integer_types.arxml").returncode, 0)
-        findings = report("integer_types.arxml")["files"][0]["findings"]
+    def test_numbers_that_are_none_are_told_and_left_open(self):
+        sizes = {"a": "eight", "b": "99999999999", "c": "-8", "d": "0x10"}
+        result = imported("".join(
+            named("SW-BASE-TYPE", name, f"<BASE-TYPE-SIZE>{size}</BASE-TYPE-SIZE>"
+                  "<BASE-TYPE-ENCODING>NONE</BASE-TYPE-ENCODING>")
+            for name, size in sizes.items()))
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(findings(result), [
+            ("/P/a", "bad-number", "The size (eight) is no number of bits."),
+            ("/P/b", "out-of-range",
+             "The size (99999999999) is no number of bits that an integer can have."),
+            ("/P/c", "out-of-range",
+             "The size (-8) is no number of bits that an integer can have.")])
+
+    def test_units_that_cant_be_converted(self):
+        elements = "".join(
+            named("UNIT", name, f"<FACTOR-SI-TO-UNIT>{factor}</FACTOR-SI-TO-UNIT>")
+            for name, factor in {"none": "0", "word": "two", "endless": "INF"}.items())
+        elements += named(
+            "PHYSICAL-DIMENSION", "half", "<TIME-EXP>-2.5</TIME-EXP><MASS-EXP>1</MASS-EXP>")
+        self.assertEqual(findings(imported(elements)), [
+            ("/P/none", "bad-number", "The factor is 0; it is taken as 1 and the offset as 0."),
+            ("/P/word", "bad-number", "The text (two) is no number; it is taken as 1."),
+            ("/P/endless", "bad-number", "The text (INF) is no number; it is taken as 1."),
+            ("/P/half", "out-of-range", "The exponent (-2.5) is no whole number; "
+             "no exponent of the dimension is held.")])
+        self.assertEqual(imported(elements, "show").stdout.decode().splitlines(), [
+            "/P/endless: unit endless", "/P/half: dimension", "/P/none: unit none",
+            "/P/word: unit word"])
+
+    def test_methods_that_cant_be_held(self):
+        def method(name, direction, numerator, denominator):
+            def numbers(values):
+                return "".join(f"<V>{value}</V>" for value in values)
+            return named(
+                "COMPU-METHOD", name, "<CATEGORY>LINEAR</CATEGORY>"
+                f"<{direction}><COMPU-SCALES><COMPU-SCALE><COMPU-RATIONAL-COEFFS>"
+                f"<COMPU-NUMERATOR>{numbers(numerator)}</COMPU-NUMERATOR>"
+                f"<COMPU-DENOMINATOR>{numbers(denominator)}</COMPU-DENOMINATOR>"
+                f"</COMPU-RATIONAL-COEFFS></COMPU-SCALE></COMPU-SCALES></{direction}>")
+        to_physical, to_internal = "COMPU-INTERNAL-TO-PHYS", "COMPU-PHYS-TO-INTERNAL"
+        elements = "".join([
+            method("flat", to_physical, [5, 0], [1]),
+            method("bent", to_physical, [0, 1, 2], [1]),
+            method("equal", to_internal, [1, 2, 1], [3]),
+            method("survives", to_physical, [1, 1], [1]),
+            method("half", to_internal, [1, 2], []),
+            method("zero", to_internal, [1, 2], [0, 0]),
+            method("word", to_internal, [1, "x"], [1])])
+        result = imported(elements)
+        turned = ("The coefficients can't be turned into a function from physical to internal "
+                  "values.")
+        self.assertEqual(findings(result), [
+            ("/P/flat", "not-invertible", turned), ("/P/bent", "not-invertible", turned),
+            ("/P/equal", "duplicate-value",
+             "Two coefficients are equal, which the model can't hold; none is held."),
+            ("/P/half", "bad-number", "There is no denominator."),
+            ("/P/zero", "bad-number", "All coefficients of the denominator are zero."),
+            ("/P/word", "bad-number", "The coefficient (x) is no number.")])
+        lines = imported(elements, "show").stdout.decode().splitlines()
+        self.assertEqual(lines[-3:], [
+            "/P/survives: computation method, Linear, internal = (-1 + 1 p) / (1)",
+            "/P/word: computation method, Linear", "/P/zero: computation method, Linear"])
+
+    def test_literals_beyond_the_models_integers(self):
+        def text(value, word):
+            return (f"<COMPU-SCALE><LOWER-LIMIT>{value}</LOWER-LIMIT>"
+                    f"<UPPER-LIMIT>{value}</UPPER-LIMIT>"
+                    f"<COMPU-CONST><VT>{word}</VT></COMPU-CONST></COMPU-SCALE>")
+        elements = (
+            named("SW-BASE-TYPE", "b", "<BASE-TYPE-SIZE>32</BASE-TYPE-SIZE>"
+                  "<BASE-TYPE-ENCODING>NONE</BASE-TYPE-ENCODING>") +
+            named("COMPU-METHOD", "m", "<CATEGORY>TEXTTABLE</CATEGORY><COMPU-INTERNAL-TO-PHYS>"
+                  "<COMPU-SCALES>" + text("0x7FFFFFFF", "0 = most") + text("0xFFFFFFFF", "beyond") +
+                  text("-2147483648", "reserved") + text("0.5", "half") +
+                  "</COMPU-SCALES></COMPU-INTERNAL-TO-PHYS>") +
+            named("IMPLEMENTATION-DATA-TYPE", "t", "<CATEGORY>VALUE</CATEGORY>" + properties(
+                "<BASE-TYPE-REF>/P/b</BASE-TYPE-REF><COMPU-METHOD-REF>/P/m</COMPU-METHOD-REF>")))
         self.assertEqual(
-            [(f["reason"], f["fault"], f["line"], f["text"]) for f in findings],
-            [("inferred", False, 59, "The type has no category; it is taken as VALUE."),
-             ("inferred", False, 131,
-              "The encoding (uint32) is not a known code; "
-              "the values are taken as unsigned integers.")])
+            [(reason, text) for _, reason, text in findings(imported(elements))],
+            [("out-of-range", f"The value ({value}) is none that a literal can have.")
+             for value in ("0xFFFFFFFF", "-2147483648", "0.5")])
+        self.assertEqual(
+            imported(elements, "show").stdout.decode().splitlines()[-2:],
+            ["/P/t: unsigned 32-bit enumeration of 1, by m", "  2147483647 = 0 = most"])
+
+    def test_one_path_in_two_files(self):
+        def unit(factor):
+            return (f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>"
+                    + named("UNIT", "u", f"<FACTOR-SI-TO-UNIT>{factor}</FACTOR-SI-TO-UNIT>")
+                    + "</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
+        with Folder() as folder:
+            for name, factor in {"a": 2, "b": 2, "c": 4}.items():
+                folder.write(f"{name}.arxml", unit(factor))
+            same = json.loads(folder.run("import", "--json", "b.arxml", "a.arxml").stdout)
+            other = json.loads(folder.run("import", "--json", "c.arxml", "a.arxml").stdout)
+            self.assertEqual(
+                folder.run("show", "c.arxml", "a.arxml").stdout,
+                b"/P/u: unit u, base = 0 + 0.5 x\n")
+        self.assertEqual(same["objects"], [{"class": "Unit", "count": 1}])
+        self.assertEqual([file["elements"]["skipped"] for file in same["files"]], [0, 0])
+        self.assertEqual(other["objects"], [{"class": "Unit", "count": 1}])
+        first, second = other["files"]
+        self.assertEqual(first["findings"], [])
+        self.assertEqual(
+            [(f["reason"], f["text"]) for f in second["findings"]],
+            [("duplicate-path", "Another UNIT of this path stands before; that one counts.")])
+
+    def test_references_in_elements_without_a_class_are_checked_too(self):
+        result = imported(named("I-SIGNAL", "s", "<SYSTEM-SIGNAL-REF>/P/none</SYSTEM-SIGNAL-REF>"
+                                "<OTHER-REF>/P/s</OTHER-REF>"))
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(
+            findings(result), [("/P/s", "dangling", "The target (/P/none) is not in the files.")])
+
+    def test_a_shared_axis_without_an_axis_is_left_out(self):
+        def axis(content):
+            return properties(
+                f"<SW-CALPRM-AXIS-SET><SW-CALPRM-AXIS><SW-AXIS-INDEX>1</SW-AXIS-INDEX>{content}"
+                "</SW-CALPRM-AXIS></SW-CALPRM-AXIS-SET>")
+        def table(name, target):
+            return named(
+                "APPLICATION-PRIMITIVE-DATA-TYPE", name, "<CATEGORY>MAP</CATEGORY>" + axis(
+                    "<SW-AXIS-GROUPED><SHARED-AXIS-TYPE-REF DEST=\"APPLICATION-PRIMITIVE-DATA-TYPE\">"
+                    f"{target}</SHARED-AXIS-TYPE-REF></SW-AXIS-GROUPED>"))
+        result = imported(
+            named("APPLICATION-PRIMITIVE-DATA-TYPE", "empty", "<CATEGORY>COM_AXIS</CATEGORY>") +
+            table("t", "/P/empty") + table("u", "/P/none"))
+        self.assertEqual(findings(result), [
+            ("/P/t", "wrong-dest", "By its axes the table is a CURVE, not a MAP."),
+            ("/P/t", "dangling", "The shared axis (/P/empty) has no axis."),
+            ("/P/u", "wrong-dest", "By its axes the table is a CURVE, not a MAP."),
+            ("/P/u", "dangling", "The target (/P/none) is not in the files.")])
 
     def test_a_long_chain_of_type_references_is_followed_once(self):
         count = 20_000
         types = "".join(
-            f"<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>T{i}</SHORT-NAME>"
-            "<CATEGORY>TYPE_REFERENCE</CATEGORY><SW-DATA-DEF-PROPS><SW-DATA-DEF-PROPS-VARIANTS>"
-            "<SW-DATA-DEF-PROPS-CONDITIONAL>"
-            f"<IMPLEMENTATION-DATA-TYPE-REF>/P/T{i + 1}</IMPLEMENTATION-DATA-TYPE-REF>"
-            "</SW-DATA-DEF-PROPS-CONDITIONAL></SW-DATA-DEF-PROPS-VARIANTS></SW-DATA-DEF-PROPS>"
-            "</IMPLEMENTATION-DATA-TYPE>" for i in range(count))
-        last = (f"<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>T{count}</SHORT-NAME><SW-DATA-DEF-PROPS>"
-                "<SW-DATA-DEF-PROPS-VARIANTS><SW-DATA-DEF-PROPS-CONDITIONAL>"
-                "<BASE-TYPE-REF>/P/b</BASE-TYPE-REF></SW-DATA-DEF-PROPS-CONDITIONAL>"
-                "</SW-DATA-DEF-PROPS-VARIANTS></SW-DATA-DEF-PROPS></IMPLEMENTATION-DATA-TYPE>"
-                "<SW-BASE-TYPE><SHORT-NAME>b</SHORT-NAME>"
-                "<BASE-TYPE-ENCODING>SM</BASE-TYPE-ENCODING></SW-BASE-TYPE>")
-        with Folder() as folder:
-            folder.write(
-                "chain.arxml",
-                f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>"
-                f"{types}{last}</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
-            result = folder.run("import", "--json", "chain.arxml")
-        integers = json.loads(result.stdout)["integers"]
-        self.assertEqual(len(integers), count + 1)
-        self.assertTrue(all(row["signed"] for row in integers))
+            named("IMPLEMENTATION-DATA-TYPE", f"T{i}", "<CATEGORY>TYPE_REFERENCE</CATEGORY>" +
+                  properties(f"<IMPLEMENTATION-DATA-TYPE-REF>/P/T{i + 1}"
+                             "</IMPLEMENTATION-DATA-TYPE-REF>")) for i in range(count))
+        result = imported(
+            types + named("IMPLEMENTATION-DATA-TYPE", f"T{count}",
+                          properties("<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>")) +
+            named("SW-BASE-TYPE", "b", "<BASE-TYPE-ENCODING>SM</BASE-TYPE-ENCODING>"))
+        self.assertEqual(
+            json.loads(result.stdout)["objects"],
+            [{"class": "Integer", "count": count + 1}, {"class": "SwBaseType", "count": 1}])
 
 
 class RefusalTest(unittest.TestCase):
@@ -280,11 +500,11 @@ class RefusalTest(unittest.TestCase):
         self.check("<html/>", "f.arxml:1:1: The root element (html) is not AUTOSAR.")
         self.check(
             "<!-- c -->\n <AUTOSAR xmlns='http://autosar.org/3.2.3'/>",
-            "f.arxml:2:2: The namespace (http://autosar.org/3.2.3) of the root element is not "
+            "f.arxml:2:2: unsupported-schema: The namespace (http://autosar.org/3.2.3) of the root element is not "
             "http://autosar.org/schema/r4.0.")
         self.check(
             "<AUTOSAR/>",
-            "f.arxml:1:1: The namespace () of the root element is not "
+            "f.arxml:1:1: unsupported-schema: The namespace () of the root element is not "
             "http://autosar.org/schema/r4.0.")
 
     def test_a_fault_at_the_very_end_leaves_nothing(self):
@@ -307,7 +527,7 @@ class RefusalTest(unittest.TestCase):
         names = "".join(f"<N{i}/>\n" for i in range(60_000))
         self.check(
             f"{OPENING}\n{names}</AUTOSAR>",
-            "f.arxml:49978:1: There are more than 50000 different element names.")
+            "f.arxml:50002:1: There are more than 50000 different element names.")
         many = " ".join(f"a{i}='1'" for i in range(1_001))
         self.check(
             f"{OPENING}\n<A {many}/></AUTOSAR>",
@@ -378,9 +598,52 @@ class CommandLineTest(unittest.TestCase):
         self.assertEqual((result.returncode, result.stderr), (0, b""))
         self.assertRegex(result.stdout.decode(), r"\Avelum \d+\.\d+\.\d+\.\d+\n\Z")
 
+    def test_the_tree_of_metaclasses(self):
+        result = run("classes")
+        self.assertEqual((result.returncode, result.stderr), (0, b""))
+        lines = result.stdout.decode().splitlines()
+        self.assertEqual(lines[0], "Element (abstract)")
+        real = lines.index("            Real (abstract)")
+        self.assertEqual(
+            lines[real - 1:real + 6],
+            ["          PrimitiveType (abstract)", "            Real (abstract)",
+             "              Boolean", "              Enumeration", "              FixedPoint",
+             "              FloatingPoint", "              Integer"])
+        self.assertIn(b"- Length 1..1\n", run("classes", "--properties").stdout)
+
+    @unittest.skipIf(pty is None, "needs a pseudo-terminal")
+    def test_progress_is_told_at_a_terminal_when_it_takes_long(self):
+        with Folder() as folder:
+            os.mkfifo(folder.path / "slow.arxml")
+            main, terminal = pty.openpty()
+            process = subprocess.Popen(
+                [PROGRAM, "import", "slow.arxml"], cwd=folder.path, stdout=subprocess.PIPE,
+                stderr=terminal)
+            os.close(terminal)
+            with open(folder.path / "slow.arxml", "w", encoding="utf-8") as pipe:
+                pipe.write(OPENING)
+                # Feed it slowly until it has something to tell.
+                while not select.select([main], [], [], 0.1)[0]:
+                    pipe.write("<!-- " + "x" * 100_000 + " -->")
+                    pipe.flush()
+                pipe.write("</AUTOSAR>")
+            out = process.stdout.read()
+            process.stdout.close()
+            self.assertEqual(process.wait(), 0)
+            said = b""
+            try:
+                while portion := os.read(main, 10_000):
+                    said += portion
+            except OSError:
+                pass  # how Linux tells that the other end is closed
+            os.close(main)
+        self.assertRegex(said, rb"\A\r\x1b\[Kvelum: \d+ MB read")
+        self.assertTrue(said.endswith(b"\r\x1b[K"))
+        self.assertIn(b"1 element,", out)
+
     def test_wrong_usage(self):
-        for arguments in [[], ["import"], ["export", "a"], ["import", "--yaml", "a"],
-                          ["import", "a", "b"]]:
+        for arguments in [[], ["import"], ["show"], ["check"], ["classes", "a"], ["export", "a"],
+                          ["import", "--yaml", "a"]]:
             with self.subTest(arguments):
                 result = run(*arguments)
                 self.assertEqual(result.returncode, 2)

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace velum::arxml {
 
@@ -23,8 +25,8 @@ protected:
     void addBase(PathId package,
                  const std::string& label,
                  bool isDefault,
-                 const std::string& target,
-                 const std::optional<std::string>& base = std::nullopt) {
+                 std::string_view target,
+                 std::optional<std::string_view> base = std::nullopt) {
         DocumentIndex::ReferenceBase added;
         added.label = label;
         added.isDefault = isDefault;
@@ -33,9 +35,8 @@ protected:
         index.addBase(package, added);
     }
 
-    std::string resolve(const std::string& target,
-                        const std::optional<std::string>& base,
-                        PathId package) const {
+    std::string
+    resolve(std::string_view target, std::optional<std::string_view> base, PathId package) const {
         const auto [path, hasBase] = index.resolve({target, base, package});
         if (!hasBase) {
             return "no base";

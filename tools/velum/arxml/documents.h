@@ -1,0 +1,31 @@
+#pragma once
+
+#include "arxml/document_index.h"
+#include "arxml/element_store.h"
+#include "arxml/names.h"
+#include "arxml/position.h"
+#include "arxml/text_arena.h"
+
+#include <vector>
+
+namespace velum::arxml {
+
+/// A reference in an element that nobody wants: all that is asked of it is whether it leads
+/// somewhere. Its texts are in the documents' arena.
+struct LooseReference {
+    FileId file;
+    Position position;
+    PathId path; ///< Of the nearest element with a name.
+    Reference reference;
+};
+
+/// Everything that is known of the files of one import.
+struct Documents {
+    Names names;
+    DocumentIndex index;
+    ElementStore store;
+    std::vector<LooseReference> looseReferences;
+    TextArena texts;
+};
+
+} // namespace velum::arxml

@@ -1,0 +1,29 @@
+#include "commands/import_command.h"
+
+#include "commands/exit_code.h"
+#include "commands/load.h"
+#include "commands/output.h"
+#include "dictionary/dictionary.h"
+#include "report/printers.h"
+
+namespace velum::commands {
+
+void ImportCommand::addTo(CLI::App& app) {
+    CLI::App* const command = app.add_subcommand(
+        "import", "Read AUTOSAR R4 files and report what became of everything in them");
+    command->add_option("FILE", files_, "The files to read (.arxml)")->required();
+    command->add_flag("--json", isJson_, "Print the report as JSON");
+    command->add_flag("--strict", isStrict_, "Keep nothing if anything is wrong in the files");
+}
+
+int ImportCommand::run() const {
+    dictionary::Dictionary dictionary;
+    const dictionary::Import import = load(files_, dictionary, isStrict_);
+    const report::PrintJob job{import.report(), import.names(), import.paths()};
+    if (!print(isJson_ ? report::printJson(job) : report::printText(job))) {
+        return failed;
+    }
+    return import.report().hasFaults() ? inputAtFault : done;
+}
+
+} // namespace velum::commands

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace velum::commands {
+
+/// `velum import`: reads files and reports what became of everything in them.
+class ImportCommand {
+public:
+    void addTo(CLI::App& app);
+    int run() const;
+
+private:
+    std::vector<std::string> files_;
+    bool isJson_ = false;
+    bool isStrict_ = false;
+};
+
+} // namespace velum::commands

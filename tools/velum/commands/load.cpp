@@ -1,0 +1,33 @@
+#include "commands/load.h"
+
+#include "report/progress.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace velum::commands {
+
+namespace {
+
+std::uint64_t sizeOf(const std::vector<std::string>& files) {
+    std::uint64_t total = 0;
+    for (const std::string& file : files) {
+        std::error_code unknown;
+        const std::uintmax_t size = std::filesystem::file_size(file, unknown);
+        total += unknown ? 0 : size;
+    }
+    return total;
+}
+
+} // namespace
+
+dictionary::Import
+load(const std::vector<std::string>& files, dictionary::Dictionary& dictionary, bool isStrict) {
+    report::Progress progress(sizeOf(files));
+    dictionary::ImportOptions options;
+    options.isStrict = isStrict;
+    options.onProgress = [&progress](std::uint64_t bytes) { progress.advance(bytes); };
+    return {files, dictionary, options};
+}
+
+} // namespace velum::commands

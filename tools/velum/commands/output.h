@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+namespace velum::commands {
+
+/// Prints a text on the standard output; false, with a word on the standard error, if that fails.
+bool print(const std::string& text);
+
+} // namespace velum::commands

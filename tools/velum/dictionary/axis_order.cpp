@@ -1,0 +1,44 @@
+#include "dictionary/axis_order.h"
+
+#include "dictionary/number.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+namespace velum::dictionary {
+
+namespace element = arxml::element;
+using arxml::Element;
+
+std::vector<Element> inAxisOrder(const ImportContext& context, Element set, arxml::NameId name) {
+    std::vector<std::pair<std::int32_t, Element>> axes;
+    for (const Element axis : set.children()) {
+        if (!axis.is(name)) {
+            continue;
+        }
+        std::int32_t place = std::numeric_limits<std::int32_t>::max();
+        if (const Element index = axis.child(element::swAxisIndex)) {
+            const WholeNumber number = readWholeNumber(index.text());
+            if (number.value) {
+                place = *number.value;
+                context.account.consume(index);
+            } else {
+                context.refuse(index,
+                               *number.fault,
+                               "The axis index " + quoted(index.text()) + " is no whole number.");
+            }
+        }
+        axes.emplace_back(place, axis);
+    }
+    std::stable_sort(
+        axes.begin(), axes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<Element> ordered;
+    ordered.reserve(axes.size());
+    for (const auto& [place, axis] : axes) {
+        ordered.push_back(axis);
+    }
+    return ordered;
+}
+
+} // namespace velum::dictionary

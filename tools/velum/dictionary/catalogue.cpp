@@ -1,0 +1,85 @@
+#include "dictionary/catalogue.h"
+
+#include <algorithm>
+#include <array>
+
+namespace velum::dictionary {
+
+namespace element = arxml::element;
+using arxml::Element;
+using report::Reason;
+
+namespace {
+
+constexpr std::array wantedKinds = {element::applicationArrayDataType,
+                                    element::applicationPrimitiveDataType,
+                                    element::applicationRecordDataType,
+                                    element::compuMethod,
+                                    element::constantSpecification,
+                                    element::dataConstr,
+                                    element::dataTypeMappingSet,
+                                    element::implementationDataType,
+                                    element::physicalDimension,
+                                    element::swBaseType,
+                                    element::swRecordLayout,
+                                    element::unit};
+
+/// What a reference base says is taken by the reader; that everything of a kind lies in it
+/// (IS-GLOBAL) says nothing about a reference that names it.
+void accountForBases(const ImportContext& context, Element bases) {
+    for (const Element base : bases.children()) {
+        for (const Element part : base.children()) {
+            const bool isTaken =
+                part.is(element::shortLabel) || part.is(element::isDefault) ||
+                part.is(element::baseIsThisPackage) || part.is(element::packageRef) ||
+                (part.is(element::isGlobal) && part.text() != "true" && part.text() != "1");
+            if (base.is(element::referenceBase) && isTaken) {
+                context.account.consume(part);
+            }
+        }
+    }
+    context.account.consume(bases);
+}
+
+} // namespace
+
+bool isWanted(arxml::NameId name) {
+    return std::find(wantedKinds.begin(), wantedKinds.end(), name) != wantedKinds.end();
+}
+
+Catalogue::Catalogue(const ImportContext& context)
+    : byKind_(element::countOfKnown), byPath_(context.documents.index.paths().end()) {
+    const arxml::ElementStore& store = context.documents.store;
+    for (const arxml::ElementStore::Tree& tree : store.trees()) {
+        const Element outermost = store.at(tree.first);
+        if (outermost.is(element::referenceBases)) {
+            accountForBases(context, outermost);
+        } else {
+            admit(context, outermost);
+        }
+    }
+}
+
+void Catalogue::admit(const ImportContext& context, Element element) {
+    const std::string kind(context.kind(element));
+    if (element.child(element::shortName).text().empty()) {
+        context.refuse(element, Reason::noName, "This " + kind + " has no SHORT-NAME.");
+        return;
+    }
+    Element& first = byPath_[element.path()];
+    if (!first) {
+        first = element;
+        byKind_[element.name()].push_back(element);
+        return;
+    }
+    if (haveEqualContent(context.documents.store, first, element)) {
+        context.account.shareFate(element, first);
+        return;
+    }
+    context.refuse(element,
+                   Reason::duplicatePath,
+                   "Another " + std::string(context.kind(first)) +
+                       " of this path stands before; that one counts.");
+}
+
+} // namespace velum::dictionary

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "dictionary/import_context.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace velum::dictionary {
+
+/// Whether elements of that name, directly in a package, can become objects or tell about some.
+bool isWanted(arxml::NameId name);
+
+/// The elements that objects are made of, by kind and by path.
+///
+/// One path stands for one element. Where several have it, the first counts; those that say the
+/// same share its fate, any other is reported and skipped, as is an element without a name.
+class Catalogue {
+public:
+    explicit Catalogue(const ImportContext& context);
+
+    /// In the order of the files.
+    const std::vector<arxml::Element>& ofKind(arxml::NameId kind) const { return byKind_[kind]; }
+
+    /// The element at a path; empty if none is kept there.
+    arxml::Element find(arxml::PathId path) const { return byPath_[path]; }
+
+private:
+    void admit(const ImportContext& context, arxml::Element element);
+
+    std::vector<std::vector<arxml::Element>> byKind_; // by name
+    std::vector<arxml::Element> byPath_;
+};
+
+} // namespace velum::dictionary

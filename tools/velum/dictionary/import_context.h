@@ -1,0 +1,55 @@
+#pragma once
+
+#include "arxml/account.h"
+#include "arxml/documents.h"
+#include "report/report.h"
+
+#include <string>
+#include <utility>
+
+namespace velum::dictionary {
+
+/// What everybody works with during one import: what was read, what becomes of it, and the report.
+struct ImportContext {
+    arxml::Documents& documents;
+    arxml::Account& account;
+    report::Report& report;
+
+    report::FileReport& fileOf(arxml::Element element) const {
+        return report.files[element.file()];
+    }
+    static report::Place placeOf(arxml::Element element) {
+        return {element.position(), element.path()};
+    }
+
+    /// Reports something at an element; whether it is a fault follows from the reason.
+    void find(arxml::Element element, report::Reason reason, std::string text) const {
+        fileOf(element).find(placeOf(element), reason, std::move(text));
+    }
+    /// Reports something that is no fault.
+    void note(arxml::Element element, report::Reason reason, std::string text) const {
+        fileOf(element).note(placeOf(element), reason, std::move(text));
+    }
+    /// Reports something at an element and skips the element for it.
+    void refuse(arxml::Element element, report::Reason reason, std::string text) const {
+        find(element, reason, std::move(text));
+        account.skip(element, reason);
+    }
+
+    std::string path(arxml::Element element) const {
+        return documents.index.paths().text(element.path());
+    }
+    std::string_view kind(arxml::Element element) const {
+        return documents.names.text(element.name());
+    }
+};
+
+/// "(text)", as messages quote what a file says.
+inline std::string quoted(std::string_view text) {
+    std::string quoted = "(";
+    quoted += text;
+    quoted += ')';
+    return quoted;
+}
+
+} // namespace velum::dictionary

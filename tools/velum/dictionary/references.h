@@ -1,0 +1,40 @@
+#pragma once
+
+#include "dictionary/catalogue.h"
+#include "dictionary/import_context.h"
+
+#include <initializer_list>
+#include <vector>
+
+namespace velum::dictionary {
+
+/// Finds what references lead to, and reports those that lead nowhere.
+class References {
+public:
+    /// Reports every reference of the files whose target is not in them, once.
+    References(const ImportContext& context, const Catalogue& catalogue);
+
+    /// The element that a reference leads to, of one of the wanted kinds. Empty, with the reference
+    /// skipped, if there is none; a target of another kind than wanted, or than the reference
+    /// itself says, is reported.
+    arxml::Element target(arxml::Element reference, std::initializer_list<arxml::NameId> wanted);
+
+    /// Reports that a reference leads to an element of which no object was made, and skips it.
+    void reportNoObject(arxml::Element reference, arxml::Element target) const;
+
+private:
+    static constexpr arxml::PathId nowhere = static_cast<arxml::PathId>(-1);
+    static constexpr arxml::PathId refused = static_cast<arxml::PathId>(-2);
+
+    void checkLoose() const;
+    bool isAccepted(arxml::Element reference,
+                    arxml::Element target,
+                    std::initializer_list<arxml::NameId> wanted) const;
+
+    ImportContext context_;
+    const Catalogue& catalogue_;
+    std::vector<arxml::PathId> paths_; // by element: where it leads if it is a reference
+    std::vector<bool> isJudged_;       // by element: its target was looked at and reported on
+};
+
+} // namespace velum::dictionary

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+#include <velum_types/types.h>
+
+namespace velum::model {
+
+/// One metaclass as the library's own tables describe it.
+struct Metaclass {
+    std::string_view name; ///< Without its package.
+    const QOB::IntrospectiveMethods* record;
+    unsigned propertyCount; ///< Of those that it declares itself.
+    bool isAbstract;
+    bool isOfTypes; ///< Of the types package; of the base metamodel otherwise.
+};
+
+/// All metaclasses of the types package and those of the base metamodel that they derive from.
+const std::vector<Metaclass>& metaclasses();
+
+/// The one of a record, or of a class name with or without its package; null if there is none.
+const Metaclass* findMetaclass(const QOB::IntrospectiveMethods* record);
+const Metaclass* findMetaclass(std::string_view name);
+
+/// The direct supers that are among the metaclasses.
+std::vector<const Metaclass*> supersOf(const Metaclass& metaclass);
+
+/// The properties that a class declares itself, by id.
+std::vector<const QOB::MetaPropertyDescription*> propertiesOf(const Metaclass& metaclass);
+
+/// The name of a class without its package.
+std::string_view shortName(std::string_view dottedName);
+
+} // namespace velum::model

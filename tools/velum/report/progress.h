@@ -1,0 +1,34 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+
+namespace velum::report {
+
+/// Tells a person at a terminal how far a long import is, on the standard error. Silent for the
+/// first second, and always where that is no terminal.
+class Progress {
+public:
+    /// `total` is the size of all files in bytes, 0 if it is unknown.
+    explicit Progress(std::uint64_t total);
+    /// Wipes the line.
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    /// So many more bytes were read.
+    void advance(std::uint64_t bytes);
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    void print();
+
+    std::uint64_t total_;
+    std::uint64_t done_ = 0;
+    bool isTerminal_;
+    bool isShown_ = false;
+    Clock::time_point next_; // when the line is due again
+};
+
+} // namespace velum::report

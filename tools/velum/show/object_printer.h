@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+#include <velum_types/types.h>
+
+namespace velum::show {
+
+/// One object as a person wants to read it: a line, and below it, indented, its parts.
+std::string objectText(const QOB::ClassObject& object);
+
+} // namespace velum::show

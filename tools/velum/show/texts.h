@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <velum_types/types.h>
+
+namespace velum::show {
+
+namespace types = Zorvane::metamodel::types;
+namespace foundation = Zorvane::metamodel::foundation;
+
+/// The name of an object; empty if it has none.
+std::string nameOf(const foundation::NamedElement& element);
+
+/// "unsigned 8-bit integer", with range, unit and computation method; without the parts of a type
+/// that has some.
+std::string typeText(const foundation::ValueType& type);
+
+/// The same with the name of the type before it, as where it is used.
+std::string usedTypeText(const foundation::ValueType& type);
+
+/// The symbol of a unit, or else its name.
+std::string unitText(const types::Unit& unit);
+
+/// What a method computes.
+std::string methodText(const types::CompuMethod& method);
+
+/// A value specification in one line.
+std::string valueText(const foundation::ValueSpecification& value);
+
+/// "3 x 4"; "?" for a size that is unknown, the constant's name for a symbolic one.
+std::string dimensionsText(const types::Matrix& matrix);
+
+} // namespace velum::show
