@@ -1,0 +1,66 @@
+"""Measures the import of documents of 1, 10 and 100 MB.
+
+usage: import_bench.py PROGRAM SAMPLE...
+
+A document is made by repeating the samples, each time in another package, with their references
+led there. Prints processor time (other load on the machine doesn't count), throughput and peak memory beside
+the size; both ratios should stay the same while the size grows.
+"""
+
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+SIZES_MB = (1, 10, 100)
+
+
+def packages_of(path):
+    """What is in the outermost AR-PACKAGES of a document."""
+    text = pathlib.Path(path).read_text(encoding="utf-8")
+    start = text.index("<AR-PACKAGES>") + len("<AR-PACKAGES>")
+    return text[start:text.rindex("</AR-PACKAGES>")]
+
+
+def write_document(path, packages, size):
+    """Writes copies of the packages, in packages of their own, until the size is reached."""
+    with open(path, "w", encoding="utf-8") as file:
+        file.write('<AUTOSAR xmlns="http://autosar.org/schema/r4.0"><AR-PACKAGES>')
+        copy = 0
+        while file.tell() < size:
+            moved = re.sub(">/(?=[A-Za-z])", f">/Copy{copy}/", packages)
+            file.write(f"<AR-PACKAGE><SHORT-NAME>Copy{copy}</SHORT-NAME><AR-PACKAGES>{moved}"
+                       "</AR-PACKAGES></AR-PACKAGE>\n")
+            copy += 1
+        file.write("</AR-PACKAGES></AUTOSAR>\n")
+
+
+def measure(program, path):
+    """Seconds of processor time and bytes of peak memory of one import."""
+    process = subprocess.Popen([program, "import", path], stdout=subprocess.DEVNULL)
+    _, status, usage = os.wait4(process.pid, 0)
+    process.returncode = os.waitstatus_to_exitcode(status)
+    if process.returncode != 0:
+        sys.exit(f"{program} import {path} ended with {process.returncode}")
+    return usage.ru_utime + usage.ru_stime, usage.ru_maxrss * 1024
+
+
+def main(program, samples):
+    packages = "".join(packages_of(sample) for sample in samples)
+    print(f"{'document':>8}  {'seconds':>7}  {'MB/s':>5}  {'memory':>7}  memory/size")
+    with tempfile.TemporaryDirectory() as folder:
+        for megabytes in SIZES_MB:
+            path = os.path.join(folder, f"{megabytes}.arxml")
+            write_document(path, packages, megabytes * 1_000_000)
+            size = os.path.getsize(path)
+            seconds, memory = min(measure(program, path) for _ in range(3))
+            print(f"{megabytes:>5} MB  {seconds:7.2f}  {size / 1e6 / seconds:5.1f}  "
+                  f"{memory / 1e6:4.0f} MB  {memory / size:.1f}")
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 3:
+        sys.exit(__doc__)
+    main(sys.argv[1], sys.argv[2:])
