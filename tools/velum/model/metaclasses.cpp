@@ -1,7 +1,9 @@
 #include "model/metaclasses.h"
 
-#include <type_traits>
+#include <algorithm>
 #include <unordered_map>
+#include <velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationintrospection.h>
+#include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypesintrospection.h>
 
 namespace velum::model {
 
@@ -10,79 +12,40 @@ namespace foundation = Zorvane::metamodel::foundation;
 
 namespace {
 
-template <class Handle>
-concept HasCreator = requires(const QOB::Model& model) {
-    Handle::create(model);
-};
-
-template <class Handle>
-Metaclass row(std::string_view name, unsigned properties, bool isOfTypes) {
-    return {name,
-            &Handle::Interface::sIntrospectiveMethods,
-            properties,
-            !HasCreator<Handle> && !std::is_same_v<Handle, types::Factory>, // made with its model
-            isOfTypes};
-}
-
-template <class Handle>
-Metaclass ofTypes(std::string_view name, unsigned properties) {
-    return row<Handle>(name, properties, true);
-}
-
-template <class Handle>
-Metaclass ofFoundation(std::string_view name, unsigned properties) {
-    return row<Handle>(name, properties, false);
+/// The classes of a package; its data types are in the same table.
+void addClasses(const QOB::PackageIntrospectiveMethods& package,
+                bool isOfTypes,
+                std::vector<Metaclass>& classes) {
+    for (unsigned index = 0; index < package.count; ++index) {
+        const QOB::IntrospectiveMethods* const record = package.classes[index];
+        if (record == nullptr || record->meta == nullptr) {
+            continue;
+        }
+        const QOB::ImmutableClass live(
+            QOB::ImmutableType(record->meta, record->meta->getRootDeviant()));
+        if (live.isValid()) {
+            classes.push_back({std::string(live.getName()),
+                               record,
+                               static_cast<unsigned>(live.getOwnedAttributes().size()),
+                               live.isAbstract() == QOB::Boolean(true),
+                               isOfTypes});
+        }
+    }
 }
 
 } // namespace
 
 const std::vector<Metaclass>& metaclasses() {
-    // A record tells neither the name of its class nor how many properties its table has.
-    static const std::vector<Metaclass> all = {
-        ofFoundation<foundation::Element>("Element", 3),
-        ofFoundation<foundation::NamedElement>("NamedElement", 4),
-        ofFoundation<foundation::Namespace>("Namespace", 3),
-        ofFoundation<foundation::PackageableElement>("PackageableElement", 0),
-        ofFoundation<foundation::Type>("Type", 0),
-        ofFoundation<foundation::TypedElement>("TypedElement", 2),
-        ofFoundation<foundation::ValueType>("ValueType", 1),
-        ofFoundation<foundation::ValueSpecification>("ValueSpecification", 0),
-        ofTypes<types::ApplicationValueSpecification>("ApplicationValueSpecification", 2),
-        ofTypes<types::Axis>("Axis", 4),
-        ofTypes<types::Boolean>("Boolean", 4),
-        ofTypes<types::Cell>("Cell", 1),
-        ofTypes<types::Complex>("Complex", 2),
-        ofTypes<types::CompositeSpecification>("CompositeSpecification", 1),
-        ofTypes<types::CompuMethod>("CompuMethod", 6),
-        ofTypes<types::ConstantReference>("ConstantReference", 1),
-        ofTypes<types::ConstantSpecification>("ConstantSpecification", 2),
-        ofTypes<types::DataConstr>("DataConstr", 2),
-        ofTypes<types::Dimension>("Dimension", 6),
-        ofTypes<types::Enumeration>("Enumeration", 5),
-        ofTypes<types::EnumerationLiteral>("EnumerationLiteral", 6),
-        ofTypes<types::EnumerationLiteralReference>("EnumerationLiteralReference", 2),
-        ofTypes<types::Factory>("Factory", 0),
-        ofTypes<types::FixedPoint>("FixedPoint", 6),
-        ofTypes<types::FloatingPoint>("FloatingPoint", 1),
-        ofTypes<types::Integer>("Integer", 2),
-        ofTypes<types::LiteralReal>("LiteralReal", 1),
-        ofTypes<types::LookupTableSpecification>("LookupTableSpecification", 1),
-        ofTypes<types::LookupTableType>("LookupTableType", 7),
-        ofTypes<types::Matrix>("Matrix", 4),
-        ofTypes<types::MatrixValueSpecification>("MatrixValueSpecification", 2),
-        ofTypes<types::PrimitiveType>("PrimitiveType", 7),
-        ofTypes<types::Real>("Real", 4),
-        ofTypes<types::SharedAxisType>("SharedAxisType", 5),
-        ofTypes<types::Slot>("Slot", 1),
-        ofTypes<types::StructElement>("StructElement", 3),
-        ofTypes<types::Structure>("Structure", 2),
-        ofTypes<types::StructureValueSpecification>("StructureValueSpecification", 1),
-        ofTypes<types::SwBaseType>("SwBaseType", 1),
-        ofTypes<types::SwRecordLayout>("SwRecordLayout", 2),
-        ofTypes<types::Unit>("Unit", 10),
-        ofTypes<types::ValueElement>("ValueElement", 2),
-        ofTypes<types::VoidPointer>("VoidPointer", 3),
-    };
+    static const std::vector<Metaclass> all = [] {
+        types::initialize(); // harmless when repeated
+        std::vector<Metaclass> classes;
+        addClasses(*foundation::get_foundation_PackageIntrospectiveMethods(), false, classes);
+        addClasses(*types::get_types_PackageIntrospectiveMethods(), true, classes);
+        std::sort(classes.begin(), classes.end(), [](const Metaclass& a, const Metaclass& b) {
+            return a.name < b.name;
+        });
+        return classes;
+    }();
     return all;
 }
 

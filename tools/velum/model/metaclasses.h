@@ -1,21 +1,22 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 #include <velum_types/types.h>
 
 namespace velum::model {
 
-/// One metaclass as the library's own tables describe it.
+/// One metaclass as the library's live classes and tables describe it.
 struct Metaclass {
-    std::string_view name; ///< Without its package.
+    std::string name; ///< Without its package.
     const QOB::IntrospectiveMethods* record;
     unsigned propertyCount; ///< Of those that it declares itself.
     bool isAbstract;
     bool isOfTypes; ///< Of the types package; of the base metamodel otherwise.
 };
 
-/// All metaclasses of the types package and those of the base metamodel that they derive from.
+/// All metaclasses of the types package and of the base metamodel, by name.
 const std::vector<Metaclass>& metaclasses();
 
 /// The one of a record, or of a class name with or without its package; null if there is none.

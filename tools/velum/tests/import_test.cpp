@@ -247,7 +247,7 @@ std::vector<std::string> issuesOf(const QOB::Model& model) {
     return found;
 }
 
-TEST(Checks, TellWhatTheLibraryHoldsWithoutComplaint) {
+TEST(CheckRules, TellWhatTheLibraryHoldsWithoutComplaint) {
     const Dictionary dictionary;
     const QOB::Model& model = dictionary.model();
     model.setUndoEnabled(false);
