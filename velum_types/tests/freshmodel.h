@@ -1,0 +1,45 @@
+#pragma once
+
+#include "velum_types/types.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace VelumTest {
+
+/// A fresh model for each test, ended with it.
+class FreshModel : public testing::Test {
+protected:
+    FreshModel() : model(Zorvane::metamodel::types::NSInterface::FactoryIntf::createNewModel()) {}
+    ~FreshModel() override { model.destroy(); }
+
+    QOB::Model model;
+};
+
+/// The same object, seen in another deviant.
+template <class Handle>
+Handle seenIn(QOB::Deviant deviant, Handle const& handle) {
+    return Handle(handle.get(), deviant);
+}
+
+/// Whether the branch has a state of the object's own: whether something was written there.
+template <class Handle>
+bool isWrittenIn(QOB::Deviant branch, Handle const& handle) {
+    return handle->internal_getDeviation(branch) != nullptr;
+}
+
+/// The elements in order.
+template <class T>
+std::vector<T> elementsOf(QOB::Sequence<T> const& sequence) {
+    return {sequence.begin(), sequence.end()};
+}
+
+/// What a sequence of these elements looks like.
+template <class First, class... More>
+std::vector<First> list(First const& first, More const&... more) {
+    return {first, First(more)...};
+}
+
+} // namespace VelumTest

@@ -1,0 +1,270 @@
+#include "freshmodel.h"
+#include "support/failure.h"
+
+#include <limits>
+
+namespace types = Zorvane::metamodel::types;
+using types::DataSize;
+using types::DataSizeUnitKind;
+using VelumTest::isWrittenIn;
+using VelumTest::seenIn;
+
+namespace {
+
+class NumericTypesTest : public VelumTest::FreshModel {
+protected:
+    /// One of each class whose bounds nobody has given.
+    std::vector<types::Real> unboundedTypes() const {
+        auto const floatingPoint = types::FloatingPoint::create(model);
+        floatingPoint.setName("floating point");
+        return {types::Integer::create(model, "integer"),
+                types::FixedPoint::create(model, "fixed point"),
+                floatingPoint,
+                types::Enumeration::create(model, "enumeration")};
+    }
+};
+
+TEST_F(NumericTypesTest, NewTypeIsOpenWithoutBoundsOrLinks) {
+    for (types::Real const& type : unboundedTypes()) {
+        SCOPED_TRACE(type.getName());
+        EXPECT_FALSE(type.hasMinValue());
+        EXPECT_FALSE(type.getMinValue().isValid());
+        EXPECT_FALSE(type.hasMaxValue());
+        EXPECT_FALSE(type.getMaxValue().isValid());
+        EXPECT_TRUE(type.hasIsMinOpen());
+        EXPECT_EQ(type.isMinOpen(), true);
+        EXPECT_TRUE(type.hasIsMaxOpen());
+        EXPECT_EQ(type.isMaxOpen(), true);
+        EXPECT_FALSE(type.hasCompuMethod());
+        EXPECT_FALSE(type.hasUnit());
+        EXPECT_FALSE(type.hasDataConstr());
+        EXPECT_FALSE(type.hasSwBaseType());
+        EXPECT_FALSE(type.hasReference());
+        EXPECT_TRUE(type.hasIsApplication());
+        EXPECT_EQ(type.isApplication(), false);
+        EXPECT_EQ(type.getGroundValue(), 0.0);
+    }
+}
+
+TEST_F(NumericTypesTest, BoundsAreWhatTheUserStoredAndNothingElse) {
+    for (types::Real const& type : unboundedTypes()) {
+        SCOPED_TRACE(type.getName());
+        type.setMinValue(5);
+        type.setMaxValue(-5);
+        EXPECT_TRUE(type.hasMinValue());
+        EXPECT_EQ(type.getMinValue(), 5.0);
+        EXPECT_EQ(type.getMaxValue(), -5.0) << "below the other bound";
+        EXPECT_EQ(type.getGroundValue(), 0.0) << "outside the bounds";
+
+        type.setIsMinOpen(false);
+        type.removeIsMinOpen();
+        type.setIsMinOpen(QOB::Boolean());
+        EXPECT_EQ(type.isMinOpen(), false);
+
+        type.setMinValue(QOB::Real());
+        EXPECT_FALSE(type.hasMinValue());
+        EXPECT_FALSE(type.getMinValue().isValid());
+        type.removeMaxValue();
+        EXPECT_FALSE(type.hasMaxValue());
+        EXPECT_FALSE(type.getMaxValue().isValid());
+    }
+    types::Integer const byte = types::Integer::create(model);
+    byte.setLength(DataSize(8, DataSizeUnitKind::bit));
+    byte.setIsSigned(false);
+    EXPECT_FALSE(byte.getMaxValue().isValid()) << "no bound follows from the width";
+}
+
+TEST_F(NumericTypesTest, SettingABoundToWhatItIsWritesNothing) {
+    for (types::Real const& type : unboundedTypes()) {
+        SCOPED_TRACE(type.getName());
+        type.setMinValue(-1.5);
+        QOB::Deviant const branch = model.createDeviant();
+        types::Real const inBranch = seenIn(branch, type);
+        inBranch.setMinValue(-1.5);
+        inBranch.removeMaxValue();
+        inBranch.setIsMaxOpen(true);
+        EXPECT_FALSE(isWrittenIn(branch, type));
+        inBranch.setMinValue(-2);
+        EXPECT_TRUE(isWrittenIn(branch, type));
+        EXPECT_EQ(type.getMinValue(), -1.5);
+    }
+}
+
+TEST_F(NumericTypesTest, OnlyLinksWithTwoEndsStayWithinTheModel) {
+    QOB::Model const other = types::NSInterface::FactoryIntf::createNewModel();
+    std::string const refusal = "Cross-model bi-directional associations are currently disallowed!";
+    types::Integer const type = types::Integer::create(model);
+    types::PrimitiveType const foreign = types::Integer::create(other);
+    EXPECT_EQ(VelumTest::messageOf([&] { type.setCompuMethod(types::CompuMethod::create(other)); }),
+              refusal);
+    EXPECT_EQ(VelumTest::messageOf([&] { type.setDataConstr(types::DataConstr::create(other)); }),
+              refusal);
+    EXPECT_EQ(VelumTest::messageOf([&] { type.setSwBaseType(types::SwBaseType::create(other)); }),
+              refusal);
+    EXPECT_FALSE(type.hasCompuMethod());
+    EXPECT_FALSE(type.hasDataConstr());
+    EXPECT_FALSE(type.hasSwBaseType());
+    auto const unit = types::Unit::create(other);
+    type.setUnit(unit);
+    type.setReference(foreign);
+    EXPECT_EQ(type.getUnit(), unit);
+    EXPECT_EQ(type.getReference(), foreign);
+    type.removeUnit();
+    type.removeReference();
+    other.destroy();
+}
+
+TEST_F(NumericTypesTest, TypesAreListedByWhatTheyShare) {
+    auto const method = types::CompuMethod::create(model);
+    auto const constraint = types::DataConstr::create(model);
+    auto const base = types::SwBaseType::create(model);
+    std::vector<types::PrimitiveType> all;
+    for (types::Real const& type : unboundedTypes()) {
+        type.setCompuMethod(method);
+        type.setDataConstr(constraint);
+        type.setSwBaseType(base);
+        all.emplace_back(type);
+    }
+    EXPECT_EQ(VelumTest::elementsOf(method.getPrimitiveTypes()), all);
+    EXPECT_EQ(VelumTest::elementsOf(constraint.getPrimitiveTypes()), all);
+    EXPECT_EQ(VelumTest::elementsOf(base.getPrimitiveTypes()), all);
+    method.getPrimitiveTypes().clear();
+    for (types::PrimitiveType const& type : all) {
+        EXPECT_FALSE(type.hasCompuMethod());
+        EXPECT_EQ(type.getDataConstr(), constraint);
+    }
+}
+
+TEST_F(NumericTypesTest, FixedPointStartsInItsDefaultsAndFallsBackToThem) {
+    auto const type = types::FixedPoint::create(model);
+    EXPECT_EQ(type.getLength(), DataSize(16, DataSizeUnitKind::bit));
+    EXPECT_EQ(type.isSigned(), true);
+    DataSize const half(15, DataSizeUnitKind::bit);
+    for (bool const written : {false, true}) {
+        if (written) {
+            type.setFractionLength(DataSize(2, DataSizeUnitKind::byte));
+            type.setBias(3);
+            type.setFractionalSlope(0.5);
+        }
+        EXPECT_TRUE(type.hasFractionLength());
+        EXPECT_TRUE(type.hasBias());
+        EXPECT_TRUE(type.hasFractionalSlope());
+        type.removeFractionLength();
+        type.removeBias();
+        type.setFractionalSlope(QOB::Real());
+        EXPECT_FALSE(type.hasFractionLength());
+        EXPECT_EQ(type.getFractionLength(), half);
+        EXPECT_FALSE(type.hasBias());
+        EXPECT_EQ(type.getBias(), 0.0);
+        EXPECT_FALSE(type.hasFractionalSlope());
+        EXPECT_EQ(type.getFractionalSlope(), 1.0);
+        EXPECT_EQ(type.getSlope(), 32768.0);
+    }
+}
+
+TEST_F(NumericTypesTest, SlopeTakesTheFractionLengthAsExponent) {
+    struct Case {
+        DataSize fractionLength;
+        double fractionalSlope;
+        double slope;
+    };
+    double const infinity = std::numeric_limits<double>::infinity();
+    Case const cases[] = {
+        {{15, DataSizeUnitKind::bit}, 1, 32768},
+        {{0, DataSizeUnitKind::bit}, 0.75, 0.75},
+        {{-3, DataSizeUnitKind::bit}, 2, 0.25},
+        {{2, DataSizeUnitKind::GB}, 1, 4}, // the unit is not looked at
+        {{10, DataSizeUnitKind::bit}, 0, 0},
+        {{10, DataSizeUnitKind::bit}, -1, -1024},
+        {{2000, DataSizeUnitKind::bit}, 1, infinity},
+        {{-2000, DataSizeUnitKind::bit}, 1, 0},
+        {DataSize(), 1, 0}, // a size without a number is a very small one
+    };
+    auto const type = types::FixedPoint::create(model);
+    for (Case const& one : cases) {
+        SCOPED_TRACE(one.slope);
+        type.setFractionLength(one.fractionLength);
+        type.setFractionalSlope(one.fractionalSlope);
+        EXPECT_EQ(type.getSlope(), one.slope);
+    }
+}
+
+TEST_F(NumericTypesTest, SlopeIsThatOfTheDeviant) {
+    auto const type = types::FixedPoint::create(model);
+    QOB::Deviant const branch = model.createDeviant();
+    seenIn(branch, type).setFractionLength(DataSize(1, DataSizeUnitKind::bit));
+    EXPECT_EQ(seenIn(branch, type).getSlope(), 2.0);
+    EXPECT_EQ(type.getSlope(), 32768.0);
+}
+
+TEST_F(NumericTypesTest, FloatingPointIsOfDoublePrecisionUnlessToldOtherwise) {
+    auto const type = types::FloatingPoint::create(model);
+    EXPECT_TRUE(type.hasKind());
+    EXPECT_EQ(type.getKind(), types::FloatingPointKind::IEEE_Double);
+    auto const single =
+        types::FloatingPoint::create(model, types::FloatingPointKind::IEEE_Single, "single");
+    single.removeKind();
+    single.removeOnlyKind();
+    EXPECT_EQ(single.getKind(), types::FloatingPointKind::IEEE_Single);
+    EXPECT_TRUE(single.hasKind());
+}
+
+TEST_F(NumericTypesTest, BooleanHasClosedBoundsAndFallsBackToThem) {
+    auto const flag = types::Boolean::create(model);
+    types::Real const real = flag;
+    EXPECT_TRUE(real.hasMinValue());
+    EXPECT_EQ(real.getMinValue(), 0.0);
+    EXPECT_TRUE(real.hasMaxValue());
+    EXPECT_EQ(real.getMaxValue(), 1.0);
+    EXPECT_EQ(real.isMinOpen(), false);
+    EXPECT_EQ(real.isMaxOpen(), false);
+
+    flag.setMinValue(-1);
+    flag.setMaxValue(2);
+    real.removeMinValue();
+    flag.setMaxValue(QOB::Real());
+    EXPECT_FALSE(flag.hasMinValue());
+    EXPECT_EQ(flag.getMinValue(), 0.0);
+    EXPECT_FALSE(flag.hasMaxValue());
+    EXPECT_EQ(flag.getMaxValue(), 1.0);
+
+    flag.setMinValue(0);
+    EXPECT_TRUE(flag.hasMinValue()) << "given anew, though it is what the type falls back to";
+}
+
+TEST_F(NumericTypesTest, BothNamesOfABooleansBoundMeanOneValue) {
+    auto const flag = types::Boolean::create(model);
+    flag.setMinValue(-1);
+    EXPECT_EQ(flag.getZorvane_metamodel_types_Boolean_MinValue(), -1.0);
+    flag.setZorvane_metamodel_types_Boolean_MinValue(-2);
+    EXPECT_EQ(flag.getMinValue(), -2.0);
+    flag.removeZorvane_metamodel_types_Boolean_MinValue();
+    EXPECT_FALSE(flag.hasMinValue());
+    flag.setZorvane_metamodel_types_Boolean_MaxValue(7);
+    EXPECT_EQ(types::Real(flag).getMaxValue(), 7.0);
+    flag.removeMaxValue();
+    EXPECT_FALSE(flag.hasZorvane_metamodel_types_Boolean_MaxValue());
+    EXPECT_EQ(flag.getZorvane_metamodel_types_Boolean_MaxValue(), 1.0);
+    flag.setIsMinOpen(true);
+    EXPECT_EQ(flag.getZorvane_metamodel_types_Boolean_IsMinOpen(), true);
+    flag.removeZorvane_metamodel_types_Boolean_IsMinOpen();
+    EXPECT_EQ(flag.isMinOpen(), true) << "mandatory";
+    flag.setZorvane_metamodel_types_Boolean_IsMaxOpen(true);
+    EXPECT_EQ(flag.isMaxOpen(), true);
+    EXPECT_TRUE(flag.hasZorvane_metamodel_types_Boolean_IsMaxOpen());
+}
+
+TEST_F(NumericTypesTest, BooleansBoundsAreReachedByTheRecordsOfBothClasses) {
+    auto const flag = types::Boolean::create(model);
+    QOB::Deviant const root = model.getDeviant();
+    auto const& real = types::NSInterface::RealIntf::sIntrospectiveMethods;
+    auto const& boolean = types::NSInterface::BooleanIntf::sIntrospectiveMethods;
+    QOB::NSInterface::ObjectIntf* const object = QOB::Object(flag).get();
+    real.setSingleValued(object, root, 2, QOB::Real(5));
+    EXPECT_EQ(QOB::Real(boolean.getSingleValued(object, root, 2)), 5.0);
+    boolean.removeSingleValued(object, root, 2);
+    EXPECT_FALSE(real.hasSingleValued(object, root, 2));
+    EXPECT_EQ(QOB::Real(real.getSingleValued(object, root, 2)), 1.0);
+}
+
+} // namespace

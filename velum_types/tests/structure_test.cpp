@@ -1,0 +1,146 @@
+#include "freshmodel.h"
+#include "support/failure.h"
+
+namespace types = Zorvane::metamodel::types;
+namespace foundation = Zorvane::metamodel::foundation;
+using VelumTest::elementsOf;
+using VelumTest::isWrittenIn;
+using VelumTest::list;
+using VelumTest::seenIn;
+
+namespace {
+
+class StructureTest : public VelumTest::FreshModel {
+protected:
+    types::Structure const point = types::Structure::create(model, "Point");
+    types::StructElement const x = types::StructElement::create(model);
+    types::FloatingPoint const real = types::FloatingPoint::create(model);
+};
+
+TEST_F(StructureTest, NewStructureAndElementHoldNothing) {
+    EXPECT_TRUE(point.getElementses().empty());
+    EXPECT_TRUE(point.hasIsApplication());
+    EXPECT_EQ(point.isApplication(), false);
+    EXPECT_FALSE(x.hasStructure());
+    EXPECT_FALSE(x.hasNamespace());
+    EXPECT_FALSE(x.hasType());
+    EXPECT_FALSE(x.hasZorvane_metamodel_types_StructElement_Type());
+    EXPECT_FALSE(x.hasInlineType());
+}
+
+TEST_F(StructureTest, BothNamesOfATypeMeanOneReference) {
+    foundation::TypedElement const typed = x;
+    typed.setType(real);
+    EXPECT_EQ(x.getZorvane_metamodel_types_StructElement_Type(), foundation::ValueType(real));
+    x.removeZorvane_metamodel_types_StructElement_Type();
+    EXPECT_FALSE(typed.hasType());
+    x.setZorvane_metamodel_types_StructElement_Type(point);
+    EXPECT_EQ(typed.getType(), foundation::Type(point));
+    typed.setOnlyType(real);
+    EXPECT_EQ(x.getZorvane_metamodel_types_StructElement_Type(), foundation::ValueType(real));
+
+    QOB::Deviant const branch = model.createDeviant();
+    seenIn(branch, typed).setOnlyType(real);
+    seenIn(branch, typed).setType(real);
+    EXPECT_FALSE(isWrittenIn(branch, x));
+
+    typed.setOnlyType(foundation::Type());
+    EXPECT_FALSE(x.hasZorvane_metamodel_types_StructElement_Type());
+    typed.setType(real);
+    typed.removeOnlyType();
+    EXPECT_FALSE(x.hasType());
+}
+
+TEST_F(StructureTest, NamespaceOfAnElementIsItsStructure) {
+    foundation::NamedElement const named = x;
+    named.setNamespace(point);
+    EXPECT_EQ(x.getStructure(), point);
+    EXPECT_EQ(named.getNamespace(), foundation::Namespace(point));
+    EXPECT_EQ(elementsOf(point.getElementses()), list(x));
+    EXPECT_TRUE(point.getOwnedMembers().contains(x));
+    EXPECT_TRUE(point.getOwnedElements().contains(x));
+    EXPECT_TRUE(point.getContaineeQOBs().contains(QOB::ClassObject(x)));
+    EXPECT_EQ(x.getOwner(), foundation::Element(point));
+
+    named.removeNamespace();
+    EXPECT_FALSE(x.hasStructure());
+    EXPECT_TRUE(point.getElementses().empty());
+
+    named.setOnlyNamespace(point);
+    EXPECT_EQ(x.getStructure(), point);
+    EXPECT_TRUE(point.getElementses().empty()) << "one end only";
+}
+
+TEST_F(StructureTest, NamespaceThatIsNoStructureIsARemoval) {
+    auto const enumeration = types::Enumeration::create(model);
+    foundation::NamedElement const named = x;
+    x.setStructure(point);
+    named.setNamespace(enumeration);
+    EXPECT_FALSE(x.hasStructure());
+    EXPECT_FALSE(named.hasNamespace());
+    EXPECT_TRUE(point.getElementses().empty());
+    EXPECT_TRUE(enumeration.getOwnedMembers().empty());
+}
+
+TEST_F(StructureTest, NamespaceOfAnotherModelIsRefused) {
+    QOB::Model const other = types::NSInterface::FactoryIntf::createNewModel();
+    auto const foreign = types::Structure::create(other);
+    auto const foreignEnumeration = types::Enumeration::create(other);
+    x.setStructure(point);
+    foundation::NamedElement const named = x;
+    std::string const refusal = "Cross-model bi-directional associations are currently disallowed!";
+    EXPECT_EQ(VelumTest::messageOf([&] { named.setNamespace(foreign); }), refusal);
+    EXPECT_EQ(VelumTest::messageOf([&] { named.setOnlyNamespace(foreign); }), refusal);
+    EXPECT_EQ(VelumTest::messageOf([&] { named.setNamespace(foreignEnumeration); }), refusal)
+        << "before it is asked whether it is a structure";
+    EXPECT_EQ(VelumTest::messageOf([&] { x.setStructure(foreign); }), refusal);
+    EXPECT_EQ(x.getStructure(), point);
+    other.destroy();
+}
+
+TEST_F(StructureTest, ElementHasAReferredAndAnInlineTypeSideBySide) {
+    auto const inlined = types::Integer::create(model);
+    x.setType(real);
+    x.setInlineType(inlined);
+    EXPECT_EQ(x.getType(), foundation::Type(real));
+    EXPECT_EQ(x.getInlineType(), foundation::ValueType(inlined));
+    EXPECT_FALSE(real.hasContainerQOB());
+    EXPECT_EQ(inlined.getContainerQOB(), QOB::ClassObject(x));
+    EXPECT_EQ(elementsOf(x.getContaineeQOBs()), list(QOB::ClassObject(inlined)));
+
+    x.removeType();
+    EXPECT_TRUE(x.hasInlineType());
+    x.setType(inlined);
+    x.removeInlineType();
+    EXPECT_EQ(x.getType(), foundation::Type(inlined)) << "another property of the same value";
+    EXPECT_FALSE(inlined.hasContainerQOB());
+}
+
+TEST_F(StructureTest, InlineTypeHasOneOwner) {
+    auto const y = types::StructElement::create(model);
+    auto const inlined = types::Structure::create(model);
+    x.setInlineType(inlined);
+    y.setInlineType(inlined);
+    EXPECT_FALSE(x.hasInlineType());
+    EXPECT_TRUE(x.getContaineeQOBs().empty());
+    EXPECT_EQ(inlined.getContainerQOB(), QOB::ClassObject(y));
+    y.setInlineType(real);
+    EXPECT_FALSE(inlined.hasContainerQOB());
+    EXPECT_EQ(real.getContainerQOB(), QOB::ClassObject(y));
+}
+
+TEST_F(StructureTest, StructureOfStructuresGoesAsAWhole) {
+    auto const outer = types::Structure::create(model);
+    auto const member = types::StructElement::create(model, outer, "position");
+    EXPECT_EQ(member.getStructure(), outer);
+    member.setInlineType(point);
+    x.setStructure(point);
+    x.setType(real);
+    outer.destroy();
+    EXPECT_FALSE(member.isValid());
+    EXPECT_FALSE(point.isValid());
+    EXPECT_FALSE(x.isValid());
+    EXPECT_TRUE(real.isValid()) << "only referred to";
+}
+
+} // namespace

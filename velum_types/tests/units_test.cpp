@@ -1,0 +1,204 @@
+#include "freshmodel.h"
+#include "support/failure.h"
+
+#include <functional>
+
+namespace types = Zorvane::metamodel::types;
+using VelumTest::elementsOf;
+using VelumTest::isWrittenIn;
+using VelumTest::list;
+using VelumTest::seenIn;
+
+namespace {
+
+class UnitsTest : public VelumTest::FreshModel {
+protected:
+    types::Unit const second = types::Unit::create(model, "second");
+    types::Dimension const time = types::Dimension::create(model, "time");
+};
+
+TEST_F(UnitsTest, NewObjectsAreInTheirDefaults) {
+    EXPECT_TRUE(second.hasConvFactor());
+    EXPECT_EQ(second.getConvFactor(), 1.0);
+    EXPECT_TRUE(second.hasConvOffset());
+    EXPECT_EQ(second.getConvOffset(), 0.0);
+    EXPECT_FALSE(second.hasConvUnit());
+    EXPECT_FALSE(second.hasDimension());
+    EXPECT_FALSE(second.hasSymbol());
+    EXPECT_FALSE(second.getSymbol().isValid());
+    EXPECT_TRUE(second.getBaseUnits().empty());
+    EXPECT_TRUE(second.getBaseExponents().empty());
+    EXPECT_TRUE(second.getSuperscripts().empty());
+    EXPECT_TRUE(second.getSubscripts().empty());
+
+    EXPECT_TRUE(time.getUnits().empty());
+    EXPECT_TRUE(time.getBaseDimensions().empty());
+    EXPECT_TRUE(time.getBaseExponents().empty());
+    EXPECT_FALSE(time.hasBaseUnit());
+    EXPECT_FALSE(time.hasSymbol());
+    EXPECT_FALSE(time.getSymbol().isValid());
+
+    auto const method = types::CompuMethod::create(model);
+    EXPECT_TRUE(method.hasCategory());
+    EXPECT_EQ(method.getCategory(), types::CompuMethodCategory::Identical);
+    EXPECT_EQ(types::CompuMethodCategory::Identical, 0);
+    EXPECT_FALSE(method.hasUnit());
+    EXPECT_TRUE(method.hasDisplayFormat());
+    EXPECT_FALSE(method.getDisplayFormat().isValid());
+    EXPECT_TRUE(method.getCalToInternalCompuNumerators().empty());
+    EXPECT_TRUE(method.getCalToInternalCompuDenominators().empty());
+    EXPECT_TRUE(method.getPrimitiveTypes().empty());
+
+    auto const constraint = types::DataConstr::create(model);
+    EXPECT_FALSE(constraint.hasUnit());
+    EXPECT_TRUE(constraint.getPrimitiveTypes().empty());
+    EXPECT_TRUE(types::SwBaseType::create(model).getPrimitiveTypes().empty());
+}
+
+TEST_F(UnitsTest, MandatoryValuesTakeEveryNumberAndKeepIt) {
+    second.setConvFactor(0);
+    second.setConvOffset(-273.15);
+    second.removeConvFactor();
+    second.removeConvOffset();
+    second.setConvFactor(QOB::Real());
+    EXPECT_EQ(second.getConvFactor(), 0.0);
+    EXPECT_EQ(second.getConvOffset(), -273.15);
+    auto const method = types::CompuMethod::create(model, "%6.2", "method");
+    method.setCategory(types::CompuMethodCategory::RatFunc);
+    method.removeCategory();
+    method.removeOnlyCategory();
+    method.removeDisplayFormat();
+    method.setDisplayFormat(QOB::String());
+    EXPECT_EQ(method.getCategory(), types::CompuMethodCategory::RatFunc);
+    EXPECT_EQ(method.getDisplayFormat(), "%6.2");
+    EXPECT_TRUE(method.getCalToInternalCompuNumerators().empty()) << "legal without coefficients";
+}
+
+TEST_F(UnitsTest, SymbolsAreThereWhileTheyAreSet) {
+    second.setSymbol("s");
+    time.setSymbol("T");
+    EXPECT_TRUE(second.hasSymbol());
+    EXPECT_TRUE(time.hasSymbol());
+    second.removeSymbol();
+    time.setSymbol(QOB::String());
+    EXPECT_FALSE(second.hasSymbol());
+    EXPECT_FALSE(second.getSymbol().isValid());
+    EXPECT_FALSE(time.hasSymbol());
+    EXPECT_FALSE(time.getSymbol().isValid());
+}
+
+TEST_F(UnitsTest, ExponentsOfADimensionRepeatAndThoseOfAUnitDont) {
+    for (int const exponent : {1, -2, 1}) {
+        time.getBaseExponents().push_back(exponent);
+        second.getBaseExponents().push_back(exponent);
+    }
+    EXPECT_EQ(elementsOf(time.getBaseExponents()), list<QOB::Integer>(1, -2, 1));
+    EXPECT_EQ(elementsOf(second.getBaseExponents()), list<QOB::Integer>(1, -2));
+}
+
+TEST_F(UnitsTest, BaseUnitIsAUnitOfItsDimension) {
+    time.setBaseUnit(second);
+    EXPECT_EQ(time.getBaseUnit(), second);
+    EXPECT_EQ(second.getDimension(), time);
+    EXPECT_EQ(elementsOf(time.getUnits()), list(second));
+
+    auto const other = types::Dimension::create(model);
+    other.setBaseUnit(second);
+    EXPECT_EQ(second.getDimension(), other);
+    EXPECT_TRUE(time.getUnits().empty()) << "a unit has one dimension";
+    EXPECT_EQ(time.getBaseUnit(), second) << "nobody takes the base unit away";
+
+    other.removeBaseUnit();
+    EXPECT_FALSE(other.hasBaseUnit());
+    EXPECT_EQ(second.getDimension(), other) << "still one of its units";
+
+    auto const minute = types::Unit::create(model);
+    other.setOnlyBaseUnit(minute);
+    EXPECT_FALSE(minute.hasDimension()) << "one end only";
+}
+
+TEST_F(UnitsTest, BaseUnitIsSetByNumberAsByName) {
+    types::NSInterface::DimensionIntf::sIntrospectiveMethods.setSingleValued(
+        QOB::Object(time).get(), model.getDeviant(), 2, second);
+    EXPECT_EQ(time.getBaseUnit(), second);
+    EXPECT_EQ(second.getDimension(), time);
+}
+
+TEST_F(UnitsTest, SettingTheSameBaseUnitWritesNothing) {
+    time.setBaseUnit(second);
+    QOB::Deviant const branch = model.createDeviant();
+    seenIn(branch, time).setBaseUnit(second);
+    EXPECT_FALSE(isWrittenIn(branch, time));
+    EXPECT_FALSE(isWrittenIn(branch, second));
+}
+
+TEST_F(UnitsTest, BaseUnitOfAnotherModelIsRefusedAndLeavesAllAsItWas) {
+    QOB::Model const other = types::NSInterface::FactoryIntf::createNewModel();
+    auto const foreign = types::Unit::create(other);
+    time.setBaseUnit(second);
+    EXPECT_EQ(VelumTest::messageOf([&] { time.setBaseUnit(foreign); }),
+              "Cross-model bi-directional associations are currently disallowed!");
+    EXPECT_EQ(time.getBaseUnit(), second);
+    EXPECT_EQ(elementsOf(time.getUnits()), list(second));
+    EXPECT_FALSE(foreign.hasDimension());
+    second.setConvUnit(foreign);
+    EXPECT_EQ(second.getConvUnit(), foreign) << "a reference without another end may go anywhere";
+    second.removeConvUnit();
+    other.destroy();
+}
+
+TEST_F(UnitsTest, WhatIsNotBuiltYetSaysSoAndChangesNothing) {
+    using Methods = QOB::IntrospectiveMethods;
+    QOB::Deviant const root = model.getDeviant();
+    QOB::NSInterface::ObjectIntf* const unitObject = QOB::Object(second).get();
+    QOB::NSInterface::ObjectIntf* const dimensionObject = QOB::Object(time).get();
+    Methods const& ofUnit = types::NSInterface::UnitIntf::sIntrospectiveMethods;
+    Methods const& ofDimension = types::NSInterface::DimensionIntf::sIntrospectiveMethods;
+    QOB::Real number = 2;
+    QOB::Object const text = QOB::String("ms-1");
+
+    std::string const unitExpression =
+        "The Unit.UnitExpression derived property is not yet implemented!";
+    std::string const dimensionExpression =
+        "The Dimension.DimensionExpression derived property is not yet implemented!";
+    struct Case {
+        std::function<void()> call;
+        std::string message;
+    };
+    Case const cases[] = {
+        {[&] { second.convert(number, second); },
+         "The Unit.convert operation is not yet implemented!"},
+        {[&] { second.convertToBase(number); },
+         "The Unit.convertToBase operation is not yet implemented!"},
+        {[&] { second.getFactorAndOffsetToBase(); },
+         "The Unit.getFactorAndOffsetToBase operation is not yet implemented!"},
+        {[&] { second.hasSameDimensions(second); },
+         "The Unit.hasSameDimensions operation is not yet implemented!"},
+        {[&] { second.getBaseDimensionExponents(); },
+         "The Unit.getBaseDimensionExponents operation is not yet implemented!"},
+        {[&] { second.getUnitExpression(); }, unitExpression},
+        {[&] { second.setUnitExpression("s"); }, unitExpression},
+        {[&] { second.setUnitExpression(QOB::String()); }, unitExpression},
+        {[&] { ofUnit.getSingleValued(unitObject, root, 6); }, unitExpression},
+        {[&] { ofUnit.setSingleValued(unitObject, root, 6, text); }, unitExpression},
+        {[&] { time.getDimensionExpression(); }, dimensionExpression},
+        {[&] { time.setDimensionExpression("T"); }, dimensionExpression},
+        {[&] { ofDimension.getSingleValued(dimensionObject, root, 6); }, dimensionExpression},
+        {[&] { ofDimension.setSingleValued(dimensionObject, root, 6, text); }, dimensionExpression},
+    };
+    for (Case const& one : cases) {
+        EXPECT_THROW(one.call(), QOB::UnImplementedException) << one.message;
+        EXPECT_EQ(VelumTest::messageOf(one.call), one.message);
+    }
+    EXPECT_EQ(number, 2.0);
+    EXPECT_FALSE(second.hasSymbol());
+    EXPECT_TRUE(second.getBaseUnits().empty());
+    EXPECT_FALSE(ofUnit.hasSingleValued(unitObject, root, 6));
+    EXPECT_FALSE(ofDimension.hasSingleValued(dimensionObject, root, 6));
+    EXPECT_NE(VelumTest::failureOf([&] { second.convertToBase(number); })
+                  .find(" at velum_types/zorvane/metamodel/types/nshandmaintained/"
+                        "zorvanemetamodeltypesunitimplhand.cpp:"),
+              std::string::npos);
+}
+
+} // namespace

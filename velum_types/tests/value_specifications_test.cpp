@@ -1,0 +1,232 @@
+#include "freshmodel.h"
+#include "support/failure.h"
+
+namespace types = Zorvane::metamodel::types;
+namespace foundation = Zorvane::metamodel::foundation;
+using VelumTest::elementsOf;
+using VelumTest::list;
+
+namespace {
+
+class ValueSpecificationsTest : public VelumTest::FreshModel {
+protected:
+    types::LiteralReal number(double value) const {
+        return types::LiteralReal::create(model, value, QOB::String());
+    }
+    QOB::Deviant root() const { return model.getDeviant(); }
+};
+
+TEST_F(ValueSpecificationsTest, LiteralHasAValueFromTheStart) {
+    auto const literal = types::LiteralReal::create(model);
+    EXPECT_TRUE(literal.hasValue());
+    EXPECT_FALSE(literal.getValue().isValid());
+    literal.setValue(2.5);
+    literal.removeValue();
+    literal.setValue(QOB::Real());
+    EXPECT_EQ(literal.getValue(), 2.5);
+    EXPECT_EQ(number(-0.5).getValue(), -0.5);
+    EXPECT_TRUE(types::NSInterface::LiteralRealIntf::sIntrospectiveMethods.hasSingleValued(
+        QOB::Object(types::LiteralReal::create(model)).get(), root(), 1));
+}
+
+TEST_F(ValueSpecificationsTest, ConstantOwnsItsValue) {
+    auto const two = number(2);
+    auto const constant = types::ConstantSpecification::create(model, two, "two");
+    EXPECT_EQ(constant.getName(), "two");
+    EXPECT_EQ(constant.getConstantValue(), foundation::ValueSpecification(two));
+    EXPECT_EQ(two.getContainerQOB(), QOB::ClassObject(constant));
+    EXPECT_EQ(two.getOwner(), foundation::Element(constant));
+    EXPECT_EQ(elementsOf(constant.getContaineeQOBs()), list(QOB::ClassObject(two)));
+    EXPECT_EQ(elementsOf(constant.getOwnedElements()), list(foundation::Element(two)));
+
+    constant.setConstantValue(number(3));
+    EXPECT_FALSE(two.hasContainerQOB());
+    EXPECT_FALSE(two.hasOwner());
+    EXPECT_EQ(constant.getOwnedElements().size(), 1);
+    EXPECT_FALSE(types::ConstantSpecification::create(model).hasConstantValue());
+}
+
+TEST_F(ValueSpecificationsTest, ConstantsExpressionIsNotBuiltYet) {
+    auto const constant = types::ConstantSpecification::create(model);
+    auto const& methods = types::NSInterface::ConstantSpecificationIntf::sIntrospectiveMethods;
+    QOB::NSInterface::ObjectIntf* const object = QOB::Object(constant).get();
+    std::string const message =
+        "The ConstantSpecification.constantExpression derived property is not yet implemented!";
+    EXPECT_THROW(constant.getConstantExpression(), QOB::UnImplementedException);
+    EXPECT_EQ(VelumTest::messageOf([&] { constant.getConstantExpression(); }), message);
+    EXPECT_EQ(VelumTest::messageOf([&] { constant.setConstantExpression(""); }), message);
+    EXPECT_EQ(VelumTest::messageOf([&] { methods.getSingleValued(object, root(), 1); }), message);
+    EXPECT_EQ(
+        VelumTest::messageOf([&] { methods.setSingleValued(object, root(), 1, QOB::String("1")); }),
+        message);
+    EXPECT_FALSE(methods.hasSingleValued(object, root(), 1));
+}
+
+TEST_F(ValueSpecificationsTest, ReferencesAreUnknownToWhatTheyReferTo) {
+    auto const constant = types::ConstantSpecification::create(model, number(1), "one");
+    auto const reference = types::ConstantReference::create(model, constant, "to one");
+    EXPECT_EQ(reference.getValue(), constant);
+    EXPECT_FALSE(types::ConstantReference::create(model).hasValue());
+    EXPECT_TRUE(reference.getContaineeQOBs().empty());
+    EXPECT_FALSE(constant.hasContainerQOB());
+
+    auto const literal = types::EnumerationLiteral::create(model);
+    literal.setName("first");
+    auto const named = types::EnumerationLiteralReference::create(model, "name");
+    EXPECT_EQ(named.getName(), "name");
+    EXPECT_FALSE(named.hasValue());
+    EXPECT_FALSE(named.hasLiteralText());
+    EXPECT_FALSE(named.getLiteralText().isValid());
+    named.setLiteralText("second");
+    named.setValue(literal);
+    EXPECT_EQ(named.getLiteralText(), "second") << "text and link are independent";
+    EXPECT_EQ(named.getValue(), literal);
+    named.setLiteralText(QOB::String());
+    EXPECT_FALSE(named.hasLiteralText());
+    EXPECT_TRUE(named.hasValue());
+}
+
+TEST_F(ValueSpecificationsTest, OperationsOfALiteralReferenceAreNotBuiltYet) {
+    auto const reference = types::EnumerationLiteralReference::create(model);
+    EXPECT_THROW(reference.isComputable(), QOB::UnImplementedException);
+    EXPECT_EQ(VelumTest::messageOf([&] { reference.isComputable(); }),
+              "The EnumerationLiteralReference.isComputable operation is not yet implemented!");
+    EXPECT_EQ(VelumTest::messageOf([&] { reference.stringValue(); }),
+              "The EnumerationLiteralReference.stringValue operation is not yet implemented!");
+    EXPECT_NE(VelumTest::failureOf([&] { reference.stringValue(); })
+                  .find(" at velum_types/zorvane/metamodel/types/nshandmaintained/"
+                        "zorvanemetamodeltypesenumerationliteralreferenceimplhand.cpp:"),
+              std::string::npos);
+}
+
+TEST_F(ValueSpecificationsTest, SlotsMakeATreeWithTheirComposite) {
+    auto const composite = types::StructureValueSpecification::create(model, "origin");
+    auto const zero = number(0);
+    auto const slot = types::Slot::create(model, composite, zero, "x");
+    EXPECT_FALSE(slot.hasStructElement());
+    EXPECT_EQ(slot.getOwningComposite(), types::CompositeSpecification(composite));
+    EXPECT_EQ(slot.getOwner(), foundation::Element(composite));
+    EXPECT_EQ(slot.getValue(), foundation::ValueSpecification(zero));
+    EXPECT_EQ(elementsOf(composite.getOwnedSlots()), list(slot));
+    EXPECT_EQ(elementsOf(composite.getOwnedValues()), list(types::ValueElement(slot)));
+    EXPECT_EQ(elementsOf(composite.getOwnedElements()), list(foundation::Element(slot)));
+    EXPECT_EQ(elementsOf(composite.getContaineeQOBs()), list(QOB::ClassObject(slot)));
+
+    EXPECT_EQ(zero.getOwner(), foundation::Element(slot));
+    EXPECT_EQ(elementsOf(slot.getOwnedElements()), list(foundation::Element(zero)));
+
+    auto const element = types::StructElement::create(model);
+    slot.setStructElement(element);
+    EXPECT_EQ(slot.getStructElement(), element) << "of no structure at all: nobody checks";
+
+    composite.destroy();
+    EXPECT_FALSE(slot.isValid());
+    EXPECT_FALSE(zero.isValid());
+    EXPECT_TRUE(element.isValid());
+}
+
+TEST_F(ValueSpecificationsTest, CompositesNestToAnyDepth) {
+    auto const outer = types::StructureValueSpecification::create(model, "outer");
+    auto const inner = types::MatrixValueSpecification::create(model, "inner");
+    auto const slot = types::Slot::create(model, outer, inner, "matrix");
+    auto const cell = types::Cell::create(model, inner, number(1), "cell");
+    EXPECT_EQ(types::MatrixValueSpecification(slot.getValue()).getOwnedCells().front(), cell);
+    EXPECT_EQ(cell.getOwner().getOwner().getOwner(), foundation::Element(outer));
+    slot.removeValue();
+    EXPECT_FALSE(inner.hasContainerQOB());
+    EXPECT_TRUE(inner.isValid()) << "a removal does not destroy";
+}
+
+TEST_F(ValueSpecificationsTest, CellsAreReachedByBothNamesOfTheirList) {
+    auto const matrix = types::MatrixValueSpecification::create(model, "identity");
+    EXPECT_EQ(matrix.isSparse(), false);
+    EXPECT_TRUE(matrix.hasIsSparse());
+    auto const first = types::Cell::create(model, matrix, number(1), "first");
+    auto const second = types::Cell::create(model);
+    types::CompositeSpecification(matrix).getOwnedValues().push_back(second);
+    EXPECT_EQ(elementsOf(matrix.getOwnedCells()), list(first, second));
+    EXPECT_EQ(second.getOwningComposite(), types::CompositeSpecification(matrix));
+    second.removeOwningComposite();
+    EXPECT_EQ(elementsOf(matrix.getOwnedValues()), list(types::ValueElement(first)));
+
+    auto const& own = types::NSInterface::MatrixValueSpecificationIntf::sIntrospectiveMethods;
+    auto const& base = types::NSInterface::CompositeSpecificationIntf::sIntrospectiveMethods;
+    QOB::NSInterface::ObjectIntf* const object = QOB::Object(matrix).get();
+    EXPECT_EQ(own.getMultiValued(object, root(), 1, false).generic_size(), 1);
+    EXPECT_EQ(base.getMultiValued(object, root(), 1, false).generic_size(), 1);
+    EXPECT_EQ(VelumTest::messageOf([&] { own.getSingleValued(object, root(), 1); }),
+              "Zorvane.metamodel.types.MatrixValueSpecification::getSingleValued on illegal "
+              "property with id 1");
+    EXPECT_EQ(QOB::Boolean(own.getSingleValued(object, root(), 2)), false);
+}
+
+TEST_F(ValueSpecificationsTest, CompositeOfOneKindTakesNoElementOfTheOther) {
+    auto const matrix = types::MatrixValueSpecification::create(model, "matrix");
+    auto const slot = types::Slot::create(model);
+    EXPECT_NE(VelumTest::failureOf([&] { matrix.getOwnedValues().push_back(slot); }), "");
+    EXPECT_TRUE(matrix.getOwnedCells().empty());
+    EXPECT_FALSE(slot.hasOwningComposite());
+}
+
+TEST_F(ValueSpecificationsTest, ElementWithoutOwnerIsStillSaidToHaveOneByNumber) {
+    auto const slot = types::Slot::create(model);
+    EXPECT_FALSE(slot.hasOwningComposite());
+    EXPECT_TRUE(types::NSInterface::ValueElementIntf::sIntrospectiveMethods.hasSingleValued(
+        QOB::Object(slot).get(), root(), 1));
+}
+
+TEST_F(ValueSpecificationsTest, IndexOfACellHoldsEachNumberOnce) {
+    auto const cell = types::Cell::create(model);
+    for (int const component : {2, 1, 2}) {
+        cell.getIndexs().push_back(component);
+    }
+    EXPECT_EQ(elementsOf(cell.getIndexs()), list<QOB::Integer>(2, 1));
+    auto const& methods = types::NSInterface::CellIntf::sIntrospectiveMethods;
+    QOB::Sequence<QOB::Object> const boxed(
+        methods.getMultiValued(QOB::Object(cell).get(), root(), 1, true));
+    EXPECT_EQ(QOB::Integer(boxed.front()), 2);
+    boxed.push_back(QOB::Integer(7));
+    EXPECT_EQ(elementsOf(cell.getIndexs()), list<QOB::Integer>(2, 1, 7));
+}
+
+TEST_F(ValueSpecificationsTest, ApplicationValueKeepsEveryTextAndNumber) {
+    auto const value = types::ApplicationValueSpecification::create(model, "value");
+    for (char const* const text : {"1.5", "on", "1.5"}) {
+        value.getVs().push_back(text);
+    }
+    value.getDimensionses().push_back(7);
+    value.getDimensionses().push_back(7);
+    EXPECT_EQ(elementsOf(value.getVs()),
+              list(QOB::String("1.5"), QOB::String("on"), QOB::String("1.5")));
+    EXPECT_EQ(elementsOf(value.getDimensionses()), list<QOB::Integer>(7, 7));
+    auto const& methods =
+        types::NSInterface::ApplicationValueSpecificationIntf::sIntrospectiveMethods;
+    QOB::NSInterface::ObjectIntf* const object = QOB::Object(value).get();
+    QOB::Sequence<QOB::Object> const texts(methods.getMultiValued(object, root(), 1, true));
+    QOB::Sequence<QOB::Object> const sizes(methods.getMultiValued(object, root(), 2, true));
+    EXPECT_EQ(QOB::String(texts.at(1)), "on");
+    EXPECT_EQ(QOB::Integer(sizes.back()), 7);
+}
+
+TEST_F(ValueSpecificationsTest, ValuesOfATableAreATreeOfThemselves) {
+    auto const table = types::LookupTableSpecification::create(model, "map");
+    EXPECT_TRUE(table.getAxeses().empty());
+    auto const axis = types::LookupTableSpecification::create(model, "x");
+    auto const nested = types::LookupTableSpecification::create(model, "x of x");
+    table.getAxeses().push_back(axis);
+    axis.getAxeses().push_back(nested);
+    EXPECT_EQ(axis.getContainerQOB(), QOB::ClassObject(table));
+    EXPECT_EQ(elementsOf(table.getContaineeQOBs()), list(QOB::ClassObject(axis)));
+
+    auto const& own = types::NSInterface::LookupTableSpecificationIntf::sIntrospectiveMethods;
+    auto const& base = types::NSInterface::ApplicationValueSpecificationIntf::sIntrospectiveMethods;
+    QOB::NSInterface::ObjectIntf* const object = QOB::Object(table).get();
+    table.getVs().push_back("0");
+    EXPECT_EQ(own.getMultiValued(object, root(), 1, false).generic_size(), 1);
+    EXPECT_EQ(QOB::Sequence<QOB::String>(base.getMultiValued(object, root(), 1, false)).front(),
+              "0");
+    table.destroy();
+    EXPECT_FALSE(nested.isValid());
+}
+
+} // namespace
