@@ -1,0 +1,390 @@
+#include "velum_types/tests/support/described.h"
+
+#include "qob/qob/valueobjectfactory.h"
+#include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundation.h"
+#include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationintrospection.h"
+#include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationvisibilitykind.h"
+#include "velum_types/tests/support/concreteclasses.h"
+#include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesintrospection.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <stdexcept>
+
+namespace types = Zorvane::metamodel::types;
+namespace foundation = Zorvane::metamodel::foundation;
+
+namespace VelumTest {
+
+namespace {
+
+using QOB::IntrospectiveMethods;
+
+template <class Handle>
+QOB::ClassObject make(QOB::Model const& model) {
+    return Handle::create(model);
+}
+
+#define VELUM_ROW(Class)                                                                           \
+    ConcreteClass{                                                                                 \
+        #Class, &types::NSInterface::Class##Intf::sIntrospectiveMethods, &make<types::Class>},
+#define VELUM_BASE_ROW(Class)                                                                      \
+    ConcreteClass {                                                                                \
+#Class, &foundation::NSInterface::Class##Intf::sIntrospectiveMethods,                      \
+            &make < foundation::Class>                                                             \
+    }
+
+/// With those of the base metamodel, which are the types of its properties.
+std::vector<ConcreteClass> const& allClasses() {
+    static std::vector<ConcreteClass> const* const classes = [] {
+        auto* const all = new std::vector<ConcreteClass>(concreteClasses());
+        all->push_back(VELUM_BASE_ROW(Comment));
+        all->push_back(VELUM_BASE_ROW(Dependency));
+        all->push_back(VELUM_BASE_ROW(ElementImport));
+        all->push_back(VELUM_BASE_ROW(NamespaceImport));
+        return all;
+    }();
+    return *classes;
+}
+
+IntrospectiveMethods const* recordOf(QOB::PackageFunction package, unsigned index) {
+    return package()->classes[index];
+}
+
+// How many properties each class declares, by its index; the tables don't say where they end.
+constexpr unsigned OwnCounts[] = {0, 1, 2, 6, 1, 6, 2, 4, 0, 10, 0, 0, 4, 6, 5, 0, 0, 0, 4, 2, 1,
+                                  2, 2, 1, 1, 2, 2, 1, 1, 7, 3,  6, 2, 0, 1, 7, 5, 2, 4, 3, 2, 1};
+constexpr unsigned BaseCounts[] = {0, 0, 0, 0, 0, 1, 3, 1, 4, 0, 0, 3,
+                                   1, 1, 0, 0, 0, 0, 2, 0, 1, 0, 0, 0};
+
+template <std::size_t Size>
+unsigned countIn(unsigned const (&counts)[Size], IntrospectiveMethods const* methods) {
+    for (unsigned index = 1; index < Size; ++index) {
+        if (methods->package->classes[index] == methods) {
+            return counts[index];
+        }
+    }
+    return 0;
+}
+
+unsigned countOf(IntrospectiveMethods const* methods) {
+    if (methods->package == types::get_types_PackageIntrospectiveMethods()) {
+        return countIn(OwnCounts, methods);
+    }
+    if (methods->package == foundation::get_foundation_PackageIntrospectiveMethods()) {
+        return countIn(BaseCounts, methods);
+    }
+    return 0;
+}
+
+Property propertyOf(QOB::PropertyReference const& reference) {
+    IntrospectiveMethods const* const methods = recordOf(reference.package, reference.classIndex);
+    if (methods->properties == nullptr) {
+        return {methods, nullptr};
+    }
+    return {methods, methods->properties[reference.propertyId]};
+}
+
+/// The class and all above it, nearest first, each once.
+void collect(IntrospectiveMethods const* methods, std::vector<IntrospectiveMethods const*>& found) {
+    if (std::find(found.begin(), found.end(), methods) != found.end()) {
+        return;
+    }
+    found.push_back(methods);
+    for (auto const* super = methods->supers; super != nullptr && super->package != nullptr;
+         ++super) {
+        collect(recordOf(super->package, super->classIndex), found);
+    }
+}
+
+std::vector<IntrospectiveMethods const*> classesOf(IntrospectiveMethods const* methods) {
+    std::vector<IntrospectiveMethods const*> found;
+    collect(methods, found);
+    return found;
+}
+
+/// A value class by its place in the package of its description.
+struct ValueType {
+    QOB::PackageIntrospectiveMethods const* package;
+    unsigned index;
+    std::string name;
+    QOB::Object (*sample)(int variant);
+};
+
+std::vector<ValueType> const& valueTypes() {
+    auto const* const kernel = QOB::get_QOB_PackageIntrospectiveMethods();
+    auto const* const base = foundation::get_foundation_PackageIntrospectiveMethods();
+    auto const* const package = types::get_types_PackageIntrospectiveMethods();
+    static std::vector<ValueType> const* const all = new std::vector<ValueType>{
+        {kernel,
+         QOB::BooleanIndex,
+         QOB::Boolean::getTypeName(),
+         [](int variant) -> QOB::Object { return QOB::Boolean(variant % 2 == 0); }},
+        {kernel,
+         QOB::IntegerIndex,
+         QOB::Integer::getTypeName(),
+         [](int variant) -> QOB::Object { return QOB::Integer(7 + variant); }},
+        {kernel,
+         QOB::RealIndex,
+         QOB::Real::getTypeName(),
+         [](int variant) -> QOB::Object { return QOB::Real(1.5 + variant); }},
+        {kernel,
+         QOB::StringIndex,
+         QOB::String::getTypeName(),
+         [](int variant) -> QOB::Object { return QOB::String(variant == 0 ? "one" : "two"); }},
+        {base,
+         9,
+         foundation::VisibilityKind::getTypeName(),
+         [](int variant) -> QOB::Object { return foundation::VisibilityKind(1 + variant); }},
+        {package,
+         8,
+         types::DataSize::getTypeName(),
+         [](int variant) -> QOB::Object {
+             return types::DataSize(3 + variant, types::DataSizeUnitKind::byte);
+         }},
+        {package,
+         11,
+         types::FloatingPointKind::getTypeName(),
+         [](int variant) -> QOB::Object { return types::FloatingPointKind(1 - variant); }},
+        {package,
+         33,
+         types::CompuMethodCategory::getTypeName(),
+         [](int variant) -> QOB::Object { return types::CompuMethodCategory(1 + variant); }},
+    };
+    return *all;
+}
+
+ValueType const& valueTypeOf(Property const& property) {
+    for (ValueType const& type : valueTypes()) {
+        if (type.package == property.description->package() &&
+            type.index == property.description->typeIndex) {
+            return type;
+        }
+    }
+    throw std::logic_error(std::string(property.description->name) + " has an unknown type");
+}
+
+} // namespace
+
+std::vector<ConcreteClass> const& concreteClasses() {
+    static std::vector<ConcreteClass> const* const classes =
+        new std::vector<ConcreteClass>{VELUM_CONCRETE_CLASSES(VELUM_ROW)};
+    return *classes;
+}
+
+IntrospectiveMethods const* Property::type() const {
+    return recordOf(description->package, description->typeIndex);
+}
+
+Property Property::opposite() const {
+    return propertyOf(
+        {description->oppositePackage, description->oppositeClass, description->oppositeId});
+}
+
+QOB::Object Property::get(QOB::ClassObject const& object) const {
+    return methods->getSingleValued(object.get(), object.getDeviant(), id());
+}
+bool Property::isThere(QOB::ClassObject const& object) const {
+    return methods->hasSingleValued(object.get(), object.getDeviant(), id());
+}
+void Property::set(QOB::ClassObject const& object, QOB::Object const& value) const {
+    methods->setSingleValued(object.get(), object.getDeviant(), id(), value);
+}
+void Property::remove(QOB::ClassObject const& object) const {
+    methods->removeSingleValued(object.get(), object.getDeviant(), id());
+}
+QOB::Sequence<QOB::Object> Property::elements(QOB::ClassObject const& object) const {
+    return elementsOf(object.get(), object.getDeviant());
+}
+QOB::Sequence<QOB::Object> Property::elementsOf(QOB::NSInterface::ObjectIntf* object,
+                                                QOB::Deviant deviant) const {
+    using QOB::filtered_sequence_internal::GenericFilter;
+    using QOB::filtered_sequence_internal::GenericFilteredSequence;
+    auto const found = methods->getMultiValued(object, deviant, id(), true);
+    if (!isReference()) {
+        return QOB::Sequence<QOB::Object>(found); // boxed already
+    }
+    return {new GenericFilteredSequence(found.pointer(), GenericFilter::boxedObjects()), deviant};
+}
+
+bool isA(IntrospectiveMethods const* methods, IntrospectiveMethods const* base) {
+    std::vector<IntrospectiveMethods const*> const classes = classesOf(methods);
+    return std::find(classes.begin(), classes.end(), base) != classes.end();
+}
+
+std::vector<Property> propertiesOf(IntrospectiveMethods const* methods) {
+    std::vector<Property> found;
+    for (IntrospectiveMethods const* declaring : classesOf(methods)) {
+        for (unsigned id = 1; id <= countOf(declaring); ++id) {
+            found.push_back({declaring, declaring->properties[id]});
+        }
+    }
+    return found;
+}
+
+Property inPlaceOf(Property const& property, IntrospectiveMethods const* methods) {
+    for (Property const& candidate : propertiesOf(methods)) {
+        for (unsigned i = 0; i < candidate.description->redefinedCount; ++i) {
+            if (propertyOf(candidate.description->redefined[i]) == property &&
+                !property.isDerived()) {
+                return candidate;
+            }
+        }
+    }
+    return property;
+}
+
+bool comesDownTo(Property const& property, char const* name) {
+    if (property.description == nullptr) {
+        return false;
+    }
+    if (std::strcmp(property.description->name, name) == 0) {
+        return true;
+    }
+    for (unsigned i = 0; i < property.description->redefinedCount; ++i) {
+        if (comesDownTo(propertyOf(property.description->redefined[i]), name)) {
+            return true;
+        }
+    }
+    for (unsigned i = 0; i < property.description->subsettedCount; ++i) {
+        if (comesDownTo(propertyOf(property.description->subsetted[i]), name)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+QOB::Object sampleValue(Property const& property, int variant) {
+    return valueTypeOf(property).sample(variant);
+}
+
+QOB::Object defaultValue(Property const& property) {
+    std::string const& type = valueTypeOf(property).name;
+    if (!QOB::ValueObjectFactory::isValueObjectType(type)) {
+        return foundation::VisibilityKind(0); // has no text either
+    }
+    char const* const text = property.description->defaultValue;
+    return *text == '\0' ? QOB::Object(QOB::ValueObjectFactory::create(type))
+                         : QOB::Object(QOB::ValueObjectFactory::createFromString(type, text));
+}
+
+ConcreteClass const& partnerClass(Property const& property, IntrospectiveMethods const* owner) {
+    Property const valid = inPlaceOf(property, owner);
+    for (ConcreteClass const& candidate : allClasses()) {
+        if (!isA(candidate.methods, valid.type())) {
+            continue;
+        }
+        // A class that narrows the other end may not take objects of this one.
+        if (valid.hasOpposite() &&
+            !isA(owner, inPlaceOf(valid.opposite(), candidate.methods).type())) {
+            continue;
+        }
+        return candidate;
+    }
+    throw std::logic_error(std::string(property.description->name) + " takes no objects");
+}
+
+std::string show(QOB::Object const& value) {
+    if (value.get() == nullptr) {
+        return "none";
+    }
+    if (QOB::ImmutableValueObject const box(value); box.get() != nullptr) {
+        return box.getValueTypeName() + ":" + std::string(value.toString());
+    }
+    std::string text = "#";
+    text += std::string(QOB::ClassObject(value).getObjectId().toString());
+    text += value.isValid() ? "" : " gone";
+    return text;
+}
+
+std::string showElements(QOB::Sequence<QOB::Object> const& elements) {
+    std::string text;
+    for (QOB::Object const& element : elements) {
+        text += show(element);
+        text += ' ';
+    }
+    return text;
+}
+
+std::string print(QOB::NSInterface::ObjectIntf* object,
+                  QOB::Deviant deviant,
+                  std::vector<Property> const& properties) {
+    // A state knows only what it stores.
+    bool const isState = !object->getRootDeviant().isNotNull();
+    std::string text;
+    for (Property const& property : properties) {
+        if (property.isDerived() && (isState || !property.isMany())) {
+            continue;
+        }
+        text += property.description->name;
+        text += " = ";
+        if (property.isMany()) {
+            text += showElements(property.elementsOf(object, deviant));
+        } else {
+            text += property.methods->hasSingleValued(object, deviant, property.id()) ? "" : "- ";
+            text += show(property.methods->getSingleValued(object, deviant, property.id()));
+        }
+        text += '\n';
+    }
+    return text;
+}
+
+// Defaults are made by the names of value classes, which the start of the library enters.
+World::World()
+    : model((types::initialize(), types::NSInterface::FactoryIntf::createNewModel())),
+      root(model.getDeviant()) {
+}
+
+QOB::ClassObject World::create(ConcreteClass const& of) {
+    made_.push_back({of.create(model), propertiesOf(of.methods)});
+    return made_.back().object;
+}
+
+QOB::Object World::another(QOB::ClassObject const& object,
+                           Property const& property,
+                           IntrospectiveMethods const* of) {
+    if (property.isReference()) {
+        return create(partnerClass(property, of));
+    }
+    QOB::Object const first = sampleValue(property, 0);
+    bool const isHeld = property.isMany() ? property.elements(object).contains(first)
+                                          : show(property.get(object)) == show(first);
+    return isHeld ? sampleValue(property, 1) : first;
+}
+
+QOB::ClassObject World::createFull(ConcreteClass const& of) {
+    QOB::ClassObject const object = create(of);
+    for (Property const& property : propertiesOf(of.methods)) {
+        // A redefined property is filled by the one in its place, a container by its owner.
+        if (property.isDerived() || property.isWayToOwner() ||
+            !(inPlaceOf(property, of.methods) == property)) {
+            continue;
+        }
+        if (property.isMany()) {
+            property.elements(object).push_back(another(object, property, of.methods));
+            property.elements(object).push_back(another(object, property, of.methods));
+        } else {
+            property.set(object, another(object, property, of.methods));
+        }
+    }
+    return object;
+}
+
+std::string World::print(QOB::Deviant deviant) const {
+    std::string text;
+    for (Made const& made : made_) {
+        QOB::ClassObject const object(made.object.get(), deviant);
+        text += show(object);
+        text += '\n';
+        if (object.isValid()) {
+            text += VelumTest::print(object.get(), deviant, made.properties);
+            text += "in ";
+            text += show(object.getContainerQOB());
+            text += '\n';
+        }
+    }
+    return text;
+}
+
+} // namespace VelumTest
