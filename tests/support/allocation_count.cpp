@@ -2,11 +2,18 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <malloc.h>
 #include <new>
 
 namespace {
 
 std::atomic<std::size_t> count{0};
+std::atomic<std::size_t> bytes{0};
+
+void release(void* memory) noexcept {
+    bytes.fetch_sub(malloc_usable_size(memory), std::memory_order_relaxed);
+    std::free(memory);
+}
 
 } // namespace
 
@@ -14,19 +21,24 @@ std::size_t VelumTest::allocationCount() noexcept {
     return count.load(std::memory_order_relaxed);
 }
 
+std::size_t VelumTest::allocatedBytes() noexcept {
+    return bytes.load(std::memory_order_relaxed);
+}
+
 // The array forms of the standard library come here as well.
 void* operator new(std::size_t size) {
     count.fetch_add(1, std::memory_order_relaxed);
     if (void* memory = std::malloc(size == 0 ? 1 : size)) {
+        bytes.fetch_add(malloc_usable_size(memory), std::memory_order_relaxed);
         return memory;
     }
     throw std::bad_alloc();
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    release(memory);
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
+    release(memory);
 }

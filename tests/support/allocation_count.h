@@ -8,5 +8,7 @@ namespace VelumTest {
 /// around a few statements. Needs allocation_count.cpp in the test program, which replaces the
 /// plain operator new; over-aligned requests are not counted.
 std::size_t allocationCount() noexcept;
+/// How much memory of those requests is in use, by what the allocator gave for them.
+std::size_t allocatedBytes() noexcept;
 
 } // namespace VelumTest

@@ -330,10 +330,16 @@ std::string print(QOB::NSInterface::ObjectIntf* object,
     return text;
 }
 
-// Defaults are made by the names of value classes, which the start of the library enters.
 World::World()
-    : model((types::initialize(), types::NSInterface::FactoryIntf::createNewModel())),
-      root(model.getDeviant()) {
+    : model(types::NSInterface::FactoryIntf::createNewModel()), root(model.getDeviant()) {
+    // Defaults are made by the names of value classes, which the start of the library enters.
+    types::initialize();
+}
+
+World::~World() {
+    if (model.isValid()) {
+        model.destroy();
+    }
 }
 
 QOB::ClassObject World::create(ConcreteClass const& of) {

@@ -88,7 +88,8 @@ public:
     World();
     World(World const&) = delete;
     World& operator=(World const&) = delete;
-    ~World() { model.destroy(); }
+    /// Ends the model, if the test hasn't.
+    ~World();
 
     QOB::ClassObject create(ConcreteClass const& of);
     /// An object that the property takes, or a value that it doesn't hold now.

@@ -7,7 +7,8 @@
 namespace QOB::property {
 
 /// The value joins the wider property `GetMany` first, with its other end: a refusal there leaves
-/// the reference as it was. A removal leaves the wider property alone.
+/// the reference as it was. One that is there already is found without a view. A removal leaves the
+/// wider property alone.
 template <auto Get, auto Set, auto Remove, auto GetMany, class Intf, class Handle>
 void setSubsetting(Intf* object,
                    Deviant deviant,
@@ -15,7 +16,10 @@ void setSubsetting(Intf* object,
                    IntrospectiveMethods const& methods,
                    unsigned id) {
     if (value.isValid()) {
-        (object->*GetMany)(deviant).push_back(value);
+        auto* const state = const_cast<Intf*>(readState(object, deviant));
+        if (!(state->*GetMany)(deviant).contains(value)) {
+            (object->*GetMany)(deviant).push_back(value);
+        }
     }
     setReference<Get, Set, Remove>(object, deviant, value, methods, id);
 }

@@ -1,0 +1,113 @@
+#include "support/allocation_count.h"
+#include "velum_types/tests/support/described.h"
+#include "velum_types/types.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace types = Zorvane::metamodel::types;
+
+using QOB::ClassObject;
+using QOB::Deviant;
+using QOB::Object;
+using VelumTest::allocationCount;
+using VelumTest::ConcreteClass;
+using VelumTest::Property;
+using VelumTest::World;
+
+namespace {
+
+/// Reads a property and writes what it holds: by number, as a generic tool does, which boxes what
+/// is read and is not a reference.
+void expectNone(ClassObject const& object, Property const& property) {
+    Object const held = property.get(object);
+    bool const canBeWritten = held.get() != nullptr;
+    std::size_t before = allocationCount();
+    property.isThere(object);
+    EXPECT_EQ(allocationCount(), before) << "has";
+    {
+        Object const read = property.get(object);
+        EXPECT_EQ(allocationCount() - before, property.isReference() ? 0U : 1U) << "get";
+    }
+    before = allocationCount();
+    if (canBeWritten) {
+        property.set(object, held);
+    } else {
+        property.remove(object);
+    }
+    EXPECT_EQ(allocationCount(), before) << "set to what it is";
+}
+
+TEST(Allocations, ReadsAndWritesThatChangeNothingAllocateNothing) {
+    for (ConcreteClass const& of : VelumTest::concreteClasses()) {
+        World world;
+        ClassObject const full = world.createFull(of);
+        ClassObject const bare = world.create(of);
+        Deviant const without = world.model.createDeviant();
+        Deviant const with = world.model.createDeviant();
+        for (ClassObject const& object : {full, bare}) {
+            object->setExternalId(with, "here"); // makes a state
+            for (Deviant const deviant : {world.root, without, with}) {
+                for (Property const& property : VelumTest::propertiesOf(of.methods)) {
+                    if (property.isDerived() || property.isMany()) {
+                        continue;
+                    }
+                    std::string place = of.name;
+                    place.append(".").append(property.description->name);
+                    SCOPED_TRACE(place);
+                    // The first time makes the tables of the classes.
+                    property.get(ClassObject(object.get(), deviant));
+                    expectNone(ClassObject(object.get(), deviant), property);
+                }
+            }
+        }
+    }
+}
+
+/// What creating an object takes on average, in a model that grows from nothing.
+struct Cost {
+    double allocations;
+    double bytes;
+};
+
+template <class Create>
+Cost costOf(Create const& create) {
+    constexpr int Count = 4096;
+    QOB::Model const model = types::NSInterface::FactoryIntf::createNewModel();
+    create(model); // makes the tables of the class
+    std::size_t const allocations = allocationCount();
+    std::size_t const bytes = VelumTest::allocatedBytes();
+    for (int i = 0; i < Count; ++i) {
+        create(model);
+    }
+    Cost const cost{static_cast<double>(allocationCount() - allocations) / Count,
+                    static_cast<double>(VelumTest::allocatedBytes() - bytes) / Count};
+    model.destroy();
+    return cost;
+}
+
+TEST(Allocations, CreatingANamedIntegerTakesFew) {
+    Cost const cost =
+        costOf([](QOB::Model const& model) { types::Integer::create(model, "a name of its own"); });
+    std::cout << "Integer::create(model, name): " << cost.allocations << " allocations, "
+              << cost.bytes << " bytes\n";
+    EXPECT_LE(cost.allocations, 4.0);
+    EXPECT_LE(cost.bytes, 640.0);
+}
+
+// The object and its state, and now and then the model's tables.
+TEST(Allocations, CreatingAnObjectOfAnyClassTakesTwo) {
+    for (ConcreteClass const& of : VelumTest::concreteClasses()) {
+        Cost const cost = costOf([&](QOB::Model const& model) { of.create(model); });
+        std::cout << of.name << ": " << cost.allocations << " allocations, " << cost.bytes
+                  << " bytes\n";
+        EXPECT_LE(cost.allocations, 2.1) << of.name;
+        EXPECT_LE(cost.bytes, 512.0) << of.name;
+    }
+}
+
+} // namespace
