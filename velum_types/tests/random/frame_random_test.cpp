@@ -1,0 +1,585 @@
+// Random sequences of what a host does to objects of the metaclasses, in several deviants, with
+// transactions and undo. After each step, in every deviant: both ends of each association agree,
+// what an object contains knows it as its container, the other deviants show what they showed
+// before, and undo, redo and rollback lead back to what was printed then.
+//
+//     frame_random_test [--sequences N] [--seed S] [--length L]
+//
+// A failure is shrunk and printed with the seed that repeats it.
+
+#include "qob/qob/transaction.h"
+#include "velum_types/tests/support/described.h"
+
+#include <rapidcheck.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using QOB::ClassObject;
+using QOB::Deviant;
+using QOB::Object;
+using VelumTest::ConcreteClass;
+using VelumTest::Property;
+
+enum class Action {
+    Create,
+    Write,
+    Destroy,
+    Branch,
+    RemoveBranch,
+    Begin,
+    Commit,
+    Rollback,
+    Undo,
+    Redo
+};
+constexpr int ActionCount = 10;
+char const* const ActionNames[ActionCount] = {"create",
+                                              "write",
+                                              "destroy",
+                                              "branch",
+                                              "removeBranch",
+                                              "begin",
+                                              "commit",
+                                              "rollback",
+                                              "undo",
+                                              "redo"};
+
+/// One step; the numbers pick among what is there when it runs.
+struct Command {
+    int action;
+    unsigned deviant;
+    unsigned object;
+    unsigned property;
+    unsigned value;
+    unsigned way;
+};
+
+[[maybe_unused]] void showValue(Command const& command, std::ostream& out) {
+    out << ActionNames[command.action] << "(d" << command.deviant << ", object " << command.object
+        << ", property " << command.property << ", value " << command.value << ", way "
+        << command.way << ")";
+}
+
+} // namespace
+
+template <>
+struct rc::Arbitrary<Command> {
+    static Gen<Command> arbitrary() {
+        auto const action = gen::weightedOneOf<int>({
+            {5, gen::just(static_cast<int>(Action::Create))},
+            {20, gen::just(static_cast<int>(Action::Write))},
+            {8, gen::inRange(0, ActionCount)},
+        });
+        return gen::build<Command>(gen::set(&Command::action, action),
+                                   gen::set(&Command::deviant, gen::inRange(0U, 4U)),
+                                   gen::set(&Command::object, gen::inRange(0U, 60U)),
+                                   gen::set(&Command::property, gen::inRange(0U, 60U)),
+                                   gen::set(&Command::value, gen::inRange(0U, 60U)),
+                                   gen::set(&Command::way, gen::inRange(0U, 7U)));
+    }
+};
+
+namespace {
+
+/// What takes part: every kind of association and containment, few enough to meet often.
+constexpr char const* Chosen[] = {"Integer",
+                                  "Enumeration",
+                                  "EnumerationLiteral",
+                                  "Structure",
+                                  "StructElement",
+                                  "CompuMethod",
+                                  "DataConstr",
+                                  "Dimension",
+                                  "Unit",
+                                  "StructureValueSpecification",
+                                  "Slot",
+                                  "LiteralReal",
+                                  "LookupTableType",
+                                  "Axis",
+                                  "SharedAxisType",
+                                  "SwRecordLayout"};
+
+/// A class with what a step may write; made once.
+struct Kind {
+    ConcreteClass of;
+    std::vector<Property> all;
+    std::vector<Property> writable;
+    std::vector<Property> owning;
+    std::vector<Property> ends;  ///< single, of an association
+    std::vector<Property> lists; ///< their other ends
+};
+
+bool isAssociation(Property const& property) {
+    return property.hasOpposite() && !property.isDerived() && !property.opposite().isDerived();
+}
+
+std::vector<Kind> const& kinds() {
+    static std::vector<Kind> const* const made = [] {
+        auto* const found = new std::vector<Kind>;
+        for (ConcreteClass const& of : VelumTest::concreteClasses()) {
+            if (std::none_of(std::begin(Chosen), std::end(Chosen), [&](char const* name) {
+                    return std::strcmp(name, of.name) == 0;
+                })) {
+                continue;
+            }
+            Kind kind{of, VelumTest::propertiesOf(of.methods), {}, {}, {}, {}};
+            for (Property const& property : kind.all) {
+                bool const inPlace = VelumTest::inPlaceOf(property, of.methods) == property;
+                if (property.isDerived() || (property.isWayToOwner() && !isAssociation(property))) {
+                    continue;
+                }
+                kind.writable.push_back(property);
+                if (property.ownsObjects() && inPlace) {
+                    kind.owning.push_back(property);
+                }
+                if (isAssociation(property)) {
+                    (property.isMany() ? kind.lists : kind.ends).push_back(property);
+                }
+            }
+            found->push_back(std::move(kind));
+        }
+        return found;
+    }();
+    return *made;
+}
+
+class Run {
+public:
+    Run() : model_(world_.model) { views_.push_back(std::make_unique<View>(View{model_, {}})); }
+
+    ~Run() = default;
+    Run(Run const&) = delete;
+    Run& operator=(Run const&) = delete;
+
+    void step(Command const& command) {
+        std::size_t const d = command.deviant % views_.size();
+        std::vector<Snapshot> before;
+        for (auto const& view : views_) {
+            before.push_back(snapshot(*view));
+        }
+        std::size_t const removed = perform(command, d);
+        if (removed != 0) {
+            before.erase(before.begin() + static_cast<std::ptrdiff_t>(removed));
+        }
+        for (std::size_t i = 0; i < views_.size(); ++i) {
+            check(*views_[i]);
+            if (i != d && i < before.size() && removed == 0) {
+                require(sameAsFarAs(before[i].size(), before[i], snapshot(*views_[i])),
+                        "a write in one deviant shows in another");
+            }
+        }
+    }
+
+    /// Ends the model; nothing but the handles here may hold an object then.
+    void end() {
+        for (auto const& view : views_) {
+            view->open.reset();
+        }
+        views_.clear();
+        model_.destroy();
+        for (Thing const& thing : things_) {
+            require(thing.object->numRef() == 1, "an object outlives its model");
+        }
+    }
+
+private:
+    using Snapshot = std::vector<std::string>; ///< of each object
+    struct Step {
+        Snapshot before;
+        Snapshot after;
+    };
+    struct View {
+        QOB::Model model;
+        std::unique_ptr<QOB::Transaction> open;
+        Snapshot atBegin{};
+        std::vector<Step> done{};
+        std::vector<Step> undone{};
+
+        Deviant deviant() const { return model.getDeviant(); }
+    };
+    struct Thing {
+        ClassObject object;
+        Kind const* kind;
+    };
+
+    static void require(bool holds, std::string const& otherwise) {
+        if (!holds) {
+            RC_FAIL(otherwise);
+        }
+    }
+
+    static bool sameAsFarAs(std::size_t count, Snapshot const& a, Snapshot const& b) {
+        return std::equal(a.begin(),
+                          a.begin() + static_cast<std::ptrdiff_t>(count),
+                          b.begin(),
+                          b.begin() + static_cast<std::ptrdiff_t>(count));
+    }
+    /// Objects that one of the two doesn't know yet don't exist in it.
+    static bool same(Snapshot a, Snapshot b) {
+        std::size_t const size = std::max(a.size(), b.size());
+        a.resize(size, "gone");
+        b.resize(size, "gone");
+        return a == b;
+    }
+
+    ClassObject in(View const& view, Thing const& thing) const {
+        return {thing.object.get(), view.deviant()};
+    }
+
+    Snapshot snapshot(View const& view) const {
+        Snapshot texts;
+        for (Thing const& thing : things_) {
+            ClassObject const object = in(view, thing);
+            if (!object.isValid()) {
+                texts.emplace_back("gone");
+                continue;
+            }
+            texts.push_back(VelumTest::print(object.get(), view.deviant(), thing.kind->all));
+            texts.back() += VelumTest::show(object.getContainerQOB());
+        }
+        return texts;
+    }
+
+    // Steps -------------------------------------------------------------------------------------
+
+    bool isAnyBranchOpen() const {
+        return std::any_of(views_.begin() + 1, views_.end(), [](auto const& view) {
+            return view->open != nullptr;
+        });
+    }
+
+    /// A branch that has an open transaction, or steps to undo, when the root moves on would fall
+    /// back to what the root has then: a host that wants both keeps them apart, as here.
+    bool mayWrite(std::size_t d) const { return d != 0 || !isAnyBranchOpen(); }
+    void rootMoved() {
+        for (std::size_t i = 1; i < views_.size(); ++i) {
+            views_[i]->model.setUndoEnabled(false);
+            views_[i]->model.setUndoEnabled(true);
+            views_[i]->done.clear();
+            views_[i]->undone.clear();
+        }
+    }
+
+    /// Runs a write in the open transaction, or in one of its own.
+    template <class Write>
+    void write(std::size_t d, Write const& action) {
+        View& view = *views_[d];
+        if (view.open != nullptr) {
+            action();
+            return;
+        }
+        begin(view);
+        action();
+        commit(d);
+    }
+    void begin(View& view) {
+        view.model.setUndoEnabled(true);
+        view.atBegin = snapshot(view);
+        view.open = std::make_unique<QOB::Transaction>(view.model);
+    }
+    void commit(std::size_t d) {
+        View& view = *views_[d];
+        view.open->commit();
+        view.open.reset();
+        Snapshot after = snapshot(view);
+        if (!same(view.atBegin, after)) {
+            view.done.push_back({view.atBegin, std::move(after)});
+            view.undone.clear();
+        }
+        if (d == 0) {
+            rootMoved();
+        }
+    }
+
+    /// Steps that show nothing are gone through.
+    void travel(std::size_t d, bool back) {
+        View& view = *views_[d];
+        Snapshot const before = snapshot(view);
+        std::vector<Step>& from = back ? view.done : view.undone;
+        std::vector<Step>& to = back ? view.undone : view.done;
+        while (back ? view.model.undo() : view.model.redo()) {
+            Snapshot const now = snapshot(view);
+            if (same(now, before)) {
+                continue;
+            }
+            require(!from.empty(), "there is a step that nothing made");
+            require(same(now, back ? from.back().before : from.back().after),
+                    back ? "undo leads elsewhere" : "redo leads elsewhere");
+            to.push_back(from.back());
+            from.pop_back();
+            break;
+        }
+        if (d == 0) {
+            rootMoved();
+        }
+    }
+
+    /// The number of a branch that the step removed, or 0.
+    std::size_t perform(Command const& command, std::size_t d) {
+        View& view = *views_[d];
+        switch (static_cast<Action>(command.action)) {
+        case Action::Create:
+            if (mayWrite(d) && things_.size() < 24) {
+                write(d, [&] { create(view, command); });
+            }
+            break;
+        case Action::Write:
+            if (Thing const* const thing = pick(view, command.object); thing && mayWrite(d)) {
+                write(d, [&] { writeProperty(view, *thing, command); });
+            }
+            break;
+        case Action::Destroy:
+            if (Thing const* const thing = pick(view, command.object); thing && mayWrite(d)) {
+                write(d, [&] { in(view, *thing).destroy(); });
+            }
+            break;
+        case Action::Branch:
+            if (views_.size() < 4) {
+                views_.push_back(
+                    std::make_unique<View>(View{model_.inDeviant(model_.createDeviant()), {}}));
+            }
+            break;
+        case Action::RemoveBranch:
+            if (d != 0) {
+                view.open.reset();
+                model_.removeDeviant(view.deviant());
+                views_.erase(views_.begin() + static_cast<std::ptrdiff_t>(d));
+                return d;
+            }
+            break;
+        case Action::Begin:
+            if (view.open == nullptr && mayWrite(d) && (d == 0 || views_[0]->open == nullptr)) {
+                begin(view);
+            }
+            break;
+        case Action::Commit:
+            if (view.open != nullptr) {
+                commit(d);
+            }
+            break;
+        case Action::Rollback:
+            if (view.open != nullptr) {
+                view.open->rollback();
+                view.open.reset();
+                require(same(snapshot(view), view.atBegin), "rollback leads elsewhere");
+            }
+            break;
+        case Action::Undo:
+        case Action::Redo:
+            if (view.open == nullptr && mayWrite(d)) {
+                travel(d, static_cast<Action>(command.action) == Action::Undo);
+            }
+            break;
+        }
+        return 0;
+    }
+
+    void create(View const& view, Command const& command) {
+        Kind const& kind = kinds()[command.object % kinds().size()];
+        things_.push_back({kind.of.create(view.model), &kind});
+    }
+
+    Thing const* pick(View const& view, unsigned number) const {
+        std::vector<Thing const*> present;
+        for (Thing const& thing : things_) {
+            if (in(view, thing).isValid()) {
+                present.push_back(&thing);
+            }
+        }
+        return present.empty() ? nullptr : present[number % present.size()];
+    }
+
+    static bool isInside(ClassObject part, ClassObject const& whole) {
+        for (; part.isValid(); part = part.getContainerQOB()) {
+            if (part == whole) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// An object that the property takes; empty if there is none.
+    Object pickValue(View const& view,
+                     Thing const& owner,
+                     Property const& property,
+                     unsigned number) const {
+        if (!property.isReference()) {
+            return VelumTest::sampleValue(property, static_cast<int>(number % 2));
+        }
+        Property const valid = VelumTest::inPlaceOf(property, owner.kind->of.methods);
+        std::vector<Object> fitting;
+        for (Thing const& thing : things_) {
+            ClassObject const value = in(view, thing);
+            ClassObject const self = in(view, owner);
+            auto const* const methods = thing.kind->of.methods;
+            if (!value.isValid() || !VelumTest::isA(methods, valid.type())) {
+                continue;
+            }
+            if (valid.hasOpposite() &&
+                !VelumTest::isA(owner.kind->of.methods,
+                                VelumTest::inPlaceOf(valid.opposite(), methods).type())) {
+                continue;
+            }
+            // Nothing is put into itself, nor given by two properties to one owner.
+            if (property.ownsObjects() && value.getContainerQOB() == self) {
+                continue;
+            }
+            if ((property.ownsObjects() && isInside(self, value)) ||
+                (property.isWayToOwner() && isInside(value, self))) {
+                continue;
+            }
+            fitting.emplace_back(value);
+        }
+        return fitting.empty() ? Object() : fitting[number % fitting.size()];
+    }
+
+    void writeProperty(View const& view, Thing const& thing, Command const& command) {
+        std::vector<Property> const& properties = thing.kind->writable;
+        Property const& property = properties[command.property % properties.size()];
+        ClassObject const object = in(view, thing);
+        Object const value = pickValue(view, thing, property, command.value);
+        if (!property.isMany()) {
+            if (command.way == 0 || value.get() == nullptr) {
+                property.remove(object);
+            } else {
+                property.set(object, value);
+            }
+            return;
+        }
+        auto const elements = property.elements(object);
+        int const size = elements.size();
+        int const index = size == 0 ? 0 : static_cast<int>(command.value) % size;
+        if (command.way == 0 && size != 0) {
+            elements.erase(index);
+        } else if (command.way == 1) {
+            elements.clear();
+        } else if (command.way == 2 && value.get() != nullptr) {
+            elements.removeAll(value);
+        } else if (command.way == 3 && value.get() != nullptr) {
+            elements.insert(index, value);
+        } else if (command.way == 4 && property.ownsObjects() && size != 0) {
+            object.getContaineeQOBs().removeAll(ClassObject(elements.at(index)));
+        } else if (value.get() != nullptr) {
+            elements.push_back(value);
+        }
+    }
+
+    // What must hold ----------------------------------------------------------------------------
+
+    static int countOf(QOB::Sequence<Object> const& elements, ClassObject const& object) {
+        int count = 0;
+        for (Object const& element : elements) {
+            count += ClassObject(element) == object ? 1 : 0;
+        }
+        return count;
+    }
+
+    void check(View const& view) const {
+        for (Thing const& thing : things_) {
+            ClassObject const object = in(view, thing);
+            if (object.isValid()) {
+                checkEnds(object, *thing.kind);
+                checkContained(object, *thing.kind);
+            }
+        }
+        for (ClassObject const& rootObject : view.model.getRootObjects()) {
+            require(rootObject.isValid(), "the model lists an object that is gone");
+        }
+    }
+
+    static void checkEnds(ClassObject const& object, Kind const& kind) {
+        for (Property const& end : kind.ends) {
+            ClassObject const far(end.get(object));
+            if (far.get() == nullptr) {
+                continue;
+            }
+            require(far.isValid(), "an association leads to an object that is gone");
+            require(countOf(end.opposite().elements(far), object) == 1,
+                    std::string(end.description->name) + " leads to one that doesn't list it once");
+        }
+        for (Property const& list : kind.lists) {
+            for (Object const& element : list.elements(object)) {
+                require(element.isValid(), "an association lists an object that is gone");
+                require(ClassObject(list.opposite().get(ClassObject(element))) == object,
+                        std::string(list.description->name) + " lists one that leads elsewhere");
+            }
+        }
+    }
+
+    static void checkContained(ClassObject const& object, Kind const& kind) {
+        std::vector<ClassObject> owned;
+        for (Property const& property : kind.owning) {
+            if (property.isMany()) {
+                for (Object const& element : property.elements(object)) {
+                    owned.emplace_back(element);
+                }
+            } else if (ClassObject const value(property.get(object)); value.get() != nullptr) {
+                owned.push_back(value);
+            }
+        }
+        for (ClassObject const& part : owned) {
+            require(part.isValid(), "an object contains one that is gone");
+            require(part.getContainerQOB() == object, "a part has another container");
+            require(std::count(owned.begin(), owned.end(), part) == 1, "a part is owned twice");
+        }
+        auto const shown = object.getContaineeQOBs();
+        require(shown.size() == static_cast<int>(owned.size()), "the view shows another number");
+        for (ClassObject const& part : shown) {
+            require(std::count(owned.begin(), owned.end(), part) == 1,
+                    "the view shows what no property owns");
+        }
+        ClassObject const container = object.getContainerQOB();
+        require(container.get() == nullptr || container.getContaineeQOBs().contains(object),
+                "the container doesn't show its part");
+    }
+
+    VelumTest::World world_;
+    QOB::Model model_;
+    std::vector<std::unique_ptr<View>> views_;
+    std::vector<Thing> things_;
+};
+
+void property(std::vector<Command> const& commands) {
+    Run run;
+    for (Command const& command : commands) {
+        run.step(command);
+    }
+    run.end();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::string seed = "20261121";
+    std::string sequences = "100";
+    std::string length = "150";
+    for (int i = 1; i < argc; i += 2) {
+        std::string const option = argv[i];
+        std::string* const value = option == "--seed"        ? &seed
+                                   : option == "--sequences" ? &sequences
+                                   : option == "--length"    ? &length
+                                                             : nullptr;
+        if (value == nullptr || i + 1 == argc) {
+            std::cerr << "usage: " << argv[0] << " [--seed S] [--sequences N] [--length L]\n";
+            return 2;
+        }
+        *value = argv[i + 1];
+    }
+    // The environment wins, so that the line which a failure prints can be used as it stands.
+    std::string params = "seed=";
+    params.append(seed)
+        .append(" max_success=")
+        .append(sequences)
+        .append(" max_size=")
+        .append(length);
+    setenv("RC_PARAMS", params.c_str(), 0);
+    return rc::check("associations and containments hold in every deviant", property) ? 0 : 1;
+}
