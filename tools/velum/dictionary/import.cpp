@@ -26,7 +26,6 @@ public:
           constraints_(context, methods_, units_, objects_),
           primitives_(context,
                       references_,
-                      baseTypes_,
                       methods_,
                       units_,
                       methodObjects_,

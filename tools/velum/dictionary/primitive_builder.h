@@ -26,7 +26,6 @@ class PrimitiveBuilder {
 public:
     PrimitiveBuilder(const ImportContext& context,
                      References& references,
-                     const BaseTypes& baseTypes,
                      const CompuMethods& methods,
                      UnitImporter& units,
                      CompuMethodImporter& methodObjects,
@@ -34,7 +33,6 @@ public:
                      Objects& objects)
         : context_(context),
           references_(references),
-          baseTypes_(baseTypes),
           methods_(methods),
           units_(units),
           methodObjects_(methodObjects),
@@ -64,7 +62,6 @@ private:
 
     ImportContext context_;
     References& references_;
-    const BaseTypes& baseTypes_;
     const CompuMethods& methods_;
     UnitImporter& units_;
     CompuMethodImporter& methodObjects_;
