@@ -109,18 +109,17 @@ void require(bool holds, const char* what) {
 
 /// One import; what it made can be shown, checked and undone.
 void importOne(const std::string& file) {
-    using namespace velum;
-    dictionary::Dictionary dictionary;
+    velum::dictionary::Dictionary dictionary;
     try {
-        const dictionary::Import import({file}, dictionary);
-        for (const QOB::ClassObject& object : model::freeObjects(dictionary.model())) {
-            require(!show::objectText(object).empty(), "An object is shown by no text.");
+        const velum::dictionary::Import import({file}, dictionary);
+        for (const QOB::ClassObject& object : velum::model::freeObjects(dictionary.model())) {
+            require(!velum::show::objectText(object).empty(), "An object is shown by no text.");
         }
-        check::checkModel(dictionary.model());
+        velum::check::checkModel(dictionary.model());
         if (!import.report().classes.empty()) {
             require(dictionary.model().undo(), "The import is no step.");
         }
-    } catch (const arxml::InputError&) {
+    } catch (const velum::arxml::InputError&) {
         // Refused, with nothing kept.
     }
     require(dictionary.model().getRootObjects().empty(), "Something is left.");

@@ -183,6 +183,7 @@ std::string importScattered(const TemporaryFiles& files,
         contents[fileOfPackage[i]] += packages[i];
     }
     std::vector<std::string> names;
+    names.reserve(contents.size());
     for (const auto& [number, content] : contents) {
         names.push_back(files.write(std::to_string(number) + ".arxml", document(content)));
     }
