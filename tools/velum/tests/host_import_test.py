@@ -436,6 +436,130 @@ class FindingTest(unittest.TestCase):
             [{"class": "Integer", "count": count + 1}, {"class": "SwBaseType", "count": 1}])
 
 
+class TypeTest(unittest.TestCase):
+    """What a type becomes, where the samples don't show it."""
+
+    BASE = named("SW-BASE-TYPE", "b", "<BASE-TYPE-SIZE>8</BASE-TYPE-SIZE>"
+                 "<BASE-TYPE-ENCODING>2C</BASE-TYPE-ENCODING>")
+
+    @staticmethod
+    def type(name, content="", category="VALUE", tail=""):
+        return named("IMPLEMENTATION-DATA-TYPE", name,
+                     (f"<CATEGORY>{category}</CATEGORY>" if category else "") +
+                     (properties(content) if content else "") + tail)
+
+    @staticmethod
+    def application(name, content):
+        return named("APPLICATION-PRIMITIVE-DATA-TYPE", name,
+                     "<CATEGORY>VALUE</CATEGORY>" + properties(content))
+
+    def shown(self, elements, path):
+        with Folder() as folder:
+            folder.write(
+                "f.arxml", f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>"
+                f"{elements}</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
+            return folder.run("show", "f.arxml", path).stdout.decode().splitlines()
+
+    def test_limits_through_a_method_of_falling_slope(self):
+        elements = (
+            named("COMPU-METHOD", "m", "<CATEGORY>LINEAR</CATEGORY><COMPU-INTERNAL-TO-PHYS>"
+                  "<COMPU-SCALES><COMPU-SCALE><COMPU-RATIONAL-COEFFS><COMPU-NUMERATOR><V>10</V>"
+                  "<V>-2</V></COMPU-NUMERATOR><COMPU-DENOMINATOR><V>1</V></COMPU-DENOMINATOR>"
+                  "</COMPU-RATIONAL-COEFFS></COMPU-SCALE></COMPU-SCALES></COMPU-INTERNAL-TO-PHYS>") +
+            named("DATA-CONSTR", "c", "<DATA-CONSTR-RULES><DATA-CONSTR-RULE><INTERNAL-CONSTRS>"
+                  "<LOWER-LIMIT INTERVAL-TYPE=\"OPEN\">0</LOWER-LIMIT><UPPER-LIMIT>5</UPPER-LIMIT>"
+                  "</INTERNAL-CONSTRS></DATA-CONSTR-RULE></DATA-CONSTR-RULES>") +
+            self.application("a", "<COMPU-METHOD-REF>/P/m</COMPU-METHOD-REF>"
+                             "<DATA-CONSTR-REF>/P/c</DATA-CONSTR-REF>"))
+        self.assertEqual(self.shown(elements, "/P/a"), ["/P/a: 64-bit float, [0, 10), by m"])
+
+    def test_a_reference_must_lead_to_what_it_says(self):
+        elements = self.BASE + "".join(
+            self.type(name, f"<BASE-TYPE-REF DEST=\"{dest}\">/P/b</BASE-TYPE-REF>")
+            for name, dest in {"good": "SW-BASE-TYPE", "super": "AR-ELEMENT", "bad": "UNIT"}.items())
+        result = imported(elements)
+        self.assertEqual(findings(result), [
+            ("/P/bad", "wrong-dest",
+             "The target (/P/b) is a SW-BASE-TYPE, not the UNIT that DEST says.")])
+        self.assertEqual(json.loads(result.stdout)["objects"][0], {"class": "Integer", "count": 2})
+
+    def test_an_alias_takes_over_method_and_constraint(self):
+        elements = (
+            self.BASE +
+            named("COMPU-METHOD", "m", "<CATEGORY>TEXTTABLE</CATEGORY><COMPU-INTERNAL-TO-PHYS>"
+                  "<COMPU-SCALES><COMPU-SCALE><LOWER-LIMIT>1</LOWER-LIMIT><UPPER-LIMIT>1</UPPER-LIMIT>"
+                  "<COMPU-CONST><VT>one</VT></COMPU-CONST></COMPU-SCALE></COMPU-SCALES>"
+                  "</COMPU-INTERNAL-TO-PHYS>") +
+            named("COMPU-METHOD", "same", "<CATEGORY>IDENTICAL</CATEGORY>") +
+            named("COMPU-METHOD", "steps", "<CATEGORY>TAB_NOINTP</CATEGORY>") +
+            self.type("t", "<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>"
+                      "<COMPU-METHOD-REF>/P/m</COMPU-METHOD-REF>") +
+            self.type("as_it_is", "<IMPLEMENTATION-DATA-TYPE-REF>/P/t</IMPLEMENTATION-DATA-TYPE-REF>",
+                      "TYPE_REFERENCE") +
+            self.type("number", "<COMPU-METHOD-REF>/P/same</COMPU-METHOD-REF>"
+                      "<IMPLEMENTATION-DATA-TYPE-REF>/P/t</IMPLEMENTATION-DATA-TYPE-REF>",
+                      "TYPE_REFERENCE") +
+            self.type("lost", "<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>"
+                      "<COMPU-METHOD-REF>/P/steps</COMPU-METHOD-REF>"))
+        self.assertEqual(
+            self.shown(elements, "/P/as_it_is"),
+            ["/P/as_it_is: signed 8-bit enumeration of 1, by m", "  1 = one"])
+        self.assertEqual(
+            self.shown(elements, "/P/number"), ["/P/number: signed 8-bit integer, by same"])
+        self.assertEqual(self.shown(elements, "/P/lost"), ["/P/lost: signed 8-bit integer"])
+        self.assertEqual(
+            findings(imported(elements)),
+            [("/P/lost", "dangling", "No object is made of the target (/P/steps).")])
+
+    def test_what_a_type_without_category_is(self):
+        def part(name, content):
+            return named("IMPLEMENTATION-DATA-TYPE-ELEMENT", name, content)
+        base = properties("<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>")
+        elements = self.BASE + "".join([
+            self.type("array", category="", tail="<SUB-ELEMENTS>" + part(
+                "e", "<ARRAY-SIZE>3</ARRAY-SIZE>" + base) + "</SUB-ELEMENTS>"),
+            self.type("record", category="", tail="<SUB-ELEMENTS>" + part("e", base) +
+                      part("e", base) + "</SUB-ELEMENTS>"),
+            self.type("nothing", category="")])
+        self.assertEqual(
+            [(path, reason) for path, reason, _ in findings(imported(elements))],
+            [("/P/array", "inferred"), ("/P/array/e", "inferred"), ("/P/record", "inferred"),
+             ("/P/record/e", "inferred"), ("/P/record/e", "duplicate-path"),
+             ("/P/record/e", "inferred")])
+        self.assertEqual(
+            self.shown(elements, "/P/array"), ["/P/array: array [3] of e: signed 8-bit integer"])
+        self.assertEqual(self.shown(elements, "/P/record"), [
+            "/P/record: structure", "  e  signed 8-bit integer", "  e  signed 8-bit integer"])
+        self.assertEqual(self.shown(elements, "/P/nothing"), [])
+
+    def test_a_matrix_of_one_constant_squared(self):
+        size = "<ARRAY-SIZE><SYSC-REF>/P/N</SYSC-REF></ARRAY-SIZE>"
+        elements = self.BASE + named("SW-SYSTEMCONST", "N") + self.type(
+            "m", category="ARRAY", tail="<SUB-ELEMENTS>" + named(
+                "IMPLEMENTATION-DATA-TYPE-ELEMENT", "r", "<CATEGORY>ARRAY</CATEGORY>" + size +
+                "<SUB-ELEMENTS>" + named(
+                    "IMPLEMENTATION-DATA-TYPE-ELEMENT", "c", "<CATEGORY>VALUE</CATEGORY>" + size +
+                    properties("<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>")) + "</SUB-ELEMENTS>") +
+            "</SUB-ELEMENTS>")
+        self.assertEqual(
+            [reason for _, reason, _ in findings(imported(elements))],
+            ["symbolic", "symbolic", "duplicate-value"])
+        self.assertEqual(
+            self.shown(elements, "/P/m"), ["/P/m: array [N x N] of c: signed 8-bit integer"])
+
+    def test_without_its_implementation_an_application_type_is_a_float(self):
+        def mapping(target):
+            return named("DATA-TYPE-MAPPING-SET", "s", "<DATA-TYPE-MAPS><DATA-TYPE-MAP>"
+                         "<APPLICATION-DATA-TYPE-REF>/P/a</APPLICATION-DATA-TYPE-REF>"
+                         f"<IMPLEMENTATION-DATA-TYPE-REF>{target}</IMPLEMENTATION-DATA-TYPE-REF>"
+                         "</DATA-TYPE-MAP></DATA-TYPE-MAPS>")
+        types = self.BASE + self.application("a", "<INVALID-VALUE/>") + self.type(
+            "i", "<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>")
+        self.assertEqual(
+            self.shown(types + mapping("/P/i"), "/P/a"), ["/P/a: signed 8-bit integer"])
+        self.assertEqual(self.shown(types + mapping("/P/none"), "/P/a"), ["/P/a: 64-bit float"])
+
+
 class RefusalTest(unittest.TestCase):
     """A file that cannot be read gives one line, on stderr only, letter for letter."""
 
