@@ -1,8 +1,7 @@
 #pragma once
 
 #include "qob/kernel/containers/sequence/sequence.h"
-#include "qob/kernel/property/reference.h"
-#include "qob/qob/object.h"
+#include "qob/kernel/property/container.h"
 
 /// A single object that another owns: a reference in the owner, and the owner as its container.
 namespace QOB::property {
@@ -16,7 +15,8 @@ void releaseOwned(Intf* object, Deviant deviant, Handle const& value) {
     }
 }
 
-/// An empty value is a removal. The value leaves what contained it before.
+/// An empty value is a removal. The value leaves what contained it before, also another property of
+/// the same object.
 template <auto Get, auto SetOnly, auto Remove, class Intf, class Handle>
 void setOwnedValue(Intf* object,
                    Deviant deviant,
@@ -30,6 +30,10 @@ void setOwnedValue(Intf* object,
     }
     if ((readState(object, deviant)->*Get)(deviant) == value) {
         return;
+    }
+    ClassObject const container = value->getContainerQOB(deviant);
+    if (container.isValid() && container == ClassObject(object->This(deviant))) {
+        leaveContainer(castObject<NSInterface::ClassObjectIntf>(value.get()), deviant, container);
     }
     (object->*SetOnly)(deviant, value);
     value->setOnlyContainerQOB(deviant, ClassObject(object->This(deviant)));
