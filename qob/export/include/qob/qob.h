@@ -46,6 +46,7 @@
 #include "qob/qob/tags.h"
 #include "qob/qob/transaction.h"
 #include "qob/qob/type.h"
+#include "qob/qob/typedvisitor.h"
 #include "qob/qob/typeinforegistry.h"
 #include "qob/qob/util/utf8.h"
 #include "qob/qob/valueobjectfactory.h"
