@@ -143,4 +143,33 @@ TEST_F(StructureTest, StructureOfStructuresGoesAsAWhole) {
     EXPECT_TRUE(real.isValid()) << "only referred to";
 }
 
+TEST_F(StructureTest, TypesThatContainEachOtherCanBeReadAndEnd) {
+    x.setStructure(point);
+    x.setInlineType(point); // nobody refuses it
+    EXPECT_EQ(point.getContainerQOB(), QOB::ClassObject(x));
+    EXPECT_EQ(x.qualifiedName(), "Point.");
+    x.setType(real);
+    QOB::Transaction transaction(model);
+    point.destroy();
+    EXPECT_FALSE(point.isValid());
+    EXPECT_FALSE(x.isValid());
+    EXPECT_TRUE(real.isValid());
+    transaction.rollback();
+    EXPECT_EQ(x.getInlineType(), foundation::ValueType(point));
+    x.removeInlineType();
+    EXPECT_FALSE(point.hasContainerQOB());
+    EXPECT_EQ(elementsOf(point.getElementses()), list(x));
+}
+
+TEST_F(StructureTest, NamespacesThatContainEachOtherAreReported) {
+    auto const segment = types::Structure::create(model, "Segment");
+    point.setNamespace(segment);
+    EXPECT_EQ(point.qualifiedName(), "Segment.Point");
+    segment.setNamespace(point);
+    EXPECT_EQ(VelumTest::messageOf([&] { point.qualifiedName(); }),
+              "The namespaces of this element contain one another");
+    segment.destroy();
+    EXPECT_FALSE(segment.isValid());
+}
+
 } // namespace

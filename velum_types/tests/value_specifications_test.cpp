@@ -229,4 +229,18 @@ TEST_F(ValueSpecificationsTest, ValuesOfATableAreATreeOfThemselves) {
     EXPECT_FALSE(nested.isValid());
 }
 
+TEST_F(ValueSpecificationsTest, ValueInsideItselfEnds) {
+    auto const table = types::LookupTableSpecification::create(model, "own axis");
+    table.getAxeses().push_back(table);
+    EXPECT_EQ(table.getContainerQOB(), QOB::ClassObject(table));
+    table.destroy();
+    EXPECT_FALSE(table.isValid());
+
+    auto const composite = types::StructureValueSpecification::create(model, "own slot");
+    auto const slot = types::Slot::create(model, composite, composite, "slot");
+    slot.destroy();
+    EXPECT_FALSE(slot.isValid());
+    EXPECT_FALSE(composite.isValid());
+}
+
 } // namespace

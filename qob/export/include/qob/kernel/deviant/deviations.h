@@ -27,6 +27,25 @@ public:
     DeviationsBase(DeviationsBase const&) = delete;
     DeviationsBase& operator=(DeviationsBase const&) = delete;
 
+    /// One phase of an object's destruction. What an object contains may contain the object in its
+    /// turn: the way back finds the phase running and goes no further.
+    class EndingPhase {
+    public:
+        explicit EndingPhase(DeviationsBase& object) noexcept
+            : object_(object), isFirst_(object.isEnding_ == 0) {
+            object.isEnding_ = 1;
+        }
+        EndingPhase(EndingPhase const&) = delete;
+        EndingPhase& operator=(EndingPhase const&) = delete;
+        ~EndingPhase() { object_.isEnding_ = isFirst_ ? 0 : 1; }
+
+        bool isFirst() const noexcept { return isFirst_; }
+
+    private:
+        DeviationsBase& object_;
+        bool isFirst_;
+    };
+
     Deviant rootDeviant() const noexcept { return rootDeviant_; }
 
     /// Raises if the model is dead or the deviant is gone.
@@ -68,14 +87,16 @@ private:
     friend class internal::ModelCore;
     friend class internal::DeviantData;
 
-    static constexpr std::uint32_t NoSlot = 0x3FFF'FFFF;
+    static constexpr std::uint32_t NoSlot = 0x1FFF'FFFF;
 
     /// Place in the object table of the model.
-    std::uint32_t slot_ : 30 = NoSlot;
+    std::uint32_t slot_ : 29 = NoSlot;
     /// Set once a branch holds something for the object: until then a read there skips the look-up.
     std::uint32_t hasBranchState_ : 1 = 0;
     /// Set once the model's id index knows the object.
     std::uint32_t hasBoundId_ : 1 = 0;
+    /// Set while an EndingPhase runs.
+    std::uint32_t isEnding_ : 1 = 0;
 };
 
 static_assert(sizeof(DeviationsBase) == 32);

@@ -193,7 +193,8 @@ struct Links {
 /// begins no link crosses the border of what is destroyed.
 template <class Contained, class Linked, class Impl>
 void disconnect(Impl* object, Deviant deviant) {
-    if (!object->deviant_isValid(deviant)) {
+    DeviationsBase::EndingPhase const phase(*object);
+    if (!phase.isFirst() || !object->deviant_isValid(deviant)) {
         return;
     }
     auto* const state = object->writeState(deviant);
@@ -206,7 +207,8 @@ void disconnect(Impl* object, Deviant deviant) {
 /// Second phase: what is contained goes, and then the object.
 template <class Contained, class Impl>
 void discard(Impl* object, Deviant deviant, bool detach) {
-    if (object->deviant_isValid(deviant)) {
+    DeviationsBase::EndingPhase const phase(*object);
+    if (phase.isFirst() && object->deviant_isValid(deviant)) {
         internal::discard(
             object->classObject(), deviant, detach, Contained::collect(object, deviant));
     }
