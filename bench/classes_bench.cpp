@@ -1,0 +1,323 @@
+// What a host pays for the metaclasses as they are used together: objects of ten properties, their
+// associations, what they contain, transactions, undo and branches over them.
+
+#include "qob/qob/transaction.h"
+#include "support/comparison.h"
+#include "support/plaintypes.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <numeric>
+#include <random>
+#include <vector>
+#include <velum_types/types.h>
+
+namespace {
+
+namespace types = Zorvane::metamodel::types;
+
+using benchmark::DoNotOptimize;
+using benchmark::State;
+
+/// A model that ends with its scope.
+class Scope {
+public:
+    explicit Scope(std::int64_t count = 0)
+        : model(types::NSInterface::FactoryIntf::createNewModel()) {
+        QOB::String const name("an integer type");
+        for (std::int64_t i = 0; i < count; ++i) {
+            integers.push_back(types::Integer::create(model, name));
+        }
+    }
+    Scope(Scope const&) = delete;
+    Scope& operator=(Scope const&) = delete;
+    ~Scope() { model.destroy(); }
+
+    QOB::Model model;
+    std::vector<types::Integer> integers;
+};
+
+using plain::TypeHandle;
+
+std::vector<TypeHandle> plainTypes(std::int64_t count) {
+    std::vector<TypeHandle> result;
+    for (std::int64_t i = 0; i < count; ++i) {
+        result.push_back(plain::makeType("an integer type"));
+    }
+    return result;
+}
+
+std::vector<std::size_t> shuffled(std::size_t count) {
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), std::size_t(0));
+    std::shuffle(order.begin(), order.end(), std::mt19937(17));
+    return order;
+}
+
+// Life -------------------------------------------------------------------------------------------
+
+void create(State& state, std::int64_t count) {
+    while (state.KeepRunningBatch(count)) {
+        state.PauseTiming();
+        {
+            Scope scope;
+            QOB::String const name("an integer type");
+            scope.integers.reserve(static_cast<std::size_t>(count));
+            state.ResumeTiming();
+            for (std::int64_t i = 0; i < count; ++i) {
+                scope.integers.push_back(types::Integer::create(scope.model, name));
+            }
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+}
+void createPlain(State& state, std::int64_t count) {
+    while (state.KeepRunningBatch(count)) {
+        state.PauseTiming();
+        {
+            std::vector<TypeHandle> model;
+            model.reserve(static_cast<std::size_t>(count));
+            state.ResumeTiming();
+            for (std::int64_t i = 0; i < count; ++i) {
+                model.push_back(plain::makeType("an integer type"));
+            }
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+}
+
+void destroy(State& state, std::int64_t count) {
+    Scope scope(count);
+    std::vector<std::size_t> const order = shuffled(scope.integers.size());
+    std::size_t next = 0;
+    for (auto _ : state) {
+        types::Integer& picked = scope.integers[order[next++ % order.size()]];
+        picked.destroy();
+        state.PauseTiming();
+        picked = types::Integer::create(scope.model, "an integer type");
+        state.ResumeTiming();
+    }
+}
+void destroyPlain(State& state, std::int64_t count) {
+    std::vector<TypeHandle> types = plainTypes(count);
+    std::mt19937 random(17);
+    for (auto _ : state) {
+        plain::Type const* const picked = types[random() % types.size()].get();
+        types.erase(std::ranges::find_if(
+            types, [&](TypeHandle const& each) { return each.get() == picked; }));
+        state.PauseTiming();
+        types.push_back(plain::makeType("an integer type"));
+        state.ResumeTiming();
+    }
+}
+
+// Values -----------------------------------------------------------------------------------------
+
+void getAtRandom(State& state, std::int64_t count) {
+    Scope const scope(count);
+    std::vector<std::size_t> const order = shuffled(scope.integers.size());
+    std::size_t next = 0;
+    for (auto _ : state) {
+        DoNotOptimize(scope.integers[order[next++ % order.size()]].isSigned());
+    }
+}
+void getAtRandomPlain(State& state, std::int64_t count) {
+    std::vector<TypeHandle> const types = plainTypes(count);
+    std::vector<std::size_t> const order = shuffled(types.size());
+    std::size_t next = 0;
+    for (auto _ : state) {
+        DoNotOptimize(types[order[next++ % order.size()]]->isSigned());
+    }
+}
+
+/// One transaction over all objects, each written once; committed, or undone outside of the time.
+void setInTransaction(State& state, std::int64_t count) {
+    Scope const scope(count);
+    bool value = false;
+    while (state.KeepRunningBatch(count)) {
+        QOB::Transaction transaction(scope.model);
+        for (types::Integer const& each : scope.integers) {
+            each.setIsSigned(value);
+        }
+        transaction.commit();
+        value = !value;
+    }
+}
+void setInTransactionPlain(State& state, std::int64_t count) {
+    std::vector<TypeHandle> const types = plainTypes(count);
+    bool value = false;
+    while (state.KeepRunningBatch(count)) {
+        plain::Journal journal;
+        for (TypeHandle const& each : types) {
+            journal.save(each);
+            each->setSigned(value);
+        }
+        value = !value;
+    }
+}
+
+void undo(State& state, std::int64_t count) {
+    Scope const scope(count);
+    scope.model.setUndoEnabled(true);
+    {
+        QOB::Transaction transaction(scope.model);
+        for (types::Integer const& each : scope.integers) {
+            each.setIsSigned(false);
+        }
+        transaction.commit();
+    }
+    while (state.KeepRunningBatch(2 * count)) {
+        scope.model.undo();
+        scope.model.redo();
+    }
+}
+void undoPlain(State& state, std::int64_t count) {
+    std::vector<TypeHandle> const types = plainTypes(count);
+    plain::Journal journal;
+    for (TypeHandle const& each : types) {
+        journal.save(each);
+        each->setSigned(false);
+    }
+    while (state.KeepRunningBatch(2 * count)) {
+        journal.exchange();
+        journal.exchange();
+    }
+}
+
+/// A branch that changes one of a hundred objects, made and removed.
+void branch(State& state, std::int64_t count) {
+    Scope const scope(count);
+    while (state.KeepRunningBatch(count / 100)) {
+        QOB::Deviant const deviant = scope.model.createDeviant();
+        for (std::size_t i = 0; i < scope.integers.size(); i += 100) {
+            types::Integer const inBranch(scope.integers[i].get(), deviant);
+            inBranch.setIsSigned(false);
+        }
+        scope.model.removeDeviant(deviant);
+    }
+}
+void branchPlain(State& state, std::int64_t count) {
+    std::vector<TypeHandle> const types = plainTypes(count);
+    while (state.KeepRunningBatch(count / 100)) {
+        plain::TypeBranch changes;
+        for (std::size_t i = 0; i < types.size(); i += 100) {
+            changes.stateOf(types[i]).isSigned = false;
+        }
+    }
+}
+
+// Associations and containment -------------------------------------------------------------------
+
+/// An integer type goes to and fro between two computation methods that serve `count` others each.
+void move(State& state, std::int64_t count) {
+    Scope const scope(2 * count + 1);
+    types::CompuMethod const methods[] = {types::CompuMethod::create(scope.model, "%d", "first"),
+                                          types::CompuMethod::create(scope.model, "%d", "second")};
+    for (std::size_t i = 0; i < scope.integers.size(); ++i) {
+        scope.integers[i].setCompuMethod(methods[i % 2]);
+    }
+    types::Integer const& moved = scope.integers[scope.integers.size() / 2];
+    std::size_t next = 0;
+    for (auto _ : state) {
+        moved.setCompuMethod(methods[next++ % 2]);
+    }
+}
+void movePlain(State& state, std::int64_t count) {
+    std::vector<TypeHandle> const types = plainTypes(2 * count + 1);
+    plain::Method methods[2];
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        plain::setMethod(types[i], &methods[i % 2]);
+    }
+    TypeHandle const& moved = types[types.size() / 2];
+    std::size_t next = 0;
+    for (auto _ : state) {
+        plain::setMethod(moved, &methods[next++ % 2]);
+    }
+}
+
+/// Children are added until there are `count`, and taken out again from the front.
+template <bool Adding>
+void children(State& state, std::int64_t count) {
+    Scope const scope;
+    types::Enumeration const owner = types::Enumeration::create(scope.model, "owner");
+    std::vector<types::EnumerationLiteral> literals;
+    for (std::int64_t i = 0; i < count; ++i) {
+        literals.push_back(types::EnumerationLiteral::create(scope.model));
+    }
+    auto const list = owner.getOwnedLiterals();
+    auto const fill = [&] {
+        for (types::EnumerationLiteral const& each : literals) {
+            list.push_back(each);
+        }
+    };
+    auto const drain = [&] {
+        while (!list.empty()) {
+            list.pop_front();
+        }
+    };
+    while (state.KeepRunningBatch(count)) {
+        if constexpr (Adding) {
+            fill();
+            state.PauseTiming();
+            drain();
+            state.ResumeTiming();
+        } else {
+            state.PauseTiming();
+            fill();
+            state.ResumeTiming();
+            drain();
+        }
+    }
+}
+template <bool Adding>
+void childrenPlain(State& state, std::int64_t count) {
+    std::vector<TypeHandle> const types = plainTypes(count);
+    plain::Method owner;
+    auto const fill = [&] {
+        for (TypeHandle const& each : types) {
+            plain::setMethod(each, &owner);
+        }
+    };
+    auto const drain = [&] {
+        while (!owner.types.empty()) {
+            owner.types.front()->state.method = nullptr;
+            owner.types.erase(owner.types.begin());
+        }
+    };
+    while (state.KeepRunningBatch(count)) {
+        if constexpr (Adding) {
+            fill();
+            state.PauseTiming();
+            drain();
+            state.ResumeTiming();
+        } else {
+            state.PauseTiming();
+            fill();
+            state.ResumeTiming();
+            drain();
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    using comparison::add;
+    types::initialize();
+    add("create an integer with a name, objects",
+        create,
+        createPlain,
+        3,
+        {1000, 100'000, 1'000'000});
+    add("isSigned, random order", getAtRandom, getAtRandomPlain, 2, {1'000'000});
+    add("set in a transaction, objects", setInTransaction, setInTransactionPlain, 6, {10'000});
+    add("undo or redo, objects", undo, undoPlain, 3, {10'000});
+    add("move between opposites, elements", move, movePlain, 0, {10, 1000, 100'000});
+    add("add a child, up to", children<true>, childrenPlain<true>, 3, {1000, 100'000});
+    add("remove the first child, from", children<false>, childrenPlain<false>, 0, {1000, 10'000});
+    add("destroy one of", destroy, destroyPlain, 0, {1000, 100'000, 1'000'000});
+    add("branch, one of 100 changed, objects", branch, branchPlain, 3, {10'000, 100'000});
+    return comparison::run(argc, argv);
+}

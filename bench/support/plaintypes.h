@@ -1,0 +1,98 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+/// The baseline for metaclasses: a type of ten properties with virtual access to its state behind a
+/// counted handle, a method that lists its types, undo and branches by copies of the state.
+namespace plain {
+
+struct Method;
+
+struct TypeState {
+    std::string name;
+    int visibility = 0;
+    int length = 32;
+    int lengthUnit = 0;
+    double minimum = 0;
+    double maximum = 0;
+    bool isSigned = true;
+    bool isMinimumOpen = true;
+    bool isMaximumOpen = true;
+    bool isApplication = false;
+    Method* method = nullptr;
+};
+
+/// Its operations are compiled apart, as a library's are.
+class Type {
+public:
+    virtual ~Type();
+    virtual bool isSigned() const;
+    virtual void setSigned(bool value);
+
+    int count = 0;
+    TypeState state;
+};
+
+class TypeHandle {
+public:
+    TypeHandle() = default;
+    explicit TypeHandle(Type* type) : type_(type) { ++type_->count; }
+    TypeHandle(TypeHandle const& other) : type_(other.type_) {
+        if (type_ != nullptr) {
+            ++type_->count;
+        }
+    }
+    TypeHandle(TypeHandle&& other) noexcept : type_(std::exchange(other.type_, nullptr)) {}
+    TypeHandle& operator=(TypeHandle other) noexcept {
+        std::swap(type_, other.type_);
+        return *this;
+    }
+    ~TypeHandle() {
+        if (type_ != nullptr && --type_->count == 0) {
+            delete type_;
+        }
+    }
+    Type* operator->() const { return type_; }
+    Type* get() const { return type_; }
+
+private:
+    Type* type_ = nullptr;
+};
+
+TypeHandle makeType(std::string name);
+
+/// The other end of a type's method.
+struct Method {
+    std::vector<Type*> types;
+};
+
+/// Keeps both ends; the old method's list is searched.
+void setMethod(TypeHandle const& type, Method* method);
+
+/// What one transaction changed: the states from before.
+class Journal {
+public:
+    /// Copies the state at its first change.
+    void save(TypeHandle const& type);
+    /// Undo and redo.
+    void exchange();
+
+private:
+    std::unordered_map<Type const*, std::size_t> known_;
+    std::vector<std::pair<TypeHandle, std::unique_ptr<TypeState>>> saved_;
+};
+
+class TypeBranch {
+public:
+    /// Copies the state at its first change.
+    TypeState& stateOf(TypeHandle const& type);
+
+private:
+    std::unordered_map<Type const*, std::unique_ptr<TypeState>> states_;
+};
+
+} // namespace plain
