@@ -201,4 +201,33 @@ TEST_F(UnitsTest, WhatIsNotBuiltYetSaysSoAndChangesNothing) {
               std::string::npos);
 }
 
+TEST_F(UnitsTest, BaseUnitsOfAnotherModelAreReferredToAsLongAsTheyAreListed) {
+    QOB::Model const other = types::NSInterface::FactoryIntf::createNewModel();
+    types::Unit const metre = types::Unit::create(other, "metre");
+    types::Unit const gram = types::Unit::create(other, "gram");
+    auto const refers = [&] { return model.getReferredModels().size() == 1U; };
+    QOB::Sequence<types::Unit> const units = second.getBaseUnits();
+
+    units.push_back(metre);
+    units.push_back(metre); // it is there already
+    units.push_front(gram);
+    EXPECT_TRUE(refers());
+    units.erase(0);
+    EXPECT_TRUE(refers());
+    units.replace(0, second);
+    EXPECT_FALSE(refers());
+    units.insert(1, metre);
+    EXPECT_TRUE(refers());
+    units.removeAll(metre);
+    EXPECT_FALSE(refers());
+    units.push_back(gram);
+    units.clear();
+    EXPECT_FALSE(refers());
+    units.push_back(metre);
+    second.setConvUnit(gram);
+    second.destroy();
+    EXPECT_FALSE(refers()) << "each reference is taken back once";
+    other.destroy();
+}
+
 } // namespace

@@ -2,10 +2,65 @@
 
 #include "qob/qob/nsinterface/objectintf.h"
 
+#include <vector>
+
 namespace QOB {
 
 using Generic::IteratorPtr;
+using Generic::Ref;
 using Generic::SequenceRef;
+
+namespace {
+
+/// Tells the kernel of each object that the property refers to from now on, or no longer.
+class Referred {
+public:
+    Referred(Deviant const& deviant, IntrospectiveMethods const* methods, unsigned id) noexcept
+        : deviant_(deviant), methods_(methods), id_(id) {}
+
+    void add(Ref const& element) const {
+        if (isObject(element)) {
+            deviant_.setOrAddReferred(element.deviant, methods_, id_);
+        }
+    }
+    void remove(Ref const& element) const {
+        if (isObject(element)) {
+            deviant_.removeReferred(element.deviant, methods_, id_);
+        }
+    }
+    void remove(std::vector<Ref> const& elements) const {
+        for (Ref const& element : elements) {
+            remove(element);
+        }
+    }
+
+private:
+    static bool isObject(Ref const& element) noexcept {
+        return element.data != nullptr && element.equalFn == nullptr;
+    }
+
+    Deviant deviant_;
+    IntrospectiveMethods const* methods_;
+    unsigned id_;
+};
+
+/// The objects from one position to another; nothing for values.
+std::vector<Ref> objectsBetween(SequenceRef const& sequence,
+                                Generic::IteratorIntf const* first,
+                                Generic::IteratorIntf const* last) {
+    std::vector<Ref> objects;
+    for (IteratorPtr const position = first->generic_clone(); !position->generic_sameAs(last);
+         position->generic_next(sequence.getDeviant())) {
+        Ref element = position->generic_value(sequence.getDeviant());
+        if (element.equalFn != nullptr) {
+            break;
+        }
+        objects.push_back(std::move(element));
+    }
+    return objects;
+}
+
+} // namespace
 
 GenericDeviantSequence::GenericDeviantSequence(NSInterface::ObjectIntf* object,
                                                Deviant const& deviant,
@@ -63,9 +118,14 @@ IteratorPtr GenericDeviantSequence::moved(IteratorIntf const* position,
 }
 
 void GenericDeviantSequence::generic_clear(Deviant const& deviant) {
-    if (!generic_empty(deviant)) {
-        writing(deviant).generic_clear();
+    SequenceRef const source = reading(deviant);
+    if (source.generic_empty()) {
+        return;
     }
+    std::vector<Ref> const objects =
+        objectsBetween(source, source.generic_begin().get(), source.generic_end().get());
+    writing(deviant).generic_clear();
+    Referred(in(deviant), methods_, propertyId_).remove(objects);
 }
 
 IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
@@ -77,19 +137,24 @@ IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
         return source.generic_insert(position, std::move(element));
     }
     SequenceRef const target = writing(deviant);
-    return target.generic_insert(moved(position, source, target).get(), std::move(element));
+    IteratorPtr result = target.generic_insert(moved(position, source, target).get(), element);
+    Referred(in(deviant), methods_, propertyId_).add(element);
+    return result;
 }
 
 void GenericDeviantSequence::generic_insert(Deviant const& deviant, int index, Ref element) {
     internal::checkInsertIndex(index, generic_size(deviant));
     if (!refuses(deviant, element)) {
-        writing(deviant).generic_insert(index, std::move(element));
+        writing(deviant).generic_insert(index, element);
+        Referred(in(deviant), methods_, propertyId_).add(element);
     }
 }
 
 void GenericDeviantSequence::generic_erase(Deviant const& deviant, int index) {
     internal::checkElementIndex(index, generic_size(deviant));
+    Ref const element = generic_at(deviant, index);
     writing(deviant).generic_erase(index);
+    Referred(in(deviant), methods_, propertyId_).remove(element);
 }
 
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
@@ -99,51 +164,74 @@ IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
         return first->generic_clone();
     }
     SequenceRef const source = reading(deviant);
+    std::vector<Ref> const objects = objectsBetween(source, first, last);
     SequenceRef const target = writing(deviant);
-    return target.generic_erase(moved(first, source, target).get(),
-                                moved(last, source, target).get());
+    IteratorPtr result =
+        target.generic_erase(moved(first, source, target).get(), moved(last, source, target).get());
+    Referred(in(deviant), methods_, propertyId_).remove(objects);
+    return result;
 }
 
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
                                                   IteratorIntf const* position) {
     SequenceRef const source = reading(deviant);
+    Ref const element = position->generic_value(source.getDeviant());
     SequenceRef const target = writing(deviant);
-    return target.generic_erase(moved(position, source, target).get());
+    IteratorPtr result = target.generic_erase(moved(position, source, target).get());
+    Referred(in(deviant), methods_, propertyId_).remove(element);
+    return result;
 }
 
 void GenericDeviantSequence::generic_pop_back(Deviant const& deviant) {
-    internal::checkNotEmpty(generic_empty(deviant));
+    Ref const element = generic_back(deviant);
     writing(deviant).generic_pop_back();
+    Referred(in(deviant), methods_, propertyId_).remove(element);
 }
 
 void GenericDeviantSequence::generic_pop_front(Deviant const& deviant) {
-    internal::checkNotEmpty(generic_empty(deviant));
+    Ref const element = generic_front(deviant);
     writing(deviant).generic_pop_front();
+    Referred(in(deviant), methods_, propertyId_).remove(element);
 }
 
 void GenericDeviantSequence::generic_push_back(Deviant const& deviant, Ref element) {
     if (!refuses(deviant, element)) {
-        writing(deviant).generic_push_back(std::move(element));
+        writing(deviant).generic_push_back(element);
+        Referred(in(deviant), methods_, propertyId_).add(element);
     }
 }
 
 void GenericDeviantSequence::generic_push_front(Deviant const& deviant, Ref element) {
     if (!refuses(deviant, element)) {
-        writing(deviant).generic_push_front(std::move(element));
+        writing(deviant).generic_push_front(element);
+        Referred(in(deviant), methods_, propertyId_).add(element);
     }
 }
 
 void GenericDeviantSequence::generic_replace(Deviant const& deviant, int index, Ref element) {
-    if (!Generic::sameElement(generic_at(deviant, index), element)) {
-        refuses(deviant, element); // raises for what can't be inserted, before there is a state
-        writing(deviant).generic_replace(index, std::move(element));
+    Ref const old = generic_at(deviant, index);
+    if (!Generic::sameElement(old, element)) {
+        // Raises for what can't be inserted, before there is a state.
+        bool const refused = refuses(deviant, element);
+        writing(deviant).generic_replace(index, element);
+        if (!refused) {
+            Referred const referred(in(deviant), methods_, propertyId_);
+            referred.remove(old);
+            referred.add(element);
+        }
     }
 }
 
 int GenericDeviantSequence::generic_removeAll(Deviant const& deviant, Ref element) {
-    return reading(deviant).generic_contains(element)
-               ? writing(deviant).generic_removeAll(std::move(element))
-               : 0;
+    if (!reading(deviant).generic_contains(element)) {
+        return 0;
+    }
+    int const removed = writing(deviant).generic_removeAll(element);
+    Referred const referred(in(deviant), methods_, propertyId_);
+    for (int rest = removed; rest != 0; --rest) {
+        referred.remove(element);
+    }
+    return removed;
 }
 
 } // namespace QOB
