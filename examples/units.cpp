@@ -8,7 +8,7 @@ namespace {
 
 types::Unit
 unit(types::Unit const& base, char const* name, char const* symbol, double factor, double offset) {
-    auto const result = types::Unit::create(base.getModelQOB(), name);
+    auto result = types::Unit::create(base.getModelQOB(), name);
     result.setSymbol(symbol);
     result.setConvUnit(base);
     result.setConvFactor(factor);

@@ -76,16 +76,16 @@ struct Cost {
 
 template <class Create>
 Cost costOf(Create const& create) {
-    constexpr int Count = 4096;
+    constexpr int count = 4096;
     QOB::Model const model = types::NSInterface::FactoryIntf::createNewModel();
     create(model); // makes the tables of the class
     std::size_t const allocations = allocationCount();
     std::size_t const bytes = VelumTest::allocatedBytes();
-    for (int i = 0; i < Count; ++i) {
+    for (int i = 0; i < count; ++i) {
         create(model);
     }
-    Cost const cost{static_cast<double>(allocationCount() - allocations) / Count,
-                    static_cast<double>(VelumTest::allocatedBytes() - bytes) / Count};
+    Cost const cost{static_cast<double>(allocationCount() - allocations) / count,
+                    static_cast<double>(VelumTest::allocatedBytes() - bytes) / count};
     model.destroy();
     return cost;
 }

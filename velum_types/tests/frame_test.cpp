@@ -343,8 +343,8 @@ TEST(Frame, ViewsShowWhatIsContainedAndPartsKnowTheirContainer) {
         ClassObject const part = world.create(VelumTest::partnerClass(property, of.methods));
         bool const isElement = VelumTest::comesDownTo(property, "ownedElement") ||
                                VelumTest::comesDownTo(property, "ownedMember");
-        auto const isOwnedElement = [&](ClassObject const& of_) {
-            return foundation::Element(of_).getOwnedElements().contains(foundation::Element(part));
+        auto const isOwnedElement = [&](ClassObject const& by) {
+            return foundation::Element(by).getOwnedElements().contains(foundation::Element(part));
         };
         own(property, owner, part);
         EXPECT_TRUE(contains(owner, part));

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <vector>
 
+// Every class of it is named below: NOLINTNEXTLINE(google-build-using-namespace)
 using namespace Zorvane::metamodel::types::NSInterface;
 namespace foundation = Zorvane::metamodel::foundation;
 namespace types = Zorvane::metamodel::types;

@@ -16,8 +16,7 @@ namespace velum::arxml {
 /// element around it, or has no property in an object, or no class where there is no object.
 class Account {
 public:
-    explicit Account(const ElementStore& store)
-        : store_(store), fates_(store.size(), open), twins_() {}
+    explicit Account(const ElementStore& store) : store_(store), fates_(store.size(), open) {}
 
     /// Empty elements are ignored. What was skipped before is consumed now, but not the other way.
     void consume(Element element);

@@ -30,7 +30,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t blockSize = 256 * 1024;
+    static constexpr std::size_t blockSize = std::size_t(256) * 1024;
 
     std::vector<std::unique_ptr<char[]>> blocks_;
     char* next_ = nullptr;

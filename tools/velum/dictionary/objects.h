@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <velum_types/types.h>
 
 namespace velum::dictionary {
@@ -21,12 +22,13 @@ inline QOB::String toString(std::string_view text) {
 /// Makes the objects of an import and counts them.
 class Objects {
 public:
-    Objects(QOB::Model model, ImportContext context) : model_(model), context_(context) {}
+    Objects(QOB::Model model, ImportContext context)
+        : model_(std::move(model)), context_(context) {}
 
     /// A new object with a name, if there is one.
     template <class Handle>
     Handle make(std::string_view name) {
-        const Handle object = Handle::create(model_);
+        Handle object = Handle::create(model_);
         if (!name.empty()) {
             object.setName(toString(name));
         }
@@ -39,7 +41,7 @@ public:
     template <class Handle>
     Handle makeOf(arxml::Element element) {
         const arxml::Element name = element.child(arxml::element::shortName);
-        const Handle object = make<Handle>(name.text());
+        Handle object = make<Handle>(name.text());
         object.setExternalId(toString(context_.path(element)));
         context_.account.consume(element);
         context_.account.consume(name);

@@ -38,7 +38,7 @@ public:
 private:
     template <class Handle>
     void setCommon(const Handle& object, arxml::Element properties);
-    types::Axis makeAxis(arxml::Element axis);
+    types::Axis makeAxis(arxml::Element element);
     void fillIndividual(const types::Axis& axis, arxml::Element individual);
     void fillGrouped(const types::Axis& axis, arxml::Element grouped);
     void setPoints(const types::Axis& axis, arxml::Element individual);

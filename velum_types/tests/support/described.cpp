@@ -360,7 +360,7 @@ QOB::Object World::another(QOB::ClassObject const& object,
 }
 
 QOB::ClassObject World::createFull(ConcreteClass const& of) {
-    QOB::ClassObject const object = create(of);
+    QOB::ClassObject object = create(of);
     for (Property const& property : propertiesOf(of.methods)) {
         // A redefined property is filled by the one in its place, a container by its owner.
         if (property.isDerived() || property.isWayToOwner() ||

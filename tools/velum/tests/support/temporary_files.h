@@ -27,7 +27,7 @@ public:
 
     /// Writes a file and gives its path.
     std::string write(const std::string& name, const std::string& bytes) const {
-        const std::string path = folder_ + "/" + name;
+        std::string path = folder_ + "/" + name;
         std::ofstream(path, std::ios::binary) << bytes;
         return path;
     }

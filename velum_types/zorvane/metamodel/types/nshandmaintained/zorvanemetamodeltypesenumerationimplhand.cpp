@@ -10,7 +10,7 @@ EnumerationIntf::getZorvane_metamodel_types_Enumeration_GroundValue(QOB::Deviant
         return getDefaultValue(deviant);
     }
     auto const literals = const_cast<EnumerationIntf*>(this)->getOwnedLiterals(deviant);
-    if (literals.size() > 0) {
+    if (!literals.empty()) {
         int const first = literals.front().getValue(); // also of a literal without a value
         return QOB::Real(first);
     }

@@ -48,6 +48,7 @@ namespace internal {
 /// The target's end to write: with upkeep on a root object, the container of a state.
 template <auto GetMany, auto GetOnlyMany, class Intf>
 auto assigned(Intf* target, Deviant deviant) {
+    // Of some classes the two are one: NOLINTNEXTLINE(bugprone-branch-clone)
     return isState(target) ? (target->*GetOnlyMany)(deviant) : (target->*GetMany)(deviant);
 }
 
