@@ -8,7 +8,8 @@ void failIllegalProperty(char const* className, char const* function, unsigned i
     if (id == 0) {
         QOB_FAIL("%s::%s on illegal property", className, function);
     }
-    QOB_FAIL("%s::%s on illegal property with id %u", className, function, id);
+    // Signed: an id of all ones, which stands for none, shows as -1.
+    QOB_FAIL("%s::%s on illegal property with id %d", className, function, static_cast<int>(id));
     std::terminate(); // not reached
 }
 
