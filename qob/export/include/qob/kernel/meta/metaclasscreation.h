@@ -13,6 +13,7 @@ namespace QOB {
 
 /// Makes a class in the package with its properties, each with all that it can have by itself, and
 /// enters every property in `meta` of its description. `comments` is ended by null and may be null.
+/// Raises QOB::Exception, with nothing made, if factory or package is empty.
 QOB_EXPORT void staticCreateMetaClass(NSInterface::ClassIntf*& result,
                                       Factory const& factory,
                                       Package const& package,
@@ -62,7 +63,7 @@ QOB_EXPORT void createMetaClass(NSInterface::ClassIntf*& meta,
                                 MetaClassDescription const& description,
                                 Factory const& factory,
                                 Package const& package);
-/// Once: nothing happens if `updated` is set, which is set first.
+/// Once: nothing happens if `updated` is set, which is set first, or if there is no live class.
 QOB_EXPORT void updateMetaClass(bool& updated,
                                 NSInterface::ClassIntf* meta,
                                 MetaClassDescription const& description,
