@@ -5,10 +5,10 @@
 #include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationintrospection.h"
 #include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationvisibilitykind.h"
 #include "velum_types/tests/support/concreteclasses.h"
+#include "velum_types/tests/support/packagetable.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesintrospection.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstring>
 #include <stdexcept>
 
@@ -52,30 +52,19 @@ IntrospectiveMethods const* recordOf(QOB::PackageFunction package, unsigned inde
     return package()->classes[index];
 }
 
-// How many properties each class declares, by its index; the tables don't say where they end.
-constexpr unsigned OwnCounts[] = {0, 1, 2, 6, 1, 6, 2, 4, 0, 10, 0, 0, 4, 6, 5, 0, 0, 0, 4, 2, 1,
-                                  2, 2, 1, 1, 2, 2, 1, 1, 7, 3,  6, 2, 0, 1, 7, 5, 2, 4, 3, 2, 1};
+// How many properties each class of the base metamodel declares, by its index; the tables don't say
+// where they end.
 constexpr unsigned BaseCounts[] = {0, 0, 0, 0, 0, 1, 3, 1, 4, 0, 0, 3,
                                    1, 1, 0, 0, 0, 0, 2, 0, 1, 0, 0, 0};
 
-template <std::size_t Size>
-unsigned countIn(unsigned const (&counts)[Size], IntrospectiveMethods const* methods) {
-    for (unsigned index = 1; index < Size; ++index) {
-        if (methods->package->classes[index] == methods) {
-            return counts[index];
-        }
-    }
-    return 0;
-}
-
 unsigned countOf(IntrospectiveMethods const* methods) {
-    if (methods->package == types::get_types_PackageIntrospectiveMethods()) {
-        return countIn(OwnCounts, methods);
+    bool const isOwn = methods->package == types::get_types_PackageIntrospectiveMethods();
+    if (!isOwn && methods->package != foundation::get_foundation_PackageIntrospectiveMethods()) {
+        return 0;
     }
-    if (methods->package == foundation::get_foundation_PackageIntrospectiveMethods()) {
-        return countIn(BaseCounts, methods);
-    }
-    return 0;
+    auto const* const* const first = methods->package->classes;
+    auto const index = std::find(first, first + methods->package->count, methods) - first;
+    return isOwn ? static_cast<unsigned>(PackageTable[index].properties) : BaseCounts[index];
 }
 
 Property propertyOf(QOB::PropertyReference const& reference) {
