@@ -1,6 +1,7 @@
 #include "arxml/input_error.h"
 #include "commands/check_command.h"
 #include "commands/classes_command.h"
+#include "commands/describe_command.h"
 #include "commands/exit_code.h"
 #include "commands/import_command.h"
 #include "commands/show_command.h"
@@ -26,10 +27,12 @@ int run(int argc, char** argv) {
     velum::commands::ShowCommand show;
     velum::commands::CheckCommand check;
     velum::commands::ClassesCommand classes;
+    velum::commands::DescribeCommand describe;
     import.addTo(app);
     show.addTo(app);
     check.addTo(app);
     classes.addTo(app);
+    describe.addTo(app);
 
     try {
         app.parse(argc, argv);
@@ -42,7 +45,10 @@ int run(int argc, char** argv) {
     if (app.got_subcommand("show")) {
         return show.run();
     }
-    return app.got_subcommand("check") ? check.run() : classes.run();
+    if (app.got_subcommand("check")) {
+        return check.run();
+    }
+    return app.got_subcommand("classes") ? classes.run() : describe.run();
 }
 
 } // namespace

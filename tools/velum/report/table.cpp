@@ -4,16 +4,12 @@
 
 namespace velum::report {
 
-namespace {
-
-/// Characters, not bytes: names are UTF-8.
-std::size_t widthOf(const std::string& text) {
+std::size_t widthOf(std::string_view text) {
+    // Every byte of UTF-8 but those that continue a character.
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
         return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
     }));
 }
-
-} // namespace
 
 std::string Table::text() const {
     std::vector<std::string> titles;

@@ -2,10 +2,14 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace velum::report {
+
+/// How many columns a text takes: its characters, not its bytes.
+std::size_t widthOf(std::string_view text);
 
 /// Columns of text, each as wide as its widest cell.
 class Table {

@@ -1,0 +1,244 @@
+#include "describe/printers.h"
+#include "describe/words.h"
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+
+namespace velum::describe {
+
+namespace {
+
+/// For the HTML of labels.
+std::string inLabel(std::string_view text) {
+    std::string escaped;
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '>':
+            escaped += "&gt;";
+            break;
+        case '"':
+            escaped += "&quot;";
+            break;
+        default:
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
+std::string quoted(std::string_view text) {
+    std::string escaped = "\"";
+    for (const char c : text) {
+        if (c == '"' || c == '\\') {
+            escaped += '\\';
+        }
+        escaped += c;
+    }
+    return escaped + '"';
+}
+
+std::string idOf(const Type& type) {
+    return quoted(type.package->name + "." + type.name);
+}
+
+/// In UML a derived property has a slash in front, a private one a minus.
+std::string signOf(const Property& property) {
+    return std::string(property.isPrivate ? "- " : "") + (property.isDerived ? "/" : "");
+}
+
+bool isBothWays(const Property& property) {
+    return property.opposite != nullptr && property.opposite->opposite == &property;
+}
+
+/// An association with two ends is one line. It is drawn from what owns, else from the end that
+/// refers to a single object.
+bool isDrawnFrom(const Property& property) {
+    if (!isBothWays(property)) {
+        return true;
+    }
+    const Property& other = *property.opposite;
+    const auto rank = [](const Property& end) {
+        return std::make_tuple(!end.isComposite, end.upper != 1, end.owner->name, end.name);
+    };
+    return rank(property) < rank(other);
+}
+
+class Diagram {
+public:
+    /// `focus` limits the associations to those at one type; null for all.
+    Diagram(const Package& here, const Type* focus) : here_(here), focus_(focus) {}
+
+    /// Types that the package only refers to are drawn small, and values of other packages not at
+    /// all: nearly every class has a text or a number.
+    void add(const Type& type) {
+        if (type.isClass() || type.package == &here_) {
+            types_.insert(&type);
+        }
+    }
+
+    std::string text() const {
+        std::string dot = "digraph " + quoted(here_.name) +
+                          " {\n"
+                          "  graph [rankdir=BT, nodesep=0.35, ranksep=0.6]\n"
+                          "  node [shape=plain, fontname=\"Helvetica\", fontsize=10]\n"
+                          "  edge [fontname=\"Helvetica\", fontsize=9, color=\"#444444\"]\n\n";
+        for (const Type* type : sorted()) {
+            dot += node(*type);
+        }
+        dot += '\n';
+        for (const Type* type : sorted()) {
+            for (const Type* super : type->supers) {
+                if (isDrawn(super)) {
+                    dot += "  " + idOf(*type) + " -> " + idOf(*super) + " [arrowhead=empty]\n";
+                }
+            }
+        }
+        dot += '\n';
+        for (const Type* type : sorted()) {
+            for (const Property& property : type->properties) {
+                if (isAtFocus(property) && isDrawn(property.type) && isDrawnFrom(property)) {
+                    dot += edge(property);
+                }
+            }
+        }
+        return dot + "}\n";
+    }
+
+private:
+    /// By name, so that the text doesn't depend on addresses.
+    std::vector<const Type*> sorted() const {
+        std::vector<const Type*> types(types_.begin(), types_.end());
+        std::sort(types.begin(), types.end(), [](const Type* a, const Type* b) {
+            return std::tie(a->package->name, a->name) < std::tie(b->package->name, b->name);
+        });
+        return types;
+    }
+
+    bool isDrawn(const Type* type) const { return types_.count(type) > 0; }
+
+    /// Whether a type is drawn with what it has.
+    bool isWhole(const Type& type) const {
+        return focus_ == nullptr ? type.package == &here_ : &type == focus_;
+    }
+
+    bool isAtFocus(const Property& property) const {
+        return focus_ == nullptr ? isWhole(*property.owner)
+                                 : property.owner == focus_ || property.type == focus_;
+    }
+
+    std::string node(const Type& type) const {
+        std::string title = inLabel(nameIn(here_, type));
+        title = "<b>" + (type.isAbstract ? "<i>" + title + "</i>" : title) + "</b>";
+        if (!type.isClass()) {
+            title = "<font point-size=\"8\">" + inLabel(kindOf(type)) + "</font><br/>" + title;
+        }
+        std::string rows;
+        if (isWhole(type)) {
+            for (const Property& property : type.properties) {
+                rows += propertyRow(property);
+            }
+            for (const std::string& literal : type.literals) {
+                rows += "<tr><td align=\"left\" colspan=\"3\">" + inLabel(literal) + "</td></tr>";
+            }
+        }
+        const char* const color = type.package != &here_ ? "#eeeeee"
+                                  : type.isClass()       ? "#dbe7f5"
+                                                         : "#e3f1dc";
+        std::string label = "<table border=\"0\" cellborder=\"1\" cellspacing=\"0\" "
+                            "cellpadding=\"4\"><tr><td bgcolor=\"";
+        label += color;
+        label += "\">" + title + "</td></tr>";
+        if (!rows.empty()) {
+            label += "<tr><td><table border=\"0\" cellspacing=\"0\" cellpadding=\"1\">" + rows +
+                     "</table></td></tr>";
+        }
+        return "  " + idOf(type) + " [label=<" + label + "</table>>]\n";
+    }
+
+    std::string propertyRow(const Property& property) const {
+        const auto cell = [](const std::string& text) {
+            return "<td align=\"left\">" + inLabel(text) + "</td>";
+        };
+        std::string type = property.type == nullptr ? "" : nameIn(here_, *property.type);
+        if (!property.defaultValue.empty()) {
+            type += " = " + property.defaultValue;
+        }
+        return "<tr>" + cell(signOf(property) + property.name + "  ") + cell(type + "  ") +
+               cell(multiplicity(property)) + "</tr>";
+    }
+
+    /// An owner stands above what it owns, as a super does: lines go upwards.
+    std::string edge(const Property& property) const {
+        const std::string owner = idOf(*property.owner);
+        const std::string type = idOf(*property.type);
+        // The spaces keep labels apart that stand side by side.
+        std::string label = "  " + property.name;
+        if (property.isComposite) {
+            return "  " + type + " -> " + owner +
+                   " [arrowhead=diamond, label=" + quoted(label + "  ") + "]\n";
+        }
+        std::string style = "arrowhead=vee";
+        if (isBothWays(property)) {
+            style += ", arrowtail=vee, dir=both";
+            label += " / " + property.opposite->name;
+        }
+        return "  " + owner + " -> " + type + " [" + style + ", label=" + quoted(label + "  ") +
+               "]\n";
+    }
+
+    const Package& here_;
+    const Type* focus_;
+    std::set<const Type*> types_;
+};
+
+/// A type with all that it derives from.
+void addWithSupers(Diagram& diagram, const Type& type) {
+    diagram.add(type);
+    for (const Type* super : type.supers) {
+        addWithSupers(diagram, *super);
+    }
+}
+
+} // namespace
+
+std::string printDot(const Package& package) {
+    Diagram diagram(package, nullptr);
+    for (const Type& type : package.types) {
+        diagram.add(type);
+        for (const Type* super : type.supers) {
+            diagram.add(*super);
+        }
+        for (const Property& property : type.properties) {
+            if (property.type != nullptr) {
+                diagram.add(*property.type);
+            }
+        }
+    }
+    return diagram.text();
+}
+
+std::string printDot(const Type& type) {
+    Diagram diagram(*type.package, &type);
+    addWithSupers(diagram, type);
+    for (const Type* sub : type.subs) {
+        diagram.add(*sub);
+    }
+    for (const Property& property : type.properties) {
+        if (property.type != nullptr) {
+            diagram.add(*property.type);
+        }
+    }
+    for (const Property* user : type.users) {
+        diagram.add(*user->owner);
+    }
+    return diagram.text();
+}
+
+} // namespace velum::describe

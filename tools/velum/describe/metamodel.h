@@ -1,0 +1,95 @@
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velum::describe {
+
+struct Package;
+struct Type;
+
+/// What is said of an element beside its properties; most tags have no value.
+struct Tag {
+    std::string name;
+    std::string value;
+};
+
+/// A property of a metaclass. Texts that it doesn't have are empty.
+struct Property {
+    const Type* owner = nullptr;
+    std::string name;
+    const Type* type = nullptr; ///< Null if it has none.
+    int lower = 0;
+    std::optional<int> upper; ///< None for any number.
+    std::string defaultValue;
+    std::string documentation;
+    const Property* opposite = nullptr; ///< The other end, if that is a property too.
+    std::string associationName;
+    std::string otherEndName; ///< Of an other end that is no property.
+    bool isComposite = false;
+    bool isDerived = false;
+    bool isReadOnly = false;
+    bool isOrdered = false;
+    bool mayRepeat = false; ///< Several values, of which some may be equal.
+    bool isPrivate = false;
+    std::vector<const Property*> redefined;
+    std::vector<const Property*> subsetted;
+    std::vector<Tag> tags;
+};
+
+/// A metaclass, or a type of values.
+struct Type {
+    enum class Kind { metaclass, dataType, enumeration };
+
+    Kind kind = Kind::metaclass;
+    const Package* package = nullptr;
+    std::string name;
+    bool isAbstract = false;
+    std::vector<const Type*> supers; ///< Direct ones only.
+    std::vector<const Type*> subs;   ///< Those that name it as a super, by name.
+    std::vector<std::string> comments;
+    std::deque<Property> properties;    ///< Those that it declares itself, by id.
+    std::vector<std::string> literals;  ///< Of an enumeration.
+    std::vector<const Property*> users; ///< The properties that have this type, by class.
+    std::vector<Tag> tags;
+
+    bool isClass() const { return kind == Kind::metaclass; }
+};
+
+struct Package {
+    std::string name; ///< Dotted.
+    std::string uri;
+    std::vector<Tag> tags;
+    std::deque<Type> types; ///< By name.
+};
+
+/// All that the meta-registry tells, read once of its live elements. Holds no handle on them: what
+/// happens to them later isn't seen here. Whatever is pointed at belongs to this object.
+class Metamodel {
+public:
+    Metamodel();
+    Metamodel(const Metamodel&) = delete;
+    Metamodel& operator=(const Metamodel&) = delete;
+
+    /// The data-type metamodel, and the one that it builds on.
+    const Package& types() const { return package("Zorvane.metamodel.types"); }
+    const Package& foundation() const { return package("Zorvane.metamodel.foundation"); }
+
+    /// The type of a name without its package, or with it or with the end of it. Where several
+    /// packages have one, the package counts that was made last: it builds on the others. Null if
+    /// there is none.
+    const Type* find(std::string_view name) const;
+
+    /// The names that someone may have meant who wrote this one, the nearest first.
+    std::vector<std::string> namesLike(std::string_view name) const;
+
+private:
+    const Package& package(std::string_view name) const;
+
+    std::deque<Package> packages_; ///< In the order in which they were made.
+};
+
+} // namespace velum::describe

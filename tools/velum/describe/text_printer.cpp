@@ -1,0 +1,194 @@
+#include "describe/printers.h"
+#include "describe/words.h"
+#include "report/table.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velum::describe {
+
+namespace {
+
+using report::widthOf;
+
+constexpr std::size_t lastColumn = 100;
+
+/// Collects lines, and breaks those that are too long between two words.
+class Lines {
+public:
+    /// A line; what doesn't fit goes on below with the same indent, or with a hanging one.
+    void add(std::size_t indent, std::string_view text, std::size_t hanging = 0) {
+        std::string line(indent, ' ');
+        bool isBegun = false;
+        while (!text.empty()) {
+            // Spaces belong to the word behind them; where a line ends they fall away.
+            const std::size_t word = std::min(text.find_first_not_of(' '), text.size());
+            const std::size_t end = std::min(text.find(' ', word), text.size());
+            std::string_view next = text.substr(0, end);
+            if (isBegun && widthOf(line) + widthOf(next) > lastColumn) {
+                finish(line);
+                line.assign(indent + hanging, ' ');
+                next.remove_prefix(word);
+            }
+            line += next;
+            isBegun = true;
+            text.remove_prefix(end);
+        }
+        finish(line);
+    }
+
+    /// Lines of a text, each of them broken by itself.
+    void addText(std::size_t indent, std::string_view text) {
+        for (const std::string_view line : linesOf(text)) {
+            add(indent, line);
+        }
+    }
+
+    void addBlank() { text_ += '\n'; }
+
+    std::string text() && { return std::move(text_); }
+
+private:
+    void finish(std::string& line) {
+        line.erase(line.find_last_not_of(' ') + 1);
+        text_ += line;
+        text_ += '\n';
+    }
+
+    std::string text_;
+};
+
+/// Each of a row of texts at its column; the last one isn't filled up.
+std::string inColumns(const std::vector<std::string>& cells,
+                      const std::vector<std::size_t>& widths) {
+    std::string line;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (widths[i] > 0) {
+            line += line.empty() ? "" : "  ";
+            line += cells[i];
+            line.append(widths[i] - widthOf(cells[i]), ' ');
+        }
+    }
+    return line;
+}
+
+std::vector<std::string> tagTexts(const std::vector<Tag>& tags) {
+    std::vector<std::string> texts;
+    for (const Tag& tag : tags) {
+        texts.push_back(textOf(tag));
+    }
+    return texts;
+}
+
+template <class Elements>
+std::vector<std::string> namesIn(const Package& here, const Elements& elements) {
+    std::vector<std::string> names;
+    for (const auto* element : elements) {
+        names.push_back(nameIn(here, *element));
+    }
+    return names;
+}
+
+/// "label  a, b, c" unless there is nothing to list.
+void addList(Lines& lines,
+             std::size_t indent,
+             std::string_view label,
+             const std::vector<std::string>& texts) {
+    constexpr std::size_t labelWidth = 12;
+    if (!texts.empty()) {
+        std::string line(label);
+        line.append(labelWidth - std::min(labelWidth, line.size()), ' ');
+        lines.add(indent, line + joined(texts), labelWidth);
+    }
+}
+
+/// What stands below the line of a property.
+void addDetails(Lines& lines, const Property& property) {
+    constexpr std::size_t indent = 6;
+    const Package& here = *property.owner->package;
+    if (property.opposite != nullptr) {
+        std::string text = nameIn(here, *property.opposite);
+        if (!property.associationName.empty()) {
+            text += " in association " + property.associationName;
+        }
+        addList(lines, indent, "opposite", {text});
+    } else if (!property.otherEndName.empty() || !property.associationName.empty()) {
+        std::string text = property.otherEndName;
+        if (!property.associationName.empty()) {
+            text +=
+                (text.empty() ? "in association " : " in association ") + property.associationName;
+        }
+        addList(lines, indent, "other end", {text});
+    }
+    addList(lines, indent, "redefines", namesIn(here, property.redefined));
+    addList(lines, indent, "subsets", namesIn(here, property.subsetted));
+    addList(lines, indent, "tags", tagTexts(property.tags));
+    if (!property.documentation.empty()) {
+        lines.addText(indent, property.documentation);
+    }
+}
+
+void addProperties(Lines& lines, const Type& type) {
+    std::vector<std::vector<std::string>> rows;
+    std::vector<std::size_t> widths;
+    for (const Property& property : type.properties) {
+        rows.push_back({property.name,
+                        property.type == nullptr ? "" : nameIn(*type.package, *property.type),
+                        multiplicity(property),
+                        property.defaultValue.empty() ? "" : "= " + property.defaultValue,
+                        joined(traits(property))});
+        widths.resize(rows.back().size());
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            widths[i] = std::max(widths[i], widthOf(rows.back()[i]));
+        }
+    }
+    // Those with a documentation stand apart, the others close together.
+    bool isApart = true;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const bool isDocumented = !type.properties[i].documentation.empty();
+        if (isApart || isDocumented) {
+            lines.addBlank();
+        }
+        isApart = isDocumented;
+        lines.add(2, inColumns(rows[i], widths));
+        addDetails(lines, type.properties[i]);
+    }
+}
+
+void addType(Lines& lines, const Type& type) {
+    lines.add(0, std::string(kindOf(type)) + " " + type.name);
+    constexpr std::size_t indent = 2;
+    addList(lines, indent, "supers", namesIn(*type.package, type.supers));
+    addList(lines, indent, "subclasses", namesIn(*type.package, type.subs));
+    addList(lines, indent, "literals", type.literals);
+    addList(lines, indent, "tags", tagTexts(type.tags));
+    for (const std::string& comment : type.comments) {
+        lines.addBlank();
+        lines.addText(indent, comment);
+    }
+    addProperties(lines, type);
+}
+
+} // namespace
+
+std::string printText(const Package& package) {
+    Lines lines;
+    lines.add(0, "package " + package.name + ": " + sumOf(package));
+    addList(lines, 2, "uri", {package.uri});
+    addList(lines, 2, "tags", tagTexts(package.tags));
+    for (const auto& types : {dataTypesOf(package), classesOf(package)}) {
+        for (const Type* type : types) {
+            lines.addBlank();
+            addType(lines, *type);
+        }
+    }
+    return std::move(lines).text();
+}
+
+std::string printText(const Type& type) {
+    Lines lines;
+    addType(lines, type);
+    return std::move(lines).text();
+}
+
+} // namespace velum::describe
