@@ -121,7 +121,7 @@ private:
         return types;
     }
 
-    bool isDrawn(const Type* type) const { return types_.count(type) > 0; }
+    bool isDrawn(const Type* type) const { return types_.contains(type); }
 
     /// Whether a type is drawn with what it has.
     bool isWhole(const Type& type) const {

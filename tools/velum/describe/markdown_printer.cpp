@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <iterator>
 #include <utility>
 
 namespace velum::describe {
@@ -81,11 +80,8 @@ std::string idOf(const Property& property) {
 }
 
 std::string tagsText(const std::vector<Tag>& tags) {
-    std::vector<std::string> texts;
-    for (const Tag& tag : tags) {
-        texts.push_back(code(textOf(tag)));
-    }
-    return std::string(texts.size() == 1 ? "tag " : "tags ") + joined(texts);
+    return (tags.size() == 1 ? "tag " : "tags ") +
+           listOf(tags, [](const Tag& tag) { return code(textOf(tag)); });
 }
 
 /// A table without the columns that have nothing in them.
@@ -151,11 +147,7 @@ public:
 
     template <class Elements>
     std::string links(const Package& here, const Elements& elements) const {
-        std::vector<std::string> texts;
-        for (const auto* element : elements) {
-            texts.push_back(link(here, *element));
-        }
-        return joined(texts);
+        return listOf(elements, [&](const auto* element) { return link(here, *element); });
     }
 
     bool has(const Type& type) const {
@@ -244,10 +236,7 @@ void addType(Page& page, const Type& type, std::string_view heading) {
         facts.push_back("subclasses: " + page.links(here, type.subs));
     }
     if (!type.literals.empty()) {
-        std::vector<std::string> literals;
-        std::transform(
-            type.literals.begin(), type.literals.end(), std::back_inserter(literals), code);
-        facts.push_back("literals: " + joined(literals));
+        facts.push_back("literals: " + listOf(type.literals, code));
     }
     if (!type.tags.empty()) {
         facts.push_back(tagsText(type.tags));

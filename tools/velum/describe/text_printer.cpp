@@ -72,33 +72,22 @@ std::string inColumns(const std::vector<std::string>& cells,
     return line;
 }
 
-std::vector<std::string> tagTexts(const std::vector<Tag>& tags) {
-    std::vector<std::string> texts;
-    for (const Tag& tag : tags) {
-        texts.push_back(textOf(tag));
-    }
-    return texts;
+std::string tagTexts(const std::vector<Tag>& tags) {
+    return listOf(tags, textOf);
 }
 
 template <class Elements>
-std::vector<std::string> namesIn(const Package& here, const Elements& elements) {
-    std::vector<std::string> names;
-    for (const auto* element : elements) {
-        names.push_back(nameIn(here, *element));
-    }
-    return names;
+std::string namesIn(const Package& here, const Elements& elements) {
+    return listOf(elements, [&here](const auto* element) { return nameIn(here, *element); });
 }
 
-/// "label  a, b, c" unless there is nothing to list.
-void addList(Lines& lines,
-             std::size_t indent,
-             std::string_view label,
-             const std::vector<std::string>& texts) {
+/// "label  a, b, c" unless there is nothing to tell.
+void addFact(Lines& lines, std::size_t indent, std::string_view label, const std::string& text) {
     constexpr std::size_t labelWidth = 12;
-    if (!texts.empty()) {
+    if (!text.empty()) {
         std::string line(label);
         line.append(labelWidth - std::min(labelWidth, line.size()), ' ');
-        lines.add(indent, line + joined(texts), labelWidth);
+        lines.add(indent, line + text, labelWidth);
     }
 }
 
@@ -106,23 +95,15 @@ void addList(Lines& lines,
 void addDetails(Lines& lines, const Property& property) {
     constexpr std::size_t indent = 6;
     const Package& here = *property.owner->package;
-    if (property.opposite != nullptr) {
-        std::string text = nameIn(here, *property.opposite);
-        if (!property.associationName.empty()) {
-            text += " in association " + property.associationName;
-        }
-        addList(lines, indent, "opposite", {text});
-    } else if (!property.otherEndName.empty() || !property.associationName.empty()) {
-        std::string text = property.otherEndName;
-        if (!property.associationName.empty()) {
-            text +=
-                (text.empty() ? "in association " : " in association ") + property.associationName;
-        }
-        addList(lines, indent, "other end", {text});
+    const bool isProperty = property.opposite != nullptr;
+    std::string end = isProperty ? nameIn(here, *property.opposite) : property.otherEndName;
+    if (!property.associationName.empty()) {
+        end += (end.empty() ? "in association " : " in association ") + property.associationName;
     }
-    addList(lines, indent, "redefines", namesIn(here, property.redefined));
-    addList(lines, indent, "subsets", namesIn(here, property.subsetted));
-    addList(lines, indent, "tags", tagTexts(property.tags));
+    addFact(lines, indent, isProperty ? "opposite" : "other end", end);
+    addFact(lines, indent, "redefines", namesIn(here, property.redefined));
+    addFact(lines, indent, "subsets", namesIn(here, property.subsetted));
+    addFact(lines, indent, "tags", tagTexts(property.tags));
     if (!property.documentation.empty()) {
         lines.addText(indent, property.documentation);
     }
@@ -158,10 +139,10 @@ void addProperties(Lines& lines, const Type& type) {
 void addType(Lines& lines, const Type& type) {
     lines.add(0, std::string(kindOf(type)) + " " + type.name);
     constexpr std::size_t indent = 2;
-    addList(lines, indent, "supers", namesIn(*type.package, type.supers));
-    addList(lines, indent, "subclasses", namesIn(*type.package, type.subs));
-    addList(lines, indent, "literals", type.literals);
-    addList(lines, indent, "tags", tagTexts(type.tags));
+    addFact(lines, indent, "supers", namesIn(*type.package, type.supers));
+    addFact(lines, indent, "subclasses", namesIn(*type.package, type.subs));
+    addFact(lines, indent, "literals", joined(type.literals));
+    addFact(lines, indent, "tags", tagTexts(type.tags));
     for (const std::string& comment : type.comments) {
         lines.addBlank();
         lines.addText(indent, comment);
@@ -174,8 +155,8 @@ void addType(Lines& lines, const Type& type) {
 std::string printText(const Package& package) {
     Lines lines;
     lines.add(0, "package " + package.name + ": " + sumOf(package));
-    addList(lines, 2, "uri", {package.uri});
-    addList(lines, 2, "tags", tagTexts(package.tags));
+    addFact(lines, 2, "uri", package.uri);
+    addFact(lines, 2, "tags", tagTexts(package.tags));
     for (const auto& types : {dataTypesOf(package), classesOf(package)}) {
         for (const Type* type : types) {
             lines.addBlank();

@@ -87,12 +87,7 @@ std::string sumOf(const Package& package) {
 }
 
 std::string joined(const std::vector<std::string>& texts) {
-    std::string all;
-    for (const std::string& text : texts) {
-        all += all.empty() ? "" : ", ";
-        all += text;
-    }
-    return all;
+    return listOf(texts, [](const std::string& text) -> const std::string& { return text; });
 }
 
 std::vector<std::string_view> linesOf(std::string_view text) {

@@ -34,6 +34,17 @@ std::string textOf(const Tag& tag);
 /// "35 classes with 109 properties, 6 data types".
 std::string sumOf(const Package& package);
 
+/// What `textOf` makes of each element, with ", " between two.
+template <class Elements, class TextOf>
+std::string listOf(const Elements& elements, TextOf textOf) {
+    std::string list;
+    for (const auto& element : elements) {
+        list += list.empty() ? "" : ", ";
+        list += textOf(element);
+    }
+    return list;
+}
+
 /// The texts with ", " between two.
 std::string joined(const std::vector<std::string>& texts);
 
