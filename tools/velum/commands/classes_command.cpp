@@ -2,63 +2,26 @@
 
 #include "commands/exit_code.h"
 #include "commands/output.h"
-#include "model/metaclasses.h"
+#include "describe/class_tree.h"
+#include "describe/metamodel.h"
+#include "describe/words.h"
 
-#include <algorithm>
 #include <string>
 
 namespace velum::commands {
 
 namespace {
 
-using model::Metaclass;
-
-/// Prints one class and those that derive from it. A class with two supers stands below the first.
-class TreePrinter {
-public:
-    explicit TreePrinter(bool withProperties) : withProperties_(withProperties) {}
-
-    void print(const Metaclass& metaclass, std::size_t depth) {
-        text_.append(2 * depth, ' ');
-        text_ += metaclass.name;
-        text_ += metaclass.isAbstract ? " (abstract)\n" : "\n";
-        if (withProperties_) {
-            printProperties(metaclass, depth + 1);
-        }
-        for (const Metaclass& other : model::metaclasses()) {
-            const auto supers = model::supersOf(other);
-            if (!supers.empty() && supers.front() == &metaclass) {
-                print(other, depth + 1);
-            }
-        }
+/// "- name multiplicity", and the type if that is a class of the two packages.
+std::string propertyText(const describe::Metamodel& metamodel, const describe::Property& property) {
+    std::string text = "- " + property.name + " " + multiplicity(property);
+    const describe::Type* const type = property.type;
+    if (type != nullptr && type->isClass() &&
+        (type->package == &metamodel.types() || type->package == &metamodel.foundation())) {
+        text += " " + type->name;
     }
-
-    const std::string& text() const { return text_; }
-
-private:
-    void printProperties(const Metaclass& metaclass, std::size_t depth) {
-        for (const QOB::MetaPropertyDescription* property : model::propertiesOf(metaclass)) {
-            text_.append(2 * depth, ' ');
-            text_ += "- ";
-            text_ += property->name;
-            text_ += ' ';
-            text_ += std::to_string(property->lower);
-            text_ += "..";
-            text_ += property->upper == QOB::MetaPropertyDescription::Unbounded
-                         ? "*"
-                         : std::to_string(property->upper);
-            if (const Metaclass* const type =
-                    model::findMetaclass(property->package()->classes[property->typeIndex])) {
-                text_ += ' ';
-                text_ += type->name;
-            }
-            text_ += '\n';
-        }
-    }
-
-    bool withProperties_;
-    std::string text_;
-};
+    return text + "\n";
+}
 
 } // namespace
 
@@ -68,13 +31,21 @@ void ClassesCommand::addTo(CLI::App& app) {
 }
 
 int ClassesCommand::run() const {
-    TreePrinter printer(withProperties_);
-    for (const Metaclass& metaclass : model::metaclasses()) {
-        if (model::supersOf(metaclass).empty()) {
-            printer.print(metaclass, 0);
+    const describe::Metamodel metamodel;
+    std::string text;
+    for (const auto& [type, depth] :
+         describe::classTree({&metamodel.foundation(), &metamodel.types()})) {
+        text.append(2 * depth, ' ');
+        text += type->name;
+        text += type->isAbstract ? " (abstract)\n" : "\n";
+        if (withProperties_) {
+            for (const describe::Property& property : type->properties) {
+                text.append(2 * (depth + 1), ' ');
+                text += propertyText(metamodel, property);
+            }
         }
     }
-    return commands::print(printer.text()) ? done : failed;
+    return commands::print(text) ? done : failed;
 }
 
 } // namespace velum::commands

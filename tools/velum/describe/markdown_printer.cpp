@@ -1,9 +1,11 @@
+#include "describe/class_tree.h"
 #include "describe/printers.h"
 #include "describe/words.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <span>
 #include <utility>
 
 namespace velum::describe {
@@ -154,8 +156,6 @@ public:
         return std::find(types_.begin(), types_.end(), &type) != types_.end();
     }
 
-    const std::vector<const Type*>& types() const { return types_; }
-
     std::string text() && { return std::move(text_); }
 
 private:
@@ -252,24 +252,6 @@ void addType(Page& page, const Type& type, std::string_view heading) {
     addProperties(page, type);
 }
 
-/// A class and those that derive from it, as a nested list. One with several supers stands below
-/// the first and names the others.
-void addTree(Page& page, const Package& here, const Type& type, std::size_t depth) {
-    const std::string name = page.link(here, type);
-    page << std::string(2 * depth, ' ') << "- " << (type.isAbstract ? "*" + name + "*" : name);
-    if (type.supers.size() > 1) {
-        page << ", also below "
-             << page.links(here,
-                           std::vector<const Type*>(type.supers.begin() + 1, type.supers.end()));
-    }
-    page << "\n";
-    for (const Type* sub : type.subs) {
-        if (sub->supers.front() == &type && page.has(*sub)) {
-            addTree(page, here, *sub, depth + 1);
-        }
-    }
-}
-
 struct Chapter {
     std::string title;
     std::string id;
@@ -285,19 +267,18 @@ void addContents(Page& page, const std::vector<Chapter>& chapters) {
     }
 }
 
-void addInheritance(Page& page, const Package& here) {
+/// The tree of classes as a nested list. A class with several supers stands below the first and
+/// names the others.
+void addInheritance(Page& page, const Package& here, const Package& base) {
     page << "\n## " << anchor("inheritance")
          << "Inheritance\n\nAbstract classes are in italics.\n\n";
-    std::vector<const Type*> roots;
-    for (const Type* type : page.types()) {
-        if (type->isClass() && (type->supers.empty() || !page.has(*type->supers.front()))) {
-            roots.push_back(type);
+    for (const auto& [type, depth] : classTree({&here, &base})) {
+        const std::string name = page.link(here, *type);
+        page << std::string(2 * depth, ' ') << "- " << (type->isAbstract ? "*" + name + "*" : name);
+        if (type->supers.size() > 1) {
+            page << ", also below " << page.links(here, std::span(type->supers).subspan(1));
         }
-    }
-    std::sort(
-        roots.begin(), roots.end(), [](const Type* a, const Type* b) { return a->name < b->name; });
-    for (const Type* root : roots) {
-        addTree(page, here, *root, 0);
+        page << "\n";
     }
 }
 
@@ -329,7 +310,7 @@ std::string printMarkdown(const Metamodel& metamodel) {
     }
     page << "\n";
     addContents(page, chapters);
-    addInheritance(page, types);
+    addInheritance(page, types, base);
     for (const Chapter& chapter : chapters) {
         page << "\n## " << anchor(chapter.id) << chapter.title << "\n";
         for (const Type* type : chapter.types) {

@@ -98,7 +98,7 @@ void addDetails(Lines& lines, const Property& property) {
     const bool isProperty = property.opposite != nullptr;
     std::string end = isProperty ? nameIn(here, *property.opposite) : property.otherEndName;
     if (!property.associationName.empty()) {
-        end += (end.empty() ? "in association " : " in association ") + property.associationName;
+        end += (end.empty() ? "" : " ") + ("in association " + property.associationName);
     }
     addFact(lines, indent, isProperty ? "opposite" : "other end", end);
     addFact(lines, indent, "redefines", namesIn(here, property.redefined));

@@ -27,7 +27,6 @@ void addClasses(const QOB::PackageIntrospectiveMethods& package,
             classes.push_back({std::string(live.getName()),
                                record,
                                static_cast<unsigned>(live.getOwnedAttributes().size()),
-                               live.isAbstract() == QOB::Boolean(true),
                                isOfTypes});
         }
     }

@@ -7,13 +7,13 @@
 
 namespace velum::model {
 
-/// One metaclass as the library's live classes and tables describe it.
+/// One metaclass with the tables by which its objects are read. What there is to know of a
+/// metaclass itself is in describe/metamodel.h.
 struct Metaclass {
     std::string name; ///< Without its package.
     const QOB::IntrospectiveMethods* record;
     unsigned propertyCount; ///< Of those that it declares itself.
-    bool isAbstract;
-    bool isOfTypes; ///< Of the types package; of the base metamodel otherwise.
+    bool isOfTypes;         ///< Of the types package; of the base metamodel otherwise.
 };
 
 /// All metaclasses of the types package and of the base metamodel, by name.
