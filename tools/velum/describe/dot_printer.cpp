@@ -198,14 +198,6 @@ private:
     std::set<const Type*> types_;
 };
 
-/// A type with all that it derives from.
-void addWithSupers(Diagram& diagram, const Type& type) {
-    diagram.add(type);
-    for (const Type* super : type.supers) {
-        addWithSupers(diagram, *super);
-    }
-}
-
 } // namespace
 
 std::string printDot(const Package& package) {
@@ -226,7 +218,10 @@ std::string printDot(const Package& package) {
 
 std::string printDot(const Type& type) {
     Diagram diagram(*type.package, &type);
-    addWithSupers(diagram, type);
+    diagram.add(type);
+    for (const Type* ancestor : ancestorsOf(type)) {
+        diagram.add(*ancestor);
+    }
     for (const Type* sub : type.subs) {
         diagram.add(*sub);
     }

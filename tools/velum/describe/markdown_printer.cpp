@@ -223,7 +223,7 @@ void addProperties(Page& page, const Type& type) {
     }
 }
 
-void addType(Page& page, const Type& type, std::string_view heading) {
+void addType(Page& page, const Type& type, std::string_view heading, bool isAlone) {
     page << heading << " " << anchor(idOf(type)) << escaped(type.name) << "\n\n";
     const Package& here = *type.package;
     std::string kind(kindOf(type));
@@ -242,6 +242,9 @@ void addType(Page& page, const Type& type, std::string_view heading) {
         facts.push_back(tagsText(type.tags));
     }
     page << kind;
+    if (isAlone) {
+        page << " of package " << code(here.name);
+    }
     for (const std::string& fact : facts) {
         page << "; " << fact;
     }
@@ -315,7 +318,7 @@ std::string printMarkdown(const Metamodel& metamodel) {
         page << "\n## " << anchor(chapter.id) << chapter.title << "\n";
         for (const Type* type : chapter.types) {
             page << "\n";
-            addType(page, *type, "###");
+            addType(page, *type, "###", false);
         }
     }
     return std::move(page).text();
@@ -323,7 +326,7 @@ std::string printMarkdown(const Metamodel& metamodel) {
 
 std::string printMarkdown(const Type& type) {
     Page page({&type});
-    addType(page, type, "#");
+    addType(page, type, "#", true);
     return std::move(page).text();
 }
 

@@ -46,6 +46,41 @@ std::size_t distance(std::string_view a, std::string_view b) {
 
 } // namespace
 
+std::vector<const Type*> ancestorsOf(const Type& type) {
+    std::vector<const Type*> ancestors;
+    std::deque<const Type*> pending(type.supers.begin(), type.supers.end());
+    while (!pending.empty()) {
+        const Type* const next = pending.front();
+        pending.pop_front();
+        if (std::find(ancestors.begin(), ancestors.end(), next) == ancestors.end()) {
+            ancestors.push_back(next);
+            pending.insert(pending.end(), next->supers.begin(), next->supers.end());
+        }
+    }
+    return ancestors;
+}
+
+std::vector<const Property*> inheritedFrom(const Type& ancestor, const Type& type) {
+    std::vector<const Type*> nearer = ancestorsOf(type);
+    nearer.push_back(&type);
+    const auto isRedefined = [&nearer](const Property* property) {
+        return std::any_of(nearer.begin(), nearer.end(), [property](const Type* below) {
+            return std::any_of(
+                below->properties.begin(), below->properties.end(), [property](const auto& other) {
+                    return std::find(other.redefined.begin(), other.redefined.end(), property) !=
+                           other.redefined.end();
+                });
+        });
+    };
+    std::vector<const Property*> inherited;
+    for (const Property& property : ancestor.properties) {
+        if (!isRedefined(&property)) {
+            inherited.push_back(&property);
+        }
+    }
+    return inherited;
+}
+
 Metamodel::Metamodel() : packages_(readRegistry()) {
 }
 

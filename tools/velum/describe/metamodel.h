@@ -59,6 +59,12 @@ struct Type {
     bool isClass() const { return kind == Kind::metaclass; }
 };
 
+/// The supers of a class, theirs and so on, the nearest first, each once.
+std::vector<const Type*> ancestorsOf(const Type& type);
+
+/// What a class has from one ancestor, but for what a nearer class redefines.
+std::vector<const Property*> inheritedFrom(const Type& ancestor, const Type& type);
+
 struct Package {
     std::string name; ///< Dotted.
     std::string uri;

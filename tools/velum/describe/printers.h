@@ -7,7 +7,7 @@
 namespace velum::describe {
 
 /// As text of at most 100 columns for a terminal: a package, data types first and each kind by
-/// name, or one type.
+/// name, or one type, with its package and the names of what it inherits.
 std::string printText(const Package& package);
 std::string printText(const Type& type);
 

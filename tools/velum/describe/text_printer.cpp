@@ -136,9 +136,33 @@ void addProperties(Lines& lines, const Type& type) {
     }
 }
 
-void addType(Lines& lines, const Type& type) {
+/// The names of what a class inherits, a line for each class that declares some.
+void addInherited(Lines& lines, const Type& type) {
+    std::vector<std::pair<std::string, std::string>> rows;
+    std::size_t width = 0;
+    for (const Type* ancestor : ancestorsOf(type)) {
+        const auto name = [](const Property* property) { return property->name; };
+        if (std::string names = listOf(inheritedFrom(*ancestor, type), name); !names.empty()) {
+            rows.emplace_back(nameIn(*type.package, *ancestor), std::move(names));
+            width = std::max(width, rows.back().first.size() + 2);
+        }
+    }
+    if (!rows.empty()) {
+        lines.addBlank();
+        lines.add(2, "inherited");
+    }
+    for (auto& [name, properties] : rows) {
+        name.resize(width, ' ');
+        lines.add(6, name + properties, width);
+    }
+}
+
+void addType(Lines& lines, const Type& type, bool isAlone) {
     lines.add(0, std::string(kindOf(type)) + " " + type.name);
     constexpr std::size_t indent = 2;
+    if (isAlone) {
+        addFact(lines, indent, "package", type.package->name);
+    }
     addFact(lines, indent, "supers", namesIn(*type.package, type.supers));
     addFact(lines, indent, "subclasses", namesIn(*type.package, type.subs));
     addFact(lines, indent, "literals", joined(type.literals));
@@ -148,6 +172,9 @@ void addType(Lines& lines, const Type& type) {
         lines.addText(indent, comment);
     }
     addProperties(lines, type);
+    if (isAlone) {
+        addInherited(lines, type);
+    }
 }
 
 } // namespace
@@ -160,7 +187,7 @@ std::string printText(const Package& package) {
     for (const auto& types : {dataTypesOf(package), classesOf(package)}) {
         for (const Type* type : types) {
             lines.addBlank();
-            addType(lines, *type);
+            addType(lines, *type, false);
         }
     }
     return std::move(lines).text();
@@ -168,7 +195,7 @@ std::string printText(const Package& package) {
 
 std::string printText(const Type& type) {
     Lines lines;
-    addType(lines, type);
+    addType(lines, type, true);
     return std::move(lines).text();
 }
 

@@ -188,23 +188,46 @@ class TextTest(unittest.TestCase):
 
 class OneTypeTest(unittest.TestCase):
     def test_one_is_described_as_among_all(self):
-        whole = sections(described())
-        for heading, section in whole.items():
+        package = "\n  package     Zorvane.metamodel.types"
+        for heading, section in sections(described()).items():
             with self.subTest(heading):
-                self.assertEqual(described(heading.rsplit(" ", 1)[1]).rstrip(), section.rstrip())
+                alone, _, _ = described(heading.rsplit(" ", 1)[1]).partition("\n  inherited\n")
+                self.assertTrue(alone.startswith(heading + package))
+                self.assertEqual(alone.replace(package, "", 1).rstrip(), section.rstrip())
+
+    def test_what_is_inherited(self):
+        """From the nearest class on, each once; a property that is redefined isn't there twice."""
+        expected = {
+            "Boolean": ["PrimitiveType", "foundation.ValueType", "foundation.Namespace",
+                        "foundation.NamedElement", "foundation.Element", "QOB.ClassObject"],
+            "StructElement": ["foundation.TypedElement", "foundation.NamedElement",
+                              "foundation.Element", "QOB.ClassObject"],
+            "Factory": ["QOB.ClassObject"],
+            "QOB.ClassObject": [], "DataSize": []}
+        for name, classes in expected.items():
+            with self.subTest(name):
+                _, _, text = described(name).partition("\n  inherited\n")
+                rows = dict(line.split(None, 1) for line in text.splitlines()
+                            if re.match(" {6}[^ ]", line))
+                self.assertEqual(list(rows), classes)
+        _, _, text = described("StructElement").partition("\n  inherited\n")
+        rows = [line.split(None, 1) for line in text.splitlines()]
+        self.assertEqual(rows[:2], [["foundation.TypedElement", "OwnedType"],
+                                    ["foundation.NamedElement", "Name, Visibility, clientDependency"]])
 
     def test_names_with_packages(self):
         real = described("Real")
         self.assertTrue(real.startswith("abstract class Real\n"))
         for name in ("types.Real", "metamodel.types.Real", "Zorvane.metamodel.types.Real"):
             self.assertEqual(described(name), real)
-        self.assertEqual(described("QOB.Real"), "data type Real\n")
+        self.assertEqual(described("QOB.Real"), "data type Real\n  package     QOB\n")
         for metaclass in FOUNDATION["class"]:
             with self.subTest(metaclass["name"]):
                 text = described(f"foundation.{metaclass['name']}")
                 self.assertEqual(text, described(metaclass["name"]))
+                declared_text, _, _ = text.partition("\n  inherited\n")
                 self.assertEqual(
-                    list(property_sections(text)),
+                    list(property_sections(declared_text)),
                     [each["name"] for each in metaclass.get("property", [])])
         self.assertIn("  supers      PackageableElement, Namespace\n", described("Type"))
 
