@@ -5,6 +5,7 @@
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/tags.h"
 #include "qob/qob/transaction.h"
+#include "qob/qob/visitor.h"
 #include "support/failure.h"
 #include "velum_types/tests/registration/kerneledge.h"
 #include "velum_types/tests/support/packagetable.h"
@@ -23,12 +24,14 @@
 
 namespace types = Zorvane::metamodel::types;
 namespace meta = types::NSImplementation;
+namespace visitor = QOB::CooperativeVisitor::internal;
 
 using VelumTest::Call;
 using VelumTest::messageOf;
 using VelumTest::PackageEntry;
 using VelumTest::PackageTable;
 using VelumTest::takeCalls;
+using visitor::ClassInfo;
 
 namespace {
 
@@ -346,6 +349,14 @@ TEST(Start, AnnouncesEveryClassAndThenEveryNameOnce) {
     EXPECT_EQ(calls.of("staticUpdateMeta"), updates());
     EXPECT_EQ(calls.of("tag"), tags());
     EXPECT_EQ(calls.of("name"), registrations());
+
+    std::vector<ClassInfo> classes;
+    forEachClass([&](PackageEntry const& entry) {
+        ClassInfo const info = visitor::findClassByName(dotted(entry.name));
+        EXPECT_EQ(visitor::findClassByName(dotted("Immutable" + std::string(entry.name))), info);
+        EXPECT_EQ(std::find(classes.begin(), classes.end(), info), classes.end()) << entry.name;
+        classes.push_back(info);
+    });
 
     EXPECT_TRUE(types::initialize());
     EXPECT_TRUE(takeCalls().empty());
