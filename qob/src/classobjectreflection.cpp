@@ -92,6 +92,7 @@ MetaPropertyDescription* properties[] = {nullptr,
 struct ClassObjectDescription {
     using Interface = ClassObjectIntf;
     static constexpr char const* name = ClassObjectIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties = reflective::List<
         reflective::Single<ClassObjectIntf::UriId,
                            &ClassObjectIntf::getUri,

@@ -10,6 +10,7 @@ namespace {
 struct FactoryObjectDescription {
     using Interface = FactoryObjectIntf;
     static constexpr char const* name = FactoryObjectIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties = reflective::List<>;
 };
 

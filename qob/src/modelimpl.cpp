@@ -90,6 +90,7 @@ MetaPropertyDescription* modelProperties[] = {nullptr, &rootObjects};
 struct ModelDescription {
     using Interface = ModelIntf;
     static constexpr char const* name = "QOB.Model";
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties =
         reflective::List<reflective::Many<ModelIntf::RootObjectsId,
                                           &ModelIntf::getRootObjects,

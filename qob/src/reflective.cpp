@@ -4,12 +4,17 @@
 
 namespace QOB::reflective::internal {
 
-void failIllegalProperty(char const* className, char const* function, unsigned id) {
+void failIllegalProperty(Place const& place,
+                         char const* className,
+                         char const* function,
+                         unsigned id) {
+    LocalAsserter const assertion(place.file, place.line, "");
     if (id == 0) {
-        QOB_FAIL("%s::%s on illegal property", className, function);
+        assertion = AsserterEx<Exception>("%s::%s on illegal property", className, function);
     }
     // Signed: an id of all ones, which stands for none, shows as -1.
-    QOB_FAIL("%s::%s on illegal property with id %d", className, function, static_cast<int>(id));
+    assertion = AsserterEx<Exception>(
+        "%s::%s on illegal property with id %d", className, function, static_cast<int>(id));
     std::terminate(); // not reached
 }
 

@@ -162,6 +162,16 @@ ClassObject factoryIn(World const& world) {
                           world.root);
 }
 
+/// Where the failures of a class's functions are said to be.
+std::string placeOf(DescribedClass const& of) {
+    std::string place =
+        " at velum_types/zorvane/metamodel/types/nsmetaregistry/zorvanemetamodeltypes";
+    for (char const* c = of.entry.name; *c != '\0'; ++c) {
+        place += *c >= 'A' && *c <= 'Z' ? static_cast<char>(*c - 'A' + 'a') : *c;
+    }
+    return place += "metaregistry.cpp:";
+}
+
 /// Calls the function with an id and holds it to what it must do.
 void expectOutcome(DescribedClass const& of,
                    ClassObject const& object,
@@ -175,8 +185,10 @@ void expectOutcome(DescribedClass const& of,
     illegal += function.name;
     illegal += " on illegal property";
     std::string answer;
-    std::string const message = messageOf(
-        [&] { answer = function.call(*of.methods, object.get(), object.getDeviant(), id); });
+    auto const call = [&] {
+        answer = function.call(*of.methods, object.get(), object.getDeviant(), id);
+    };
+    std::string const message = messageOf(call);
     if (isKnown) {
         EXPECT_EQ(message.find(" on illegal property"), std::string::npos) << message;
         EXPECT_NE(answer, "null");
@@ -187,6 +199,7 @@ void expectOutcome(DescribedClass const& of,
         illegal += id == 0 ? "" : " with id " + std::to_string(static_cast<int>(id));
         EXPECT_EQ(message, illegal);
         EXPECT_STREQ(QOB::Asserter::fLogBuf, illegal.c_str());
+        EXPECT_NE(failureOf(call).find(placeOf(of)), std::string::npos) << failureOf(call);
     }
 }
 
@@ -236,10 +249,12 @@ TEST(Reflection, FunctionsTakeObjectsOfTheirClassAndBelowAndNoOthers) {
                 candidate.methods != nullptr && VelumTest::isA(candidate.methods, of.methods);
             accepted += isLegal ? 1 : 0;
             for (Function const& function : Functions) {
-                std::string const message = messageOf([&] {
+                std::string const failure = failureOf([&] {
                     function.call(*of.methods, candidate.object.get(), world.root, LargestId);
                 });
-                EXPECT_EQ(message == "illegal object", !isLegal) << function.name << message;
+                EXPECT_EQ(failure.find("Assertion failed: illegal object" + placeOf(of)) == 0,
+                          !isLegal)
+                    << function.name << ": " << failure;
             }
         }
     }

@@ -21,6 +21,7 @@ namespace {
 struct ClassDescription {
     using Interface = ClassIntf;
     static constexpr char const* name = ClassIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties =
         reflective::List<reflective::Single<ClassIntf::IsAbstractId,
                                             &ClassIntf::isAbstract,

@@ -22,6 +22,7 @@ namespace {
 struct EnumerationDescription {
     using Interface = EnumerationIntf;
     static constexpr char const* name = EnumerationIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties =
         reflective::List<reflective::Many<EnumerationIntf::OwnedLiteralsId,
                                           &EnumerationIntf::getOwnedLiterals,
@@ -31,6 +32,7 @@ struct EnumerationDescription {
 struct EnumerationLiteralDescription {
     using Interface = EnumerationLiteralIntf;
     static constexpr char const* name = EnumerationLiteralIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties =
         reflective::List<reflective::Single<EnumerationLiteralIntf::EnumerationId,
                                             &EnumerationLiteralIntf::getEnumeration,

@@ -11,6 +11,7 @@ namespace {
 struct NamedElementDescription {
     using Interface = NamedElementIntf;
     static constexpr char const* name = NamedElementIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties = reflective::List<reflective::Single<NamedElementIntf::NameId,
                                                            &NamedElementIntf::getName,
                                                            reflective::always,

@@ -22,6 +22,7 @@ namespace {
 struct PackageDescription {
     using Interface = PackageIntf;
     static constexpr char const* name = PackageIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties =
         reflective::List<reflective::Single<PackageIntf::UriId,
                                             &PackageIntf::getUri,
@@ -46,6 +47,7 @@ struct PackageDescription {
 struct TypeDescription {
     using Interface = TypeIntf;
     static constexpr char const* name = TypeIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties = reflective::List<reflective::Single<TypeIntf::PackageId,
                                                            &TypeIntf::getPackage,
                                                            &TypeIntf::hasPackage,

@@ -19,6 +19,7 @@ namespace {
 struct PropertyDescription {
     using Interface = PropertyIntf;
     static constexpr char const* name = PropertyIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties =
         reflective::List<reflective::Single<PropertyIntf::OwningClassId,
                                             &PropertyIntf::getOwningClass,

@@ -32,6 +32,7 @@ MetaPropertyDescription* properties[] = {nullptr, &stereotypeName, &taggedValue}
 struct StereotypeObjectDescription {
     using Interface = StereotypeObjectIntf;
     static constexpr char const* name = StereotypeObjectIntf::Name;
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties =
         reflective::List<reflective::Single<StereotypeObjectIntf::StereotypeNameId,
                                             &StereotypeObjectIntf::getStereotypeName,

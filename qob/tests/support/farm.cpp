@@ -102,6 +102,7 @@ MetaPropertyDescription* henProperties[3] = {};
 struct AnimalDescription {
     using Interface = AnimalIntf;
     static constexpr char const* name = "sample.Animal";
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties = reflective::List<
         reflective::Single<AnimalIntf::WeightId,
                            &AnimalIntf::getWeight,
@@ -132,6 +133,7 @@ struct AnimalDescription {
 struct HenDescription {
     using Interface = HenIntf;
     static constexpr char const* name = "sample.Hen";
+    static constexpr reflective::Place place{__FILE__, __LINE__};
     using Properties =
         reflective::List<reflective::Many<HenIntf::EggsId, &HenIntf::getEggs, &HenIntf::getEggs>,
                          reflective::Single<HenIntf::PartnerId,

@@ -14,8 +14,15 @@
 ///
 ///     using Interface = ...;               the interface class
 ///     static constexpr char const* name;   its dotted name
+///     static constexpr Place place{__FILE__, __LINE__};   where it is described
 ///     using Properties = List<Single<...>, Many<...>, ...>;
 namespace QOB::reflective {
+
+/// What a failure of one of the functions is said to be at.
+struct Place {
+    char const* file;
+    int line;
+};
 
 struct Always {};
 /// In the place of `has`: the property is always there, and the object isn't asked.
@@ -62,7 +69,7 @@ struct List {};
 namespace internal {
 
 [[noreturn]] QOB_EXPORT void
-failIllegalProperty(char const* className, char const* function, unsigned id);
+failIllegalProperty(Place const& place, char const* className, char const* function, unsigned id);
 
 template <auto Operation>
 inline constexpr bool isThere = !std::is_same_v<decltype(Operation), std::nullptr_t>;
@@ -75,10 +82,12 @@ struct ArgumentOf<void (Class::*)(Deviant, Argument)> {
     using type = std::remove_cvref_t<Argument>;
 };
 
-template <class Intf>
-Intf& objectAs(NSInterface::ObjectIntf* object) {
-    auto* const found = castObject<Intf>(object);
-    QOB_REQUIRE(found != nullptr, "illegal object");
+template <class Class>
+typename Class::Interface& objectAs(NSInterface::ObjectIntf* object) {
+    auto* const found = castObject<typename Class::Interface>(object);
+    if (found == nullptr) {
+        QOB::internal::failAt(Class::place.file, Class::place.line, "illegal object");
+    }
     return *found;
 }
 
@@ -109,7 +118,7 @@ struct Functions {
     using ObjectPointer = NSInterface::ObjectIntf*;
 
     static Object getSingleValued(ObjectPointer object, Deviant deviant, unsigned id) {
-        Intf const& self = objectAs<Intf>(object);
+        Intf const& self = objectAs<Class>(object);
         Object result;
         bool const done = dispatch(Properties(), id, [&](auto property) {
             using Property = decltype(property);
@@ -123,7 +132,7 @@ struct Functions {
     }
 
     static bool hasSingleValued(ObjectPointer object, Deviant deviant, unsigned id) {
-        Intf const& self = objectAs<Intf>(object);
+        Intf const& self = objectAs<Class>(object);
         require(id != 0, "hasSingleValued", id);
         return dispatch(Properties(), id, [&](auto property) {
             using Property = decltype(property);
@@ -138,7 +147,7 @@ struct Functions {
 
     static void
     setSingleValued(ObjectPointer object, Deviant deviant, unsigned id, Object const& value) {
-        Intf& self = objectAs<Intf>(object);
+        Intf& self = objectAs<Class>(object);
         bool const done = dispatch(Properties(), id, [&](auto property) {
             return assign<decltype(property)::set>(self, deviant, value);
         });
@@ -147,7 +156,7 @@ struct Functions {
 
     static void
     setOnlySingleValued(ObjectPointer object, Deviant deviant, unsigned id, Object const& value) {
-        Intf& self = objectAs<Intf>(object);
+        Intf& self = objectAs<Class>(object);
         bool const done = dispatch(Properties(), id, [&](auto property) {
             return assign<decltype(property)::setOnly>(self, deviant, value);
         });
@@ -155,7 +164,7 @@ struct Functions {
     }
 
     static void removeSingleValued(ObjectPointer object, Deviant deviant, unsigned id) {
-        Intf& self = objectAs<Intf>(object);
+        Intf& self = objectAs<Class>(object);
         bool const done = dispatch(Properties(), id, [&](auto property) {
             return call<decltype(property)::remove>(self, deviant);
         });
@@ -163,7 +172,7 @@ struct Functions {
     }
 
     static void removeOnlySingleValued(ObjectPointer object, Deviant deviant, unsigned id) {
-        Intf& self = objectAs<Intf>(object);
+        Intf& self = objectAs<Class>(object);
         bool const done = dispatch(Properties(), id, [&](auto property) {
             return call<decltype(property)::removeOnly>(self, deviant);
         });
@@ -172,7 +181,7 @@ struct Functions {
 
     static Generic::SequenceRef
     getMultiValued(ObjectPointer object, Deviant deviant, unsigned id, bool asObjects) {
-        Intf& self = objectAs<Intf>(object);
+        Intf& self = objectAs<Class>(object);
         require(id != 0, "getMultiValued", id);
         Generic::SequenceRef result;
         dispatch(Properties(), id, [&](auto property) {
@@ -187,7 +196,7 @@ struct Functions {
 
     static Generic::SequenceRef
     getOnlyMultiValued(ObjectPointer object, Deviant deviant, unsigned id, bool asObjects) {
-        Intf& self = objectAs<Intf>(object);
+        Intf& self = objectAs<Class>(object);
         require(id != 0, "getOnlyMultiValued", id);
         Generic::SequenceRef result;
         dispatch(Properties(), id, [&](auto property) {
@@ -203,7 +212,7 @@ struct Functions {
 private:
     static void require(bool done, char const* function, unsigned id) {
         if (!done) {
-            failIllegalProperty(Class::name, function, id);
+            failIllegalProperty(Class::place, Class::name, function, id);
         }
     }
     template <auto Operation>
