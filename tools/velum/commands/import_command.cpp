@@ -4,16 +4,40 @@
 #include "commands/load.h"
 #include "commands/output.h"
 #include "dictionary/dictionary.h"
+#include "model/objects.h"
 #include "report/printers.h"
 
+#include <sstream>
+
 namespace velum::commands {
+
+namespace {
+
+/// Every object of the model once, those that are contained below what contains them.
+bool printObjects(const QOB::Model& model) {
+    for (const QOB::ClassObject& object : model::freeObjects(model)) {
+        std::ostringstream text;
+        text << '\n';
+        QOB::print(text, object);
+        if (!print(text.str())) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
 
 void ImportCommand::addTo(CLI::App& app) {
     CLI::App* const command = app.add_subcommand(
         "import", "Read AUTOSAR R4 files and report what became of everything in them");
     command->add_option("FILE", files_, "The files to read (.arxml)")->required();
-    command->add_flag("--json", isJson_, "Print the report as JSON");
+    CLI::Option* const json = command->add_flag("--json", isJson_, "Print the report as JSON");
     command->add_flag("--strict", isStrict_, "Keep nothing if anything is wrong in the files");
+    command
+        ->add_flag(
+            "--verbose", isVerbose_, "After the report, print every object with all that it holds")
+        ->excludes(json);
 }
 
 int ImportCommand::run() const {
@@ -21,6 +45,9 @@ int ImportCommand::run() const {
     const dictionary::Import import = load(files_, dictionary, isStrict_);
     const report::PrintJob job{import.report(), import.names(), import.paths()};
     if (!print(isJson_ ? report::printJson(job) : report::printText(job))) {
+        return failed;
+    }
+    if (isVerbose_ && !printObjects(dictionary.model())) {
         return failed;
     }
     return import.report().hasFaults() ? inputAtFault : done;

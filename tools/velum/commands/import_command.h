@@ -17,6 +17,7 @@ private:
     std::vector<std::string> files_;
     bool isJson_ = false;
     bool isStrict_ = false;
+    bool isVerbose_ = false;
 };
 
 } // namespace velum::commands

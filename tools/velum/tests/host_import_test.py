@@ -7,6 +7,7 @@ import collections
 import json
 import os
 import pathlib
+import re
 import resource
 import select
 import subprocess
@@ -141,6 +142,24 @@ class SampleTest(unittest.TestCase):
             "MatrixValueSpecification": 3, "SharedAxisType": 2, "Slot": 3, "StructElement": 16,
             "Structure": 4, "StructureValueSpecification": 1, "SwBaseType": 14,
             "SwRecordLayout": 3, "Unit": 9, "VoidPointer": 1})
+
+    def test_verbose_prints_every_object_once(self):
+        text = run("import", "--verbose", *self.DICTIONARY).stdout.decode()
+        plain = run("import", *self.DICTIONARY).stdout.decode()
+        self.assertTrue(text.startswith(plain))
+        heads = re.findall(r'^ *(\w+) #(\d+)(?: ".*")?$', text, re.MULTILINE)
+        self.assertEqual(collections.Counter(name for name, _ in heads), counts(*self.DICTIONARY))
+        self.assertEqual(len(set(heads)), len(heads))
+        self.assertRegex(text, r"""
+Unit #\d+ "RevolutionsPerMinute"
+  Name: "RevolutionsPerMinute"
+  Visibility: public
+  ConvFactor: 0.016666666666666666
+  ConvOffset: 0
+  ConvUnit: Unit #\d+ "Hertz"
+""")
+        self.assertEqual(run("import", "--verbose", "--strict", "gearbox.arxml").stdout,
+                         run("import", "--strict", "gearbox.arxml").stdout)
 
     def test_what_the_dictionary_says_is_held(self):
         lines = show(*self.DICTIONARY)
@@ -767,7 +786,7 @@ class CommandLineTest(unittest.TestCase):
 
     def test_wrong_usage(self):
         for arguments in [[], ["import"], ["show"], ["check"], ["classes", "a"], ["export", "a"],
-                          ["import", "--yaml", "a"]]:
+                          ["import", "--yaml", "a"], ["import", "--json", "--verbose", "a"]]:
             with self.subTest(arguments):
                 result = run(*arguments)
                 self.assertEqual(result.returncode, 2)

@@ -1,0 +1,171 @@
+#include "attributes.h"
+
+#include "../meta/propertyindex.h"
+#include "qob/kernel/containers/sequence/sequence.h"
+#include "qob/qob/sequence.h"
+#include "qob/qob/stereotypeobject.h"
+
+#include <string_view>
+#include <unordered_set>
+
+namespace QOB::internal {
+
+namespace {
+
+using Values = std::vector<Object>;
+
+template <class Elements>
+Values allOf(Elements const& elements) {
+    Values values;
+    for (auto const& element : elements) {
+        values.emplace_back(element);
+    }
+    return values;
+}
+
+Values one(String const& text) {
+    return text.isValid() ? Values{Object(text)} : Values();
+}
+
+Values externalId(ClassObject const& object) {
+    return object.hasExternalId() ? one(object.getExternalId()) : Values();
+}
+Values externalToolInfos(ClassObject const& object) {
+    Values values;
+    if (object.hasExternalToolInfos()) {
+        for (ExternalToolInfo const info : object.getExternalToolInfosWithoutAssociation()) {
+            values.emplace_back(
+                String(std::string(info.getKey()) + "=" + std::string(info.getValue())));
+        }
+    }
+    return values;
+}
+Values appliedStereotypes(ClassObject const& object) {
+    return object.hasAppliedStereotypeInstances()
+               ? allOf(object.getAppliedStereotypeInstancesWithoutAssociation())
+               : Values();
+}
+Values container(ClassObject const& object) {
+    return object.hasContainerQOB() ? Values{object.getContainerQOB()} : Values();
+}
+
+/// What the class and its supers declare, that of the supers first.
+class Collection {
+public:
+    void add(ImmutableClass const& of) {
+        // What every object has is who and where it is, but for what `attributesOf` adds.
+        bool const isOfEvery =
+            of->internal_binding().methods == &NSInterface::ClassObjectIntf::sIntrospectiveMethods;
+        if (isOfEvery || !seen_.insert(of.get()).second) {
+            return;
+        }
+        for (ImmutableClass const super : of.getSupers()) {
+            add(super);
+        }
+        for (ImmutableProperty const property : of.getOwnedAttributes()) {
+            for (ImmutableProperty const redefined : property.getRedefinedProperties()) {
+                replaced_.insert(redefined.get());
+            }
+            properties_.push_back(property);
+        }
+    }
+
+    std::vector<Attribute> attributes() const {
+        std::vector<Attribute> found;
+        for (ImmutableProperty const& property : properties_) {
+            if (!property.isDerived() && !replaced_.contains(property.get())) {
+                found.push_back(attributeOf(property));
+            }
+        }
+        return found;
+    }
+
+private:
+    static bool ownsObjects(ImmutableProperty const& property) {
+        return property.isComposite() && ImmutableClass(property.getType()).isValid();
+    }
+    static Attribute attributeOf(ImmutableProperty const& property) {
+        return {.name = property.getName(),
+                .property = property,
+                .isOrdered = property.isOrdered(),
+                .ownsObjects = ownsObjects(property),
+                .isWayToOwner = property.hasOpposite() && ownsObjects(property.getOpposite())};
+    }
+
+    std::unordered_set<void const*> seen_;
+    std::unordered_set<void const*> replaced_;
+    std::vector<ImmutableProperty> properties_;
+};
+
+std::vector<Attribute> attributesOf(ClassObject const& object) {
+    std::vector<Attribute> attributes;
+    if (ImmutableClass const live = object.getMetaClass(); live.isValid()) {
+        Collection collection;
+        collection.add(live);
+        attributes = collection.attributes();
+    }
+    attributes.push_back({.name = "ExternalId", .reader = &externalId});
+    attributes.push_back({.name = "ExternalToolInfo", .reader = &externalToolInfos});
+    attributes.push_back(
+        {.name = "AppliedStereotypeInstance", .reader = &appliedStereotypes, .ownsObjects = true});
+    return attributes;
+}
+
+} // namespace
+
+std::vector<Object> Attribute::valuesOf(ClassObject const& object) const {
+    if (reader != nullptr) {
+        return reader(object);
+    }
+    if (!object.has(property)) {
+        return {};
+    }
+    Values values = allOf(object.get(property));
+    bool const isOneInvalid = !property.isMultiValued() && !values.empty() && isNothing(values[0]);
+    return isOneInvalid ? Values() : values;
+}
+
+std::vector<Attribute> const& Attributes::of(ClassObject const& object) {
+    // Objects without a live class are told apart by the name of their class.
+    NSInterface::ClassIntf const* const live = object.getMetaClass().get();
+    void const* const key =
+        live != nullptr ? static_cast<void const*>(live) : object.getLumvoName(false);
+    auto const found = byClass_.find(key);
+    return found != byClass_.end() ? found->second
+                                   : byClass_.emplace(key, attributesOf(object)).first->second;
+}
+
+bool isNothing(Object const& value) {
+    if (value.get() == nullptr) {
+        return true;
+    }
+    if (castObject<NSInterface::ValueObjectIntf>(value.get()) == nullptr) {
+        return false;
+    }
+    String const text = value.toString();
+    bool const isText = std::string_view(value.getLumvoName(false)) == String::getTypeName();
+    return !text.isValid() || (!isText && text.view().empty());
+}
+
+Attribute containerAttribute() {
+    return {.name = "ContainerQOB", .reader = &container, .isWayToOwner = true};
+}
+
+String nameOf(ClassObject const& object) {
+    if (StereotypeObject const stereotype(object); stereotype.get() != nullptr) {
+        return stereotype.getStereotypeName();
+    }
+    ImmutableClass const live = object.getMetaClass();
+    if (live.get() == nullptr) {
+        return {};
+    }
+    PropertyBinding const* const binding = live->internal_propertyIndex().find("Name");
+    if (binding == nullptr) {
+        return {};
+    }
+    Object const value =
+        binding->methods->getSingleValued(object.get(), object.getDeviant(), binding->id);
+    return value.get() != nullptr ? String(value) : String();
+}
+
+} // namespace QOB::internal
