@@ -205,6 +205,8 @@ void DeviationsBase::commit(Deviant root, StateOperations const& operations) {
     auto const copyOfBaseline = [&] {
         return isRealState(baseline) ? operations.copy(baseline) : baseline;
     };
+    internal::ModelCore::of(root).forEachBranch(
+        [&](internal::DeviantData& branch) { branch.keepForUndo(owner_, copyOfBaseline); });
     for (Deviant const& deviant : deviants) {
         if (deviant == root) {
             continue;

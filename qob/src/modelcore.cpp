@@ -236,6 +236,7 @@ void DeviantData::commit() {
             undone.release();
         }
         undo_.push_back(std::move(step));
+        enterStepsToRoot();
     } else {
         step.release();
     }
@@ -280,6 +281,28 @@ void DeviantData::setUndoEnabled(bool enabled) {
                 step.release();
             }
         }
+        stepsToRoot_.clear();
+    }
+}
+
+void DeviantData::enterStepsToRoot() {
+    if (isRoot()) {
+        return;
+    }
+    std::vector<SavedState> const& states = undo_.back().states;
+    for (std::size_t i = 0; i != states.size(); ++i) {
+        if (states[i].slot.state == Deviant::FallbackToRoot) {
+            stepsToRoot_[states[i].object] = {undo_.size() - 1, i};
+        }
+    }
+}
+
+void DeviantData::dropStepsToRoot() {
+    for (SavedState const& saved : undo_.back().states) {
+        auto const found = stepsToRoot_.find(saved.object);
+        if (found != stepsToRoot_.end() && found->second.step == undo_.size() - 1) {
+            stepsToRoot_.erase(found);
+        }
     }
 }
 
@@ -290,6 +313,9 @@ bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
         return false;
     }
     to.reserve(to.size() + 1);
+    if (&from == &undo_) {
+        dropStepsToRoot();
+    }
     Step& step = from.back();
     if (isRoot() && model_.hasBranches()) {
         for (SavedState const& saved : step.states) {
@@ -307,6 +333,9 @@ bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
     std::reverse(step.states.begin(), step.states.end());
     to.push_back(std::move(step));
     from.pop_back();
+    if (&to == &undo_) {
+        enterStepsToRoot();
+    }
     return true;
 }
 

@@ -109,6 +109,15 @@ public:
     void setUndoEnabled(bool enabled);
     bool undo() { return travel(undo_, redo_); }
     bool redo() { return travel(redo_, undo_); }
+    /// The root is about to leave behind what branches without a state of their own have been
+    /// reading: a step that would bring this branch back to reading it there gets a copy.
+    template <class Copy>
+    void keepForUndo(ClassObjectIntf const* object, Copy const& copy) {
+        if (auto const found = stepsToRoot_.find(object); found != stepsToRoot_.end()) {
+            undo_[found->second.step].states[found->second.position].slot.state = copy();
+            stepsToRoot_.erase(found);
+        }
+    }
 
     void countReferred(Deviant other, int change);
     boost::unordered_flat_map<Deviant, int, std::hash<Deviant>> const& referred() const noexcept {
@@ -123,7 +132,16 @@ public:
 private:
     friend class ModelCore;
 
+    /// Where an undo step keeps the old state of an object.
+    struct Place {
+        std::size_t step = 0;
+        std::size_t position = 0;
+    };
+
     bool travel(std::vector<Step>& from, std::vector<Step>& to);
+    /// Enters or takes out what the last undo step leads back to the root.
+    void enterStepsToRoot();
+    void dropStepsToRoot();
     void exchange(SavedState& saved);
     void protectReaders(SavedState const& saved);
     void applyReferred(ReferredChange const& change);
@@ -137,6 +155,8 @@ private:
     std::unique_ptr<OpenTransaction> open_;
     std::vector<Step> undo_;
     std::vector<Step> redo_;
+    /// Of a branch: the objects that undoing makes it read in the root again, one step for each.
+    boost::unordered_flat_map<ClassObjectIntf const*, Place> stepsToRoot_;
     boost::unordered_flat_map<Deviant, int, std::hash<Deviant>> referred_;
 };
 

@@ -251,6 +251,15 @@ private:
             return;
         }
         for (Deviant& deviant : deviants) {
+            for (Step& step : deviant.undo) {
+                for (Saved& saved : step) {
+                    if (saved.thing == thing && saved.slot.kind == Slot::Fallback) {
+                        saved.slot = base;
+                    }
+                }
+            }
+        }
+        for (Deviant& deviant : deviants) {
             if (deviant.isRoot || !deviant.alive) {
                 continue;
             }

@@ -256,17 +256,9 @@ private:
         });
     }
 
-    /// A branch that has an open transaction, or steps to undo, when the root moves on would fall
-    /// back to what the root has then: a host that wants both keeps them apart, as here.
+    /// When the root moves on, of the branches with an open transaction one only keeps what it has
+    /// been reading: a host that wants both keeps them apart, as here.
     bool mayWrite(std::size_t d) const { return d != 0 || !isAnyBranchOpen(); }
-    void rootMoved() {
-        for (std::size_t i = 1; i < views_.size(); ++i) {
-            views_[i]->model.setUndoEnabled(false);
-            views_[i]->model.setUndoEnabled(true);
-            views_[i]->done.clear();
-            views_[i]->undone.clear();
-        }
-    }
 
     /// Runs a write in the open transaction, or in one of its own.
     template <class Write>
@@ -294,9 +286,6 @@ private:
             view.done.push_back({view.atBegin, std::move(after)});
             view.undone.clear();
         }
-        if (d == 0) {
-            rootMoved();
-        }
     }
 
     /// Steps that show nothing are gone through.
@@ -316,9 +305,6 @@ private:
             to.push_back(from.back());
             from.pop_back();
             break;
-        }
-        if (d == 0) {
-            rootMoved();
         }
     }
 
