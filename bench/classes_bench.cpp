@@ -6,9 +6,11 @@
 #include "support/plaintypes.h"
 
 #include <algorithm>
+#include <any>
 #include <cstddef>
 #include <numeric>
 #include <random>
+#include <string>
 #include <vector>
 #include <velum_types/types.h>
 
@@ -132,6 +134,114 @@ void getAtRandomPlain(State& state, std::int64_t count) {
     }
 }
 
+// By number and by name, as generic tools read and write. Writes alternate between two values.
+
+constexpr unsigned SignedId = 2;
+constexpr unsigned MinimumId = 1;
+constexpr unsigned PlainSignedId = 7;
+constexpr unsigned PlainMinimumId = 5;
+
+auto const& ofIntegers = types::NSInterface::IntegerIntf::sIntrospectiveMethods;
+auto const& ofReals = types::NSInterface::RealIntf::sIntrospectiveMethods;
+
+/// One integer type, as the functions of its class take it.
+class One : public Scope {
+public:
+    One() : Scope(1) { integer.setMinValue(1.5); }
+
+    types::Integer const& integer = integers.front();
+    QOB::Object const object = integer;
+    QOB::Deviant const deviant = model.getDeviant();
+    QOB::Object const values[2] = {QOB::Boolean(false), QOB::Boolean(true)};
+    QOB::String const name = "IsSigned";
+};
+/// And its counterpart.
+struct PlainOne {
+    TypeHandle const type = plain::makeType("an integer type");
+    std::any const values[2] = {false, true};
+    std::string const name = "IsSigned";
+};
+
+void typedGet(State& state, std::int64_t) {
+    One const one;
+    for (auto _ : state) {
+        DoNotOptimize(one.integer.isSigned());
+    }
+}
+void typedSet(State& state, std::int64_t) {
+    One const one;
+    bool value = false;
+    for (auto _ : state) {
+        one.integer.setIsSigned(value);
+        value = !value;
+    }
+}
+
+void getById(State& state, std::int64_t) {
+    One const one;
+    for (auto _ : state) {
+        DoNotOptimize(ofIntegers.getSingleValued(one.object.get(), one.deviant, SignedId));
+    }
+}
+void getByIdPlain(State& state, std::int64_t) {
+    PlainOne const one;
+    for (auto _ : state) {
+        DoNotOptimize(one.type->get(PlainSignedId));
+    }
+}
+void getNumberById(State& state, std::int64_t) {
+    One const one;
+    for (auto _ : state) {
+        DoNotOptimize(ofReals.getSingleValued(one.object.get(), one.deviant, MinimumId));
+    }
+}
+void getNumberByIdPlain(State& state, std::int64_t) {
+    PlainOne const one;
+    for (auto _ : state) {
+        DoNotOptimize(one.type->get(PlainMinimumId));
+    }
+}
+void setById(State& state, std::int64_t) {
+    One const one;
+    std::size_t next = 0;
+    for (auto _ : state) {
+        ofIntegers.setSingleValued(one.object.get(), one.deviant, SignedId, one.values[next++ % 2]);
+    }
+}
+void setByIdPlain(State& state, std::int64_t) {
+    PlainOne const one;
+    std::size_t next = 0;
+    for (auto _ : state) {
+        one.type->set(PlainSignedId, one.values[next++ % 2]);
+    }
+}
+void getByName(State& state, std::int64_t) {
+    One const one;
+    for (auto _ : state) {
+        DoNotOptimize(one.integer.getOne(one.name));
+    }
+}
+void getByNamePlain(State& state, std::int64_t) {
+    PlainOne const one;
+    for (auto _ : state) {
+        DoNotOptimize(one.type->get(plain::Type::idOf(one.name)));
+    }
+}
+void setByName(State& state, std::int64_t) {
+    One const one;
+    std::size_t next = 0;
+    for (auto _ : state) {
+        one.integer.setOrAdd(one.name, one.values[next++ % 2]);
+    }
+}
+void setByNamePlain(State& state, std::int64_t) {
+    PlainOne const one;
+    std::size_t next = 0;
+    for (auto _ : state) {
+        one.type->set(plain::Type::idOf(one.name), one.values[next++ % 2]);
+    }
+}
+
 /// One transaction over all objects, each written once; committed, or undone outside of the time.
 void setInTransaction(State& state, std::int64_t count) {
     Scope const scope(count);
@@ -237,7 +347,24 @@ void movePlain(State& state, std::int64_t count) {
     }
 }
 
-/// Children are added until there are `count`, and taken out again from the front.
+/// Children are added until there are `count`, and taken out again from the front; the time is that
+/// of the one or of the other.
+template <bool Adding, class Fill, class Drain>
+void fillAndDrain(State& state, std::int64_t count, Fill const& fill, Drain const& drain) {
+    while (state.KeepRunningBatch(count)) {
+        if constexpr (Adding) {
+            fill();
+            state.PauseTiming();
+            drain();
+            state.ResumeTiming();
+        } else {
+            state.PauseTiming();
+            fill();
+            state.ResumeTiming();
+            drain();
+        }
+    }
+}
 template <bool Adding>
 void children(State& state, std::int64_t count) {
     Scope const scope;
@@ -257,19 +384,7 @@ void children(State& state, std::int64_t count) {
             list.pop_front();
         }
     };
-    while (state.KeepRunningBatch(count)) {
-        if constexpr (Adding) {
-            fill();
-            state.PauseTiming();
-            drain();
-            state.ResumeTiming();
-        } else {
-            state.PauseTiming();
-            fill();
-            state.ResumeTiming();
-            drain();
-        }
-    }
+    fillAndDrain<Adding>(state, count, fill, drain);
 }
 template <bool Adding>
 void childrenPlain(State& state, std::int64_t count) {
@@ -286,19 +401,7 @@ void childrenPlain(State& state, std::int64_t count) {
             owner.types.erase(owner.types.begin());
         }
     };
-    while (state.KeepRunningBatch(count)) {
-        if constexpr (Adding) {
-            fill();
-            state.PauseTiming();
-            drain();
-            state.ResumeTiming();
-        } else {
-            state.PauseTiming();
-            fill();
-            state.ResumeTiming();
-            drain();
-        }
-    }
+    fillAndDrain<Adding>(state, count, fill, drain);
 }
 
 } // namespace
@@ -312,6 +415,15 @@ int main(int argc, char** argv) {
         3,
         {1000, 100'000, 1'000'000});
     add("isSigned, random order", getAtRandom, getAtRandomPlain, 2, {1'000'000});
+    add("get by id", getById, getByIdPlain, 3);
+    add("get by id, a number", getNumberById, getNumberByIdPlain, 3);
+    add("set by id", setById, setByIdPlain, 3);
+    add("get by name", getByName, getByNamePlain, 2);
+    add("set by name", setByName, setByNamePlain, 2);
+    add("get by id / typed", getById, typedGet, 0);
+    add("set by id / typed", setById, typedSet, 0);
+    add("get by name / typed", getByName, typedGet, 0);
+    add("set by name / typed", setByName, typedSet, 0);
     add("set in a transaction, objects", setInTransaction, setInTransactionPlain, 6, {10'000});
     add("undo or redo, objects", undo, undoPlain, 3, {10'000});
     add("move between opposites, elements", move, movePlain, 0, {10, 1000, 100'000});

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <any>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -32,6 +34,13 @@ public:
     virtual ~Type();
     virtual bool isSigned() const;
     virtual void setSigned(bool value);
+
+    /// The properties by number, in the order of the state, from 1. An empty any, and nothing, for
+    /// a number that none has.
+    virtual std::any get(unsigned id) const;
+    virtual void set(unsigned id, std::any const& value);
+    /// The same by name; 0 for a name that none has.
+    static unsigned idOf(std::string_view name);
 
     int count = 0;
     TypeState state;
