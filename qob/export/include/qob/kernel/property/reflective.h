@@ -82,33 +82,72 @@ struct ArgumentOf<void (Class::*)(Deviant, Argument)> {
     using type = std::remove_cvref_t<Argument>;
 };
 
-template <class Class>
-typename Class::Interface& objectAs(NSInterface::ObjectIntf* object) {
-    auto* const found = castObject<typename Class::Interface>(object);
-    if (found == nullptr) {
-        QOB::internal::failAt(Class::place.file, Class::place.line, "illegal object");
-    }
-    return *found;
+/// In the place of a property that the class doesn't have.
+using NoProperty = Single<0, nullptr>;
+
+template <unsigned Id, class Properties>
+struct FindProperty {
+    using type = NoProperty;
+};
+template <unsigned Id, class First, class... Rest>
+struct FindProperty<Id, List<First, Rest...>>
+    : std::conditional_t<First::id == Id,
+                         std::type_identity<First>,
+                         FindProperty<Id, List<Rest...>>> {};
+/// The property of an id.
+template <unsigned Id, class Properties>
+using PropertyAt = typename FindProperty<Id, Properties>::type;
+
+/// Whether there are properties from an id on.
+template <unsigned Id, class... Property>
+constexpr bool reachesTo(List<Property...>) {
+    return ((Property::id >= Id) || ...);
 }
 
-/// Calls `action` with the property of the given id; false if there is none, or if the action says
-/// that it isn't for it.
-template <class... Property, class Action>
-bool dispatch(List<Property...>, [[maybe_unused]] unsigned id, Action const& action) {
-    return ((id == Property::id && action(Property())) || ...);
-}
-
-template <auto Operation, class Intf>
-Generic::SequenceRef sequence(Intf& self, Deviant deviant, [[maybe_unused]] bool asObjects) {
-    auto elements = (self.*Operation)(deviant);
-    using Element = typename decltype(elements)::value_type;
-    // A value class that can't be boxed shows as it is.
-    if constexpr (!Generic::ObjectElement<Element> && std::is_convertible_v<Element, Object>) {
-        if (asObjects) {
-            return QOB::asObjects(elements);
+/// What `action` gives for the property of an id; those below `First` are done with. The cases are
+/// written out, since g++ doesn't make a jump of a chain of comparisons.
+template <class Properties, unsigned First = 1, class Action>
+auto dispatch(unsigned id, Action const& action) {
+    switch (id - First) {
+    case 0:
+        return action(PropertyAt<First + 0, Properties>());
+    case 1:
+        return action(PropertyAt<First + 1, Properties>());
+    case 2:
+        return action(PropertyAt<First + 2, Properties>());
+    case 3:
+        return action(PropertyAt<First + 3, Properties>());
+    case 4:
+        return action(PropertyAt<First + 4, Properties>());
+    case 5:
+        return action(PropertyAt<First + 5, Properties>());
+    case 6:
+        return action(PropertyAt<First + 6, Properties>());
+    case 7:
+        return action(PropertyAt<First + 7, Properties>());
+    case 8:
+        return action(PropertyAt<First + 8, Properties>());
+    case 9:
+        return action(PropertyAt<First + 9, Properties>());
+    case 10:
+        return action(PropertyAt<First + 10, Properties>());
+    case 11:
+        return action(PropertyAt<First + 11, Properties>());
+    case 12:
+        return action(PropertyAt<First + 12, Properties>());
+    case 13:
+        return action(PropertyAt<First + 13, Properties>());
+    case 14:
+        return action(PropertyAt<First + 14, Properties>());
+    case 15:
+        return action(PropertyAt<First + 15, Properties>());
+    default:
+        if constexpr (reachesTo<First + 16>(Properties())) {
+            return dispatch<Properties, First + 16>(id, action);
+        } else {
+            return action(NoProperty());
         }
     }
-    return elements;
 }
 
 template <class Class>
@@ -118,119 +157,136 @@ struct Functions {
     using ObjectPointer = NSInterface::ObjectIntf*;
 
     static Object getSingleValued(ObjectPointer object, Deviant deviant, unsigned id) {
-        Intf const& self = objectAs<Class>(object);
-        Object result;
-        bool const done = dispatch(Properties(), id, [&](auto property) {
-            using Property = decltype(property);
+        Intf const& self = selfOf(object);
+        return dispatch<Properties>(id, [&]<class Property>(Property) -> Object {
             if constexpr (isThere<Property::get>) {
-                result = Object((self.*Property::get)(deviant));
+                return Object((self.*Property::get)(deviant));
+            } else {
+                fail("getSingleValued", id);
             }
-            return isThere<Property::get>;
         });
-        require(done, "getSingleValued", id);
-        return result;
     }
 
     static bool hasSingleValued(ObjectPointer object, Deviant deviant, unsigned id) {
-        Intf const& self = objectAs<Class>(object);
-        require(id != 0, "hasSingleValued", id);
-        return dispatch(Properties(), id, [&](auto property) {
-            using Property = decltype(property);
+        Intf const& self = selfOf(object);
+        requireNotZero("hasSingleValued", id);
+        return dispatch<Properties>(id, [&]<class Property>(Property) {
             if constexpr (std::is_same_v<decltype(Property::has), Always const>) {
                 return true;
             } else if constexpr (isThere<Property::has>) {
                 return (self.*Property::has)(deviant);
+            } else {
+                return false;
             }
-            return false;
         });
     }
 
     static void
     setSingleValued(ObjectPointer object, Deviant deviant, unsigned id, Object const& value) {
-        Intf& self = objectAs<Class>(object);
-        bool const done = dispatch(Properties(), id, [&](auto property) {
-            return assign<decltype(property)::set>(self, deviant, value);
+        Intf& self = selfOf(object);
+        dispatch<Properties>(id, [&]<class Property>(Property) {
+            assign<Property::set>(self, deviant, value, "setSingleValued", id);
         });
-        require(done, "setSingleValued", id);
     }
 
     static void
     setOnlySingleValued(ObjectPointer object, Deviant deviant, unsigned id, Object const& value) {
-        Intf& self = objectAs<Class>(object);
-        bool const done = dispatch(Properties(), id, [&](auto property) {
-            return assign<decltype(property)::setOnly>(self, deviant, value);
+        Intf& self = selfOf(object);
+        dispatch<Properties>(id, [&]<class Property>(Property) {
+            assign<Property::setOnly>(self, deviant, value, "setOnlySingleValued", id);
         });
-        require(done, "setOnlySingleValued", id);
     }
 
     static void removeSingleValued(ObjectPointer object, Deviant deviant, unsigned id) {
-        Intf& self = objectAs<Class>(object);
-        bool const done = dispatch(Properties(), id, [&](auto property) {
-            return call<decltype(property)::remove>(self, deviant);
+        Intf& self = selfOf(object);
+        dispatch<Properties>(id, [&]<class Property>(Property) {
+            call<Property::remove>(self, deviant, "removeSingleValued", id);
         });
-        require(done, "removeSingleValued", id);
     }
 
     static void removeOnlySingleValued(ObjectPointer object, Deviant deviant, unsigned id) {
-        Intf& self = objectAs<Class>(object);
-        bool const done = dispatch(Properties(), id, [&](auto property) {
-            return call<decltype(property)::removeOnly>(self, deviant);
+        Intf& self = selfOf(object);
+        dispatch<Properties>(id, [&]<class Property>(Property) {
+            call<Property::removeOnly>(self, deviant, "removeOnlySingleValued", id);
         });
-        require(done, "removeOnlySingleValued", id);
     }
 
     static Generic::SequenceRef
     getMultiValued(ObjectPointer object, Deviant deviant, unsigned id, bool asObjects) {
-        Intf& self = objectAs<Class>(object);
-        require(id != 0, "getMultiValued", id);
-        Generic::SequenceRef result;
-        dispatch(Properties(), id, [&](auto property) {
-            using Property = decltype(property);
-            if constexpr (isThere<Property::getMany>) {
-                result = sequence<Property::getMany>(self, deviant, asObjects);
-            }
-            return isThere<Property::getMany>;
+        Intf& self = selfOf(object);
+        requireNotZero("getMultiValued", id);
+        return dispatch<Properties>(id, [&]<class Property>(Property) {
+            return elementsOf<Property::getMany>(self, deviant, asObjects);
         });
-        return result;
     }
 
     static Generic::SequenceRef
     getOnlyMultiValued(ObjectPointer object, Deviant deviant, unsigned id, bool asObjects) {
-        Intf& self = objectAs<Class>(object);
-        require(id != 0, "getOnlyMultiValued", id);
-        Generic::SequenceRef result;
-        dispatch(Properties(), id, [&](auto property) {
-            using Property = decltype(property);
-            if constexpr (isThere<Property::getOnlyMany>) {
-                result = sequence<Property::getOnlyMany>(self, deviant, asObjects);
-            }
-            return isThere<Property::getOnlyMany>;
+        Intf& self = selfOf(object);
+        requireNotZero("getOnlyMultiValued", id);
+        return dispatch<Properties>(id, [&]<class Property>(Property) {
+            return elementsOf<Property::getOnlyMany>(self, deviant, asObjects);
         });
-        return result;
     }
 
 private:
-    static void require(bool done, char const* function, unsigned id) {
-        if (!done) {
-            failIllegalProperty(Class::place, Class::name, function, id);
+    static Intf& selfOf(ObjectPointer object) {
+        auto* const found = castObject<Intf>(object);
+        if (found == nullptr) {
+            QOB::internal::failAt(Class::place.file, Class::place.line, "illegal object");
+        }
+        return *found;
+    }
+    [[noreturn]] static void fail(char const* function, unsigned id) {
+        failIllegalProperty(Class::place, Class::name, function, id);
+    }
+    static void requireNotZero(char const* function, unsigned id) {
+        if (id == 0) {
+            fail(function, id);
         }
     }
     template <auto Operation>
-    static bool assign([[maybe_unused]] Intf& self,
+    static void assign([[maybe_unused]] Intf& self,
                        [[maybe_unused]] Deviant deviant,
-                       [[maybe_unused]] Object const& value) {
+                       [[maybe_unused]] Object const& value,
+                       char const* function,
+                       unsigned id) {
         if constexpr (isThere<Operation>) {
             using Value = typename ArgumentOf<std::remove_const_t<decltype(Operation)>>::type;
             (self.*Operation)(deviant, Value(value));
+        } else {
+            fail(function, id);
         }
-        return isThere<Operation>;
     }
     template <auto Operation>
-    static bool call([[maybe_unused]] Intf& self, [[maybe_unused]] Deviant deviant) {
+    static void call([[maybe_unused]] Intf& self,
+                     [[maybe_unused]] Deviant deviant,
+                     char const* function,
+                     unsigned id) {
         if constexpr (isThere<Operation>) {
             (self.*Operation)(deviant);
+        } else {
+            fail(function, id);
         }
-        return isThere<Operation>;
+    }
+    template <auto Operation>
+    static Generic::SequenceRef elementsOf([[maybe_unused]] Intf& self,
+                                           [[maybe_unused]] Deviant deviant,
+                                           [[maybe_unused]] bool asObjects) {
+        if constexpr (isThere<Operation>) {
+            auto elements = (self.*Operation)(deviant);
+            using Element = typename decltype(elements)::value_type;
+            // A value class that can't be boxed shows as it is.
+            if constexpr (!Generic::ObjectElement<Element> &&
+                          std::is_convertible_v<Element, Object>) {
+                if (asObjects) {
+                    return QOB::asObjects(elements);
+                }
+            }
+            return elements;
+        } else {
+            return {};
+        }
     }
 };
 
