@@ -148,14 +148,19 @@ QOB_EXPORT MethodInfo findAncestorMethod(ClassMetaInfo const& meta,
 template <class... T>
 struct Bases {};
 
+template <class T>
+QOB_NOINLINE ClassInfo makeClassInfo() {
+    using Domain = typename T::VisitationDomain;
+    return {GetTag(typeid(Domain), typeid(RootVisitationDomain)),
+            GetTag(typeid(T), typeid(Domain))};
+}
+
 /// The identity of interface class `T`; asked of the kernel once per library.
 template <class T>
 inline ClassInfo const& classInfo() {
     static ClassInfo info;
     if (info.tag == 0) {
-        using Domain = typename T::VisitationDomain;
-        info.domain = GetTag(typeid(Domain), typeid(RootVisitationDomain));
-        info.tag = GetTag(typeid(T), typeid(Domain));
+        info = makeClassInfo<T>();
     }
     return info;
 }
@@ -183,17 +188,22 @@ struct AncestorWalk {
     }
 };
 
-/// The table of `T`, built at the first need. Owned by the module objects of its domain.
+/// Owned by the module objects of the domain.
+template <class T>
+QOB_NOINLINE ClassMetaInfo const* makeClassMetaInfo() {
+    using Owner = Tessel::ModuleObjectImpl<ClassMetaInfo*, boost::checked_deleter<ClassMetaInfo>>;
+    auto* const built = new ClassMetaInfo;
+    T::VisitationDomain::moduleObjects().append(std::make_unique<Owner>(built));
+    AncestorWalk<T>::template add<T>(*built);
+    return built;
+}
+
+/// The table of `T`, built at the first need.
 template <class T>
 inline ClassMetaInfo const& classMetaInfo() {
     static ClassMetaInfo const* meta = nullptr;
     if (meta == nullptr) {
-        using Owner =
-            Tessel::ModuleObjectImpl<ClassMetaInfo*, boost::checked_deleter<ClassMetaInfo>>;
-        auto* const built = new ClassMetaInfo;
-        T::VisitationDomain::moduleObjects().append(std::make_unique<Owner>(built));
-        AncestorWalk<T>::template add<T>(*built);
-        meta = built;
+        meta = makeClassMetaInfo<T>();
     }
     return *meta;
 }

@@ -45,6 +45,7 @@ public:
     void decRef() const override { internal::releaseCounted(count(), counted()); }
     int numRef() const override { return count(); }
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override {
+        // First, and not in the class tables: those may be gone when the last models end.
         return info == CooperativeVisitor::internal::classInfo<DeviationsBase>()
                    ? const_cast<DeviationsBase*>(static_cast<DeviationsBase const*>(this))
                    : Intf::cast(info);
