@@ -31,13 +31,13 @@ enum class ValueKind {
 class Access {
 public:
     Access(ClassObjectIntf const* object, Deviant deviant, ImmutableProperty const& property)
-        : Access(object, deviant) {
+        : object_(const_cast<ClassObjectIntf*>(object)), deviant_(deviant) {
         if (!take(index().find(property->internal_binding()))) {
             failUnknown(property.getName());
         }
     }
     Access(ClassObjectIntf const* object, Deviant deviant, String const& name)
-        : Access(object, deviant) {
+        : object_(const_cast<ClassObjectIntf*>(object)), deviant_(deviant) {
         if (!take(index().find(name.view()))) {
             failUnknown(name);
         }
@@ -50,9 +50,9 @@ public:
 
     Sequence<Object> all() const {
         if (isMultiValued()) {
-            requireKnownType();
+            bool const ofObjects = requireKnownType() == ValueKind::Object;
             SequenceRef const values = methods().getMultiValued(object_, deviant_, id(), true);
-            return kind() == ValueKind::Object ? asBoxedObjects(values) : Sequence<Object>(values);
+            return ofObjects ? asBoxedObjects(values) : Sequence<Object>(values);
         }
         Sequence<Object> result = MakeSequence<Object>(deviant_);
         if (Object const value = one(); value.get() != nullptr) {
@@ -116,15 +116,15 @@ public:
     }
 
 private:
-    Access(ClassObjectIntf const* object, Deviant deviant)
-        : object_(const_cast<ClassObjectIntf*>(object)),
-          deviant_(deviant),
-          class_(object->getMetaClass(deviant)) {
-        if (class_.get() == nullptr) {
+    /// Of the object's class, which the meta-registry keeps.
+    PropertyIndex const& index() const {
+        ImmutableClass const meta = object_->getMetaClass(deviant_);
+        if (meta.get() == nullptr) {
             QOB_FAIL("The properties of an object (%s) cannot be reached: its class is not in the "
                      "meta-registry.",
                      className());
         }
+        return meta->internal_propertyIndex();
     }
 
     bool take(PropertyBinding const* found) noexcept {
@@ -137,7 +137,6 @@ private:
         QOB_FAIL("The class (%s) has no property (%s).", className(), name.c_str());
     }
 
-    PropertyIndex const& index() const { return class_->internal_propertyIndex(); }
     char const* className() const { return object_->getLumvoName(false); }
     IntrospectiveMethods const& methods() const { return *binding_.methods; }
     unsigned id() const { return binding_.id; }
@@ -149,10 +148,11 @@ private:
         return internal::recordAt(description().package, description().typeIndex);
     }
     ValueKind kind() const {
-        if (type() == nullptr) {
+        IntrospectiveMethods const* const record = type();
+        if (record == nullptr) {
             return ValueKind::Unknown;
         }
-        if (type()->getSingleValued != nullptr) {
+        if (record->getSingleValued != nullptr) {
             return ValueKind::Object; // the records of data types have no functions
         }
         if (description().package != &get_QOB_PackageIntrospectiveMethods) {
@@ -180,19 +180,20 @@ private:
                      className());
         }
     }
-    void requireKnownType() const {
-        if (kind() == ValueKind::Unknown) {
+    ValueKind requireKnownType() const {
+        ValueKind const known = kind();
+        if (known == ValueKind::Unknown) {
             QOB_FAIL(
                 "The values of the property (%s) of the class (%s) are of no type that is known "
                 "by itself.",
                 description().name,
                 className());
         }
+        return known;
     }
     /// An instance of the property's class, or a boxed value of whatever type.
     void requireKind(Object const& value) const {
-        requireKnownType();
-        bool const fits = kind() == ValueKind::Object
+        bool const fits = requireKnownType() == ValueKind::Object
                               ? isInstance(value)
                               : castObject<NSInterface::ValueObjectIntf>(value.get()) != nullptr;
         if (!fits) {
@@ -268,7 +269,6 @@ private:
 
     ClassObjectIntf* object_;
     Deviant deviant_;
-    ImmutableClass class_;
     PropertyBinding binding_;
 };
 
