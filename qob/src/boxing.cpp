@@ -1,9 +1,13 @@
+#include "modulelife.h"
 #include "qob/kernel/value/valuebox.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/boolean.h"
 #include "qob/qob/integer.h"
 #include "qob/qob/real.h"
 #include "qob/qob/string.h"
+
+#include <new>
+#include <utility>
 
 namespace QOB {
 
@@ -21,6 +25,14 @@ Value unbox(NSInterface::ObjectIntf const* object) {
 }
 
 } // namespace
+
+constinit void* internal::spareBoxes[SpareBoxSizes]{};
+
+void internal::releaseSpareBoxes() noexcept {
+    for (void*& spare : spareBoxes) {
+        ::operator delete(std::exchange(spare, nullptr));
+    }
+}
 
 Integer::Integer(Object const& object) : Integer(unbox<Integer>(object.get())) {
 }
@@ -54,8 +66,12 @@ Boolean::Boolean(ValueObject const& object) : Boolean(unbox<Boolean>(object.get(
 }
 Boolean::Boolean(ImmutableValueObject const& object) : Boolean(unbox<Boolean>(object.get())) {
 }
+// A box never changes, so three serve all truth values, for as long as the process runs.
 Boolean::operator Object() const {
-    return boxValue<Object>(*this);
+    static auto const* const boxes = new Object[]{boxValue<Object>(Boolean()),
+                                                  boxValue<Object>(Boolean(false)),
+                                                  boxValue<Object>(Boolean(true))};
+    return boxes[valid_ ? 1 + static_cast<int>(value_) : 0];
 }
 
 String::String(Object const& object) : String(unbox<String>(object.get())) {

@@ -31,6 +31,7 @@ struct KernelLife {
         delete std::exchange(registry, nullptr);
         internal::ModelCore::endAll(nullptr);
         delete std::exchange(deleter, nullptr);
+        internal::releaseSpareBoxes();
     }
     static void makeRegistry() {
         registry = new DomainRegistry();

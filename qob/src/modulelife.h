@@ -8,4 +8,7 @@ namespace QOB::internal {
 /// are left have ended.
 Tessel::ModuleObjectDeleter& moduleObjects();
 
+/// Frees the memory that is kept for boxes.
+void releaseSpareBoxes() noexcept;
+
 } // namespace QOB::internal

@@ -70,15 +70,24 @@ TYPED_TEST(Boxing, ValueComesBackOutOfEachHandle) {
     EXPECT_EQ(ValueObject(boxed).getValueTypeName(), TypeParam::getTypeName());
 }
 
-TYPED_TEST(Boxing, OneAllocationInAndNoneOut) {
+TYPED_TEST(Boxing, OneAllocationInAtMostAndNoneOut) {
     TypeParam const value = this->sample();
-    EXPECT_EQ(TypeParam(Object(value)), value); // the first conversion of a process fills a table
+    std::size_t const ofNewBox = std::is_same_v<TypeParam, Boolean> ? 0 : 1; // those are shared
+    // Takes the block that an earlier box has left, and the first conversion fills a table.
+    Object const first = value;
+    EXPECT_EQ(TypeParam(first), value);
     std::size_t const before = VelumTest::allocationCount();
-    Object const boxed = value;
-    std::size_t const after = VelumTest::allocationCount();
-    EXPECT_EQ(after - before, 1U);
-    EXPECT_EQ(TypeParam(boxed), value);
-    EXPECT_EQ(VelumTest::allocationCount(), after);
+    {
+        Object const second = value;
+        std::size_t const after = VelumTest::allocationCount();
+        EXPECT_EQ(after - before, ofNewBox);
+        EXPECT_EQ(TypeParam(second), value);
+        EXPECT_EQ(VelumTest::allocationCount(), after);
+    }
+    Object const third = value;
+    EXPECT_EQ(VelumTest::allocationCount() - before, ofNewBox) << "the third takes what was left";
+    EXPECT_EQ(TypeParam(third), value);
+    EXPECT_EQ(TypeParam(first), value);
 }
 
 TYPED_TEST(Boxing, FactoryMakesEachByName) {

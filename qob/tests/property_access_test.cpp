@@ -214,6 +214,7 @@ TEST_F(PropertyAccess, AReadByNameAllocatesTheBoxOnly) {
     String const mate("mate");
     String const weight("weight");
     animal.getOne(mate);
+    QOB::Object const held = animal.getOne(weight); // takes the memory that an earlier box has left
     std::size_t const start = VelumTest::allocationCount();
     animal.getOne(mate);
     EXPECT_EQ(VelumTest::allocationCount() - start, 0U);

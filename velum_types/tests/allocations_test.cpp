@@ -22,7 +22,7 @@ using VelumTest::World;
 namespace {
 
 /// Reads a property and writes what it holds: by number, as a generic tool does, which boxes what
-/// is read and is not a reference.
+/// is read and is not a reference, with one allocation at most.
 void expectNone(ClassObject const& object, Property const& property) {
     Object const held = property.get(object);
     bool const canBeWritten = held.get() != nullptr;
@@ -31,7 +31,7 @@ void expectNone(ClassObject const& object, Property const& property) {
     EXPECT_EQ(allocationCount(), before) << "has";
     {
         Object const read = property.get(object);
-        EXPECT_EQ(allocationCount() - before, property.isReference() ? 0U : 1U) << "get";
+        EXPECT_LE(allocationCount() - before, property.isReference() ? 0U : 1U) << "get";
     }
     before = allocationCount();
     if (canBeWritten) {

@@ -5,22 +5,68 @@
 #include "qob/qob/valueobjectfactory.h"
 
 #include <concepts>
+#include <cstddef>
+#include <new>
 #include <string>
 #include <typeinfo>
 #include <utility>
 
 namespace QOB {
 
-/// The object that holds one value of class T in itself: a boxed value is one allocation. Handles
-/// count in place; the box is freed with the last of them. T names its type (getTypeName) and has a
-/// text (toString).
+namespace internal {
+/// A free block for boxes of each size in words, or null: who reads values one after the other as
+/// objects allocates once. Larger boxes have none.
+inline constexpr std::size_t SpareBoxSizes = 8;
+extern QOB_EXPORT void* spareBoxes[SpareBoxSizes];
+
+template <std::size_t Size>
+void* allocateBox() {
+    constexpr std::size_t words = Size / sizeof(void*);
+    if constexpr (words < SpareBoxSizes) {
+        if (spareBoxes[words] != nullptr) {
+            return std::exchange(spareBoxes[words], nullptr);
+        }
+    }
+    return ::operator new(Size);
+}
+template <std::size_t Size>
+void freeBox(void* memory) noexcept {
+    constexpr std::size_t words = Size / sizeof(void*);
+    if constexpr (words < SpareBoxSizes) {
+        if (spareBoxes[words] == nullptr) {
+            spareBoxes[words] = memory;
+            return;
+        }
+    }
+    ::operator delete(memory);
+}
+} // namespace internal
+
+/// The object that holds one value of class T in itself: a boxed value is one allocation at most.
+/// Handles count in place; the box is freed with the last of them. T names its type (getTypeName)
+/// and has a text (toString).
 template <class T>
 class ValueBox final : public NSInterface::ValueObjectIntf {
 public:
     explicit ValueBox(T value) : value_(std::move(value)) { countInPlace(); }
 
+    static void* operator new(std::size_t /*size*/) {
+        static_assert(alignof(ValueBox) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
+        return internal::allocateBox<sizeof(ValueBox)>();
+    }
+    static void operator delete(void* memory) noexcept {
+        internal::freeBox<sizeof(ValueBox)>(memory);
+    }
+
     void incRef() const override { ++referenceCount_; }
-    void decRef() const override { internal::releaseCounted(referenceCount_, this); }
+    /// At once, without the queue: a value keeps no objects alive whose end could wait in it.
+    void decRef() const override {
+        if (referenceCount_ == 1) {
+            delete this;
+        } else {
+            internal::releaseCounted(referenceCount_, this);
+        }
+    }
     int numRef() const override { return referenceCount_; }
 
     bool deviant_isValid(Deviant) const override { return true; }
