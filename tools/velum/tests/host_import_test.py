@@ -12,27 +12,20 @@ import resource
 import select
 import subprocess
 import sys
-import tempfile
 import unittest
 import xml.parsers.expat
+
+from host import (
+    OPENING, PROGRAM, SAMPLES, Folder, document, findings, imported, named, package, properties, run,
+    shown)
 
 try:
     import pty
 except ImportError:
     pty = None
 
-PROGRAM = pathlib.Path(sys.argv[1])
-SAMPLES = pathlib.Path(sys.argv[2])
-
-NAMESPACE = "http://autosar.org/schema/r4.0"
-OPENING = f'<AUTOSAR xmlns="{NAMESPACE}">'
 # Well above what any refusal needs, also under a sanitizer; far below the size of the input.
 MOST_MEMORY_KB = 700_000
-
-
-def run(*arguments, cwd=SAMPLES, **options):
-    return subprocess.run(
-        [PROGRAM, *arguments], cwd=cwd, capture_output=True, timeout=300, check=False, **options)
 
 
 def report(*samples):
@@ -57,30 +50,6 @@ def counts(*samples):
 
 def show(*arguments):
     return run("show", *arguments).stdout.decode().splitlines()
-
-
-def imported(elements, *options):
-    """The result of importing a document with one package P that holds the elements."""
-    with Folder() as folder:
-        folder.write(
-            "f.arxml", f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>\n"
-            f"{elements}\n</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
-        return folder.run(*(options or ("import", "--json")), "f.arxml")
-
-
-def findings(result):
-    return [(finding["path"], finding["reason"], finding["text"])
-            for finding in json.loads(result.stdout)["files"][0]["findings"]]
-
-
-def named(tag, name, content=""):
-    return f"<{tag}><SHORT-NAME>{name}</SHORT-NAME>{content}</{tag}>"
-
-
-def properties(content):
-    return ("<SW-DATA-DEF-PROPS><SW-DATA-DEF-PROPS-VARIANTS><SW-DATA-DEF-PROPS-CONDITIONAL>"
-            f"{content}</SW-DATA-DEF-PROPS-CONDITIONAL></SW-DATA-DEF-PROPS-VARIANTS>"
-            "</SW-DATA-DEF-PROPS>")
 
 
 class SampleTest(unittest.TestCase):
@@ -394,9 +363,8 @@ class FindingTest(unittest.TestCase):
 
     def test_one_path_in_two_files(self):
         def unit(factor):
-            return (f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>"
-                    + named("UNIT", "u", f"<FACTOR-SI-TO-UNIT>{factor}</FACTOR-SI-TO-UNIT>")
-                    + "</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
+            return document(package(
+                "P", named("UNIT", "u", f"<FACTOR-SI-TO-UNIT>{factor}</FACTOR-SI-TO-UNIT>")))
         with Folder() as folder:
             for name, factor in {"a": 2, "b": 2, "c": 4}.items():
                 folder.write(f"{name}.arxml", unit(factor))
@@ -472,13 +440,6 @@ class TypeTest(unittest.TestCase):
         return named("APPLICATION-PRIMITIVE-DATA-TYPE", name,
                      "<CATEGORY>VALUE</CATEGORY>" + properties(content))
 
-    def shown(self, elements, path):
-        with Folder() as folder:
-            folder.write(
-                "f.arxml", f"{OPENING}<AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>"
-                f"{elements}</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>")
-            return folder.run("show", "f.arxml", path).stdout.decode().splitlines()
-
     def test_limits_through_a_method_of_falling_slope(self):
         elements = (
             named("COMPU-METHOD", "m", "<CATEGORY>LINEAR</CATEGORY><COMPU-INTERNAL-TO-PHYS>"
@@ -490,7 +451,7 @@ class TypeTest(unittest.TestCase):
                   "</INTERNAL-CONSTRS></DATA-CONSTR-RULE></DATA-CONSTR-RULES>") +
             self.application("a", "<COMPU-METHOD-REF>/P/m</COMPU-METHOD-REF>"
                              "<DATA-CONSTR-REF>/P/c</DATA-CONSTR-REF>"))
-        self.assertEqual(self.shown(elements, "/P/a"), ["/P/a: 64-bit float, [0, 10), by m"])
+        self.assertEqual(shown(elements, "/P/a"), ["/P/a: 64-bit float, [0, 10), by m"])
 
     def test_a_reference_must_lead_to_what_it_says(self):
         elements = self.BASE + "".join(
@@ -521,11 +482,11 @@ class TypeTest(unittest.TestCase):
             self.type("lost", "<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>"
                       "<COMPU-METHOD-REF>/P/steps</COMPU-METHOD-REF>"))
         self.assertEqual(
-            self.shown(elements, "/P/as_it_is"),
+            shown(elements, "/P/as_it_is"),
             ["/P/as_it_is: signed 8-bit enumeration of 1, by m", "  1 = one"])
         self.assertEqual(
-            self.shown(elements, "/P/number"), ["/P/number: signed 8-bit integer, by same"])
-        self.assertEqual(self.shown(elements, "/P/lost"), ["/P/lost: signed 8-bit integer"])
+            shown(elements, "/P/number"), ["/P/number: signed 8-bit integer, by same"])
+        self.assertEqual(shown(elements, "/P/lost"), ["/P/lost: signed 8-bit integer"])
         self.assertEqual(
             findings(imported(elements)),
             [("/P/lost", "dangling", "No object is made of the target (/P/steps).")])
@@ -546,10 +507,10 @@ class TypeTest(unittest.TestCase):
              ("/P/record/e", "inferred"), ("/P/record/e", "duplicate-path"),
              ("/P/record/e", "inferred")])
         self.assertEqual(
-            self.shown(elements, "/P/array"), ["/P/array: array [3] of e: signed 8-bit integer"])
-        self.assertEqual(self.shown(elements, "/P/record"), [
+            shown(elements, "/P/array"), ["/P/array: array [3] of e: signed 8-bit integer"])
+        self.assertEqual(shown(elements, "/P/record"), [
             "/P/record: structure", "  e  signed 8-bit integer", "  e  signed 8-bit integer"])
-        self.assertEqual(self.shown(elements, "/P/nothing"), [])
+        self.assertEqual(shown(elements, "/P/nothing"), [])
 
     def test_a_matrix_of_one_constant_squared(self):
         size = "<ARRAY-SIZE><SYSC-REF>/P/N</SYSC-REF></ARRAY-SIZE>"
@@ -564,7 +525,7 @@ class TypeTest(unittest.TestCase):
             [reason for _, reason, _ in findings(imported(elements))],
             ["symbolic", "symbolic", "duplicate-value"])
         self.assertEqual(
-            self.shown(elements, "/P/m"), ["/P/m: array [N x N] of c: signed 8-bit integer"])
+            shown(elements, "/P/m"), ["/P/m: array [N x N] of c: signed 8-bit integer"])
 
     def test_without_its_implementation_an_application_type_is_a_float(self):
         def mapping(target):
@@ -575,8 +536,8 @@ class TypeTest(unittest.TestCase):
         types = self.BASE + self.application("a", "<INVALID-VALUE/>") + self.type(
             "i", "<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>")
         self.assertEqual(
-            self.shown(types + mapping("/P/i"), "/P/a"), ["/P/a: signed 8-bit integer"])
-        self.assertEqual(self.shown(types + mapping("/P/none"), "/P/a"), ["/P/a: 64-bit float"])
+            shown(types + mapping("/P/i"), "/P/a"), ["/P/a: signed 8-bit integer"])
+        self.assertEqual(shown(types + mapping("/P/none"), "/P/a"), ["/P/a: 64-bit float"])
 
 
 class RefusalTest(unittest.TestCase):
@@ -802,25 +763,6 @@ class CommandLineTest(unittest.TestCase):
         self.assertEqual(result.returncode, 3)
         self.assertEqual(
             result.stderr, b"velum: The report cannot be written to the standard output.\n")
-
-
-class Folder:
-    """A temporary folder to run the program in."""
-
-    def __enter__(self):
-        self._folder = tempfile.TemporaryDirectory()
-        self.path = pathlib.Path(self._folder.name)
-        return self
-
-    def __exit__(self, *_):
-        self._folder.cleanup()
-
-    def write(self, name, content):
-        data = content if isinstance(content, bytes) else content.encode()
-        (self.path / name).write_bytes(data)
-
-    def run(self, *arguments):
-        return run(*arguments, cwd=self.path)
 
 
 if __name__ == "__main__":
