@@ -24,10 +24,7 @@ std::optional<std::int32_t> readSize(const ImportContext& context, Element size)
     if (!size) {
         return std::nullopt;
     }
-    WholeNumber number = readWholeNumber(size.text());
-    if (number.value && *number.value < 0) {
-        number = {std::nullopt, Reason::outOfRange};
-    }
+    const WholeNumber number = readCount(size.text());
     if (number.fault) {
         const bool isTooLarge = *number.fault == Reason::outOfRange;
         context.refuse(size,

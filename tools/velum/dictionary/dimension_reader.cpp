@@ -29,10 +29,7 @@ void addDimension(const ImportContext& context, const types::Matrix& matrix, Ele
         }
         return;
     }
-    WholeNumber number = readWholeNumber(size.text());
-    if (number.value && *number.value < 0) {
-        number = {std::nullopt, Reason::outOfRange};
-    }
+    const WholeNumber number = readCount(size.text());
     if (number.value) {
         dimensions.push_back(QOB::Integer(*number.value));
         context.account.consume(size);

@@ -98,6 +98,14 @@ WholeNumber readWholeNumber(std::string_view text) {
     return {isNegative ? -value : value, std::nullopt};
 }
 
+WholeNumber readCount(std::string_view text) {
+    const WholeNumber number = readWholeNumber(text);
+    if (number.value && *number.value < 0) {
+        return {std::nullopt, report::Reason::outOfRange};
+    }
+    return number;
+}
+
 RealNumber readRealNumber(std::string_view text) {
     std::string_view digits = trimmed(text);
     if (const auto word = readWord(digits)) {

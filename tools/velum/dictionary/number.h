@@ -19,6 +19,9 @@ struct WholeNumber {
 /// sign. Blanks around the number are not part of it.
 WholeNumber readWholeNumber(std::string_view text);
 
+/// Reads a number of something: a whole number below zero is out of range.
+WholeNumber readCount(std::string_view text);
+
 /// A real number as a file writes it, or why it can't be taken.
 struct RealNumber {
     std::optional<double> value;         ///< May be infinite or no number (NaN).

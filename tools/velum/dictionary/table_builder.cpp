@@ -125,7 +125,7 @@ void TableBuilder::setPoints(const types::Axis& axis, Element individual) {
         context_.refuse(most, Reason::symbolic, "The number of points is a system constant.");
         return;
     }
-    const WholeNumber points = readWholeNumber(most.text());
+    const WholeNumber points = readCount(most.text());
     if (points.fault) {
         context_.refuse(most,
                         *points.fault,

@@ -257,13 +257,15 @@ void ValueBuilder::fillContent(const types::ApplicationValueSpecification& conte
     std::vector<Element> sizes;
     collectTexts(element.child(element::swArraysize), sizes);
     for (const Element size : sizes) {
-        const WholeNumber number = readWholeNumber(size.text());
+        const WholeNumber number = readCount(size.text());
         if (number.value) {
             dimensions.push_back(QOB::Integer(*number.value));
             context_.account.consume(size);
         } else {
-            context_.refuse(
-                size, *number.fault, "The size " + quoted(size.text()) + " is no whole number.");
+            dimensions.push_back(QOB::Integer()); // keeps the place of the others
+            context_.refuse(size,
+                            *number.fault,
+                            "The size " + quoted(size.text()) + " is no number of values.");
         }
     }
     if (sizes.empty()) {

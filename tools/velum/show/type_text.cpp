@@ -81,8 +81,9 @@ std::string primitiveText(const types::PrimitiveType& type) {
 }
 
 std::string tableText(const types::LookupTableType& table) {
+    const QOB::Integer size = table.getDimensions();
     return textOf(table.getCategory()) + " of " +
-           std::to_string(static_cast<int>(table.getDimensions())) + " values";
+           (size.isValid() ? std::to_string(static_cast<int>(size)) : std::string("?")) + " values";
 }
 
 } // namespace

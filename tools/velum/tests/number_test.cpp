@@ -36,6 +36,15 @@ TEST(WholeNumbers, OtherTextsAreRefusedWithTheReason) {
     }
 }
 
+TEST(WholeNumbers, CountNothingBelowZero) {
+    EXPECT_EQ(readCount("0").value, 0);
+    EXPECT_EQ(readCount("-0").value, 0);
+    EXPECT_EQ(readCount("0x10").value, 16);
+    EXPECT_EQ(readCount("-1").fault, Reason::outOfRange);
+    EXPECT_FALSE(readCount("-1").value.has_value());
+    EXPECT_EQ(readCount("one").fault, Reason::badNumber);
+}
+
 TEST(RealNumbers, AreReadInEveryFormOfTheSchemaAndOfRealFiles) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     const std::pair<std::string_view, double> rows[] = {{"0", 0.0},
