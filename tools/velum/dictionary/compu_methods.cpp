@@ -133,7 +133,7 @@ private:
         const RealNumber high = readRealNumber(upper.text());
         for (const auto& [limit, number] : {std::pair(lower, low), std::pair(upper, high)}) {
             if (number.fault) {
-                context_.refuse(
+                context_.refuseNumber(
                     limit, *number.fault, "The limit " + quoted(limit.text()) + " is no number.");
                 return;
             }
@@ -241,9 +241,9 @@ private:
             }
             const RealNumber number = readRealNumber(v.text());
             if (!number.value || !std::isfinite(*number.value)) {
-                context_.refuse(v,
-                                number.fault.value_or(Reason::badNumber),
-                                "The coefficient " + quoted(v.text()) + " is no number.");
+                context_.refuseNumber(v,
+                                      number.fault.value_or(Reason::badNumber),
+                                      "The coefficient " + quoted(v.text()) + " is no number.");
                 return false;
             }
             if (number.isRounded) {

@@ -67,7 +67,7 @@ Constraints::Limit Constraints::readLimit(Element element) {
     }
     const RealNumber number = readRealNumber(element.text());
     if (number.fault) {
-        context_.refuse(
+        context_.refuseNumber(
             element, *number.fault, "The limit " + quoted(element.text()) + " is no number.");
         return limit;
     }

@@ -35,6 +35,14 @@ struct ImportContext {
         find(element, reason, std::move(text));
         account.skip(element, reason);
     }
+    /// The same with a text that is no number, if it is not a system constant's.
+    void refuseNumber(arxml::Element element, report::Reason fault, std::string text) const {
+        if (element.child(arxml::element::syscRef)) {
+            refuse(element, report::Reason::symbolic, "The number is a system constant.");
+        } else {
+            refuse(element, fault, std::move(text));
+        }
+    }
 
     std::string path(arxml::Element element) const {
         return documents.index.paths().text(element.path());

@@ -109,7 +109,7 @@ ValueSpecification ValueBuilder::makeNumber(Element value) {
                           "The number " + quoted(written.text()) + " is held rounded.");
         }
     } else if (written) {
-        context_.refuse(
+        context_.refuseNumber(
             written, *number.fault, "The value " + quoted(written.text()) + " is no number.");
     }
     return ValueSpecification(literal);

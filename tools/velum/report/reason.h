@@ -18,7 +18,7 @@ enum class Reason : std::uint8_t {
     inferred,       ///< A value was missing or unusual and follows from another one.
     duplicateValue, ///< The model's list refuses a value that it holds already.
     notInvertible,  ///< The coefficients can't be turned into the direction that the model holds.
-    symbolic,       ///< A size is the value of a system constant instead of a number.
+    symbolic,       ///< A system constant stands in the place of a number.
 };
 
 /// The word for it in reports.
