@@ -87,7 +87,9 @@ void TypeImporter::fill(const ValueType& object, Element type, const TypePlan& p
         }
         break;
     case Metaclass::voidPointer:
-        fillPointer(types::VoidPointer(object), type);
+        context_.account.consume(type.child(element::category));
+        // The model has no reference from pointer to pointer either.
+        fillPointer(types::VoidPointer(object), plan.origin ? plan.origin : type);
         break;
     case Metaclass::lookupTable:
         tables_.fillTable(types::LookupTableType(object), type);
@@ -331,7 +333,6 @@ ValueType TypeImporter::makeInline(Element member) {
 }
 
 void TypeImporter::fillPointer(const types::VoidPointer& pointer, Element type) {
-    context_.account.consume(type.child(element::category));
     const Element properties = propertiesOf(type);
     if (const Element policy = properties.child(element::swImplPolicy)) {
         pointer.setSwImplPolicy(toString(policy.text()));
