@@ -127,9 +127,12 @@ void TableBuilder::setPoints(const types::Axis& axis, Element individual) {
     }
     const WholeNumber points = readCount(most.text());
     if (points.fault) {
-        context_.refuse(most,
-                        *points.fault,
-                        "The number of points " + quoted(most.text()) + " is no whole number.");
+        const bool isNumber = *points.fault == Reason::outOfRange;
+        context_.refuse(
+            most,
+            *points.fault,
+            "The number of points " + quoted(most.text()) +
+                (isNumber ? " is none that an axis can have." : " is no whole number."));
         return;
     }
     axis.setDimensions(QOB::Integer(*points.value));
@@ -146,7 +149,12 @@ void TableBuilder::fillGrouped(const types::Axis& axis, Element grouped) {
     if (!target) {
         return;
     }
-    const types::SharedAxisType shared(typeAt_(target));
+    const foundation::ValueType object = typeAt_(target);
+    if (!object.isValid()) {
+        references_.reportNoObject(reference, target);
+        return;
+    }
+    const types::SharedAxisType shared(object);
     if (!shared.isValid()) {
         context_.refuse(reference,
                         Reason::wrongTarget,
