@@ -87,7 +87,7 @@ Constraints::Limit Constraints::readLimit(Element element) {
 void Constraints::setBounds(const types::Real& type,
                             Element constraint,
                             bool isApplication,
-                            Element method) {
+                            std::optional<Element> method) {
     const Plan& plan = plans_.at(constraint.index());
     std::optional<Limits> limits = isApplication ? plan.physical : plan.internal;
     if (isApplication && !limits && plan.internal) {
@@ -111,11 +111,14 @@ void Constraints::setBounds(const types::Real& type,
 }
 
 std::optional<Constraints::Limits> Constraints::throughMethod(const Limits& internal,
-                                                              Element method) const {
-    if (!method || methods_.at(method).kind == CompuMethodPlan::Kind::identical) {
+                                                              std::optional<Element> method) const {
+    if (!method) {
+        return std::nullopt;
+    }
+    if (!*method || methods_.at(*method).kind == CompuMethodPlan::Kind::identical) {
         return internal;
     }
-    const std::optional<Line> line = methods_.lineOf(method);
+    const std::optional<Line> line = methods_.lineOf(*method);
     if (!line) {
         return std::nullopt;
     }

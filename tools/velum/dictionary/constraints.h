@@ -25,11 +25,11 @@ public:
 
     /// Gives a type the limits of a constraint: an implementation type those of its internal
     /// values; an application type those of its physical values, or else the internal ones through
-    /// its method.
+    /// its method: an empty one takes them as they are, with an unknown one they aren't held.
     void setBounds(const types::Real& type,
                    arxml::Element constraint,
                    bool isApplication,
-                   arxml::Element method);
+                   std::optional<arxml::Element> method);
 
 private:
     /// One end of an interval.
@@ -50,7 +50,8 @@ private:
     Plan read(arxml::Element constraint);
     std::optional<Limits> readLimits(arxml::Element constraints);
     Limit readLimit(arxml::Element element);
-    std::optional<Limits> throughMethod(const Limits& internal, arxml::Element method) const;
+    std::optional<Limits> throughMethod(const Limits& internal,
+                                        std::optional<arxml::Element> method) const;
 
     ImportContext context_;
     const CompuMethods& methods_;

@@ -119,7 +119,11 @@ void PrimitiveBuilder::setProperties(const types::PrimitiveType& type,
         if (references_.target(own, {element::dataConstr})) {
             context_.account.consume(own);
         }
-        constraints_.setBounds(types::Real(type), plan.constraint, isApplication, plan.method);
+        const bool isMethodKnown = plan.method || !methodRef;
+        constraints_.setBounds(types::Real(type),
+                               plan.constraint,
+                               isApplication,
+                               isMethodKnown ? std::optional(plan.method) : std::nullopt);
     }
     if (const types::SwBaseType base = baseType(properties.child(element::baseTypeRef));
         base.isValid()) {
