@@ -132,34 +132,46 @@ void UnitImporter::buildUnit(Element element) {
 bool UnitImporter::setConversion(const types::Unit& unit, Element element) {
     const Element factorElement = element.child(element::factorSiToUnit);
     const Element offsetElement = element.child(element::offsetSiToUnit);
-    const double factor = readConversion(factorElement, 1.0);
-    const double offset = readConversion(offsetElement, 0.0);
-    if (factor == 0.0) {
+    const std::optional<double> factor = readConversion(factorElement, 1.0);
+    const std::optional<double> offset = readConversion(offsetElement, 0.0);
+    const bool isZero = factor == 0.0;
+    const double divisor = isZero ? 1.0 : factor.value_or(1.0);
+    const double convFactor = 1.0 / divisor;
+    const double convOffset = offset.value_or(0.0) == 0.0 ? 0.0 : -*offset / divisor;
+    if (isZero || !std::isfinite(convFactor) || !std::isfinite(convOffset)) {
+        const Reason fault = isZero ? Reason::badNumber : Reason::outOfRange;
         context_.refuse(factorElement,
-                        Reason::badNumber,
-                        "The factor is 0; it is taken as 1 and the offset as 0.");
-        context_.account.skip(offsetElement, Reason::badNumber);
+                        fault,
+                        std::string(isZero ? "The factor is 0" : "The factor is too small") +
+                            "; it is taken as 1 and the offset as 0.");
+        context_.account.skip(offsetElement, fault);
         return false;
     }
-    unit.setConvFactor(QOB::Real(1.0 / factor));
-    unit.setConvOffset(QOB::Real(offset == 0.0 ? 0.0 : -offset / factor));
+    unit.setConvFactor(QOB::Real(convFactor));
+    unit.setConvOffset(QOB::Real(convOffset));
+    if (factor) {
+        context_.account.consume(factorElement);
+    }
+    if (offset) {
+        context_.account.consume(offsetElement);
+    }
     return factor == 1.0 && offset == 0.0;
 }
 
-double UnitImporter::readConversion(Element number, double missing) {
+/// Nothing if it is there and no number.
+std::optional<double> UnitImporter::readConversion(Element number, double missing) {
     if (!number) {
         return missing;
     }
     const RealNumber read = readRealNumber(number.text());
-    if (!read.value || !std::isfinite(*read.value)) {
-        context_.refuse(number,
-                        read.fault.value_or(Reason::badNumber),
-                        "The text " + quoted(number.text()) + " is no number; it is taken as " +
-                            numberText(missing) + ".");
-        return missing;
+    if (read.value && std::isfinite(*read.value)) {
+        return read.value;
     }
-    context_.account.consume(number);
-    return *read.value;
+    context_.refuse(number,
+                    read.fault.value_or(Reason::badNumber),
+                    "The text " + quoted(number.text()) + " is no number; it is taken as " +
+                        numberText(missing) + ".");
+    return std::nullopt;
 }
 
 /// The one SI unit of a dimension is its base unit, and what its other units convert to.

@@ -37,7 +37,7 @@ private:
     types::Dimension baseDimension(std::size_t number);
     void buildUnit(arxml::Element element);
     bool setConversion(const types::Unit& unit, arxml::Element element);
-    double readConversion(arxml::Element number, double missing);
+    std::optional<double> readConversion(arxml::Element number, double missing);
     void relateUnits();
 
     ImportContext context_;
