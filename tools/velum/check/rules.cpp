@@ -84,10 +84,10 @@ void checkMethod(const types::CompuMethod& method, const Sink& sink) {
     }
 }
 
-/// The product of the sizes, none if one is unknown.
+/// The product of the sizes, none if one is unknown or there are no sizes.
 std::int64_t productOf(const QOB::Sequence<QOB::Integer>& sizes) {
     constexpr std::int64_t most = std::int64_t{1} << 40U;
-    std::int64_t product = 1;
+    std::int64_t product = sizes.empty() ? -1 : 1;
     for (const QOB::Integer size : sizes) {
         if (!size.isValid() || static_cast<int>(size) < 0) {
             return -1;

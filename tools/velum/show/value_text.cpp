@@ -43,7 +43,11 @@ std::string contentText(const types::ApplicationValueSpecification& content) {
         text += text.empty() ? "" : " ";
         text += std::string(value);
     }
-    return texts.size() == 1 ? text : sizesText(content.getDimensionses()) + " {" + text + "}";
+    if (texts.size() == 1) {
+        return text;
+    }
+    const std::string sizes = sizesText(content.getDimensionses());
+    return (sizes.empty() ? "{" : sizes + " {") + text + "}";
 }
 
 std::string tableText(const types::LookupTableSpecification& table) {
