@@ -22,19 +22,6 @@ bool isPath(const std::string& argument) {
            !std::filesystem::exists(argument, ignored);
 }
 
-/// Texts of files stay in their lines; those of the program are lines.
-std::string inLines(const std::string& text) {
-    std::string lines;
-    std::size_t begin = 0;
-    while (begin < text.size()) {
-        const std::size_t end = text.find('\n', begin);
-        lines += report::inOneLine(std::string_view(text).substr(begin, end - begin));
-        lines += '\n';
-        begin = end == std::string::npos ? text.size() : end + 1;
-    }
-    return lines;
-}
-
 } // namespace
 
 void ShowCommand::addTo(CLI::App& app) {
@@ -63,7 +50,7 @@ int ShowCommand::run() const {
     for (const QOB::ClassObject& object : objects) {
         // What has no path was made for something that has one, and is told there.
         if (!model::pathOf(object).empty()) {
-            text += inLines(show::objectText(object));
+            text += show::objectText(object);
         }
     }
     if (!print(text)) {

@@ -2,6 +2,7 @@
 
 #include "dictionary/number.h"
 #include "model/objects.h"
+#include "report/printers.h"
 #include "show/texts.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ class ObjectPrinter {
 public:
     std::string print(const QOB::ClassObject& object) {
         const foundation::NamedElement named(object);
-        const std::string path = model::pathOf(object);
+        const std::string path = report::inOneLine(model::pathOf(object));
         text_ = path.empty() ? nameOf(named) : path;
         text_ += ": ";
         if (const ValueType type(object); type.isValid()) {
@@ -190,13 +191,13 @@ private:
         std::size_t i = 0;
         for (const types::Dimension base : dimension.getBaseDimensions()) {
             text += ' ';
-            text += base.hasSymbol() ? std::string(base.getSymbol()) : nameOf(base);
+            text += base.hasSymbol() ? textOf(base.getSymbol()) : nameOf(base);
             text += '^';
             text += i < exponents.size() ? std::to_string(exponents[i]) : "?";
             ++i;
         }
         if (dimension.hasSymbol()) {
-            text += " " + std::string(dimension.getSymbol());
+            text += " " + textOf(dimension.getSymbol());
         }
         return text;
     }

@@ -8,6 +8,9 @@ namespace velum::show {
 namespace types = Zorvane::metamodel::types;
 namespace foundation = Zorvane::metamodel::foundation;
 
+/// A text of a file, in one line whatever is in it; empty if it is invalid.
+std::string textOf(const QOB::String& text);
+
 /// The name of an object; empty if it has none.
 std::string nameOf(const foundation::NamedElement& element);
 

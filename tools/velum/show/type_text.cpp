@@ -1,4 +1,5 @@
 #include "dictionary/number.h"
+#include "report/printers.h"
 #include "show/texts.h"
 
 #include <algorithm>
@@ -9,10 +10,6 @@ namespace velum::show {
 using dictionary::numberText;
 
 namespace {
-
-std::string textOf(const QOB::String& text) {
-    return text.isValid() ? std::string(text) : std::string();
-}
 
 /// "unsigned 8-bit "; nothing is said about a size that is unknown.
 template <class Handle>
@@ -87,6 +84,10 @@ std::string tableText(const types::LookupTableType& table) {
 }
 
 } // namespace
+
+std::string textOf(const QOB::String& text) {
+    return text.isValid() ? report::inOneLine(std::string(text)) : std::string();
+}
 
 std::string nameOf(const foundation::NamedElement& element) {
     return element.isValid() && element.hasName() ? textOf(element.getName()) : std::string();

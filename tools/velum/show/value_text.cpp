@@ -41,7 +41,7 @@ std::string contentText(const types::ApplicationValueSpecification& content) {
     std::string text;
     for (const QOB::String value : texts) {
         text += text.empty() ? "" : " ";
-        text += std::string(value);
+        text += textOf(value);
     }
     if (texts.size() == 1) {
         return text;
@@ -86,7 +86,7 @@ std::string valueText(const foundation::ValueSpecification& value) {
         return number.isValid() ? numberText(number) : "?";
     }
     if (const types::EnumerationLiteralReference reference(value); reference.isValid()) {
-        return "\"" + std::string(reference.getLiteralText()) + "\"";
+        return "\"" + textOf(reference.getLiteralText()) + "\"";
     }
     if (const types::ConstantReference reference(value); reference.isValid()) {
         const types::ConstantSpecification constant = reference.getValue();
