@@ -1,7 +1,7 @@
 #pragma once
 
 #include "qob/kernel/property/otherend.h"
-#include "qob/kernel/property/reference.h"
+#include "qob/kernel/property/twoended.h"
 
 /// A reference whose value knows who refers to it: `End` is the other end (otherend.h). The plain
 /// forms keep both ends in step; the other end calls the forms with "only", so that the two don't
@@ -16,16 +16,8 @@ void setLinked(Intf* object,
                Handle const& value,
                IntrospectiveMethods const& methods,
                unsigned id) {
-    requireSameModel(deviant, value, methods, id);
-    if (!value.isValid()) {
-        (object->*Remove)(deviant);
-        return;
-    }
-    if ((readState(object, deviant)->*Get)(deviant) == value) {
-        return;
-    }
-    (object->*SetOnly)(deviant, value);
-    End::add(value, deviant, object);
+    setBothEnds<Get, SetOnly, Remove>(
+        object, deviant, value, methods, id, [] {}, [&] { End::add(value, deviant, object); });
 }
 
 /// Cuts the link to the old value at both ends; what the new value holds is left to the caller.
@@ -35,15 +27,9 @@ void setOnlyLinked(Intf* object,
                    Handle const& value,
                    IntrospectiveMethods const& methods,
                    unsigned id) {
-    requireSameModel(deviant, value, methods, id);
-    auto const old = (readState(object, deviant)->*Get)(deviant);
-    if (old == value) {
-        return;
-    }
-    if (old.isValid()) {
+    setNearEnd<Get, Set>(object, deviant, value, methods, id, [&](auto const& old) {
         End::remove(old, deviant, object);
-    }
-    setOnlyReference<Get, Set>(object, deviant, value, methods, id);
+    });
 }
 
 template <auto Get, auto RemoveOnly, class End, class Intf>

@@ -2,6 +2,7 @@
 
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/kernel/property/container.h"
+#include "qob/kernel/property/twoended.h"
 
 /// A single object that another owns: a reference in the owner, and the owner as its container.
 namespace QOB::property {
@@ -23,20 +24,16 @@ void setOwnedValue(Intf* object,
                    Handle const& value,
                    IntrospectiveMethods const& methods,
                    unsigned id) {
-    requireSameModel(deviant, value, methods, id);
-    if (!value.isValid()) {
-        (object->*Remove)(deviant);
-        return;
-    }
-    if ((readState(object, deviant)->*Get)(deviant) == value) {
-        return;
-    }
-    ClassObject const container = value->getContainerQOB(deviant);
-    if (container.isValid() && container == ClassObject(object->This(deviant))) {
-        leaveContainer(castObject<NSInterface::ClassObjectIntf>(value.get()), deviant, container);
-    }
-    (object->*SetOnly)(deviant, value);
-    value->setOnlyContainerQOB(deviant, ClassObject(object->This(deviant)));
+    auto const leave = [&] {
+        ClassObject const container = value->getContainerQOB(deviant);
+        if (container.isValid() && container == ClassObject(object->This(deviant))) {
+            leaveContainer(
+                castObject<NSInterface::ClassObjectIntf>(value.get()), deviant, container);
+        }
+    };
+    setBothEnds<Get, SetOnly, Remove>(object, deviant, value, methods, id, leave, [&] {
+        value->setOnlyContainerQOB(deviant, ClassObject(object->This(deviant)));
+    });
 }
 
 /// Lets go of the old value; the container of the new one is left to the caller.
@@ -46,15 +43,9 @@ void setOnlyOwnedValue(Intf* object,
                        Handle const& value,
                        IntrospectiveMethods const& methods,
                        unsigned id) {
-    requireSameModel(deviant, value, methods, id);
-    auto const old = (readState(object, deviant)->*Get)(deviant);
-    if (old == value) {
-        return;
-    }
-    if (old.isValid()) {
+    setNearEnd<Get, Set>(object, deviant, value, methods, id, [&](auto const& old) {
         releaseOwned(object, deviant, old);
-    }
-    setOnlyReference<Get, Set>(object, deviant, value, methods, id);
+    });
 }
 
 /// The value also leaves every other property by which the object contains it.
