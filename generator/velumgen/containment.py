@@ -53,7 +53,7 @@ def contained(of: MetaClass) -> str:
 
 def links(of: MetaClass) -> str:
     """What destruction cuts, nearest class first."""
-    linked = [p for p in of.all_properties() if p.owner.package.generated and not _redefined(p, of)]
+    linked = [p for p in of.all_properties() if p.owner.package.generated and not of.redefines(p)]
     rules = [shapes.shape(p).link.format(**shapes.facts(p)) for p in linked if shapes.shape(p).link]
     return ", ".join(rules)
 
@@ -66,11 +66,7 @@ def _view_properties(of: MetaClass) -> Iterator[Property]:
 
 
 def _valid_properties(of: MetaClass) -> list[Property]:
-    return [p for c in of.bases_first for p in c.properties if not _redefined(p, of)]
-
-
-def _redefined(prop: Property, of: MetaClass) -> bool:
-    return any(prop in p.redefines for p in of.all_properties())
+    return [p for c in of.bases_first for p in c.properties if not of.redefines(p)]
 
 
 def _is_containment(prop: Property) -> bool:

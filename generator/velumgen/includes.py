@@ -65,9 +65,11 @@ def of_states(cls: MetaClass) -> list[str]:
 
 
 def of_root(cls: MetaClass) -> list[str]:
-    """What the root object's getters return, and what it contains and is linked to."""
+    """What the root object's getters return, the rules of its setters, and what it contains and is
+    linked to."""
     types = [p.type for p in cls.all_properties()]
-    return sorted({t.handle_header for t in types if isinstance(t, MetaClass)})
+    rules = {op.rule_header for op in operations.root_setters(cls)}
+    return sorted({t.handle_header for t in types if isinstance(t, MetaClass)} | rules)
 
 
 def of_tables(cls: MetaClass) -> list[str]:

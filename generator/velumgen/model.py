@@ -250,6 +250,10 @@ class MetaClass(Type):
         for declaring in [self, *self.ancestors]:
             yield from declaring.properties
 
+    def redefines(self, prop: Property) -> bool:
+        """Whether another property stands in the place of one of a base."""
+        return any(prop in p.redefines for p in self.all_properties())
+
     @property
     def name_property(self) -> Optional[Property]:
         """The property that the last argument of a creator sets; without one, no creators."""

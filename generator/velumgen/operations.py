@@ -28,6 +28,8 @@ class Operation:
     # written by hand, the empty text an operation that does nothing.
     statement: Optional[str] = None
     state_statement: Optional[str] = None
+    # What a root object overrides it with.
+    root_statement: Optional[str] = None
     # The kernel header of the rule in `statement`.
     rule_header: Optional[str] = None
     prop: Optional[Property] = None
@@ -189,6 +191,11 @@ def root_getters(of: MetaClass) -> list[Operation]:
     return [op for op in all_operations(of) if op.is_getter and op.statement is not None]
 
 
+def root_setters(of: MetaClass) -> list[Operation]:
+    """The writes of stored values that a root object does by itself."""
+    return [op for op in all_operations(of) if op.root_statement and not of.redefines(op.prop)]
+
+
 def _extra(extra: ExtraOperation) -> Operation:
     return Operation(
         extra.owner,
@@ -225,6 +232,8 @@ def _ruled(prop: Property, verb: str, operation: Operation) -> Operation:
         operation.statement = shape.statements[verb].format(**facts)
         if verb in shape.state_statements:
             operation.state_statement = shape.state_statements[verb].format(**facts)
+        if verb in shape.root_statements:
+            operation.root_statement = shape.root_statements[verb].format(**facts)
     return operation
 
 

@@ -121,6 +121,7 @@ class Renderer:
             operations.flagged_properties,
             operations.assignment_rules,
             operations.root_getters,
+            operations.root_setters,
             shapes.field_type,
         ):
             self._environment.globals[function.__name__] = function

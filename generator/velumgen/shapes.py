@@ -24,6 +24,8 @@ class Shape:
     statements: dict[str, str] = field(default_factory=dict)
     state_statements: dict[str, str] = field(default_factory=dict)
     state_headers: tuple[str, ...] = ()
+    # What a root object does instead, where it is quicker with the field at hand.
+    root_statements: dict[str, str] = field(default_factory=dict)
     # The rule that brings the property to the value of another state, and its header.
     assignment: Optional[str] = None
     assignment_header: str = _RULES + "assignrules.h"
@@ -97,19 +99,24 @@ _REFERS_TO_ONE = "QOB::property::RefersToOne<{interface}::sIntrospectiveMethods,
 
 
 def _mandatory(rule: str, with_only: bool) -> Shape:
+    by_operations = f"QOB::property::{rule}<{{get}}, %s>(this, deviant, value);"
+    in_field = f"QOB::property::{rule}<QOB::property::InField<{{stored}}>>(this, deviant, value);"
     statements = {
         "has": "return true;",
         "remove": "",
-        "set": f"QOB::property::{rule}<{{get}}, {{set}}>(this, deviant, value);",
+        "set": by_operations % "{set}",
         "get": _GET,
     }
+    root_statements = {"set": in_field}
     if with_only:
         statements["removeOnly"] = ""
-        statements["setOnly"] = f"QOB::property::{rule}<{{get}}, {{setOnly}}>(this, deviant, value);"
+        statements["setOnly"] = by_operations % "{setOnly}"
+        root_statements["setOnly"] = in_field
     return Shape(
         _RULES + "mandatoryvalue.h",
         statements,
         _PLAIN_STATE,
+        root_statements=root_statements,
         assignment=_ASSIGN_MANDATORY,
         assignment_header=_RULES + "assign.h",
         field_type="{type}",
@@ -323,6 +330,7 @@ def facts(prop: Property) -> dict[str, str]:
         "type": prop.type.cpp,
         "interface": prop.owner.cpp_interface,
         "field": f"fields().{prop.field}",
+        "stored": f"&{prop.owner.cpp_fields}::{prop.field}",
         "flag": f"fields().{prop.has_flag}",
         "default": f"{prop.type.cpp}{{{prop.initial_value}}}",
         "container": prop.container,

@@ -14,6 +14,8 @@
 /// Keeps a slow path out of the functions that are read on every call.
 #if defined(_MSC_VER)
 #define QOB_NOINLINE __declspec(noinline)
+#define QOB_ALWAYS_INLINE __forceinline
 #else
 #define QOB_NOINLINE __attribute__((noinline))
+#define QOB_ALWAYS_INLINE __attribute__((always_inline)) inline
 #endif

@@ -118,14 +118,14 @@ public:
 
     /// The state that a read in the deviant sees. Raises if there is none.
     /// Not const: the same operations serve reading and writing; a reader keeps it const.
-    StateType* readState(Deviant deviant) const {
+    QOB_ALWAYS_INLINE StateType* readState(Deviant deviant) const {
         return typed(readsRootDirectly(deviant) ? rootState_ : readStateSlow(deviant));
     }
 
     /// The state that a write in the deviant changes: it exists from here on, and what stood there
     /// before is saved if a transaction is open. Raises if the deviant can't be written.
     /// Const, since an object's identity doesn't change when one of its states does.
-    StateType* writeState(Deviant deviant) const {
+    QOB_ALWAYS_INLINE StateType* writeState(Deviant deviant) const {
         return typed(readsRootDirectly(deviant) && deviant.isWritableWithoutChecks()
                          ? rootState_
                          : const_cast<Deviations*>(this)->writeStateSlow(deviant, Operations));
