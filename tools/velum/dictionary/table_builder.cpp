@@ -12,6 +12,23 @@ namespace element = arxml::element;
 using arxml::Element;
 using report::Reason;
 
+namespace {
+
+/// Whether a shared axis has an axis that isn't that of another one, or of itself.
+bool hasOwnAxis(Element sharedAxis) {
+    const auto axes = propertiesOf(sharedAxis).child(element::swCalprmAxisSet).children();
+    bool hasAxis = false;
+    for (const Element axis : axes) {
+        if (axis.child(element::swAxisGrouped)) {
+            return false;
+        }
+        hasAxis = hasAxis || axis.is(element::swCalprmAxis);
+    }
+    return hasAxis;
+}
+
+} // namespace
+
 void TableBuilder::buildLayouts(const Catalogue& catalogue) {
     for (const Element layout : catalogue.ofKind(element::swRecordLayout)) {
         layouts_.add(layout, objects_.makeOf<types::SwRecordLayout>(layout));
@@ -161,11 +178,11 @@ void TableBuilder::fillGrouped(const types::Axis& axis, Element grouped) {
                         "The target " + quoted(context_.path(target)) + " is no axis.");
         return;
     }
-    const Element set = propertiesOf(target).child(element::swCalprmAxisSet);
-    if (!set.child(element::swCalprmAxis)) {
+    if (!hasOwnAxis(target)) {
         context_.refuse(reference,
                         Reason::dangling,
-                        "The shared axis " + quoted(context_.path(target)) + " has no axis.");
+                        "The shared axis " + quoted(context_.path(target)) +
+                            " has no axis of its own.");
         return;
     }
     axis.setSharedAxis(shared);

@@ -83,6 +83,33 @@ std::string tableText(const types::LookupTableType& table) {
            (size.isValid() ? std::to_string(static_cast<int>(size)) : std::string("?")) + " values";
 }
 
+/// "name: ", or nothing for a type without a name of its own.
+std::string ownName(const foundation::ValueType& type) {
+    const std::string name = nameOf(type);
+    return type.hasExternalId() && !name.empty() ? name + ": " : std::string();
+}
+
+/// By a fault of its file an array may be one of itself, or of arrays of itself.
+std::string arrayText(const types::Matrix& outermost) {
+    std::string text;
+    std::vector<types::Matrix> around;
+    types::Matrix matrix = outermost;
+    while (std::find(around.begin(), around.end(), matrix) == around.end()) {
+        around.push_back(matrix);
+        text += "array [" + dimensionsText(matrix) + "] of ";
+        const foundation::ValueType base = matrix.getBaseType();
+        if (!base.isValid()) {
+            return text + "an unknown type";
+        }
+        matrix = types::Matrix(base);
+        if (!matrix.isValid()) {
+            return text + usedTypeText(base);
+        }
+        text += ownName(base);
+    }
+    return text + "...";
+}
+
 } // namespace
 
 std::string textOf(const QOB::String& text) {
@@ -124,9 +151,7 @@ std::string typeText(const foundation::ValueType& type) {
         return primitiveText(primitive);
     }
     if (const types::Matrix matrix(type); matrix.isValid()) {
-        const foundation::ValueType base = matrix.getBaseType();
-        return "array [" + dimensionsText(matrix) + "] of " +
-               (base.isValid() ? usedTypeText(base) : std::string("an unknown type"));
+        return arrayText(matrix);
     }
     if (const types::Structure structure(type); structure.isValid()) {
         return "structure";
@@ -147,9 +172,7 @@ std::string typeText(const foundation::ValueType& type) {
 }
 
 std::string usedTypeText(const foundation::ValueType& type) {
-    const std::string name = nameOf(type);
-    const bool isNamed = type.hasExternalId() && !name.empty();
-    return isNamed ? name + ": " + typeText(type) : typeText(type);
+    return ownName(type) + typeText(type);
 }
 
 } // namespace velum::show

@@ -404,7 +404,7 @@ class FindingTest(unittest.TestCase):
             table("t", "/P/empty") + table("u", "/P/none"))
         self.assertEqual(findings(result), [
             ("/P/t", "wrong-dest", "By its axes the table is a CURVE, not a MAP."),
-            ("/P/t", "dangling", "The shared axis (/P/empty) has no axis."),
+            ("/P/t", "dangling", "The shared axis (/P/empty) has no axis of its own."),
             ("/P/u", "wrong-dest", "By its axes the table is a CURVE, not a MAP."),
             ("/P/u", "dangling", "The target (/P/none) is not in the files.")])
 

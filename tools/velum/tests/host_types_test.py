@@ -244,6 +244,21 @@ class ImplementationTypeTest(unittest.TestCase):
             ("/P/d/e", "out-of-range", said.format("-4")),
             ("/P/g/e", "out-of-range", said.format("2147483648"))])
 
+    def test_arrays_that_lead_back_to_themselves(self):
+        def array(name, target):
+            return implementation(name, "ARRAY", tail=parts(part(
+                "e", "TYPE_REFERENCE", refer("IMPLEMENTATION-DATA-TYPE", target), size(2))))
+
+        elements = array("a", "a") + array("b", "c") + array("c", "b") + implementation(
+            "s", "STRUCTURE", tail=parts(
+                part("x", "TYPE_REFERENCE", refer("IMPLEMENTATION-DATA-TYPE", "t")))) + array(
+                    "t", "s")
+        two = "array [2] of "
+        self.assertEqual(shown(elements), [
+            f"/P/a: {two}a: ...", "  ...", f"/P/b: {two}c: {two}b: ...", "  ...",
+            f"/P/c: {two}b: {two}c: ...", "  ...", "/P/s: structure", f"  x  t: {two}s: structure",
+            "    ...", f"/P/t: {two}s: structure", f"  x  t: {two}s: structure", "    ..."])
+
     def test_what_a_member_is(self):
         to_byte = refer("IMPLEMENTATION-DATA-TYPE", "byte")
         elements = BYTE + implementation("s", "STRUCTURE", tail=parts(
@@ -624,13 +639,21 @@ class TableTest(unittest.TestCase):
             self.table("a", "CURVE", self.axis(1, self.shared("x")), content=layout) +
             self.table("b", "CURVE", self.axis(1, self.own(2)), content=values.format("a")) +
             self.table("c", "CURVE", self.axis(1, self.own(2)), content=values.format("text")) +
-            self.table("d", "CURVE", self.axis(1, self.shared("text"))))
+            self.table("d", "CURVE", self.axis(1, self.shared("text"))) +
+            # Axes that lead back to themselves have no size.
+            self.table("e", "COM_AXIS", self.axis(1, self.shared("f"))) +
+            self.table("f", "COM_AXIS", self.axis(1, self.shared("e"))) +
+            self.table("g", "CURVE", self.axis(1, self.shared("f"))))
         self.assertEqual(findings(imported(elements)), [
             ("/P/a", "wrong-dest", "The target (/P/x) is no axis."),
             ("/P/a", "wrong-dest", "The target (/P/x) is no SW-RECORD-LAYOUT."),
             ("/P/b", "wrong-dest", "The target (/P/a) is no primitive type."),
             ("/P/c", "dangling", "No object is made of the target (/P/text)."),
-            ("/P/d", "dangling", "No object is made of the target (/P/text).")])
+            ("/P/d", "dangling", "No object is made of the target (/P/text)."),
+            *((f"/P/{name}", "dangling",
+               f"The shared axis (/P/{target}) has no axis of its own.")
+              for name, target in ("ef", "fe", "gf"))])
+        self.assertEqual(shown(elements, "/P/g"), ["/P/g: CURVE of ? values", "  axis 1: ? points"])
 
 
 if __name__ == "__main__":
