@@ -172,6 +172,11 @@ class MethodTest(unittest.TestCase):
         for line in ["      Value: 6", "      pvalue: 6", "      pisUserDefined: true"]:
             self.assertIn(line, lines)
 
+        # The other direction has them if the one to physical values has none.
+        elements = BYTE + method("m", "TEXTTABLE", scales(TO_INTERNAL, text("on", 1))) + (
+            implementation("t", refer("COMPU-METHOD", "m")))
+        self.assertEqual(shown(elements, "/P/t")[1:], ["  1 = on"])
+
     def test_texts_without_an_enumeration_are_not_held(self):
         for word, user in {"TEXTTABLE": "", "BITFIELD_TEXTTABLE": implementation(
                 "t", refer("COMPU-METHOD", "m"))}.items():
@@ -218,6 +223,16 @@ class LimitTest(unittest.TestCase):
                 self.assertEqual(
                     self.range_of(self.constraint(self.limits(lower, upper)), implementation),
                     expected)
+
+    def test_an_end_that_is_not_there_is_open(self):
+        for lower, upper, flags in [
+                ("0", "1", ("false", "false")), ("-", "1", ("true", "false")),
+                ("0", "INF", ("false", "true")), ("x", "1 OPEN", ("true", "true"))]:
+            with self.subTest(lower=lower, upper=upper):
+                lines = held(BYTE + self.constraint(self.limits(lower, upper)) + implementation(
+                    "t", refer("DATA-CONSTR", "c")))["/P/t"]
+                for name, flag in zip(("isMinOpen", "isMaxOpen"), flags):
+                    self.assertIn(f"  {name}: {flag}", lines)
 
     def test_limits_that_are_no_numbers_stay_open(self):
         constant = "<SYSC-REF>/P/N</SYSC-REF>"
@@ -359,7 +374,8 @@ class UnitTest(unittest.TestCase):
                  "broken": ("two", ""), "zero": ("0", "")}
         for names, base in [
                 (["kilo", "si", "shifted"], "si"), (["si2", "kilo"], "si2"),
-                (["si", "kilo", "si2"], None), (["kilo", "shifted"], None),
+                (["si", "kilo", "si2"], None), (["si", "si2", "kilo"], None),
+                (["kilo", "shifted"], None),
                 # What can't be read is not the unit that all others are measured in.
                 (["broken", "kilo"], None), (["zero", "si", "broken"], "si")]:
             with self.subTest(names):
