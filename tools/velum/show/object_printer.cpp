@@ -15,6 +15,9 @@ using foundation::ValueType;
 
 namespace {
 
+/// A small file can ask for any number of lines by types of types; beyond this nobody reads on.
+constexpr std::size_t mostLines = 10'000;
+
 /// Writes one object and what it is made of.
 class ObjectPrinter {
 public:
@@ -39,11 +42,14 @@ private:
         text_.append(2 * depth, ' ');
         text_ += text;
         text_ += '\n';
+        ++lines_;
     }
 
     void printParts(const ValueType& type, std::size_t depth) {
         // A structure may refer to itself over a pointer or by a fault of its file.
-        if (std::find(around_.begin(), around_.end(), type) != around_.end()) {
+        const bool isNested = types::Structure(type).isValid() || types::Matrix(type).isValid();
+        if (isNested && (around_.size() >= deepestType || lines_ >= mostLines ||
+                         std::find(around_.begin(), around_.end(), type) != around_.end())) {
             line(depth, "...");
             return;
         }
@@ -79,6 +85,7 @@ private:
             text_.append(2 * depth, ' ');
             text_ += name + "  ";
             printMemberType(member, depth);
+            ++lines_;
         }
     }
 
@@ -203,6 +210,7 @@ private:
     }
 
     std::string text_;
+    std::size_t lines_ = 0;
     std::vector<ValueType> around_;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <velum_types/types.h>
 
@@ -7,6 +8,9 @@ namespace velum::show {
 
 namespace types = Zorvane::metamodel::types;
 namespace foundation = Zorvane::metamodel::foundation;
+
+/// So many types in each other are told, "..." stands for the others.
+constexpr std::size_t deepestType = 64;
 
 /// A text of a file, in one line whatever is in it; empty if it is invalid.
 std::string textOf(const QOB::String& text);

@@ -94,7 +94,8 @@ std::string arrayText(const types::Matrix& outermost) {
     std::string text;
     std::vector<types::Matrix> around;
     types::Matrix matrix = outermost;
-    while (std::find(around.begin(), around.end(), matrix) == around.end()) {
+    while (around.size() < deepestType &&
+           std::find(around.begin(), around.end(), matrix) == around.end()) {
         around.push_back(matrix);
         text += "array [" + dimensionsText(matrix) + "] of ";
         const foundation::ValueType base = matrix.getBaseType();

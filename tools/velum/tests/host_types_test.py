@@ -259,6 +259,29 @@ class ImplementationTypeTest(unittest.TestCase):
             f"/P/c: {two}b: {two}c: ...", "  ...", "/P/s: structure", f"  x  t: {two}s: structure",
             "    ...", f"/P/t: {two}s: structure", f"  x  t: {two}s: structure", "    ..."])
 
+    def test_a_small_file_does_not_make_a_large_text(self):
+        def structure(name, *members):
+            return implementation(name, "STRUCTURE", tail=parts(*(
+                part(f"m{i}", "TYPE_REFERENCE", refer("IMPLEMENTATION-DATA-TYPE", target))
+                for i, target in enumerate(members))))
+
+        deep = 1000
+        rows = "".join(
+            implementation(f"a{i}", "ARRAY", tail=parts(part(
+                "e", "TYPE_REFERENCE", refer("IMPLEMENTATION-DATA-TYPE", f"a{i + 1}"), size(1))))
+            for i in range(deep))
+        chain = "".join(structure(f"s{i}", f"s{i + 1}") for i in range(deep))
+        lines = shown(BYTE + chain + structure(f"s{deep}", "byte"), "/P/s0")
+        self.assertEqual([len(lines), lines[-1]], [1 + 64 + 1, "  " * 65 + "..."])
+        lines = shown(BYTE + chain + structure(f"s{deep}", "byte"), f"/P/s{deep - 63}")
+        self.assertEqual(lines[-1], "  " * 64 + "m0  byte: unsigned 8-bit integer")
+        line, rest = shown(BYTE + rows + alias(f"a{deep}", "byte"), "/P/a0")
+        self.assertEqual((line.count("array"), line[-5:], rest), (64, ": ...", "  ..."))
+        doubled = "".join(structure(f"s{i}", f"s{i + 1}", f"s{i + 1}") for i in range(40))
+        lines = shown(BYTE + doubled + structure("s40", "byte"), "/P/s0")
+        self.assertGreater(len(lines), 10_000)
+        self.assertLess(len(lines), 10_000 + 40 * 4)
+
     def test_what_a_member_is(self):
         to_byte = refer("IMPLEMENTATION-DATA-TYPE", "byte")
         elements = BYTE + implementation("s", "STRUCTURE", tail=parts(
