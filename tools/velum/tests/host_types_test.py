@@ -217,6 +217,35 @@ class ImplementationTypeTest(unittest.TestCase):
         for name in ("TARGET-CATEGORY", "IMPLEMENTATION-DATA-TYPE-REF"):
             self.assertEqual(skipped[(name, "no-property")], 1)
 
+    def test_what_an_alias_takes_over(self):
+        def constraint(name, most):
+            return named("DATA-CONSTR", name, "<DATA-CONSTR-RULES><DATA-CONSTR-RULE>"
+                         f"<INTERNAL-CONSTRS><UPPER-LIMIT>{most}</UPPER-LIMIT></INTERNAL-CONSTRS>"
+                         "</DATA-CONSTR-RULE></DATA-CONSTR-RULES>")
+
+        wide = base_type("w", "2C", "16") + implementation(
+            "word", "VALUE", refer("BASE-TYPE", "w") + refer("DATA-CONSTR", "ten"))
+        element = part("e", "VALUE", refer("BASE-TYPE", "b"), size(3))
+        elements = BYTE + constraint("ten", 10) + constraint("five", 5) + wide + "".join([
+            alias("same", "word"), alias("own", "word", refer("DATA-CONSTR", "five")),
+            alias("over", "own"), implementation(
+                "both", "VALUE",
+                refer("BASE-TYPE", "b") + refer("IMPLEMENTATION-DATA-TYPE", "word")),
+            alias("row2", "row1"), alias("row1", "row"),
+            implementation("row", "ARRAY", tail=parts(element)),
+            alias("pair2", "pair1"), alias("pair1", "pair"),
+            implementation("pair", "STRUCTURE", tail=parts(element))])
+        word = "signed 16-bit integer, (-inf, {}]"
+        for name, expected in {
+                "same": [word.format(10)], "own": [word.format(5)], "over": [word.format(5)],
+                # What is written comes before what is referred to.
+                "both": ["unsigned 8-bit integer"],
+                "row2": ["array [3] of e: unsigned 8-bit integer"],
+                "pair2": ["structure", "  e  array [3] of unsigned 8-bit integer"]}.items():
+            with self.subTest(name):
+                self.assertEqual(
+                    shown(elements, f"/P/{name}"), [f"/P/{name}: {expected[0]}", *expected[1:]])
+
     def test_the_sizes_of_arrays(self):
         def array(name, *sizes, end="byte"):
             inner = "".join(size(text) for text in sizes[-1:])
@@ -293,6 +322,10 @@ class ImplementationTypeTest(unittest.TestCase):
             part("grid", "ARRAY", tail=size(2) + parts(
                 part("row", "TYPE_REFERENCE", to_byte, size(5)))),
             part("at", "DATA_REFERENCE"),
+            # An array without parts is what it refers to, one with parts what they are.
+            part("alias", "ARRAY", to_byte),
+            part("parts", "ARRAY", refer("IMPLEMENTATION-DATA-TYPE", "s"),
+                 parts(part("e", "VALUE", refer("BASE-TYPE", "b"), size(7)))),
             part("self", "TYPE_REFERENCE", refer("IMPLEMENTATION-DATA-TYPE", "s"))))
         self.assertEqual(shown(elements, "/P/s"), [
             "/P/s: structure", "  named   byte: unsigned 8-bit integer",
@@ -300,7 +333,9 @@ class ImplementationTypeTest(unittest.TestCase):
             "  value   unsigned 8-bit integer", "  values  array [3] of unsigned 8-bit integer",
             "  inner   structure", "    x  unsigned 8-bit integer",
             "  grid    array [2 x 5] of byte: unsigned 8-bit integer", "  at      pointer",
-            "  self    s: structure", "    ..."])
+            "  alias   byte: unsigned 8-bit integer",
+            "  parts   array [7] of e: unsigned 8-bit integer", "  self    s: structure",
+            "    ..."])
         self.assertEqual(findings(imported(elements)), [])
         lines = held(elements)["/P/s"]
         place = lines.index('    StructElement "some"')
