@@ -501,6 +501,7 @@ class ConstantTest(unittest.TestCase):
                 (group.format(v) * 2, "", "2 x 3 {1 2 3 1 2 3}"),
                 (group.format(v), "<V>3</V>", "3 {1 2 3}"),
                 (group.format(v) + group.format("<V>4</V>"), "", "4 {1 2 3 4}"),
+                (group.format("<V>4</V>") + group.format(v), "", "4 {4 1 2 3}"),
                 (group.format(v) + "<V>4</V>", "", "4 {1 2 3 4}"),
                 ("<VT>on</VT><VTF><VF>2</VF></VTF><VF>1.50</VF><VTF>x</VTF>", "", "4 {on 2 1.50 x}"),
                 ("<V>1</V><V>1</V>", "<V>x</V><V>2</V>", "? x 2 {1 1}"),

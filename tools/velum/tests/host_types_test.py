@@ -392,6 +392,11 @@ class ImplementationTypeTest(unittest.TestCase):
                 array(number(1), number(2), number(3)), array(number(4), number(5), number(6)))),
                            parts(part("r", "ARRAY", tail=size(2) + parts(cell)))) +
             implementation("row", "ARRAY", tail=parts(cell)) +
+            implementation("cube", "ARRAY", invalid(array(
+                array(array(number(1), number(2))), array(array(number(3))))),
+                           parts(part("p", "ARRAY", tail=size(2) + parts(
+                               part("r", "TYPE_REFERENCE",
+                                    refer("IMPLEMENTATION-DATA-TYPE", "row"), size(1)))))) +
             implementation("rows", "ARRAY", invalid(array(
                 array(number(1), number(2)), array(number(3)))),
                            parts(part("r", "TYPE_REFERENCE",
@@ -411,10 +416,10 @@ class ImplementationTypeTest(unittest.TestCase):
         # The cells of one matrix are counted through, those of a matrix of matrices aren't.
         self.assertEqual(values_of("/P/grid", "index"), [f"index: {i}" for i in range(6)])
         self.assertEqual(len(values_of("/P/grid", "MatrixValueSpecification")), 1)
-        self.assertEqual(
-            values_of("/P/rows", "index"),
-            [f"index: {i}" for i in (0, 1, 0, 0, 1)])
-        self.assertEqual(len(values_of("/P/rows", "MatrixValueSpecification")), 3)
+        for path in ("/P/rows", "/P/cube"):
+            self.assertEqual(
+                values_of(path, "index"), [f"index: {i}" for i in (0, 1, 0, 0, 1)])
+            self.assertEqual(len(values_of(path, "MatrixValueSpecification")), 3)
         # By its label, or else by its place; beyond the last member there is none.
         self.assertEqual(values_of("/P/s", "structElement"), [
             f'structElement: StructElement "{name}"' for name in "yxz"])
