@@ -348,7 +348,8 @@ class ImplementationTypeTest(unittest.TestCase):
             alias("to_application", "a"), alias("to_base", "b"),
             implementation("to_nothing", "TYPE_REFERENCE", "<SW-ALIGNMENT>8</SW-ALIGNMENT>"),
             implementation("empty", "TYPE_REFERENCE", "<IMPLEMENTATION-DATA-TYPE-REF/>"),
-            alias("itself", "itself"), alias("into", "itself")])
+            alias("itself", "itself"), alias("into", "itself"), implementation(
+                "method", "VALUE", refer("BASE-TYPE", "b") + "<COMPU-METHOD-REF/>")])
         self.assertEqual(findings(imported(elements)), [
             ("/P/to_application", "wrong-dest",
              "The target (/P/a) is no IMPLEMENTATION-DATA-TYPE."),
@@ -356,9 +357,10 @@ class ImplementationTypeTest(unittest.TestCase):
             ("/P/to_nothing", "dangling", "The type refers to no IMPLEMENTATION-DATA-TYPE."),
             ("/P/empty", "dangling", "The reference is empty."),
             ("/P/itself", "dangling", "The type references lead back to this type."),
-            ("/P/into", "dangling", "No object is made of the target (/P/itself).")])
+            ("/P/into", "dangling", "No object is made of the target (/P/itself)."),
+            ("/P/method", "dangling", "The reference is empty.")])
         self.assertEqual(
-            classes(imported(elements)), {"FloatingPoint": 1, "Integer": 1, "SwBaseType": 1})
+            classes(imported(elements)), {"FloatingPoint": 1, "Integer": 2, "SwBaseType": 1})
 
     def test_an_invalid_value_is_of_its_type(self):
         def number(value, label=""):
