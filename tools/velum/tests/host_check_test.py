@@ -180,6 +180,10 @@ class ShowTest(unittest.TestCase):
         self.assertEqual(shown(elements, "/P/a"), ["/P/a: unit a"])
         for path in ("/p", "/P/A", "/P/a/b", "/Pa"):
             self.assertEqual(shown(elements, path), [])
+        with Folder() as folder:
+            folder.write("f.arxml", document(
+                package("P", named("UNIT", "u")), package("PQ", named("UNIT", "v"))))
+            self.assertEqual(folder.run("show", "f.arxml", "/P").stdout, b"/P/u: unit u\n")
 
     def test_a_file_counts_before_a_path(self):
         with Folder() as folder:

@@ -631,6 +631,19 @@ class ReferenceTest(unittest.TestCase):
             "The target (c) is not in the files.",
             "The reference base (There) of the target (b) is not declared."])
 
+    def test_what_is_held_of_a_base(self):
+        for flag, value, skipped in [
+                ("IS-DEFAULT", "true", {}), ("BASE-IS-THIS-PACKAGE", "1", {}),
+                ("IS-GLOBAL", "false", {}), ("IS-GLOBAL", "0", {}),
+                ("IS-GLOBAL", "true", {("IS-GLOBAL", "no-property"): 1}),
+                ("IS-GLOBAL", "1", {("IS-GLOBAL", "no-property"): 1}),
+                ("GLOBAL-ELEMENTS", "UNIT", {("GLOBAL-ELEMENTS", "no-property"): 1})]:
+            with self.subTest(flag=flag, value=value), Folder() as folder:
+                base = self.base("Here", "/P", flag).replace(">true<", f">{value}<")
+                folder.write("f.arxml", document(package(
+                    "P", "", f"<REFERENCE-BASES>{base}</REFERENCE-BASES>")))
+                self.assertEqual(skips(folder.run("import", "--json", "f.arxml")), skipped)
+
     def test_packages_of_one_name_merge(self):
         byte = named("IMPLEMENTATION-DATA-TYPE", "t", "<CATEGORY>VALUE</CATEGORY>" + properties(
             "<BASE-TYPE-REF>/P/b</BASE-TYPE-REF>"))
@@ -645,17 +658,18 @@ class ReferenceTest(unittest.TestCase):
             [file["findings"] for file in json.loads(result.stdout)["files"]], [[], []])
 
     def test_what_makes_two_elements_of_a_path_the_same(self):
-        def constraint(interval="CLOSED", value="1", dest="UNIT", more="", uuid="a"):
+        def constraint(interval="CLOSED", value="1", dest="UNIT", more="", uuid="a", base=""):
             return (f'<DATA-CONSTR UUID="{uuid}"><SHORT-NAME>c</SHORT-NAME><DATA-CONSTR-RULES>'
                     '<DATA-CONSTR-RULE><PHYS-CONSTRS>'
                     f'<LOWER-LIMIT INTERVAL-TYPE="{interval}">{value}</LOWER-LIMIT>'
-                    f'<UNIT-REF DEST="{dest}">/P/u</UNIT-REF>{more}</PHYS-CONSTRS>'
+                    f'<UNIT-REF{base} DEST="{dest}">/P/u</UNIT-REF>{more}</PHYS-CONSTRS>'
                     '</DATA-CONSTR-RULE></DATA-CONSTR-RULES></DATA-CONSTR>')
         for other, reasons in [
                 (constraint(), []), (constraint(uuid="b"), []), (constraint(value=" 1\n"), []),
                 (constraint(interval="OPEN"), ["duplicate-path"]),
                 (constraint(value="2"), ["duplicate-path"]),
                 (constraint(dest="AR-ELEMENT"), ["duplicate-path"]),
+                (constraint(base=' BASE="x"'), ["duplicate-path"]),
                 (constraint(more="<MAX-DIFF>1</MAX-DIFF>"), ["duplicate-path"]),
                 (named("UNIT", "c"), ["duplicate-path"])]:
             with self.subTest(other):

@@ -273,6 +273,25 @@ class ImplementationTypeTest(unittest.TestCase):
             ("/P/d/e", "out-of-range", said.format("-4")),
             ("/P/g/e", "out-of-range", said.format("2147483648"))])
 
+    def test_sizes_that_are_constants(self):
+        def of(name):
+            return size(f"<SYSC-REF>/P/{name}</SYSC-REF>")
+
+        elements = BYTE + named("SW-SYSTEMCONST", "N") + named("SW-SYSTEMCONST", "M") + (
+            implementation("a", "ARRAY", tail=parts(part("x", "ARRAY", tail=of("N") + parts(
+                part("y", "ARRAY", tail=size(4) + parts(
+                    part("z", "VALUE", refer("BASE-TYPE", "b"), of("M")))))))))
+        self.assertEqual(
+            shown(elements, "/P/a"), ["/P/a: array [N x 4 x M] of z: unsigned 8-bit integer"])
+        result = imported(elements)
+        self.assertEqual(result.returncode, 0)
+        self.assertEqual(findings(result), [
+            ("/P/a/x", "symbolic", "The size is the system constant (N)."),
+            ("/P/a/x/y/z", "symbolic", "The size is the system constant (M).")])
+        lines = held(elements)["/P/a"]
+        self.assertIn("  Dimensions: 0, 4, 0", lines)
+        self.assertIn('  SymbolicDimensions: "N", "M"', lines)
+
     def test_arrays_that_lead_back_to_themselves(self):
         def array(name, target):
             return implementation(name, "ARRAY", tail=parts(part(
