@@ -50,7 +50,7 @@ protected:
     /// A structure with an element of a type elsewhere, one with a type of its own, and one that
     /// refers to the structure itself.
     types::Structure frame(QOB::Model const& in) const {
-        auto const structure = types::Structure::create(in, "Frame");
+        types::Structure structure = types::Structure::create(in, "Frame");
         types::StructElement::create(in, structure, "speed").setType(number);
         auto const kinds = types::Enumeration::create(in);
         types::EnumerationLiteral const low = types::EnumerationLiteral::create(in);
@@ -147,14 +147,14 @@ TEST_F(Inspection, PrintsInTheDeviantOfTheHandleAndHoweverDeep) {
 
     types::Structure outer = types::Structure::create(model, "s");
     types::Structure const outermost = outer;
-    constexpr int Depth = 500;
-    for (int i = 0; i != Depth; ++i) {
+    constexpr int depth = 500;
+    for (int i = 0; i != depth; ++i) {
         auto const inner = types::Structure::create(model, "s");
         types::StructElement::create(model, outer, "e").setInlineType(inner);
         outer = inner;
     }
     std::string const text = printed(outermost);
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 4 + 9 * Depth);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 4 + 9 * depth);
 }
 
 TEST_F(Inspection, EqualTreesDoNotDiffer) {

@@ -108,7 +108,7 @@ constexpr bool reachesTo(List<Property...>) {
 /// written out, since g++ doesn't make a jump of a chain of comparisons.
 template <class Properties, unsigned First = 1, class Action>
 auto dispatch(unsigned id, Action const& action) {
-    switch (id - First) {
+    switch (id - First) { // NOLINTBEGIN(bugprone-branch-clone): ids without a property
     case 0:
         return action(PropertyAt<First + 0, Properties>());
     case 1:
@@ -147,7 +147,7 @@ auto dispatch(unsigned id, Action const& action) {
         } else {
             return action(NoProperty());
         }
-    }
+    } // NOLINTEND(bugprone-branch-clone)
 }
 
 template <class Class>
