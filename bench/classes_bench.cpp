@@ -177,28 +177,18 @@ void typedSet(State& state, std::int64_t) {
     }
 }
 
+template <auto& Methods, unsigned Id>
 void getById(State& state, std::int64_t) {
     One const one;
     for (auto _ : state) {
-        DoNotOptimize(ofIntegers.getSingleValued(one.object.get(), one.deviant, SignedId));
+        DoNotOptimize(Methods.getSingleValued(one.object.get(), one.deviant, Id));
     }
 }
+template <unsigned Id>
 void getByIdPlain(State& state, std::int64_t) {
     PlainOne const one;
     for (auto _ : state) {
-        DoNotOptimize(one.type->get(PlainSignedId));
-    }
-}
-void getNumberById(State& state, std::int64_t) {
-    One const one;
-    for (auto _ : state) {
-        DoNotOptimize(ofReals.getSingleValued(one.object.get(), one.deviant, MinimumId));
-    }
-}
-void getNumberByIdPlain(State& state, std::int64_t) {
-    PlainOne const one;
-    for (auto _ : state) {
-        DoNotOptimize(one.type->get(PlainMinimumId));
+        DoNotOptimize(one.type->get(Id));
     }
 }
 void setById(State& state, std::int64_t) {
@@ -415,12 +405,12 @@ int main(int argc, char** argv) {
         3,
         {1000, 100'000, 1'000'000});
     add("isSigned, random order", getAtRandom, getAtRandomPlain, 2, {1'000'000});
-    add("get by id", getById, getByIdPlain, 3);
-    add("get by id, a number", getNumberById, getNumberByIdPlain, 3);
+    add("get by id", getById<ofIntegers, SignedId>, getByIdPlain<PlainSignedId>, 3);
+    add("get by id, a number", getById<ofReals, MinimumId>, getByIdPlain<PlainMinimumId>, 3);
     add("set by id", setById, setByIdPlain, 3);
     add("get by name", getByName, getByNamePlain, 2);
     add("set by name", setByName, setByNamePlain, 2);
-    add("get by id / typed", getById, typedGet, 0);
+    add("get by id / typed", getById<ofIntegers, SignedId>, typedGet, 0);
     add("set by id / typed", setById, typedSet, 0);
     add("get by name / typed", getByName, typedGet, 0);
     add("set by name / typed", setByName, typedSet, 0);
