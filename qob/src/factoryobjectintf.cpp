@@ -14,12 +14,12 @@ struct FactoryObjectDescription {
     using Properties = reflective::List<>;
 };
 
-MetaPropertyDescription* properties[] = {nullptr};
+MetaPropertyDescription* factoryProperties[] = {nullptr};
 
 } // namespace
 
 constinit IntrospectiveMethods FactoryObjectIntf::sIntrospectiveMethods =
-    reflective::methodsOf<FactoryObjectDescription>(properties,
+    reflective::methodsOf<FactoryObjectDescription>(factoryProperties,
                                                     QOB::internal::belowClassObject,
                                                     &QOB::internal::kernelPackage);
 

@@ -1,4 +1,5 @@
 #include "fixture.h"
+#include "names.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/factory.h"
 #include "qob/qob/typeinforegistry.h"
@@ -12,18 +13,9 @@ using QOB::Enumeration;
 using QOB::EnumerationLiteral;
 using QOB::Package;
 using QOB::Type;
+using QOB::test::namesOf;
 
 namespace {
-
-template <class Elements>
-std::string namesOf(Elements const& elements) {
-    std::string names;
-    for (auto const& element : elements) {
-        names += names.empty() ? "" : " ";
-        names += element.getName().view();
-    }
-    return names;
-}
 
 /// The same element seen in another deviant.
 template <class Handle>

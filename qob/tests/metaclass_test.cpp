@@ -1,5 +1,6 @@
 #include "farm.h"
 #include "fixture.h"
+#include "names.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/initialize.h"
 #include "qob/qob/tags.h"
@@ -14,21 +15,12 @@ using QOB::ImmutableClass;
 using QOB::ImmutableProperty;
 using QOB::Property;
 using QOB::String;
+using QOB::test::namesOf;
 using sample::Animal;
 using sample::Hen;
 using sample::NSInterface::HenIntf;
 
 namespace {
-
-template <class Elements>
-std::string namesOf(Elements const& elements) {
-    std::string names;
-    for (auto const& element : elements) {
-        names += names.empty() ? "" : " ";
-        names += element.getName().view();
-    }
-    return names;
-}
 
 std::string text(String const& value) {
     return value.isValid() ? std::string(value) : "(none)";

@@ -18,7 +18,7 @@ using internal::Attribute;
 using internal::Attributes;
 
 /// In quotes, and in one line whatever the text holds.
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string result = "\"";
     for (char const c : text) {
@@ -54,7 +54,7 @@ std::string objectText(ClassObject const& object) {
         return text += " (gone)";
     }
     if (String const name = internal::nameOf(object); name.isValid() && !name.view().empty()) {
-        text += ' ' + quoted(name.view());
+        text += ' ' + inQuotes(name.view());
     }
     return text;
 }
@@ -144,7 +144,7 @@ std::string toText(Object const& value) {
     }
     bool const isText = std::string_view(value.getLumvoName(false)) == String::getTypeName();
     String const text = value.toString();
-    return isText ? quoted(text.view()) : std::string(text);
+    return isText ? inQuotes(text.view()) : std::string(text);
 }
 
 void print(std::ostream& out, ImmutableClassObject const& object, unsigned depth) {

@@ -27,7 +27,7 @@ MetaPropertyDescription taggedValue{.name = "Value",
                                     .typeIndex = StringIndex,
                                     .flags = PropertyUnique,
                                     .id = StereotypeObjectIntf::ValueId};
-MetaPropertyDescription* properties[] = {nullptr, &stereotypeName, &taggedValue};
+MetaPropertyDescription* stereotypeProperties[] = {nullptr, &stereotypeName, &taggedValue};
 
 struct StereotypeObjectDescription {
     using Interface = StereotypeObjectIntf;
@@ -51,7 +51,7 @@ struct StereotypeObjectDescription {
 namespace NSInterface {
 
 constinit IntrospectiveMethods StereotypeObjectIntf::sIntrospectiveMethods =
-    reflective::methodsOf<StereotypeObjectDescription>(properties,
+    reflective::methodsOf<StereotypeObjectDescription>(stereotypeProperties,
                                                        QOB::internal::belowClassObject,
                                                        &QOB::internal::kernelPackage);
 

@@ -15,8 +15,6 @@ using Generic::Ref;
 using Generic::toRef;
 using Generic::valueOf;
 
-namespace {
-
 /// The value's own order. A NaN, which has no place in it, stands behind all numbers and equals
 /// every other NaN.
 template <class T>
@@ -39,8 +37,6 @@ template <class T>
 using Values = bmi::multi_index_container<
     T,
     bmi::indexed_by<bmi::random_access<>, bmi::ordered_unique<identity<T>, ElementLess<T>>>>;
-
-} // namespace
 
 template <class T, bool Unique, class Key>
 struct MultiIndexImplForPrimitives<T, Unique, Key>::Container {

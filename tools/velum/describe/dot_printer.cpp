@@ -33,7 +33,7 @@ std::string inLabel(std::string_view text) {
     return escaped;
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string escaped = "\"";
     for (const char c : text) {
         if (c == '"' || c == '\\') {
@@ -44,8 +44,8 @@ std::string quoted(std::string_view text) {
     return escaped + '"';
 }
 
-std::string idOf(const Type& type) {
-    return quoted(type.package->name + "." + type.name);
+std::string nodeOf(const Type& type) {
+    return inQuotes(type.package->name + "." + type.name);
 }
 
 /// In UML a derived property has a slash in front, a private one a minus.
@@ -84,7 +84,7 @@ public:
     }
 
     std::string text() const {
-        std::string dot = "digraph " + quoted(here_.name) +
+        std::string dot = "digraph " + inQuotes(here_.name) +
                           " {\n"
                           "  graph [rankdir=BT, nodesep=0.35, ranksep=0.6]\n"
                           "  node [shape=plain, fontname=\"Helvetica\", fontsize=10]\n"
@@ -96,7 +96,7 @@ public:
         for (const Type* type : sorted()) {
             for (const Type* super : type->supers) {
                 if (isDrawn(super)) {
-                    dot += "  " + idOf(*type) + " -> " + idOf(*super) + " [arrowhead=empty]\n";
+                    dot += "  " + nodeOf(*type) + " -> " + nodeOf(*super) + " [arrowhead=empty]\n";
                 }
             }
         }
@@ -159,7 +159,7 @@ private:
             label += "<tr><td><table border=\"0\" cellspacing=\"0\" cellpadding=\"1\">" + rows +
                      "</table></td></tr>";
         }
-        return "  " + idOf(type) + " [label=<" + label + "</table>>]\n";
+        return "  " + nodeOf(type) + " [label=<" + label + "</table>>]\n";
     }
 
     std::string propertyRow(const Property& property) const {
@@ -176,20 +176,20 @@ private:
 
     /// An owner stands above what it owns, as a super does: lines go upwards.
     std::string edge(const Property& property) const {
-        const std::string owner = idOf(*property.owner);
-        const std::string type = idOf(*property.type);
+        const std::string owner = nodeOf(*property.owner);
+        const std::string type = nodeOf(*property.type);
         // The spaces keep labels apart that stand side by side.
         std::string label = "  " + property.name;
         if (property.isComposite) {
             return "  " + type + " -> " + owner +
-                   " [arrowhead=diamond, label=" + quoted(label + "  ") + "]\n";
+                   " [arrowhead=diamond, label=" + inQuotes(label + "  ") + "]\n";
         }
         std::string style = "arrowhead=vee";
         if (isBothWays(property)) {
             style += ", arrowtail=vee, dir=both";
             label += " / " + property.opposite->name;
         }
-        return "  " + owner + " -> " + type + " [" + style + ", label=" + quoted(label + "  ") +
+        return "  " + owner + " -> " + type + " [" + style + ", label=" + inQuotes(label + "  ") +
                "]\n";
     }
 

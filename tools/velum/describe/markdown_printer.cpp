@@ -73,12 +73,12 @@ std::string anchor(const std::string& id) {
     return "<a id=\"" + id + "\"></a>";
 }
 
-std::string idOf(const Type& type) {
+std::string anchorOf(const Type& type) {
     return std::string(shortName(*type.package)) + "." + type.name;
 }
 
-std::string idOf(const Property& property) {
-    return idOf(*property.owner) + "." + property.name;
+std::string anchorOf(const Property& property) {
+    return anchorOf(*property.owner) + "." + property.name;
 }
 
 std::string tagsText(const std::vector<Tag>& tags) {
@@ -140,11 +140,11 @@ public:
 
     /// The name of a type as one of the package `here` writes it.
     std::string link(const Package& here, const Type& type) const {
-        return link(nameIn(here, type), type, idOf(type));
+        return link(nameIn(here, type), type, anchorOf(type));
     }
 
     std::string link(const Package& here, const Property& property) const {
-        return link(nameIn(here, property), *property.owner, idOf(property));
+        return link(nameIn(here, property), *property.owner, anchorOf(property));
     }
 
     template <class Elements>
@@ -205,7 +205,7 @@ void addProperties(Page& page, const Type& type) {
     const Package& here = *type.package;
     Table table({"Property", "Type", "Multiplicity", "Default", "Is", "Relations and tags"});
     for (const Property& property : type.properties) {
-        table.add({anchor(idOf(property)) + "**" + escaped(property.name) + "**",
+        table.add({anchor(anchorOf(property)) + "**" + escaped(property.name) + "**",
                    property.type == nullptr ? "" : page.link(here, *property.type),
                    escaped(multiplicity(property)),
                    property.defaultValue.empty() ? "" : code(property.defaultValue),
@@ -224,7 +224,7 @@ void addProperties(Page& page, const Type& type) {
 }
 
 void addType(Page& page, const Type& type, std::string_view heading, bool isAlone) {
-    page << heading << " " << anchor(idOf(type)) << escaped(type.name) << "\n\n";
+    page << heading << " " << anchor(anchorOf(type)) << escaped(type.name) << "\n\n";
     const Package& here = *type.package;
     std::string kind(kindOf(type));
     kind[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(kind[0])));

@@ -29,7 +29,7 @@ std::optional<std::int32_t> readSize(const ImportContext& context, Element size)
         const bool isTooLarge = *number.fault == Reason::outOfRange;
         context.refuse(size,
                        *number.fault,
-                       "The size " + quoted(size.text()) + " is no number of bits" +
+                       "The size " + bracketed(size.text()) + " is no number of bits" +
                            (isTooLarge ? " that an integer can have." : "."));
     }
     return number.value;
@@ -39,7 +39,7 @@ void reportInference(const ImportContext& context, Element baseType, const Encod
     const Element code = baseType.child(element::baseTypeEncoding);
     std::string text = code.text().empty()
                            ? std::string("The base type has no encoding")
-                           : "The encoding " + quoted(code.text()) + " is not a known code";
+                           : "The encoding " + bracketed(code.text()) + " is not a known code";
     text += "; the values are taken as ";
     text += encoding.isSigned ? "signed" : "unsigned";
     text += " integers.";

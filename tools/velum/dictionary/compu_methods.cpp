@@ -134,7 +134,7 @@ private:
         for (const auto& [limit, number] : {std::pair(lower, low), std::pair(upper, high)}) {
             if (number.fault) {
                 context_.refuseNumber(
-                    limit, *number.fault, "The limit " + quoted(limit.text()) + " is no number.");
+                    limit, *number.fault, "The limit " + bracketed(limit.text()) + " is no number.");
                 return;
             }
         }
@@ -146,7 +146,7 @@ private:
             std::abs(*low.value) > std::numeric_limits<std::int32_t>::max()) {
             context_.refuse(lower,
                             Reason::outOfRange,
-                            "The value " + quoted(lower.text()) +
+                            "The value " + bracketed(lower.text()) +
                                 " is none that a literal can have.");
             return;
         }
@@ -243,12 +243,12 @@ private:
             if (!number.value || !std::isfinite(*number.value)) {
                 context_.refuseNumber(v,
                                       number.fault.value_or(Reason::badNumber),
-                                      "The coefficient " + quoted(v.text()) + " is no number.");
+                                      "The coefficient " + bracketed(v.text()) + " is no number.");
                 return false;
             }
             if (number.isRounded) {
                 context_.note(
-                    v, Reason::outOfRange, "The number " + quoted(v.text()) + " is held rounded.");
+                    v, Reason::outOfRange, "The number " + bracketed(v.text()) + " is held rounded.");
             }
             numbers.push_back(*number.value);
             plan_.coefficientElements.push_back(v);

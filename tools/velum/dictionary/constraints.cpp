@@ -68,7 +68,7 @@ Constraints::Limit Constraints::readLimit(Element element) {
     const RealNumber number = readRealNumber(element.text());
     if (number.fault) {
         context_.refuseNumber(
-            element, *number.fault, "The limit " + quoted(element.text()) + " is no number.");
+            element, *number.fault, "The limit " + bracketed(element.text()) + " is no number.");
         return limit;
     }
     if (!std::isfinite(*number.value)) {
@@ -77,7 +77,7 @@ Constraints::Limit Constraints::readLimit(Element element) {
     if (number.isRounded) {
         context_.note(element,
                       Reason::outOfRange,
-                      "The number " + quoted(element.text()) + " is held rounded.");
+                      "The number " + bracketed(element.text()) + " is held rounded.");
     }
     limit.value = number.value;
     limit.isOpen = interval == "OPEN";

@@ -14,7 +14,7 @@ void addDimension(const ImportContext& context, const types::Matrix& matrix, Ele
         std::string_view name = constant.text();
         name.remove_prefix(name.rfind('/') + 1);
         context.find(
-            size, Reason::symbolic, "The size is the system constant " + quoted(name) + ".");
+            size, Reason::symbolic, "The size is the system constant " + bracketed(name) + ".");
         dimensions.push_back(QOB::Integer(0));
         context.account.consume(size);
         const auto names = matrix.getSymbolicDimensionses();
@@ -23,7 +23,7 @@ void addDimension(const ImportContext& context, const types::Matrix& matrix, Ele
         if (names.size() == before) {
             context.refuse(constant,
                            Reason::duplicateValue,
-                           "The constant " + quoted(name) + " is there already.");
+                           "The constant " + bracketed(name) + " is there already.");
         } else {
             context.account.consume(constant);
         }
@@ -37,7 +37,7 @@ void addDimension(const ImportContext& context, const types::Matrix& matrix, Ele
     }
     dimensions.push_back(QOB::Integer()); // keeps the place of the others
     context.refuse(
-        size, *number.fault, "The size " + quoted(size.text()) + " is no number of elements.");
+        size, *number.fault, "The size " + bracketed(size.text()) + " is no number of elements.");
 }
 
 } // namespace velum::dictionary

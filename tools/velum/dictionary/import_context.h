@@ -52,12 +52,12 @@ struct ImportContext {
     }
 };
 
-/// "(text)", as messages quote what a file says.
-inline std::string quoted(std::string_view text) {
-    std::string quoted = "(";
-    quoted += text;
-    quoted += ')';
-    return quoted;
+/// "(text)": what a file says, as messages show it.
+inline std::string bracketed(std::string_view text) {
+    std::string shown = "(";
+    shown += text;
+    shown += ')';
+    return shown;
 }
 
 } // namespace velum::dictionary

@@ -41,11 +41,11 @@ bool destFits(std::string_view dest, std::string_view kind) {
 
 std::string causeOf(const arxml::DocumentIndex::Resolution& resolution,
                     const arxml::Reference& reference) {
-    const std::string target = quoted(reference.target);
+    const std::string target = bracketed(reference.target);
     if (resolution.hasBase) {
         return "The target " + target + " is not in the files.";
     }
-    const std::string base = reference.base ? " " + quoted(*reference.base) : std::string();
+    const std::string base = reference.base ? " " + bracketed(*reference.base) : std::string();
     return "The reference base" + base + " of the target " + target + " is not declared.";
 }
 
@@ -108,7 +108,7 @@ Element References::target(Element reference, std::initializer_list<arxml::NameI
 bool References::isAccepted(Element reference,
                             Element target,
                             std::initializer_list<arxml::NameId> wanted) const {
-    const std::string text = quoted(reference.text());
+    const std::string text = bracketed(reference.text());
     if (!target || std::find(wanted.begin(), wanted.end(), target.name()) == wanted.end()) {
         context_.refuse(reference,
                         Reason::wrongTarget,
@@ -131,7 +131,7 @@ bool References::isAccepted(Element reference,
 void References::reportNoObject(Element reference, Element target) const {
     context_.refuse(reference,
                     Reason::dangling,
-                    "No object is made of the target " + quoted(context_.path(target)) + ".");
+                    "No object is made of the target " + bracketed(context_.path(target)) + ".");
 }
 
 } // namespace velum::dictionary

@@ -148,7 +148,7 @@ void TableBuilder::setPoints(const types::Axis& axis, Element individual) {
         context_.refuse(
             most,
             *points.fault,
-            "The number of points " + quoted(most.text()) +
+            "The number of points " + bracketed(most.text()) +
                 (isNumber ? " is none that an axis can have." : " is no whole number."));
         return;
     }
@@ -175,13 +175,13 @@ void TableBuilder::fillGrouped(const types::Axis& axis, Element grouped) {
     if (!shared.isValid()) {
         context_.refuse(reference,
                         Reason::wrongTarget,
-                        "The target " + quoted(context_.path(target)) + " is no axis.");
+                        "The target " + bracketed(context_.path(target)) + " is no axis.");
         return;
     }
     if (!hasOwnAxis(target)) {
         context_.refuse(reference,
                         Reason::dangling,
-                        "The shared axis " + quoted(context_.path(target)) +
+                        "The shared axis " + bracketed(context_.path(target)) +
                             " has no axis of its own.");
         return;
     }
@@ -204,7 +204,7 @@ types::PrimitiveType TableBuilder::primitiveAt(Element reference) {
     if (!primitive.isValid()) {
         context_.refuse(reference,
                         Reason::wrongTarget,
-                        "The target " + quoted(context_.path(target)) + " is no primitive type.");
+                        "The target " + bracketed(context_.path(target)) + " is no primitive type.");
         return {};
     }
     context_.account.consume(reference);

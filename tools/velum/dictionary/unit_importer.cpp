@@ -66,7 +66,7 @@ void UnitImporter::setExponents(const types::Dimension& dimension, Element eleme
             fault = number.fault.value_or(Reason::outOfRange);
             context_.find(exponent,
                           *fault,
-                          "The exponent " + quoted(exponent.text()) +
+                          "The exponent " + bracketed(exponent.text()) +
                               " is no whole number; no exponent of the dimension is held.");
         } else {
             exponents[i] = static_cast<std::int32_t>(value);
@@ -113,7 +113,7 @@ void UnitImporter::buildUnit(Element element) {
             if (parts.size() == before) {
                 context_.refuse(part,
                                 Reason::duplicateValue,
-                                "The text " + quoted(part.text()) + " is there already.");
+                                "The text " + bracketed(part.text()) + " is there already.");
             } else {
                 context_.account.consume(part);
             }
@@ -169,7 +169,7 @@ std::optional<double> UnitImporter::readConversion(Element number, double missin
     }
     context_.refuse(number,
                     read.fault.value_or(Reason::badNumber),
-                    "The text " + quoted(number.text()) + " is no number; it is taken as " +
+                    "The text " + bracketed(number.text()) + " is no number; it is taken as " +
                         numberText(missing) + ".");
     return std::nullopt;
 }

@@ -106,11 +106,11 @@ ValueSpecification ValueBuilder::makeNumber(Element value) {
         if (number.isRounded) {
             context_.note(written,
                           Reason::outOfRange,
-                          "The number " + quoted(written.text()) + " is held rounded.");
+                          "The number " + bracketed(written.text()) + " is held rounded.");
         }
     } else if (written) {
         context_.refuseNumber(
-            written, *number.fault, "The value " + quoted(written.text()) + " is no number.");
+            written, *number.fault, "The value " + bracketed(written.text()) + " is no number.");
     }
     return ValueSpecification(literal);
 }
@@ -265,7 +265,7 @@ void ValueBuilder::fillContent(const types::ApplicationValueSpecification& conte
             dimensions.push_back(QOB::Integer()); // keeps the place of the others
             context_.refuse(size,
                             *number.fault,
-                            "The size " + quoted(size.text()) + " is no number of values.");
+                            "The size " + bracketed(size.text()) + " is no number of values.");
         }
     }
     if (sizes.empty()) {

@@ -21,7 +21,7 @@ struct OwnsStereotypes {
     template <class Impl>
     static void collect(Impl* object, Deviant deviant, std::vector<ClassObject>& found) {
         if (object->readState(deviant)->hasAppliedStereotypeInstances(deviant)) {
-            internal::appendStereotypeInstances(object->classObject(), deviant, found);
+            QOB::internal::appendStereotypeInstances(object->classObject(), deviant, found);
         }
     }
     template <class Impl>
@@ -209,7 +209,7 @@ template <class Contained, class Impl>
 void discard(Impl* object, Deviant deviant, bool detach) {
     DeviationsBase::EndingPhase const phase(*object);
     if (phase.isFirst() && object->deviant_isValid(deviant)) {
-        internal::discard(
+        QOB::internal::discard(
             object->classObject(), deviant, detach, Contained::collect(object, deviant));
     }
 }

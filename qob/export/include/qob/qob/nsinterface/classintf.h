@@ -54,7 +54,7 @@ public:
     virtual void internal_bind(ClassBinding const& binding);
     virtual ClassBinding internal_binding() const;
     /// The properties of the class and of its supers, by name and by record; up to date.
-    virtual internal::PropertyIndex const& internal_propertyIndex() const;
+    virtual QOB::internal::PropertyIndex const& internal_propertyIndex() const;
 
     void
     internal_deviationAssign(Deviant deviant, ObjectIntf* source, Deviant sourceDeviant) override;
