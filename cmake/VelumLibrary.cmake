@@ -3,7 +3,8 @@
 #     EXPORT_MACRO <macro>        defined while the library itself is compiled
 #     DESCRIPTION <sentence>      one line for users of pkg-config
 #     INCLUDE_DIRS <dir>...       public include trees, installed as they stand
-#     SOURCES <file>...
+#     SOURCES <file>...           written by hand
+#     GENERATED <file>...         written by the generator
 #     PUBLIC_LINK <target>...     PRIVATE_LINK <target>...
 #     PRECOMPILE <header>...)     headers that most of the sources include
 #
@@ -12,8 +13,12 @@
 function(velum_add_library target)
     cmake_parse_arguments(
         ARG "" "EXPORT_NAME;EXPORT_MACRO;DESCRIPTION"
-        "INCLUDE_DIRS;SOURCES;PUBLIC_LINK;PRIVATE_LINK;PRECOMPILE" ${ARGN})
-    add_library(${target} SHARED ${ARG_SOURCES})
+        "INCLUDE_DIRS;SOURCES;GENERATED;PUBLIC_LINK;PRIVATE_LINK;PRECOMPILE" ${ARGN})
+    add_library(${target} SHARED ${ARG_SOURCES} ${ARG_GENERATED})
+    velum_unite(${target} MOST 8 SOURCES ${ARG_SOURCES})
+    if(ARG_GENERATED)
+        velum_unite(${target} MOST 36 SOURCES ${ARG_GENERATED})
+    endif()
     add_library(velum::${ARG_EXPORT_NAME} ALIAS ${target})
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_compile_definitions(${target} PRIVATE ${ARG_EXPORT_MACRO})
@@ -64,6 +69,30 @@ function(velum_add_library target)
             DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 endfunction()
 
+# velum_unite(<target> MOST <count> [SOURCES <file>...])
+#
+# Compiles sources of a target, all unless named, in units of up to that many neighbours in the list, so
+# that the headers they share are read once a unit. Files with flags of their own are compiled alone; with
+# VELUM_UNITY_BUILD off, all are.
+function(velum_unite target)
+    cmake_parse_arguments(ARG "" "MOST" "SOURCES" ${ARGN})
+    if(NOT VELUM_UNITY_BUILD)
+        return()
+    endif()
+    if(NOT ARG_SOURCES)
+        get_target_property(ARG_SOURCES ${target} SOURCES)
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    # Within a unit g++ takes a source for a header, whose unnamed namespaces would be a fault.
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    set(count 0)
+    foreach(source IN LISTS ARG_SOURCES)
+        math(EXPR unit "${count} / ${ARG_MOST}")
+        math(EXPR count "${count} + 1")
+        set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${ARG_MOST}_${unit}")
+    endforeach()
+endfunction()
+
 # velum_precompile(<target> <header>...)
 #
 # Precompiles headers for a target, unless the build says not to.
@@ -75,12 +104,16 @@ endfunction()
 
 # velum_add_test(<target> LINK <target>... SOURCES <file>...)
 #
-# One GoogleTest program; each of its cases becomes a CTest test. Sees tests/ for "support/...".
+# One GoogleTest program; each of its cases becomes a CTest test. Sees tests/ for "support/...". Its own
+# code is optimised little: it is compiled more often than it runs.
 function(velum_add_test target)
     cmake_parse_arguments(ARG "" "" "LINK;SOURCES" ${ARGN})
     add_executable(${target} ${ARG_SOURCES})
     target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${target} PRIVATE velum_build_flags ${ARG_LINK} GTest::gtest_main)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+    list(FILTER ARG_SOURCES EXCLUDE REGEX "TARGET_OBJECTS")
+    velum_unite(${target} MOST 4 SOURCES ${ARG_SOURCES})
     list(LENGTH ARG_SOURCES count)
     if(count GREATER 3) # with fewer files the header costs more than it saves
         velum_precompile(${target} <gtest/gtest.h>)
