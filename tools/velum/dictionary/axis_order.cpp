@@ -26,7 +26,8 @@ std::vector<Element> inAxisOrder(const ImportContext& context, Element set, arxm
             } else {
                 context.refuse(index,
                                *number.fault,
-                               "The axis index " + bracketed(index.text()) + " is no whole number.");
+                               "The axis index " + bracketed(index.text()) +
+                                   " is no whole number.");
             }
         }
         axes.emplace_back(place, axis);

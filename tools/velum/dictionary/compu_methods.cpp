@@ -133,8 +133,9 @@ private:
         const RealNumber high = readRealNumber(upper.text());
         for (const auto& [limit, number] : {std::pair(lower, low), std::pair(upper, high)}) {
             if (number.fault) {
-                context_.refuseNumber(
-                    limit, *number.fault, "The limit " + bracketed(limit.text()) + " is no number.");
+                context_.refuseNumber(limit,
+                                      *number.fault,
+                                      "The limit " + bracketed(limit.text()) + " is no number.");
                 return;
             }
         }
@@ -247,8 +248,9 @@ private:
                 return false;
             }
             if (number.isRounded) {
-                context_.note(
-                    v, Reason::outOfRange, "The number " + bracketed(v.text()) + " is held rounded.");
+                context_.note(v,
+                              Reason::outOfRange,
+                              "The number " + bracketed(v.text()) + " is held rounded.");
             }
             numbers.push_back(*number.value);
             plan_.coefficientElements.push_back(v);

@@ -204,7 +204,8 @@ types::PrimitiveType TableBuilder::primitiveAt(Element reference) {
     if (!primitive.isValid()) {
         context_.refuse(reference,
                         Reason::wrongTarget,
-                        "The target " + bracketed(context_.path(target)) + " is no primitive type.");
+                        "The target " + bracketed(context_.path(target)) +
+                            " is no primitive type.");
         return {};
     }
     context_.account.consume(reference);
