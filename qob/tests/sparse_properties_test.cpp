@@ -207,6 +207,39 @@ TEST_F(SparseProperties, StereotypesAreContainedAtBothEnds) {
     EXPECT_EQ(namesOf(object.getAppliedStereotypeInstances()), "bold ");
 }
 
+TEST_F(SparseProperties, StereotypesOfThemselvesAndOfEachOtherEnd) {
+    for (int length = 1; length != 4; ++length) {
+        std::vector<StereotypeObject> ring;
+        for (int i = 0; i != length; ++i) {
+            ring.push_back(StereotypeObject::create(model, "ring"));
+        }
+        for (int i = 0; i != length; ++i) {
+            ring[static_cast<std::size_t>(i)].getAppliedStereotypeInstances().push_back(
+                ring[static_cast<std::size_t>((i + 1) % length)]);
+        }
+        EXPECT_EQ(ring.front().getContainerQOB(), ClassObject(ring.back()));
+        QOB::Model const inBranch = branch();
+        in(inBranch.getDeviant(), ring.back()).destroy();
+        for (StereotypeObject const& each : ring) {
+            EXPECT_TRUE(each.isValid());
+            EXPECT_FALSE(in(inBranch.getDeviant(), each).isValid());
+        }
+        model.mergeDeviant(inBranch.getDeviant());
+        for (StereotypeObject const& each : ring) {
+            EXPECT_FALSE(each.isValid());
+        }
+    }
+    // Applied to the element of a metamodel that is applied to it.
+    QOB::Package const package = QOB::Package::create(model, "package");
+    QOB::Package const outer = QOB::Package::create(model, "outer");
+    package.setParent(outer);
+    StereotypeObject const tag = StereotypeObject::create(model, "tag");
+    outer.getAppliedStereotypeInstances().push_back(tag);
+    package.getAppliedStereotypeInstances().push_back(tag);
+    outer.destroy();
+    EXPECT_FALSE(tag.isValid());
+}
+
 TEST_F(SparseProperties, ToolInfosAreFoundByTheirKey) {
     object.setExternalToolInfo({"first", "one"});
     EXPECT_EQ(object.getExternalToolInfos().size(), 2);

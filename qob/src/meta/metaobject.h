@@ -39,12 +39,16 @@ public:
     }
 
     void internal_disconnect(Deviant deviant) override {
-        for (ClassObject const& each : contained(deviant)) {
-            each->internal_disconnect(deviant);
+        DeviationsBase::EndingPhase const phase(*this);
+        if (phase.isFirst()) {
+            for (ClassObject const& each : contained(deviant)) {
+                each->internal_disconnect(deviant);
+            }
         }
     }
     void internal_discard(Deviant deviant, bool detach) override {
-        if (!this->deviant_isValid(deviant)) {
+        DeviationsBase::EndingPhase const phase(*this);
+        if (!phase.isFirst() || !this->deviant_isValid(deviant)) {
             return;
         }
         std::vector<ClassObject> const parts = contained(deviant);

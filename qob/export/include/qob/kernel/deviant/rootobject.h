@@ -52,12 +52,18 @@ public:
     }
 
     void internal_disconnect(Deviant deviant) override {
-        for (ClassObject const& each : stereotypes(deviant)) {
-            each->internal_disconnect(deviant);
+        DeviationsBase::EndingPhase const phase(*this);
+        if (phase.isFirst()) {
+            for (ClassObject const& each : stereotypes(deviant)) {
+                each->internal_disconnect(deviant);
+            }
         }
     }
     void internal_discard(Deviant deviant, bool detach) override {
-        internal::discard(this->owner_, deviant, detach, stereotypes(deviant));
+        DeviationsBase::EndingPhase const phase(*this);
+        if (phase.isFirst()) {
+            internal::discard(this->owner_, deviant, detach, stereotypes(deviant));
+        }
     }
     void destroy(Deviant deviant) override {
         deviant.assertWritable(this->owner_);
