@@ -303,11 +303,14 @@ void ModelImpl::mergeDeviant(Deviant deviant, Deviant source) {
     Transaction transaction(Model(this, deviant));
     deviant.assertWritable(this); // the assignments below would skip what can't be written
     std::vector<Change> const changes = changesBetween(sourceData, deviant);
+    ReferenceStorage const& rootObjects = readState(source)->fields_.rootObjects.storage();
     for (Change const& change : changes) {
         if (change.kind == Change::BringIn) {
             deviant.markObjectCreated(change.object.get());
             change.object->internal_createDeviation(deviant);
-            internal_addRootObject(deviant, change.object.get());
+            if (rootObjects.contains(change.object.get())) { // a factory is none
+                internal_addRootObject(deviant, change.object.get());
+            }
         }
     }
     for (Change const& change : changes) {

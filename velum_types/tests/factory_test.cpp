@@ -1,3 +1,4 @@
+#include "qob/qob/transaction.h"
 #include "velum_types/types.h"
 #include "velum_types/zorvane/metamodel/types/nsimplementation/zorvanemetamodeltypesfactoryimpl.h"
 
@@ -37,6 +38,40 @@ TEST_F(FactoryTest, MadeInABranchKeepsItsStateThere) {
     EXPECT_TRUE(factory.isValid());
     EXPECT_EQ(factory->getRootDeviant(), model.getDeviant());
     EXPECT_FALSE(types::Factory(factory.get(), model.getDeviant()).isValid());
+}
+
+TEST_F(FactoryTest, MadeInATransactionGoesWithIt) {
+    for (QOB::Deviant const& deviant : {model.getDeviant(), model.createDeviant()}) {
+        QOB::Model const there = model.inDeviant(deviant);
+        types::Factory gone;
+        {
+            QOB::Transaction const transaction(there);
+            gone = factoryIn(deviant);
+            EXPECT_TRUE(gone.isValid());
+        }
+        EXPECT_FALSE(gone.isValid());
+        there.setUndoEnabled(true);
+        QOB::Transaction transaction(there);
+        types::Factory const undone = factoryIn(deviant);
+        transaction.commit();
+        EXPECT_TRUE(there.undo());
+        EXPECT_FALSE(undone.isValid());
+        EXPECT_TRUE(there.redo());
+        EXPECT_TRUE(undone.isValid());
+        there.setUndoEnabled(false);
+    }
+}
+
+TEST_F(FactoryTest, IsNoRootObjectAfterAMerge) {
+    QOB::Deviant const branch = model.createDeviant();
+    types::Factory const factory = factoryIn(branch);
+    types::Integer const made = factory.createInteger("made");
+    model.mergeDeviant(branch);
+    types::Factory const merged(factory.get(), model.getDeviant());
+    EXPECT_TRUE(merged.isValid());
+    EXPECT_EQ(model.getRootObjects().size(), 1);
+    EXPECT_TRUE(types::Integer(made.get(), model.getDeviant()).isValid());
+    EXPECT_TRUE(merged.createInteger().isValid());
 }
 
 TEST_F(FactoryTest, MakesObjectsByClass) {

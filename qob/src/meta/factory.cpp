@@ -96,6 +96,7 @@ FactoryImpl::FactoryImpl(Model const& model) {
     IntegerIncDec const guard(&count());
     Deviant const deviant = model.getDeviant();
     enterModel(deviant);
+    deviant.markObjectCreated(classObject());
     internal_createDeviation(deviant);
     setOnlyModelQOB(deviant, model);
     setOnlyContainerQOB(deviant, model);

@@ -91,6 +91,7 @@ FactoryImpl::FactoryImpl(QOB::Model model) {
     objectId_ = QOB::Integer();
     QOB::Deviant const deviant = model.getDeviant();
     enterModel(deviant);
+    deviant.markObjectCreated(classObject());
     bool const previous = QOB::DeviantAssertions::enableAssertions(false);
     setStateOf(deviant, untyped(new FactoryDeviantImpl));
     fillCreators();
