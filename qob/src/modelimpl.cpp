@@ -5,6 +5,7 @@
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
 #include "qob/kernel/meta/metaclassof.h"
 #include "qob/kernel/property/mandatoryvalue.h"
+#include "qob/kernel/property/multivalued.h"
 #include "qob/kernel/property/reflective.h"
 #include "qob/qob/modelcache.h"
 #include "qob/qob/transaction.h"
@@ -51,6 +52,30 @@ void ModelIntf::setUri(Deviant deviant, String const& uri) {
 }
 String ModelIntf::getUri(Deviant deviant) const {
     return property::get<&ModelIntf::getUri>(this, deviant);
+}
+
+// A state has only what lies in the model; stereotypes are elsewhere.
+
+Sequence<ClassObject> ModelIntf::internal_ownContainees(Deviant deviant) {
+    return property::elementsWithOwner<ClassObject>(this,
+                                                    deviant,
+                                                    ClassObjectIntf::sIntrospectiveMethods,
+                                                    ContaineeQOBId,
+                                                    ClassObjectIntf::sIntrospectiveMethods,
+                                                    ContainerQOBId);
+}
+
+Sequence<ClassObject> ModelIntf::getContaineeQOBs(Deviant deviant) {
+    return SequenceCombination<ClassObject>(deviant, 2)
+        .add(getAppliedStereotypeInstances(deviant))
+        .add(internal_ownContainees(deviant));
+}
+
+Sequence<ClassObject> ModelIntf::getContaineeQOBsWithoutAssociation(Deviant deviant) const {
+    return SequenceCombination<ClassObject>(deviant, 2)
+        .add(const_cast<ModelIntf*>(this)->getAppliedStereotypeInstancesWithoutAssociation(deviant))
+        .add(property::elements<ClassObject>(
+            this, deviant, ClassObjectIntf::sIntrospectiveMethods, ContaineeQOBId));
 }
 
 Sequence<ClassObject> ModelIntf::getRootObjects(Deviant deviant) {

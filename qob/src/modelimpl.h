@@ -17,6 +17,8 @@ public:
         String uri;
         /// The model's objects in order of creation; each is counted.
         MultiIndexImpl<ClassObject> rootObjects;
+        /// What lies in the model itself.
+        MultiIndexImpl<ClassObject> containees;
     };
 
     bool hasUri(Deviant) const override { return fields_.uri.isValid(); }
@@ -28,6 +30,12 @@ public:
     }
     Sequence<ClassObject> getRootObjectsWithoutAssociation(Deviant deviant) const override {
         return {const_cast<MultiIndexImpl<ClassObject>*>(&fields_.rootObjects), deviant};
+    }
+    Sequence<ClassObject> getContaineeQOBs(Deviant deviant) override {
+        return {&fields_.containees, deviant};
+    }
+    Sequence<ClassObject> getContaineeQOBsWithoutAssociation(Deviant deviant) const override {
+        return {const_cast<MultiIndexImpl<ClassObject>*>(&fields_.containees), deviant};
     }
     void internal_addRootObject(Deviant, NSInterface::ClassObjectIntf* object) override {
         fields_.rootObjects.storage().push_back(object);

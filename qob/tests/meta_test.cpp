@@ -2,6 +2,7 @@
 #include "names.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/factory.h"
+#include "qob/qob/property.h"
 #include "qob/qob/typeinforegistry.h"
 
 #include <string>
@@ -103,6 +104,62 @@ TEST_F(MetaElements, APackageHasTheUriThatItWasGivenAndNoOther) {
     outer.removeUri();
     EXPECT_FALSE(outer.hasUri());
     EXPECT_TRUE(size.hasUri()); // of its model and its id
+}
+
+TEST_F(MetaElements, APackageWithoutAParentMayLieInItsModel) {
+    QOB::ClassObject const whole(model);
+    auto const containees = [&](Deviant deviant) {
+        std::string text;
+        for (QOB::ClassObject const& each : in(deviant, model).getContaineeQOBs()) {
+            text += std::string(Package(each).getName().view()) + " ";
+        }
+        return text;
+    };
+    Deviant const root = model.getDeviant();
+    outer.setContainerQOB(whole);
+    outer.setContainerQOB(whole);
+    EXPECT_EQ(containees(root), "outer ");
+    EXPECT_EQ(outer.getContainerQOB(), whole);
+    EXPECT_FALSE(outer.hasParent());
+    outer.removeParent(); // it has none
+    inner.setContainerQOB(whole);
+    EXPECT_EQ(containees(root), "outer inner ");
+    EXPECT_TRUE(outer.getNestedPackages().empty());
+    outer.setParent(inner);
+    EXPECT_EQ(containees(root), "inner ");
+    EXPECT_EQ(outer.getParent(), inner);
+    outer.removeContainerQOB();
+    EXPECT_EQ(containees(root) + namesOf(inner.getNestedPackages()), "inner ");
+
+    Deviant const branch = model.createDeviant();
+    in(branch, inner).removeContainerQOB();
+    in(branch, outer).setContainerQOB(whole);
+    Package::create(model.inDeviant(branch), "new").setContainerQOB(model.inDeviant(branch));
+    EXPECT_EQ(containees(root), "inner ");
+    EXPECT_EQ(containees(branch), "outer new ");
+    model.mergeDeviant(branch);
+    EXPECT_EQ(containees(root), "outer new ");
+    outer.destroy();
+    EXPECT_EQ(containees(root), "new ");
+
+    QOB::Model const stranger = QOB::NSInterface::FactoryIntf::createNewModel();
+    EXPECT_EQ(messageOf([&] { inner.setContainerQOB(stranger); }),
+              "Cross-model bi-directional associations are currently disallowed!");
+    stranger.destroy();
+}
+
+TEST_F(MetaElements, WhatHasNoOwnerLosesNone) {
+    size.removePackage();
+    size.removePackage();
+    size.removeContainerQOB();
+    bit.removeEnumeration();
+    bit.removeContainerQOB();
+    outer.removeContainerQOB();
+    QOB::Property const property = QOB::Property::create(model, "property");
+    property.removeOwningClass();
+    EXPECT_EQ(namesOf(outer.getOwnedTypes()), "unit");
+    EXPECT_EQ(namesOf(unit.getOwnedLiterals()), "byte");
+    EXPECT_FALSE(property.hasContainerQOB());
 }
 
 TEST_F(MetaElements, DestructionTakesWhatIsOwnedAlongAndLeavesTheOwner) {

@@ -84,8 +84,10 @@ bool EnumerationLiteralIntf::hasEnumeration(Deviant deviant) const {
     return getEnumeration(deviant).isValid();
 }
 void EnumerationLiteralIntf::removeEnumeration(Deviant deviant) {
-    property::removeOwner<&EnumerationIntf::getOwnedLiteralsWithoutAssociation, Enumeration>(
-        this, deviant);
+    if (hasEnumeration(deviant)) {
+        property::removeOwner<&EnumerationIntf::getOwnedLiteralsWithoutAssociation, Enumeration>(
+            this, deviant);
+    }
 }
 void EnumerationLiteralIntf::setEnumeration(Deviant deviant, Enumeration const& enumeration) {
     property::setOwner<&EnumerationIntf::getOwnedLiteralsWithoutAssociation,

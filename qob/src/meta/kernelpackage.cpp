@@ -93,6 +93,7 @@ constinit SuperReference const belowClassObject[2] = {
 
 void createKernelPackage(Factory const& factory) {
     Package const package = factory.createPackage("QOB");
+    package.setContainerQOB(ClassObject(package.getModelQOB()));
     package.setUri(DomainRegistry::canonicalUri("QOB"));
     for (KernelDataType* const each : dataTypes) {
         DataType const type = factory.createDataType(each->name);

@@ -8,6 +8,7 @@
 #include "qob/kernel/property/optionalvalue.h"
 #include "qob/kernel/property/ownerend.h"
 #include "qob/kernel/property/reflective.h"
+#include "qob/qob/model.h"
 #include "qob/qob/type.h"
 
 #include <array>
@@ -64,6 +65,18 @@ void requireOutside(PackageIntf const* package, Deviant deviant, Package const& 
     }
 }
 
+/// Puts the package directly in its model.
+void setContainingModel(PackageIntf* package, Deviant deviant, Model const& model) {
+    property::requireSameModel(deviant,
+                               model,
+                               NSInterface::ClassObjectIntf::sIntrospectiveMethods,
+                               PackageIntf::ContainerQOBId);
+    if (package->getContainerQOB(deviant) != ClassObject(model)) {
+        package->removeContainerQOB(deviant);
+        model->internal_ownContainees(deviant).push_back(ClassObject(package, deviant));
+    }
+}
+
 } // namespace
 
 namespace NSInterface {
@@ -93,8 +106,10 @@ bool PackageIntf::hasParent(Deviant deviant) const {
     return getParent(deviant).isValid();
 }
 void PackageIntf::removeParent(Deviant deviant) {
-    property::removeOwner<&PackageIntf::getNestedPackagesWithoutAssociation, Package>(this,
-                                                                                      deviant);
+    if (hasParent(deviant)) {
+        property::removeOwner<&PackageIntf::getNestedPackagesWithoutAssociation, Package>(this,
+                                                                                          deviant);
+    }
 }
 void PackageIntf::setParent(Deviant deviant, Package const& parent) {
     requireOutside(this, deviant, parent);
@@ -139,13 +154,22 @@ Sequence<Type> PackageIntf::getOwnedTypesWithoutAssociation(Deviant deviant) {
 }
 
 void PackageIntf::setContainerQOB(Deviant deviant, ClassObject const& container) {
-    Package const parent(container);
-    QOB_REQUIRE(parent.isValid() || !container.isValid(),
-                "The container of a package is a package.");
-    setParent(deviant, parent);
+    if (!container.isValid()) {
+        removeContainerQOB(deviant);
+    } else if (Model const model(container); model.isValid()) {
+        setContainingModel(this, deviant, model);
+    } else {
+        Package const parent(container);
+        QOB_REQUIRE(parent.isValid(), "The container of a package is a package or its model.");
+        setParent(deviant, parent);
+    }
 }
 void PackageIntf::removeContainerQOB(Deviant deviant) {
-    removeParent(deviant);
+    if (hasParent(deviant)) {
+        removeParent(deviant);
+    } else {
+        ClassObjectIntf::removeContainerQOB(deviant);
+    }
 }
 
 void PackageIntf::internal_deviationAssign(Deviant deviant,
@@ -173,7 +197,10 @@ bool TypeIntf::hasPackage(Deviant deviant) const {
     return getPackage(deviant).isValid();
 }
 void TypeIntf::removePackage(Deviant deviant) {
-    property::removeOwner<&PackageIntf::getOwnedTypesWithoutAssociation, Package>(this, deviant);
+    if (hasPackage(deviant)) {
+        property::removeOwner<&PackageIntf::getOwnedTypesWithoutAssociation, Package>(this,
+                                                                                      deviant);
+    }
 }
 void TypeIntf::setPackage(Deviant deviant, Package const& package) {
     property::setOwner<&PackageIntf::getOwnedTypesWithoutAssociation, &TypeIntf::setOnlyPackage>(

@@ -92,7 +92,10 @@ bool PropertyIntf::hasOwningClass(Deviant deviant) const {
     return getOwningClass(deviant).isValid();
 }
 void PropertyIntf::removeOwningClass(Deviant deviant) {
-    property::removeOwner<&ClassIntf::getOwnedAttributesWithoutAssociation, Class>(this, deviant);
+    if (hasOwningClass(deviant)) {
+        property::removeOwner<&ClassIntf::getOwnedAttributesWithoutAssociation, Class>(this,
+                                                                                       deviant);
+    }
 }
 void PropertyIntf::setOwningClass(Deviant deviant, Class const& owner) {
     property::setOwner<&ClassIntf::getOwnedAttributesWithoutAssociation,

@@ -27,6 +27,9 @@ public:
     void removeUri(Deviant deviant) override;
     void setUri(Deviant deviant, String const& uri) override;
     String getUri(Deviant deviant) const override;
+    /// The stereotypes that are applied to the model, and what lies in it and in no other object.
+    Sequence<ClassObject> getContaineeQOBs(Deviant deviant) override;
+    Sequence<ClassObject> getContaineeQOBsWithoutAssociation(Deviant deviant) const override;
     void
     internal_deviationAssign(Deviant deviant, ObjectIntf* source, Deviant sourceDeviant) override;
 
@@ -68,6 +71,9 @@ public:
     virtual ModelIntf* getReadDeviantI(Deviant deviant, ModelIntf const* tag) const;
     virtual ModelIntf* getWriteDeviantI(Deviant deviant, ModelIntf const* tag) const;
 
+    /// What lies in the model and in no other object, such as a package without a parent. Whatever
+    /// is pushed has the model as its container from then on.
+    Sequence<ClassObject> internal_ownContainees(Deviant deviant);
     /// Puts a new object at the end of the list of the model's objects; the quick form of a push
     /// through the list's view.
     virtual void internal_addRootObject(Deviant deviant, ClassObjectIntf* object);

@@ -39,7 +39,8 @@ public:
     virtual Sequence<Type> getOwnedTypes(Deviant deviant);
     virtual Sequence<Type> getOwnedTypesWithoutAssociation(Deviant deviant);
 
-    /// The container of a package is its parent: a set of another object raises QOB::Exception.
+    /// The container of a package is its parent, or its model if it has none: a set of another
+    /// object raises QOB::Exception.
     void setContainerQOB(Deviant deviant, ClassObject const& container) override;
     void removeContainerQOB(Deviant deviant) override;
     void
