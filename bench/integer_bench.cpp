@@ -17,7 +17,7 @@ using benchmark::State;
 /// A model that ends with its scope.
 class Scope {
 public:
-    Scope() : model(types::NSInterface::FactoryIntf::createNewModel()) {}
+    Scope() : model((types::initialize(), types::NSInterface::FactoryIntf::createNewModel())) {}
     Scope(Scope const&) = delete;
     Scope& operator=(Scope const&) = delete;
     ~Scope() { model.destroy(); }

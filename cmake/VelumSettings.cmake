@@ -47,6 +47,8 @@ target_compile_options(
         # g++ 12 sees an overlap or an overflow in "literal" + std::string (its bug 105651).
         $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
         $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-stringop-overflow>
+        # A library with symbols that are unique in the process is never unloaded.
+        $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
         $<$<BOOL:${VELUM_WARNINGS_AS_ERRORS}>:-Werror>
         # The last that fits wins: from the widest folder to the narrowest.
         -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=

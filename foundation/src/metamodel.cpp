@@ -38,6 +38,7 @@ MetaPackages& metaPackages() {
         QOB::Transaction transaction(model);
         QOB::Package const zorvane = createPackage(registry.getMetaRegistryFactory(), "Zorvane");
         QOB::Package const domains = createPackage(registry.getMetaRegistryFactory(), "metamodel");
+        zorvane.setContainerQOB(QOB::ClassObject(model));
         domains.setParent(zorvane);
         packages.zorvane = QOB::CountedPointer(zorvane.get());
         packages.metamodel = QOB::CountedPointer(domains.get());

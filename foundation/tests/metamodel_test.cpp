@@ -1,10 +1,12 @@
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/transaction.h"
 #include "velum_foundation/zorvane/metamodel.h"
+#include "velum_foundation/zorvane/metamodel/foundation/nsinterface/zorvanemetamodelfoundationelementintf.h"
 
 #include <gtest/gtest.h>
 
 using QOB::Package;
+using Zorvane::metamodel::foundation::NSInterface::ElementIntf;
 using Zorvane::metamodel::NSImplementation::staticGetMetamodelMetaPackage;
 using Zorvane::NSImplementation::staticGetZorvaneMetaModel;
 
@@ -32,8 +34,10 @@ TEST(Metamodel, IsMadeOnceAndAgainWhenItIsGone) {
     {
         QOB::Transaction const forgotten(registry());
         EXPECT_TRUE(staticGetZorvaneMetaModel(registry()).isValid());
+        EXPECT_NE(ElementIntf::sIntrospectiveMethods.meta, nullptr);
     }
     EXPECT_EQ(packagesOf(registry()), 0);
+    EXPECT_EQ(ElementIntf::sIntrospectiveMethods.meta, nullptr);
     Package const product = staticGetZorvaneMetaModel(registry());
     ASSERT_TRUE(product.isValid());
     EXPECT_EQ(staticGetZorvaneMetaModel(registry()), product);
@@ -50,6 +54,7 @@ TEST(Metamodel, ItsPackageLiesWithinTheProducts) {
     EXPECT_EQ(metamodel.getUri(), QOB::String("qob://metamodels/metamodel"));
     EXPECT_EQ(metamodel.getParent(), product);
     EXPECT_EQ(product.getModelQOB(), registry());
+    EXPECT_TRUE(registry().getContaineeQOBs().contains(product));
     EXPECT_FALSE(product.hasParent());
 }
 

@@ -32,6 +32,10 @@ class Package:
     # The class type that stands for the domain of its classes in visitors, and where it stands.
     visitation_domain: str = ""
     visitation_header: str = ""
+    # The class type whose `moduleObjects()` own the tables of its classes, and where it stands; the
+    # domain if the package's library declares that one itself.
+    module: str = ""
+    module_header: str = ""
     # Where the package stands in the registry: the function that gives the package around it, and
     # its header. Without one, the package is not made live.
     registry_parent: str = ""

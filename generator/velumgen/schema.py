@@ -62,6 +62,8 @@ PACKAGE = {
     "names_handles": Key(SWITCH),
     "visitation_domain": Key(TEXT),
     "visitation_header": Key(TEXT),
+    "module": Key(TEXT),
+    "module_header": Key(TEXT),
     "registry_parent": Key(TEXT),
     "registry_parent_header": Key(TEXT),
     "const_views": Key(SWITCH),

@@ -40,8 +40,8 @@ def named_types(cls: MetaClass) -> Iterator[Type]:
         yield from (each.owner for each in others)
 
 
-def description(prop: Property, redefined: str, subsetted: str) -> list[str]:
-    """The record of one property, by the names of its fields and in their order."""
+def description(prop: Property) -> list[str]:
+    """The record of one property but for its lists, by the names of its fields and in their order."""
     fields: list[tuple[str, Optional[str]]] = [
         ("name", names.cpp_string(prop.name)),
         ("package", f"&{prop.type.package.function}"),
@@ -54,12 +54,18 @@ def description(prop: Property, redefined: str, subsetted: str) -> list[str]:
         ("upper", f"{prop.upper:#x}" if prop.upper == UNBOUNDED else str(prop.upper)),
         ("id", str(prop.id)),
         *_association(prop),
-        ("redefinedCount", str(len(prop.redefines))),
-        ("redefined", redefined),
-        ("subsettedCount", str(len(prop.subsets))),
-        ("subsetted", subsetted),
     ]
     return [f".{name} = {value}" for name, value in fields if value is not None]
+
+
+def lists(prop: Property, redefined: str, subsetted: str) -> list[str]:
+    """The last fields of the record: what the property redefines and subsets."""
+    return [
+        f".redefinedCount = {len(prop.redefines)}",
+        f".redefined = {redefined}",
+        f".subsettedCount = {len(prop.subsets)}",
+        f".subsetted = {subsetted}",
+    ]
 
 
 def _association(prop: Property) -> Iterator[tuple[str, Optional[str]]]:

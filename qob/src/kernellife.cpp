@@ -7,6 +7,7 @@
 #include "qob/qob/initialize.h"
 #include "qob/qob/log.h"
 #include "qob/qob/modelcache.h"
+#include "remnants.h"
 
 #include <array>
 #include <cstdarg>
@@ -35,7 +36,13 @@ struct KernelLife {
     }
     static void makeRegistry() {
         registry = new DomainRegistry();
-        internal::createKernelPackage(registry->getMetaRegistryFactory());
+        try {
+            internal::createKernelPackage(registry->getMetaRegistryFactory());
+        } catch (...) {
+            internal::forgetKernelPackage();
+            delete std::exchange(registry, nullptr);
+            throw;
+        }
     }
 };
 
@@ -61,6 +68,12 @@ bool initialize() {
 
 void endModels() noexcept {
     internal::ModelCore::endAll(registry != nullptr ? registry->getMetaRegistry().get() : nullptr);
+}
+
+void internal::forgetKeptParts() noexcept {
+    if (registry != nullptr) {
+        ModelCore::of(registry->getMetaRegistry().getDeviant()).forgetParts();
+    }
 }
 
 DomainRegistry* DomainRegistry::instance() {

@@ -1,6 +1,7 @@
 #include "modelcore.h"
 
 #include "qob/qob/assert.h"
+#include "remnants.h"
 
 #include <climits>
 
@@ -105,7 +106,16 @@ void Step::release() {
         internal::release(counted(saved.object));
     }
     referred.clear();
+    parts.clear();
 }
+
+namespace {
+void exchangeBackwards(std::vector<std::unique_ptr<StepPart>> const& parts) noexcept {
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        (*part)->exchange();
+    }
+}
+} // namespace
 
 // DeviantData ----------------------------------------------------------------------------------
 
@@ -208,6 +218,23 @@ void DeviantData::markCreated(ClassObjectIntf const* object) {
     }
 }
 
+void DeviantData::keep(std::unique_ptr<StepPart> part) {
+    if (open_ != nullptr) {
+        open_->record.parts.push_back(std::move(part));
+    }
+}
+
+void DeviantData::forgetParts() noexcept {
+    for (auto* const steps : {&undo_, &redo_}) {
+        for (Step& step : *steps) {
+            step.parts.clear();
+        }
+    }
+    if (open_ != nullptr) {
+        open_->record.parts.clear();
+    }
+}
+
 std::uint64_t DeviantData::begin() {
     if (open_ != nullptr) {
         ++open_->depth;
@@ -254,6 +281,7 @@ void DeviantData::rollback() noexcept {
     for (ReferredChange const& change : record.referred) {
         applyReferred({change.otherRoot, -change.change});
     }
+    exchangeBackwards(record.parts);
     Step step = std::move(record);
     closeTransaction();
     step.release();
@@ -329,8 +357,10 @@ bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
         change.change = -change.change;
         applyReferred(change);
     }
+    exchangeBackwards(step.parts);
     // What is undone from the last write to the first is redone from the first to the last.
     std::reverse(step.states.begin(), step.states.end());
+    std::reverse(step.parts.begin(), step.parts.end());
     to.push_back(std::move(step));
     from.pop_back();
     if (&to == &undo_) {
@@ -441,6 +471,12 @@ void ModelCore::endAll(ClassObjectIntf const* kept) noexcept {
             core->model_->destroy(core->root());
             core = firstModel; // the list has changed
         }
+    }
+}
+
+void ModelCore::forgetParts() noexcept {
+    for (DeviantData* data = root_; data != nullptr; data = data->next_) {
+        data->forgetParts();
     }
 }
 
@@ -634,6 +670,9 @@ void ModelCore::end() {
     }
     for (ClassObjectIntf* const object : keep.objects()) {
         object->deviant_markModelDestroyed();
+        if (object->numRef() > 1) { // no state counts it any more, so some handle does
+            noteOutliving(object);
+        }
     }
     objects_.clear();
     freeSlots_ = 0;

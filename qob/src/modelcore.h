@@ -49,12 +49,25 @@ struct ReferredChange {
     int change = 0;
 };
 
+/// Something outside of all states that goes back and forth with them, such as a pointer to a live
+/// class.
+class StepPart {
+public:
+    StepPart() = default;
+    StepPart(StepPart const&) = delete;
+    StepPart& operator=(StepPart const&) = delete;
+    virtual ~StepPart() = default;
+    /// Swaps what is there now for what was kept.
+    virtual void exchange() noexcept = 0;
+};
+
 /// Everything that brings a deviant from one point in time to another, in order of first write.
 struct Step {
     std::vector<SavedState> states;
     std::vector<ReferredChange> referred;
+    std::vector<std::unique_ptr<StepPart>> parts;
 
-    bool empty() const noexcept { return states.empty() && referred.empty(); }
+    bool empty() const noexcept { return states.empty() && referred.empty() && parts.empty(); }
     /// Frees the states first and lets go of the objects last.
     void release();
 };
@@ -92,6 +105,10 @@ public:
     ObjectIntf* savedOldState(ClassObjectIntf const* object) const noexcept;
     ObjectIntf* saveOldState(ClassObjectIntf const* object, ObjectIntf* state);
     void markCreated(ClassObjectIntf const* object);
+    /// Goes with the open transaction; without one, what is about to change is final.
+    void keep(std::unique_ptr<StepPart> part);
+    /// Forgets what was kept so, in steps too: the library that it lies in is going.
+    void forgetParts() noexcept;
 
     /// Begins a transaction or joins the open one; returns its serial number.
     std::uint64_t begin();
@@ -210,6 +227,9 @@ public:
     void bindId(Deviant deviant, ClassObjectIntf* object, Integer id);
     /// The object with the id that exists in the deviant, or null.
     ClassObjectIntf* findId(Deviant deviant, Integer id) const;
+
+    /// In every deviant.
+    void forgetParts() noexcept;
 
     /// Ends the model: every object is marked, every state and record freed, every deviant gone.
     void end();

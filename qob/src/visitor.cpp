@@ -2,7 +2,6 @@
 
 #include "modulelife.h"
 
-#include <typeindex>
 #include <unordered_map>
 
 namespace QOB {
@@ -15,9 +14,10 @@ namespace CooperativeVisitor::internal {
 
 namespace {
 
-/// Tags and names; never destroyed, since objects are cast until the very end of the library.
+/// Tags by the names of types, since their descriptions go with their library and come again, and
+/// names of classes. Never destroyed: objects are cast until the very end of the library.
 struct TagRegistry {
-    std::unordered_map<std::type_index, std::unordered_map<std::type_index, unsigned>> tags;
+    std::unordered_map<std::string, std::unordered_map<std::string, unsigned>> tags;
     std::unordered_map<std::string, ClassInfo> classes;
 };
 
@@ -29,8 +29,8 @@ TagRegistry& registry() {
 } // namespace
 
 unsigned GetTag(std::type_info const& what, std::type_info const& domain) {
-    auto& tags = registry().tags[domain];
-    return tags.try_emplace(what, static_cast<unsigned>(tags.size()) + 1).first->second;
+    auto& tags = registry().tags[domain.name()];
+    return tags.try_emplace(what.name(), static_cast<unsigned>(tags.size()) + 1).first->second;
 }
 
 void BindTagToName(char const* dottedName, ClassInfo const& info) {

@@ -9,10 +9,16 @@
 
 namespace VelumTest {
 
+/// A model of the started library.
+inline QOB::Model makeModel() {
+    Zorvane::metamodel::types::initialize();
+    return Zorvane::metamodel::types::NSInterface::FactoryIntf::createNewModel();
+}
+
 /// A fresh model for each test, ended with it.
 class FreshModel : public testing::Test {
 protected:
-    FreshModel() : model(Zorvane::metamodel::types::NSInterface::FactoryIntf::createNewModel()) {}
+    FreshModel() : model(makeModel()) {}
     ~FreshModel() override { model.destroy(); }
 
     QOB::Model model;

@@ -1,4 +1,5 @@
 #include "support/allocation_count.h"
+#include "velum_types/tests/freshmodel.h"
 #include "velum_types/types.h"
 #include "velum_types/zorvane/metamodel/types/nsimplementation/zorvanemetamodeltypesintegerimpl.h"
 
@@ -19,7 +20,7 @@ types::DataSize bits(int count) {
 /// A fresh model for each test, ended with it.
 class IntegerTest : public testing::Test {
 protected:
-    IntegerTest() : model(types::NSInterface::FactoryIntf::createNewModel()) {}
+    IntegerTest() : model(VelumTest::makeModel()) {}
     ~IntegerTest() override { model.destroy(); }
 
     /// The message of the QOB::Exception that `call` raises.

@@ -1,19 +1,49 @@
+#include "qob/qob/class.h"
+#include "qob/qob/domainregistry.h"
 #include "qob/qob/modelcache.h"
+#include "qob/qob/sequence.h"
+#include "qob/qob/transaction.h"
+#include "qob/qob/typeinforegistry.h"
+#include "qob/qob/valueobjectfactory.h"
+#include "support/failure.h"
+#include "velum_foundation/zorvane/metamodel.h"
+#include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundation.h"
+#include "velum_types/tests/support/packagetable.h"
 #include "velum_types/zorvane/metamodel/types/initialize.h"
 
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
+#include <fstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace types = Zorvane::metamodel::types;
+namespace foundation = Zorvane::metamodel::foundation;
+
+using VelumTest::messageOf;
+using VelumTest::PackageEntry;
+using VelumTest::PackageTable;
 
 namespace {
+
+/// What a host holds of the library's.
+struct Kept {
+    QOB::Model model;
+    QOB::FactoryObject factory;
+    std::vector<QOB::Object> objects; ///< values too
+    std::vector<foundation::Namespace> namespaces;
+    std::vector<foundation::NamedElement> elements;
+};
+/// Until the very end, when the library is long gone.
+Kept kept; // NOLINT(cert-err58-cpp)
 
 /// The library, loaded by its path as a host without a link to it does.
 class LoadedLibrary : public testing::Test {
 protected:
-    LoadedLibrary() : library_(dlopen(VELUM_TYPES_LIBRARY, RTLD_NOW | RTLD_LOCAL)) {}
+    LoadedLibrary() { load(); }
+    ~LoadedLibrary() override { unload(); }
 
     template <class T>
     T* find(char const* name) const {
@@ -29,8 +59,72 @@ protected:
         return record;
     }
 
-    void* library_;
+    void initialize() const {
+        EXPECT_TRUE(find<bool()>("_ZN7Zorvane9metamodel5types10initializeEv")());
+    }
+
+    void load() {
+        if (library_ == nullptr) {
+            library_ = dlopen(VELUM_TYPES_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+            EXPECT_NE(library_, nullptr) << dlerror();
+        }
+    }
+    void unload() {
+        if (void* const library = std::exchange(library_, nullptr)) {
+            EXPECT_EQ(dlclose(library), 0) << dlerror();
+        }
+    }
+
+    void* library_ = nullptr;
 };
+
+/// Whether the process has any of the library in its memory.
+bool isMapped() {
+    std::ifstream maps("/proc/self/maps");
+    std::string const name = "/libvelum_types.so";
+    for (std::string line; std::getline(maps, line);) {
+        if (line.find(name) != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+int packagesInMetamodel() {
+    return QOB::Package(Zorvane::metamodel::NSImplementation::staticGetMetamodelMetaPackage(),
+                        QOB::DomainRegistry::instance()->getMetaRegistry().getDeviant())
+        .getNestedPackages()
+        .size();
+}
+
+/// Makes what the factory can make, and of it everything that a handle can be.
+void use(types::TypesConfiguration const& record, Kept& made) {
+    made.model = record.createModel();
+    made.factory = record.createFactory(made.model);
+    for (PackageEntry const& entry : PackageTable) {
+        QOB::Object const object = entry.name != nullptr
+                                       ? made.factory.createFromString(
+                                             std::string("Zorvane.metamodel.types.") + entry.name)
+                                       : QOB::Object();
+        if (!object.isValid()) {
+            continue;
+        }
+        made.objects.push_back(object);
+        if (QOB::ClassObject const instance(object); instance.isValid()) {
+            EXPECT_TRUE(instance.getMetaClass().isValid()) << entry.name;
+            made.objects.emplace_back(instance);
+        }
+        if (foundation::Namespace const asNamespace(object); asNamespace.isValid()) {
+            made.namespaces.push_back(asNamespace);
+        }
+        if (foundation::NamedElement const element(object); element.isValid()) {
+            element.setName(entry.name);
+            made.elements.push_back(element);
+        }
+    }
+    EXPECT_GT(made.objects.size(), 60U);
+    EXPECT_GT(made.namespaces.size(), 10U);
+}
 
 TEST_F(LoadedLibrary, ExportsItsEntryByName) {
     ASSERT_NE(library_, nullptr) << dlerror();
@@ -66,6 +160,58 @@ TEST_F(LoadedLibrary, GivesModelFactoryAndMetaModelByItsRecord) {
     EXPECT_EQ(metaModel.getName(), "Zorvane");
     model.destroy();
     EXPECT_FALSE(made.isValid());
+}
+
+TEST_F(LoadedLibrary, IsUnloadedAfterUseAndCanBeLoadedAgain) {
+    std::string const aName = "Zorvane.metamodel.types.SequenceOfUnit";
+    for (int round = 0; round != 3; ++round) {
+        load();
+        initialize();
+        EXPECT_TRUE(QOB::TypeInfoRegistry::isRegistered(aName));
+        EXPECT_EQ(packagesInMetamodel(), 2);
+        {
+            Kept made;
+            use(configuration(), made);
+            if (round == 1) {
+                made.model.destroy(); // otherwise the library ends it
+            }
+        }
+        unload();
+        EXPECT_FALSE(isMapped()) << "round " << round;
+        EXPECT_FALSE(QOB::TypeInfoRegistry::isRegistered(aName));
+        EXPECT_FALSE(QOB::ValueObjectFactory::isValueObjectType("Zorvane.metamodel.types.Time"));
+        EXPECT_EQ(packagesInMetamodel(), 1) << "that of the base metamodel";
+    }
+}
+
+TEST_F(LoadedLibrary, LeavesHandlesBehindThatAreValidNowhere) {
+    char const* const refusal = "object accessed after its model has been destroyed";
+    load();
+    initialize();
+    use(configuration(), kept);
+    QOB::ImmutableClass const metaClass = kept.elements.front().getMetaClass();
+    unload();
+    EXPECT_FALSE(isMapped());
+    EXPECT_FALSE(kept.model.isValid());
+    EXPECT_FALSE(kept.factory.isValid());
+    EXPECT_FALSE(metaClass.isValid());
+    EXPECT_EQ(messageOf([] { kept.factory.getContainerQOB(); }), refusal);
+    for (QOB::Object const& object : kept.objects) {
+        QOB::Object const copy = object;
+        EXPECT_EQ(copy, object);
+        EXPECT_FALSE(copy.isValid());
+        QOB::ClassObject const instance(copy);
+        if (instance.get() != nullptr) {
+            EXPECT_EQ(messageOf([&] { instance.getContainerQOB(); }), refusal);
+            EXPECT_EQ(messageOf([&] { instance.setExternalId("id"); }), refusal);
+        }
+    }
+    for (foundation::Namespace const& each : std::vector(kept.namespaces)) {
+        EXPECT_FALSE(each.isValid());
+        EXPECT_EQ(messageOf([&] { each.getContainerQOB(); }), refusal);
+    }
+    kept.elements.erase(kept.elements.begin(), kept.elements.begin() + 5);
+    // The rest goes with the statics of this program.
 }
 
 } // namespace

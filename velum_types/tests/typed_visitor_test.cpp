@@ -1,4 +1,5 @@
 #include "qob/qob/typedvisitor.h"
+#include "velum_types/tests/freshmodel.h"
 #include "velum_types/types.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +15,7 @@ class TypedVisitor : public testing::Test {
 protected:
     ~TypedVisitor() override { model.destroy(); }
 
-    QOB::Model model = types::NSInterface::FactoryIntf::createNewModel();
+    QOB::Model model = VelumTest::makeModel();
     std::string seen;
 };
 

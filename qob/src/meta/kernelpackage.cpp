@@ -116,7 +116,7 @@ void forgetKernelPackage() noexcept {
         each->methods.meta = nullptr;
     }
     for (KernelClass& each : classes) {
-        forgetMetaClass(each.meta, each.description);
+        rollBackMetaClass(each.updated, each.meta, each.description);
     }
 }
 

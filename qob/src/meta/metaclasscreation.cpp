@@ -1,6 +1,6 @@
 #include "qob/kernel/meta/metaclasscreation.h"
 
-#include "propertyindex.h"
+#include "keptvalue.h"
 
 namespace QOB {
 
@@ -31,6 +31,7 @@ propertyAt(PackageFunction package, unsigned classIndex, unsigned propertyId, De
 void createProperty(MetaPropertyDescription& description,
                     Factory const& factory,
                     Class const& owner) {
+    internal::keepValue(factory.getDeviant(), description.meta);
     Property const property = factory.createProperty(description.name);
     description.meta = property.get();
     property.setLower(boundOf(description.lower));
@@ -92,7 +93,7 @@ void staticCreateMetaClass(ClassIntf*& result,
                            char const* name,
                            char const* /*dottedName*/,
                            bool isAbstract,
-                           char const* const* comments) {
+                           char const** const comments) {
     static_cast<void>(package.operator->()); // raises if it is empty
     Class const made = factory.createClass(name);
     made.setIsAbstract(isAbstract);
@@ -139,11 +140,16 @@ void staticDestroyMeta(ClassIntf* meta,
         return;
     }
     Class const ending(meta, meta->getRootDeviant());
+    Deviant const deviant = ending.getDeviant();
+    for (unsigned id = 1; id <= count; ++id) {
+        internal::keepValue(deviant, properties[id]->meta);
+    }
+    internal::DeviantData::of(deviant).keep(std::make_unique<internal::KeptBinding>(meta));
+    ending.destroy(); // first: what is refused has changed nothing
     ending->internal_bind({});
     for (unsigned id = 1; id <= count; ++id) {
         properties[id]->meta = nullptr;
     }
-    ending.destroy();
 }
 
 } // namespace QOB

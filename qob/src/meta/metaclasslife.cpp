@@ -1,12 +1,30 @@
 // Apart from the three functions that it calls, so that no compiler merges them: a program may put
 // its own in their place.
 
-#include "propertyindex.h"
+#include "keptvalue.h"
 #include "qob/kernel/meta/metaclasscreation.h"
 
 namespace QOB {
 
 using NSInterface::ClassIntf;
+
+namespace {
+
+void fillTable(MetaClassDescription const& description) noexcept {
+    if (description.entries == nullptr) {
+        return;
+    }
+    for (unsigned id = 1; id <= description.propertyCount; ++id) {
+        MetaPropertyEntry const& entry = description.entries[id];
+        entry.description->redefinedCount = entry.redefinedCount;
+        entry.description->redefined = entry.redefined;
+        entry.description->subsettedCount = entry.subsettedCount;
+        entry.description->subsetted = entry.subsetted;
+        description.methods->properties[id] = entry.description;
+    }
+}
+
+} // namespace
 
 void createMetaClass(ClassIntf*& meta,
                      MetaClassDescription const& description,
@@ -15,11 +33,11 @@ void createMetaClass(ClassIntf*& meta,
     if (meta != nullptr) {
         return;
     }
+    fillTable(description);
     IntrospectiveMethods& methods = *description.methods;
-    for (unsigned id = 1; description.properties != nullptr && id <= description.propertyCount;
-         ++id) {
-        methods.properties[id] = &description.properties[id - 1];
-    }
+    static_cast<void>(factory.operator->()); // raises if it is empty
+    internal::keepValue(factory.getDeviant(), meta);
+    internal::keepValue(factory.getDeviant(), methods.meta);
     staticCreateMetaClass(meta,
                           factory,
                           package,
@@ -39,6 +57,7 @@ void updateMetaClass(bool& updated,
     if (updated) {
         return;
     }
+    internal::keepValue(factory.getDeviant(), updated);
     updated = true;
     if (meta == nullptr) {
         return;
@@ -55,6 +74,10 @@ void updateMetaClass(bool& updated,
 }
 
 void destroyMetaClass(ClassIntf*& meta, MetaClassDescription const& description) {
+    if (meta != nullptr) {
+        internal::keepValue(meta->getRootDeviant(), meta);
+        internal::keepValue(meta->getRootDeviant(), description.methods->meta);
+    }
     staticDestroyMeta(meta,
                       description.methods->properties,
                       description.propertyCount,
@@ -78,7 +101,9 @@ void applyTags(std::span<TagBinding const> tags) {
     for (TagBinding const& each : tags) {
         NSInterface::NamedElementIntf* element = each.methods->meta;
         if (each.propertyId != 0) {
-            element = each.methods->properties[each.propertyId]->meta;
+            MetaPropertyDescription const* const property =
+                each.methods->properties[each.propertyId];
+            element = property != nullptr ? property->meta : nullptr;
         }
         if (element != nullptr) {
             applyTagToMetaElement(each.tag,

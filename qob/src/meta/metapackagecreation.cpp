@@ -1,5 +1,6 @@
 #include "qob/kernel/meta/metapackagecreation.h"
 
+#include "keptvalue.h"
 #include "qob/qob/domainregistry.h"
 
 namespace QOB {
@@ -8,8 +9,15 @@ using NSInterface::PackageIntf;
 
 namespace {
 
-template <class Element>
-void enter(Element const& element, MetaDataTypeDescription const& type, Package const& package) {
+/// `pointer` is where the element is noted.
+template <class Element, class Pointer>
+void enter(Element const& element,
+           Pointer& pointer,
+           MetaDataTypeDescription const& type,
+           Package const& package) {
+    internal::keepValue(element.getDeviant(), pointer);
+    internal::keepValue(element.getDeviant(), type.methods->meta);
+    pointer = element.get();
     type.methods->meta = element.get();
     element.setName(type.name);
     element.setPackage(package);
@@ -23,8 +31,7 @@ void createDataType(MetaDataTypeDescription const& type,
         return;
     }
     DataType const element = factory.createDataType();
-    *type.dataType = element.get();
-    enter(element, type, package);
+    enter(element, *type.dataType, type, package);
 }
 
 void createEnumeration(MetaDataTypeDescription const& type,
@@ -34,13 +41,24 @@ void createEnumeration(MetaDataTypeDescription const& type,
         return;
     }
     Enumeration const element = factory.createEnumeration();
-    *type.enumeration = element.get();
-    enter(element, type, package);
+    enter(element, *type.enumeration, type, package);
     for (char const* const text : type.literals) {
         EnumerationLiteral const literal = factory.createEnumerationLiteral();
         literal.setName(text);
         literal.setEnumeration(element);
         element.getOwnedLiterals().push_back(literal);
+    }
+}
+
+void keepDataTypes(MetaPackageDescription const& description, Deviant deviant) {
+    for (MetaDataTypeDescription const& type : description.dataTypes) {
+        internal::keepValue(deviant, type.methods->meta);
+        if (type.dataType != nullptr) {
+            internal::keepValue(deviant, *type.dataType);
+        }
+        if (type.enumeration != nullptr) {
+            internal::keepValue(deviant, *type.enumeration);
+        }
     }
 }
 
@@ -61,13 +79,15 @@ void createElements(PackageIntf*& package,
                     Factory const& factory,
                     Package const& parent) {
     Package const made = factory.createPackage();
+    internal::keepValue(made.getDeviant(), package);
     package = made.get();
     made.setName(description.name);
     made.setUri(String(DomainRegistry::instance()->getDomainCanonicalUri(description.name)));
-    // Without a parent it stays what every new element is, a root object of the meta-registry.
     if (parent.isValid()) {
         made.setParent(parent);
         parent.getNestedPackages().push_back(made);
+    } else {
+        made.setContainerQOB(ClassObject(made.getModelQOB())); // which every new element has
     }
     for (MetaDataTypeDescription const& type : description.dataTypes) {
         createDataType(type, factory, made);
@@ -133,9 +153,12 @@ void destroyMetaPackage(PackageIntf*& package,
         return;
     }
     Package const ending(package, in.getDeviant());
+    ending.getDeviant().assertWritable(package); // before anything changes
     for (MetaClassFunctions const& each : description.table) {
         each.destroy(factory, ending);
     }
+    keepDataTypes(description, ending.getDeviant());
+    internal::keepValue(ending.getDeviant(), package);
     ending.destroy();
     forgetDataTypes(description);
     package = nullptr;

@@ -92,8 +92,10 @@ SequenceRef GenericDeviantSequence::writing(Deviant const& deviant) {
 }
 
 bool GenericDeviantSequence::isUnique() const noexcept {
-    return methods_->properties != nullptr &&
-           (methods_->properties[propertyId_]->flags & PropertyUnique) != 0;
+    // Empty before the library that declares the property is initialized.
+    MetaPropertyDescription const* const property =
+        methods_->properties != nullptr ? methods_->properties[propertyId_] : nullptr;
+    return property != nullptr && (property->flags & PropertyUnique) != 0;
 }
 
 bool GenericDeviantSequence::refuses(Deviant const& deviant, Ref const& element) const {

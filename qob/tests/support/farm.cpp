@@ -53,9 +53,7 @@ MetaPropertyDescription ofAnimal[] = {
      .hasOpposite = 1,
      .oppositePackage = &Farm::table,
      .oppositeClass = AnimalIndex,
-     .oppositeId = AnimalIntf::ChildrenId,
-     .subsettedCount = 1,
-     .subsetted = container},
+     .oppositeId = AnimalIntf::ChildrenId},
     {.name = "children",
      .package = &Farm::table,
      .typeIndex = AnimalIndex,
@@ -90,9 +88,15 @@ MetaPropertyDescription ofHen[] = {{.name = "eggs",
                                     .typeIndex = AnimalIndex,
                                     .flags = QOB::PropertyUnique | QOB::PropertyComposite,
                                     .id = HenIntf::PartnerId,
-                                    .associationName = "",
-                                    .redefinedCount = 1,
-                                    .redefined = mateOfAnimal}};
+                                    .associationName = ""}};
+QOB::MetaPropertyEntry const entriesOfAnimal[] = {{},
+                                                  {&ofAnimal[0]},
+                                                  {&ofAnimal[1]},
+                                                  {&ofAnimal[2], 0, nullptr, 1, container},
+                                                  {&ofAnimal[3]},
+                                                  {&ofAnimal[4]},
+                                                  {&ofAnimal[5]}};
+QOB::MetaPropertyEntry const entriesOfHen[] = {{}, {&ofHen[0]}, {&ofHen[1], 1, mateOfAnimal}};
 
 QOB::SuperReference const supersOfAnimal[] = {{kernel, QOB::ClassObjectIndex}, {}};
 QOB::SuperReference const supersOfHen[] = {{&Farm::table, AnimalIndex}, {}};
@@ -151,20 +155,20 @@ QOB::IntrospectiveMethods* const records[] = {nullptr,
                                               nullptr};
 QOB::PackageIntrospectiveMethods const farmTable{records, 4};
 
-char const* const commentsOnAnimal[] = {"It eats.", "It sleeps.", nullptr};
+char const* commentsOnAnimal[] = {"It eats.", "It sleeps.", nullptr};
 
 QOB::MetaClassDescription const animalClass{.name = "Animal",
                                             .dottedName = "sample.Animal",
                                             .methods = &AnimalIntf::sIntrospectiveMethods,
                                             .propertyCount = 6,
-                                            .properties = ofAnimal,
+                                            .entries = entriesOfAnimal,
                                             .isAbstract = true,
                                             .comments = commentsOnAnimal};
 QOB::MetaClassDescription const henClass{.name = "Hen",
                                          .dottedName = "sample.Hen",
                                          .methods = &HenIntf::sIntrospectiveMethods,
                                          .propertyCount = 2,
-                                         .properties = ofHen};
+                                         .entries = entriesOfHen};
 
 QOB::TagBinding const tags[] = {
     {&AnimalIntf::sIntrospectiveMethods, 0, "qob_metaclass"},

@@ -1,6 +1,7 @@
 #include "velum_types/tests/registration/kerneledge.h"
 
 #include "qob/kernel/meta/metaclasscreation.h"
+#include "qob/qob/assert.h"
 #include "qob/qob/clipboardmanager.h"
 #include "qob/qob/datatype.h"
 #include "qob/qob/domainregistry.h"
@@ -20,6 +21,8 @@ using VelumTest::Call;
 
 int depth = 0;
 std::string_view failing;
+std::string_view raisingFunction;
+std::string_view raisingName;
 
 /// Never freed: the library stops after everything of this program.
 std::vector<Call>& calls() {
@@ -44,6 +47,9 @@ public:
          std::string name,
          std::string detail = {},
          NamedElementIntf const* element = nullptr) {
+        if (function == raisingFunction && name == raisingName) {
+            QOB_FAIL("%s doesn't work", function);
+        }
         if (depth++ == 0) {
             bool const isInTransaction = QOB::DomainRegistry::instance()
                                              ->getMetaRegistry()
@@ -100,6 +106,11 @@ void failToCreate(char const* dottedName) {
     failing = dottedName != nullptr ? dottedName : "";
 }
 
+void raiseIn(char const* function, char const* name) {
+    raisingFunction = name != nullptr ? function : "";
+    raisingName = name != nullptr ? name : "";
+}
+
 } // namespace VelumTest
 
 namespace QOB {
@@ -116,7 +127,7 @@ void staticCreateMetaClass(NSInterface::ClassIntf*& result,
                            char const* name,
                            char const* dottedName,
                            bool isAbstract,
-                           char const* const* comments) {
+                           char const** const comments) {
     if (dottedName == failing) {
         result = nullptr;
         return;

@@ -25,4 +25,7 @@ std::vector<Call> takeCalls();
 /// The dotted name of a class that the kernel fails to make from now on; null for none.
 void failToCreate(char const* dottedName);
 
+/// Lets a function raise when it is called with the name from now on; null for none.
+void raiseIn(char const* function, char const* name);
+
 } // namespace VelumTest

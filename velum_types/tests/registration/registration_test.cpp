@@ -3,10 +3,14 @@
 
 #include "qob/qob/clipboardmanager.h"
 #include "qob/qob/domainregistry.h"
+#include "qob/qob/sequencetype.h"
 #include "qob/qob/tags.h"
 #include "qob/qob/transaction.h"
+#include "qob/qob/typeinforegistry.h"
+#include "qob/qob/valueobjectfactory.h"
 #include "qob/qob/visitor.h"
 #include "support/failure.h"
+#include "velum_foundation/zorvane/metamodel.h"
 #include "velum_types/tests/registration/kerneledge.h"
 #include "velum_types/tests/support/packagetable.h"
 #include "velum_types/types.h"
@@ -310,11 +314,110 @@ std::size_t typesInPackage() {
             .size());
 }
 
+/// Every pointer to a live element that the library has: all of the package or none.
+std::vector<void const*> livePointers() {
+    std::vector<void const*> pointers = {meta::staticGetTypesMetaPackage(),
+                                         meta::staticGetUnitMeta(),
+                                         meta::staticGetDataSizeMeta(),
+                                         meta::staticGetTimeMeta(),
+                                         meta::staticGetFloatingPointKindMeta(),
+                                         meta::staticGetDataSizeUnitKindMeta(),
+                                         meta::staticGetTimeUnitKindMeta(),
+                                         meta::staticGetCompuMethodCategoryMeta()};
+    auto const* const package = types::get_types_PackageIntrospectiveMethods();
+    for (unsigned index = 1; index + 1 != package->count; ++index) {
+        QOB::IntrospectiveMethods const& record = *package->classes[index];
+        pointers.push_back(record.meta);
+        for (int id = 1; id <= PackageTable[index].properties; ++id) {
+            QOB::MetaPropertyDescription const* const property = record.properties[id];
+            pointers.push_back(property != nullptr ? property->meta : nullptr);
+        }
+    }
+    return pointers;
+}
+
 void expectNothingLive() {
-    EXPECT_EQ(meta::staticGetTypesMetaPackage(), nullptr);
-    EXPECT_EQ(meta::staticGetUnitMeta(), nullptr);
-    EXPECT_EQ(meta::staticGetDataSizeMeta(), nullptr);
-    EXPECT_EQ(types::NSInterface::UnitIntf::sIntrospectiveMethods.meta, nullptr);
+    for (void const* const pointer : livePointers()) {
+        EXPECT_EQ(pointer, nullptr);
+    }
+}
+
+int objectsInRegistry() {
+    return QOB::DomainRegistry::instance()->getMetaRegistry().getRootObjects().size();
+}
+
+/// What is registered of the library's names.
+std::size_t namesRegistered() {
+    std::size_t count = 0;
+    forEveryName([&](std::string const& name, std::string const& what) {
+        count += QOB::TypeInfoRegistry::isRegistered(dotted(name)) ? 1U : 0U;
+        count +=
+            what == "value" && QOB::ValueObjectFactory::isValueObjectType(dotted(name)) ? 1U : 0U;
+        return name;
+    });
+    return count;
+}
+
+/// What a create function fills is not there before.
+void expectTablesToBeEmpty() {
+    auto const* const package = types::get_types_PackageIntrospectiveMethods();
+    for (unsigned index = 1; index + 1 != package->count; ++index) {
+        QOB::IntrospectiveMethods const& record = *package->classes[index];
+        PackageEntry const& entry = PackageTable[index];
+        EXPECT_EQ(record.package, entry.isClass() ? package : nullptr) << entry.name;
+        EXPECT_EQ(record.supers != nullptr, entry.isClass()) << entry.name;
+        EXPECT_EQ(record.getSingleValued != nullptr, entry.isClass()) << entry.name;
+        for (int id = 0; id <= entry.properties; ++id) {
+            EXPECT_EQ(record.properties[id], nullptr) << entry.name << " " << id;
+        }
+    }
+}
+
+/// Places in a start at which the kernel may raise.
+struct Fault {
+    char const* function;
+    char const* name;
+};
+Fault const Faults[] = {
+    {"staticCreateMetaClass", "Zorvane.metamodel.types.PrimitiveType"},
+    {"staticCreateMetaClass", "Zorvane.metamodel.types.Factory"},
+    {"staticCreateMetaClass", "Zorvane.metamodel.types.LookupTableSpecification"},
+    {"staticUpdateMeta", "Zorvane.metamodel.types.PrimitiveType"},
+    {"staticUpdateMeta", "Zorvane.metamodel.types.LookupTableSpecification"},
+    {"applyTagToMetaElement", "qob_hide_in_lumvo"},
+    {"applyTagToMetaElement", "qob_factory"},
+    {"staticApplyTag", "qob_metamodel"},
+    {"registerTypeInfo", "Zorvane.metamodel.types.Factory"},
+    {"registerMetaType", "Zorvane.metamodel.types.CompuMethodCategory"},
+    {"registerTypeInfo", "Zorvane.metamodel.types.SequenceOfLookupTableSpecification"},
+    {"BindTagToName", "Zorvane.metamodel.types.ImmutableFloatingPoint"},
+    {"BindTagToName", "Zorvane.metamodel.types.LookupTableSpecification"}};
+
+/// A start that fails, at each of the places and with a name that someone else has.
+void expectFailedStartsToLeaveNothing() {
+    meta::staticGetTypesMetaPackage();
+    Zorvane::metamodel::NSImplementation::staticGetMetamodelMetaPackage(); // stays, once it is made
+    int const before = objectsInRegistry();
+    for (Fault const& fault : Faults) {
+        VelumTest::raiseIn(fault.function, fault.name);
+        EXPECT_EQ(messageOf([] { types::initialize(); }),
+                  std::string(fault.function) + " doesn't work")
+            << fault.name;
+        expectNothingLive();
+        EXPECT_EQ(objectsInRegistry(), before) << fault.function << " " << fault.name;
+        EXPECT_EQ(namesRegistered(), 0U) << fault.function << " " << fault.name;
+    }
+    VelumTest::raiseIn(nullptr, nullptr);
+    for (char const* const name : {"Factory", "Time", "SequenceOfLookupTableSpecification"}) {
+        QOB::TypeInfoRegistry::registerTypeInfo(dotted(name),
+                                                QOB::IteratorType::Create(QOB::Type()));
+        EXPECT_NE(messageOf([] { types::initialize(); }).find("is in use"), std::string::npos);
+        expectNothingLive();
+        EXPECT_EQ(objectsInRegistry(), before) << name;
+        EXPECT_EQ(namesRegistered(), 1U) << name;
+        QOB::TypeInfoRegistry::unregisterTypeInfo(dotted(name));
+    }
+    takeCalls();
 }
 
 /// Ends with nothing live, and whatever was live forgotten.
@@ -333,17 +436,19 @@ protected:
 };
 
 // The first case, since it sees the start of the library.
-TEST(Start, AnnouncesEveryClassAndThenEveryNameOnce) {
+TEST(Start, AnnouncesEveryClassAndThenEveryNameOnceAfterStartsThatFailed) {
     QOB::NSInterface::PackageIntf*& package = meta::staticGetTypesMetaPackage();
     QOB::NSInterface::ClassIntf*& unit = meta::staticGetUnitMeta();
     expectNothingLive();
+    expectTablesToBeEmpty();
+    expectFailedStartsToLeaveNothing();
     EXPECT_TRUE(types::initialize());
     EXPECT_NE(package, nullptr);
     EXPECT_NE(unit, nullptr);
 
     CallsByKind const calls;
     EXPECT_EQ(calls.kinds(),
-              (Lines{"bind", "staticCreateMetaClass", "staticUpdateMeta", "tag", "name"}));
+              (Lines{"staticCreateMetaClass", "staticUpdateMeta", "tag", "name", "bind"}));
     EXPECT_EQ(calls.of("bind"), bindings());
     EXPECT_EQ(calls.of("staticCreateMetaClass"), creations());
     EXPECT_EQ(calls.of("staticUpdateMeta"), updates());
@@ -436,6 +541,8 @@ TEST_F(Registration, EmptyHandlesAreRefusedAndWithoutAParentThePackageIsARootObj
     QOB::Package const package = meta::staticGetTypesMetaModel(registry);
     EXPECT_FALSE(package.getParent().isValid());
     EXPECT_TRUE(registry.getRootObjects().contains(package));
+    EXPECT_TRUE(registry.getContaineeQOBs().contains(package));
+    EXPECT_EQ(package.getContainerQOB(), QOB::ClassObject(registry));
     EXPECT_EQ(typesInPackage(), 41U);
     QOB::Class const real(meta::staticGetRealMeta(), registry.getDeviant());
     EXPECT_TRUE(real.getSupers().empty()) << "that comes with the update";
@@ -450,6 +557,71 @@ TEST_F(Registration, EmptyHandlesAreRefusedAndWithoutAParentThePackageIsARootObj
     EXPECT_EQ(CallsByKind().of("staticDestroyMeta"), destructions());
     expectNothingLive();
     transaction.rollback();
+}
+
+TEST_F(Registration, ARollbackOfTheHostTakesPointersAndElementsBack) {
+    meta::registerTypes();
+    std::vector<void const*> const live = livePointers();
+    int const objects = objectsInRegistry();
+    {
+        QOB::Transaction const around(registry);
+        meta::unregisterTypes();
+        expectNothingLive();
+    }
+    EXPECT_EQ(livePointers(), live);
+    EXPECT_EQ(objectsInRegistry(), objects);
+    // The classes are bound to their tables again.
+    QOB::Model const model = types::NSInterface::FactoryIntf::createNewModel();
+    types::Unit const unit = types::Unit::create(model, "metre");
+    EXPECT_EQ(QOB::String(unit.getOne("Name")), "metre");
+    EXPECT_EQ(QOB::ImmutableClass(types::Boolean::MetaClass()).getSupers().size(), 1);
+    model.destroy();
+
+    meta::unregisterTypes();
+    meta::staticForgetTypesMetaPackage();
+    int const without = objectsInRegistry();
+    EXPECT_LT(without, objects);
+    for (int round = 0; round != 2; ++round) { // the second finds no trace of the first
+        QOB::Transaction const around(registry);
+        meta::staticInitializeTypesMeta();
+        EXPECT_EQ(typesInPackage(), 41U);
+        EXPECT_EQ(QOB::ImmutableClass(types::Boolean::MetaClass()).getSupers().size(), 1);
+    }
+    expectNothingLive();
+    EXPECT_EQ(objectsInRegistry(), without);
+}
+
+TEST_F(Registration, UndoAndRedoTakePointersAndElementsBackAndForth) {
+    registry.setUndoEnabled(true);
+    {
+        QOB::Transaction transaction(registry);
+        meta::staticInitializeTypesMeta();
+        transaction.commit();
+    }
+    std::vector<void const*> const live = livePointers();
+    for (int round = 0; round != 2; ++round) {
+        EXPECT_TRUE(registry.undo());
+        expectNothingLive();
+        EXPECT_TRUE(registry.redo());
+        EXPECT_EQ(livePointers(), live);
+    }
+    registry.undo();
+    registry.setUndoEnabled(false);
+    expectNothingLive();
+}
+
+TEST_F(Registration, AnEndThatIsRefusedChangesNothing) {
+    meta::registerTypes();
+    std::vector<void const*> const live = livePointers();
+    registry.setReadOnly(true);
+    EXPECT_NE(messageOf([] { meta::staticTerminateTypesMeta(); }), "");
+    registry.setReadOnly(false);
+    registry.setUndoEnabled(true); // writes need a transaction now
+    EXPECT_NE(messageOf([] { meta::staticTerminateTypesMeta(); }), "");
+    registry.setUndoEnabled(false);
+    EXPECT_EQ(livePointers(), live);
+    EXPECT_EQ(typesInPackage(), 41U);
+    EXPECT_TRUE(types::Unit::MetaClass().isValid());
 }
 
 TEST_F(Registration, BoundsOfRealsAndBooleansDifferInTheirDefaults) {

@@ -188,40 +188,48 @@ struct AncestorWalk {
     }
 };
 
-/// Owned by the module objects of the domain.
-template <class T>
-QOB_NOINLINE ClassMetaInfo const* makeClassMetaInfo() {
+/// Clears the word in which a class's table is noted, before the table goes.
+struct ForgetTable {
+    void operator()(ClassMetaInfo const** noted) const noexcept { *noted = nullptr; }
+};
+
+/// Owned by the module objects of the library that `Module` stands for.
+template <class T, class Module>
+QOB_NOINLINE void makeClassMetaInfo(ClassMetaInfo const*& noted) {
     using Owner = Tessel::ModuleObjectImpl<ClassMetaInfo*, boost::checked_deleter<ClassMetaInfo>>;
+    using Note = Tessel::ModuleObjectImpl<ClassMetaInfo const**, ForgetTable>;
     auto* const built = new ClassMetaInfo;
-    T::VisitationDomain::moduleObjects().append(std::make_unique<Owner>(built));
+    Module::moduleObjects().append(std::make_unique<Owner>(built));
     AncestorWalk<T>::template add<T>(*built);
-    return built;
+    Module::moduleObjects().append(std::make_unique<Note>(&noted));
+    noted = built;
 }
 
-/// The table of `T`, built at the first need.
-template <class T>
+/// The table of `T`, built at the first need. `Module` gives the module objects of the library that
+/// `T` belongs to, and the table goes with it; a domain stands for the library that declares it.
+template <class T, class Module = typename T::VisitationDomain>
 inline ClassMetaInfo const& classMetaInfo() {
     static ClassMetaInfo const* meta = nullptr;
     if (meta == nullptr) {
-        meta = makeClassMetaInfo<T>();
+        makeClassMetaInfo<T, Module>(meta);
     }
     return *meta;
 }
 
 /// `self` seen as the class `info`, or null: the body of every `cast`.
-template <class T>
+template <class T, class Module = typename T::VisitationDomain>
 inline void* castTo(T const* self, ClassInfo const& info) {
-    CastFunction const cast = findCast(classMetaInfo<T>(), info);
+    CastFunction const cast = findCast(classMetaInfo<T, Module>(), info);
     return cast != nullptr ? cast(self) : nullptr;
 }
 
 /// The best method for `self`: its own class's, else the first ancestor's that has one.
-template <class T>
+template <class T, class Module = typename T::VisitationDomain>
 inline MethodInfo visitMethod(T const* self, MethodTable const& table) {
     if (Method const own = findMethod(table, classInfo<T>()); own != nullptr) {
         return MethodInfo{own, const_cast<T*>(self)};
     }
-    return findAncestorMethod(classMetaInfo<T>(), table, self);
+    return findAncestorMethod(classMetaInfo<T, Module>(), table, self);
 }
 
 } // namespace CooperativeVisitor::internal

@@ -5,7 +5,9 @@
 #include "qob/qob/model.h"
 #include "tessel/moduleobject.h"
 #include "velum_foundation/zorvane/metamodel.h"
+#include "velum_types/zorvane/metamodel/types/nshandmaintained/module.h"
 #include "velum_types/zorvane/metamodel/types/nsmetaregistry/typeregistration.h"
+#include "velum_types/zorvane/metamodel/types/nsmetaregistry/zorvanemetamodeltypesmetapackage.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfactory.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesnames.h"
 
@@ -22,8 +24,14 @@ namespace {
 class InitializerClass {
 public:
     InitializerClass() {
-        NSImplementation::bindHandleNames();
         NSImplementation::registerTypes();
+        try {
+            NSImplementation::bindHandleNames();
+        } catch (...) {
+            NSImplementation::unregisterTypes();
+            NSImplementation::staticForgetTypesMetaPackage();
+            throw;
+        }
     }
     InitializerClass(InitializerClass const&) = delete;
     InitializerClass& operator=(InitializerClass const&) = delete;
@@ -43,18 +51,12 @@ struct TypesLife {
 
     ~TypesLife() {
         QOB::endModels();
-        delete moduleObjects;
+        delete std::exchange(moduleObjects, nullptr);
+        QOB::leaveLibrary(this);
     }
 };
 
 TypesLife life;
-
-Tessel::ModuleObjectDeleter& moduleObjects() {
-    if (life.moduleObjects == nullptr) {
-        life.moduleObjects = new Tessel::ModuleObjectDeleter();
-    }
-    return *life.moduleObjects;
-}
 
 QOB::FactoryObject createFactory(QOB::Model model) {
     return Factory(NSInterface::FactoryIntf::createNewFactory(model), model.getDeviant());
@@ -62,13 +64,20 @@ QOB::FactoryObject createFactory(QOB::Model model) {
 
 } // namespace
 
+Tessel::ModuleObjectDeleter& Module::moduleObjects() {
+    if (life.moduleObjects == nullptr) {
+        life.moduleObjects = new Tessel::ModuleObjectDeleter();
+    }
+    return *life.moduleObjects;
+}
+
 bool initialize() {
     if (initialized) {
         return true;
     }
     qobLogDebug("Initializing the types meta-registry.");
     // Never holds a model: its place in the order of module objects is what counts.
-    moduleObjects().append(std::make_unique<ModuleObjectOf<QOB::Model>>(nullptr));
+    Module::moduleObjects().append(std::make_unique<ModuleObjectOf<QOB::Model>>(nullptr));
 
     // One counted object lives and ends before the kernel starts.
     class InitializeCleanup : public QOB::ReferenceCountingIntf {
@@ -83,7 +92,8 @@ bool initialize() {
     QOB::Cleanup::beginMetaRegistrySection();
     if (initializer == nullptr) {
         initializer = new InitializerClass;
-        moduleObjects().append(std::make_unique<ModuleObjectOf<InitializerClass>>(initializer));
+        Module::moduleObjects().append(
+            std::make_unique<ModuleObjectOf<InitializerClass>>(initializer));
     }
     initialized = true;
     QOB::Cleanup::endMetaRegistrySection();

@@ -16,6 +16,8 @@
 
 #include <cstddef>
 #include <exception>
+#include <functional>
+#include <vector>
 
 namespace Zorvane::metamodel::types::NSImplementation {
 
@@ -26,22 +28,41 @@ using QOB::TypeInfoRegistry;
 /// The plain name of the factory; what is registered under it is an iterator.
 constexpr char const* FactoryName = "Zorvane.metamodel.types.Factory";
 
-/// Enters what the library has.
-struct Enter {
-    QOB::Deviant deviant;
+/// Enters what the library has. Unless all of it could be entered, takes out what was: a name that
+/// is taken stays with whoever has it.
+class Enter {
+public:
+    explicit Enter(QOB::Deviant deviant) : deviant_(deviant) {}
+    Enter(Enter const&) = delete;
+    Enter& operator=(Enter const&) = delete;
+    ~Enter() {
+        for (auto takeOut = entered_.rbegin(); takeOut != entered_.rend(); ++takeOut) {
+            (*takeOut)();
+        }
+    }
 
     template <class Value, class Element>
-    void value(Element* meta) const {
+    void value(Element* meta) {
         TypeInfoRegistry::registerMetaType(
-            Value::getTypeName(), Value::getTypeInfo(), QOB::ImmutableDataType(meta, deviant));
+            Value::getTypeName(), Value::getTypeInfo(), QOB::ImmutableDataType(meta, deviant_));
+        entered_.emplace_back([] { TypeInfoRegistry::unregisterMetaType(Value::getTypeName()); });
         QOB::ValueObjectFactory::registerType<Value>(Value::getTypeInfo());
+        entered_.emplace_back(
+            [] { QOB::ValueObjectFactory::unregisterType(Value::getTypeName()); });
     }
-    void iterator(char const* name) const {
-        TypeInfoRegistry::registerTypeInfo(name, QOB::IteratorType::Create(QOB::Type()));
+    void iterator(char const* name) { enter(name, QOB::IteratorType::Create(QOB::Type())); }
+    void sequence(char const* name) { enter(name, QOB::SequenceType::Create(QOB::Type())); }
+
+    void keep() { entered_.clear(); }
+
+private:
+    void enter(char const* name, Tessel::TypeInfo const& info) {
+        TypeInfoRegistry::registerTypeInfo(name, info);
+        entered_.emplace_back([name] { TypeInfoRegistry::unregisterTypeInfo(name); });
     }
-    void sequence(char const* name) const {
-        TypeInfoRegistry::registerTypeInfo(name, QOB::SequenceType::Create(QOB::Type()));
-    }
+
+    QOB::Deviant deviant_;
+    std::vector<std::function<void()>> entered_;
 };
 
 /// Takes it out again.
@@ -57,7 +78,7 @@ struct TakeOut {
 
 /// The first half of a family's names are iterators, the second half sequences.
 template <class Action, class Family>
-void forFamily(Action const& action, Family const& family) {
+void forFamily(Action& action, Family const& family) {
     for (std::size_t i = 0; i != family.size(); ++i) {
         if (i < family.size() / 2) {
             action.iterator(family[i]);
@@ -69,7 +90,7 @@ void forFamily(Action const& action, Family const& family) {
 
 /// Every name of the package, in the order in which names are entered and taken out.
 template <class Action>
-void forEveryName(Action const& action) {
+void forEveryName(Action& action) {
     action.iterator(FactoryName);
     auto const families = valueSequenceFamilies();
     std::size_t next = 0;
@@ -88,6 +109,18 @@ void forEveryName(Action const& action) {
     }
 }
 
+void terminateMeta() {
+    QOB::Transaction transaction(QOB::DomainRegistry::instance()->getMetaRegistry());
+    staticTerminateTypesMeta();
+    transaction.commit();
+}
+
+void enterNames(QOB::Deviant deviant) {
+    Enter enter(deviant);
+    forEveryName(enter);
+    enter.keep();
+}
+
 } // namespace
 
 void registerTypes() {
@@ -97,16 +130,21 @@ void registerTypes() {
         staticInitializeTypesMeta();
         transaction.commit();
     }
-    forEveryName(Enter{registry.getDeviant()});
+    try {
+        enterNames(registry.getDeviant());
+    } catch (...) {
+        terminateMeta();
+        staticForgetTypesMetaPackage(); // so that the next call completes its classes
+        throw;
+    }
 }
 
 void unregisterTypes() noexcept {
     try {
         QOB::ClipboardManager::instance()->clear();
-        forEveryName(TakeOut());
-        QOB::Transaction transaction(QOB::DomainRegistry::instance()->getMetaRegistry());
-        staticTerminateTypesMeta();
-        transaction.commit();
+        TakeOut takeOut;
+        forEveryName(takeOut);
+        terminateMeta();
     } catch (std::exception const& failure) {
         qobLogDebug("Taking down the types meta-registry failed: %s", failure.what());
     }

@@ -23,6 +23,8 @@ QOB_EXPORT void discard(NSInterface::ClassObjectIntf* object,
 QOB_EXPORT void appendStereotypeInstances(NSInterface::ClassObjectIntf* object,
                                           Deviant deviant,
                                           std::vector<ClassObject>& contained);
+/// For an object that dies after its model has ended.
+QOB_EXPORT void forgetOutliving(NSInterface::ClassObjectIntf* object) noexcept;
 } // namespace internal
 
 /// The object that lives once per model object, whatever the number of deviants: who it is (id,
@@ -149,6 +151,8 @@ protected:
         IntegerIncDec const guard(&count());
         if (this->rootDeviant_.isNotNull()) {
             this->rootDeviant_.removeObjectFromModel(this->owner_);
+        } else if (this->rootState_ == Deviant::ModelDestroyed) {
+            internal::forgetOutliving(this->owner_);
         }
         if (isRealState(this->rootState_)) {
             Base::destroyState(this->rootState_);

@@ -22,7 +22,7 @@ QOB_EXPORT void staticCreateMetaClass(NSInterface::ClassIntf*& result,
                                       char const* name,
                                       char const* dottedName,
                                       bool isAbstract,
-                                      char const* const* comments);
+                                      char const** const comments);
 
 /// Gives the class and its properties what lies in other classes: supers, types, opposites, what
 /// they redefine and subset; and binds them to the functions of the record. What has not been
@@ -44,21 +44,29 @@ QOB_EXPORT void staticDestroyMeta(NSInterface::ClassIntf* meta,
                                   char const* name,
                                   char const* dottedName);
 
+/// A property for the table of its class: its description, and the lists to enter there.
+struct MetaPropertyEntry {
+    MetaPropertyDescription* description = nullptr;
+    unsigned redefinedCount = 0;
+    PropertyReference const* redefined = nullptr;
+    unsigned subsettedCount = 0;
+    PropertyReference const* subsetted = nullptr;
+};
+
 /// A class as constant data of the library that declares it.
 struct MetaClassDescription {
     char const* name = nullptr;
     char const* dottedName = nullptr;
     IntrospectiveMethods* methods = nullptr; ///< its `properties` have room for all ids
     unsigned propertyCount = 0;
-    /// The own properties in order of their ids, to be entered in the record; null if they are
-    /// there from the start.
-    MetaPropertyDescription* properties = nullptr;
+    /// What is entered in `properties`, by id; null if all of it is there from the start.
+    MetaPropertyEntry const* entries = nullptr;
     bool isAbstract = false;
-    char const* const* comments = nullptr; ///< ended by null; may be null
+    char const** comments = nullptr; ///< ended by null; may be null
 };
 
-/// The three above for a class as data. The live class is entered in `meta` and, as a type, in the
-/// record. Nothing happens if there is one already.
+/// The three above for a class as data. First fills the class's table of properties; the live class
+/// is entered in `meta` and, as a type, in the record. Nothing happens if there is one already.
 QOB_EXPORT void createMetaClass(NSInterface::ClassIntf*& meta,
                                 MetaClassDescription const& description,
                                 Factory const& factory,

@@ -8,10 +8,15 @@
 #include <cstddef>
 #include <new>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 #include <utility>
 
 namespace QOB {
+
+class Boolean;
+class Integer;
+class Real;
 
 namespace internal {
 /// A free block for boxes of each size in words, or null: who reads values one after the other as
@@ -40,15 +45,48 @@ void freeBox(void* memory) noexcept {
     }
     ::operator delete(memory);
 }
+
+/// A box with a value of another library's. Those that live are in one list: a library that goes
+/// can find its own.
+class QOB_EXPORT LinkedBox : public NSInterface::ValueObjectIntf {
+public:
+    LinkedBox(LinkedBox const&) = delete;
+    LinkedBox& operator=(LinkedBox const&) = delete;
+    ~LinkedBox() override;
+    LinkedBox* next() const noexcept { return next_; }
+
+protected:
+    LinkedBox() noexcept;
+
+private:
+    LinkedBox* previous_ = nullptr;
+    LinkedBox* next_;
+};
+extern QOB_EXPORT LinkedBox* firstLinkedBox;
+
+inline LinkedBox::LinkedBox() noexcept : next_(std::exchange(firstLinkedBox, this)) {
+    if (next_ != nullptr) {
+        next_->previous_ = this;
+    }
+}
+
+template <class T>
+using BoxBase = std::conditional_t<std::same_as<T, Integer> || std::same_as<T, Real> ||
+                                       std::same_as<T, Boolean> || std::same_as<T, String>,
+                                   NSInterface::ValueObjectIntf,
+                                   LinkedBox>;
 } // namespace internal
 
 /// The object that holds one value of class T in itself: a boxed value is one allocation at most.
 /// Handles count in place; the box is freed with the last of them. T names its type (getTypeName)
 /// and has a text (toString).
 template <class T>
-class ValueBox final : public NSInterface::ValueObjectIntf {
+class ValueBox final : public internal::BoxBase<T> {
+    using Base = internal::BoxBase<T>;
+    using Base::referenceCount_;
+
 public:
-    explicit ValueBox(T value) : value_(std::move(value)) { countInPlace(); }
+    explicit ValueBox(T value) : value_(std::move(value)) { this->countInPlace(); }
 
     static void* operator new(std::size_t /*size*/) {
         static_assert(alignof(ValueBox) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);

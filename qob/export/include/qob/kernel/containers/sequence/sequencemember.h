@@ -1,5 +1,7 @@
 #pragma once
 
+#include "qob/kernel/immortal.h"
+
 #include <memory>
 #include <utility>
 
@@ -21,8 +23,7 @@ public:
 
     /// What is held; a common empty container, which must never be written, if there is none.
     Container const& read() const {
-        // Never destroyed: states are read until the very end of the library.
-        static auto const* const empty = new Container();
+        static Immortal<Container> empty;
         return container_ != nullptr ? *container_ : *empty;
     }
     Container& write() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "qob/kernel/immortal.h"
+
 #include <atomic>
 #include <cstdint>
 #include <utility>
@@ -62,9 +64,9 @@ private:
     }
 
     static SharedVector* sharedEmpty() {
-        // Never given back: lists are made until the very end of the library.
-        static auto* const block = new SharedVector;
-        return block;
+        // Its own count is never given back.
+        static Immortal<SharedVector> block;
+        return &*block;
     }
 
     mutable SharedVector* block_;
