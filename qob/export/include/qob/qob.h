@@ -1,24 +1,6 @@
 #pragma once
 
-/// Everything public of the kernel.
-#include "qob/kernel/deviant/classobjectstate.h"
-#include "qob/kernel/deviant/rootobject.h"
-#include "qob/kernel/deviant/sparsetables.h"
-#include "qob/kernel/handle/handle.h"
-#include "qob/kernel/interfaceof.h"
-#include "qob/kernel/meta/metaclasscreation.h"
-#include "qob/kernel/meta/metaclassof.h"
-#include "qob/kernel/property/access.h"
-#include "qob/kernel/property/assign.h"
-#include "qob/kernel/property/assignrules.h"
-#include "qob/kernel/property/assignsparse.h"
-#include "qob/kernel/property/mandatoryvalue.h"
-#include "qob/kernel/property/multivalued.h"
-#include "qob/kernel/property/optionalvalue.h"
-#include "qob/kernel/property/ownerend.h"
-#include "qob/kernel/property/reference.h"
-#include "qob/kernel/property/reflective.h"
-#include "qob/kernel/value/valuebox.h"
+/// What users of the kernel need; what generated code needs beside it lies in qob/kernel/.
 #include "qob/qob/assert.h"
 #include "qob/qob/boolean.h"
 #include "qob/qob/class.h"
