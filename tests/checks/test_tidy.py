@@ -27,18 +27,21 @@ class Tidy(Sandbox):
                 "command": f"/usr/bin/cmake -E env A=b ccache /usr/bin/clang++ -std=c++20 -I{root}"
                 f" -o unit.o -c {root / name}",
             }
-            for name in ("src/unit.cpp", "build/generated.cpp")
+            for name in ("src/alone.cpp", "build/unit.cxx", "build/generated.cpp")
         ]
         self.write("build/compile_commands.json", json.dumps(entries))
         self.write("build/generated.cpp", "int* p = 0;\n")
+        self.write("build/unit.cxx", f'#include "{root}/src/unit.cpp"\n')
+        self.write("src/alone.cpp", "int* r = nullptr;\n")
         self.write("src/unit.cpp", '#include "src/unit.h"\nint* p = nullptr;\n')
         self.write("src/unit.h", "inline int* q = nullptr;\n")
 
     def test_generated_code_is_not_asked_for(self) -> None:
         self.assertEqual([], CHECK.find(self.project))
 
-    def test_a_fault_in_a_source_and_one_in_a_header_are_found(self) -> None:
+    def test_a_fault_in_a_source_alone_or_in_a_unit_and_one_in_a_header_are_found(self) -> None:
         for name, text in (
+            ("src/alone.cpp", "int* r = 0;\n"),
             ("src/unit.cpp", '#include "src/unit.h"\nint* p = 0;\n'),
             ("src/unit.h", "inline int* q = 0;\n"),
         ):

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import argparse
+import json
 import pathlib
 import sys
 import time
@@ -14,6 +15,7 @@ from . import (
     headers,
     metamodel,
     paths,
+    sources,
     symbols,
     tidy,
     words,
@@ -30,17 +32,39 @@ CHECKS = (
     headers.CHECK,
     symbols.CHECK,
     paths.CHECK,
+    sources.CHECK,
     tidy.CHECK,
 )
 
 
-def _report(project: Project, check: Check) -> bool:
+class Times:
+    """What each check took when it last ran, kept beside what the checks remember."""
+
+    def __init__(self, project: Project) -> None:
+        self._file = project.root / "build" / "check" / "times.json"
+        try:
+            self._seconds: dict[str, float] = json.loads(self._file.read_text())
+        except (OSError, ValueError):
+            self._seconds = {}
+
+    def of(self, check: Check) -> str:
+        seconds = self._seconds.get(check.name)
+        return "-" if seconds is None else f"{seconds:.1f} s"
+
+    def keep(self, check: Check, seconds: float) -> None:
+        self._seconds[check.name] = seconds
+        self._file.parent.mkdir(parents=True, exist_ok=True)
+        self._file.write_text(json.dumps(self._seconds, indent=2, sort_keys=True))
+
+
+def _report(project: Project, check: Check, times: Times) -> bool:
     started = time.monotonic()
     try:
         findings = check.find(project)
     except CommandFailed as failure:
         findings = [str(failure)]
     seconds = time.monotonic() - started
+    times.keep(check, seconds)
     verdict = "FAILED" if findings else "ok"
     print(f"{check.name:10} {verdict:6} {seconds:6.1f} s  {check.meaning}", flush=True)
     for finding in findings:
@@ -53,7 +77,7 @@ def _report(project: Project, check: Check) -> bool:
 def main(arguments: list[str]) -> int:
     parser = argparse.ArgumentParser(prog="./dev check", description=__doc__)
     parser.add_argument("names", nargs="*", metavar="CHECK", help="run only these")
-    parser.add_argument("--list", action="store_true", help="name the checks and end")
+    parser.add_argument("--list", action="store_true", help="name the checks with their last times")
     parser.add_argument("--repair", action="store_true", help="mend what the named checks find")
     options = parser.parse_args(arguments)
 
@@ -61,12 +85,13 @@ def main(arguments: list[str]) -> int:
     unknown = [name for name in options.names if name not in known]
     if unknown:
         parser.error(f"There is no check ({unknown[0]}); there are: {', '.join(known)}.")
+    project = Project(pathlib.Path.cwd())
+    times = Times(project)
     if options.list:
         for check in CHECKS:
-            print(f"{check.name:10} {check.meaning}")
+            print(f"{check.name:10} {times.of(check):>8}  {check.meaning}")
         return 0
 
-    project = Project(pathlib.Path.cwd())
     chosen = [known[name] for name in options.names] or list(CHECKS)
     if options.repair:
         for check in chosen:
@@ -74,7 +99,7 @@ def main(arguments: list[str]) -> int:
                 parser.error(f"Check ({check.name}) cannot repair by itself: {check.fix}.")
             check.repair(project)
         return 0
-    return 0 if all([_report(project, check) for check in chosen]) else 1
+    return 0 if all([_report(project, check, times) for check in chosen]) else 1
 
 
 if __name__ == "__main__":

@@ -2,45 +2,36 @@
 
 from __future__ import annotations
 
-import json
-import pathlib
 import re
-import shlex
 
 from .cache import Cache, Task
 from .check import Check
+from .compilations import Compilation, compilations
 from .project import Project
-
-# Built by clang and without precompiled headers, which clang-tidy could not read.
-_PRESET = "clang"
 
 
 def _header_filter(project: Project) -> str:
-    """Matches hand-written headers: those in a folder that has one under version control."""
+    """Matches hand-written files: those in a folder that has a header under version control."""
     folders = {path.relative_to(project.root).parts[0] for path in project.tracked("*.h")}
     return f"^{re.escape(str(project.root))}/({'|'.join(sorted(folders))})/"
 
 
-def _task(project: Project, entry: dict[str, str], header_filter: str) -> Task:
-    source = pathlib.Path(entry["directory"], entry["file"])
-    words = shlex.split(entry["command"])
-    # Without a compiler cache in front, and without the output that the build wants.
-    start = next(i for i, word in enumerate(words) if re.search(r"clang\+\+[-0-9]*$", word))
-    output = words.index("-o")
-    compiler = words[start:output] + words[output + 2 :]
-    compiler.remove("-c")
+def _task(project: Project, compilation: Compilation, header_filter: str) -> Task:
+    """Looks at a whole unit, so that a header is looked at once a unit instead of once a source."""
     return Task(
-        name=project.relative(source),
+        name=project.relative(compilation.file),
         command=(
             "clang-tidy",
             "--quiet",
+            # A unit includes sources.
+            "--checks=-bugprone-suspicious-include",
             f"--header-filter={header_filter}",
-            str(source),
+            str(compilation.file),
             "--",
-            *compiler[1:],
+            *compilation.compiler[1:],
         ),
-        dependencies=(*compiler, "-MM"),
-        directory=pathlib.Path(entry["directory"]),
+        dependencies=(*compilation.compiler, "-MM", str(compilation.file)),
+        directory=compilation.directory,
     )
 
 
@@ -53,24 +44,17 @@ def _faults(project: Project, output: str) -> list[str]:
 
 
 def _find(project: Project) -> list[str]:
-    build = project.build(_PRESET, "velum_generated")
-    hand_written = set(project.tracked("*.cpp"))
-    entries = json.loads((build / "compile_commands.json").read_text())
     header_filter = _header_filter(project)
-    tasks = {}
-    for entry in entries:
-        if pathlib.Path(entry["directory"], entry["file"]) in hand_written:
-            task = _task(project, entry, header_filter)
-            tasks.setdefault(task.name, task)
+    tasks = [_task(project, each, header_filter) for each in compilations(project)]
     cache = Cache(project, "tidy", project.tracked(".clang-tidy", "**/.clang-tidy"))
-    outputs = cache.failures(tasks[name] for name in sorted(tasks))
     # A fault in a header shows in every unit that reads it; once is enough.
+    outputs = cache.failures(sorted(tasks, key=lambda task: task.name))
     return list(dict.fromkeys(fault for text in outputs for fault in _faults(project, text)))
 
 
 CHECK = Check(
     name="tidy",
     meaning="clang-tidy is silent about hand-written code",
-    fix="clang-tidy -p build/clang --fix FILE, or mend it by hand",
+    fix="clang-tidy -p build/lint --fix FILE, or mend it by hand",
     find=_find,
 )
