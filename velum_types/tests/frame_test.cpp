@@ -140,6 +140,32 @@ TEST(Frame, ListsKeepWhatIsPushedInOrderAndRefuseRepetitionsIfTheyAreUnique) {
     });
 }
 
+TEST(Frame, ListsAreTheSameFromCallToCallAndKeepWhatTheyDoNotRefuse) {
+    auto const isList = [](Property const& p) { return p.isMany(); };
+    forEach(isList, [](ConcreteClass const& of, Property const& property) {
+        World world;
+        ClassObject const object = world.createFull(of);
+        auto const elements = [&] { return property.elements(object); };
+        int rest = elements().size();
+        EXPECT_EQ(elements().begin(), elements().begin());
+        for (auto i = elements().begin(); i != elements().end() && rest >= 0; ++i) {
+            --rest;
+        }
+        EXPECT_EQ(rest, 0) << "a loop that asks anew in each step ends";
+        ClassObject const bare = world.create(of);
+        for (ClassObject const& owner : {object, bare}) {
+            Object const value = world.another(owner, property, of.methods);
+            try {
+                property.elements(owner).push_back(value);
+            } catch (QOB::Exception const&) {
+                EXPECT_TRUE(property.isDerived());
+                continue;
+            }
+            EXPECT_TRUE(holds(property.elements(owner), value));
+        }
+    });
+}
+
 TEST(Frame, AWriteThatChangesNothingMakesNoStateInABranch) {
     for (ConcreteClass const& of : concreteClasses()) {
         World world;

@@ -113,7 +113,7 @@ struct Parts {
 private:
     template <class Element>
     static Sequence<Element> joined(Deviant deviant) {
-        return MakeSequence<Element>(deviant);
+        return SequenceCombination<Element>(deviant, 0);
     }
     template <class Element, class Only>
     static Sequence<Element> joined(Deviant, Only const& only) {

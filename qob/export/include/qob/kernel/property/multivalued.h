@@ -43,10 +43,11 @@ Sequence<Element> elementsWithOwner(Intf const* object,
             deviant};
 }
 
-/// What a class has for a property that only shows others, before a subclass says which.
+/// What a class has for a property that only shows others, before a subclass says which. Refuses
+/// writes, as the combination of several does.
 template <class Element>
 Sequence<Element> noElements(Deviant deviant) {
-    return MakeSequence<Element>(deviant);
+    return SequenceCombination<Element>(deviant, 0);
 }
 
 } // namespace QOB::property
