@@ -67,7 +67,8 @@ TEST_F(SequenceHandle, HasTheOperationsOfAContainer) {
     EXPECT_TRUE(s.contains(3));
     s.push_back(9);
     EXPECT_EQ(s.removeAll(9), 2);
-    EXPECT_EQ(s.erase(s.begin()), s.begin());
+    auto const behind = s.erase(s.begin());
+    EXPECT_EQ(behind, s.begin());
     EXPECT_EQ(*s.insert(s.end(), 5), 5);
     s.erase(s.begin(), std::next(s.begin()));
     s.pop_back();

@@ -204,14 +204,6 @@ TEST_F(SequenceView, AssociationRefusesAnotherModelBeforeAnythingHasChanged) {
     other.destroy();
 }
 
-TEST_F(SequenceView, ElementWhoseOwnEndCannotBeWrittenIsTakenOutAgain) {
-    Box const a = box();
-    QOB::Model const elsewhere = branch();
-    Box const onlyThere = Box::create(elsewhere); // doesn't exist in the root
-    EXPECT_THROW(a.getItems().push_back(onlyThere), QOB::Exception);
-    EXPECT_TRUE(a.getItems().empty());
-}
-
 TEST_F(SequenceView, SingleValueIsASequenceOfNoneOrOne) {
     Box const b = box();
     Box const lid = box();

@@ -25,10 +25,19 @@ GenericAssociationSequence::GenericAssociationSequence(Object owner,
 
 GenericAssociationSequence::~GenericAssociationSequence() = default;
 
+void GenericAssociationSequence::checkInsertable(Deviant const& deviant, Ref const& element) const {
+    isNew(deviant, element);
+}
+
 bool GenericAssociationSequence::isNew(Deviant const& deviant, Ref const& element) const {
     QOB_REQUIRE(!deviant.isInDifferentModel(element.deviant, methods_, oppositeId_),
                 "Cross-model bi-directional associations are currently disallowed!");
-    return !inner_->generic_contains(deviant, element);
+    if (inner_->generic_contains(deviant, element)) { // raises for another class and for null
+        return false;
+    }
+    NSInterface::ObjectIntf const* const tag = nullptr;
+    objectOf(element)->getReadDeviantI(deviant, tag); // raises if it doesn't exist there
+    return true;
 }
 
 void GenericAssociationSequence::link(Deviant const& deviant, Ref const& element) {
@@ -41,7 +50,7 @@ void GenericAssociationSequence::link(Deviant const& deviant, Ref const& element
     }
 }
 
-void GenericAssociationSequence::linkOrTakeOut(Deviant const& deviant, Ref const& element) {
+void GenericAssociationSequence::linkInserted(Deviant const& deviant, Ref const& element) {
     try {
         link(deviant, element);
     } catch (...) {
@@ -82,7 +91,7 @@ IteratorPtr GenericAssociationSequence::generic_insert(Deviant const& deviant,
     bool const changes = isNew(deviant, element);
     IteratorPtr result = inner_->generic_insert(deviant, position, element);
     if (changes) {
-        linkOrTakeOut(deviant, element);
+        linkInserted(deviant, element);
     }
     return result;
 }
@@ -91,7 +100,7 @@ void GenericAssociationSequence::generic_insert(Deviant const& deviant, int inde
     internal::checkInsertIndex(index, inner_->generic_size(deviant));
     if (isNew(deviant, element)) {
         inner_->generic_insert(deviant, index, element);
-        linkOrTakeOut(deviant, element);
+        linkInserted(deviant, element);
     }
 }
 
@@ -105,7 +114,9 @@ IteratorPtr GenericAssociationSequence::generic_erase(Deviant const& deviant,
                                                       IteratorIntf const* first,
                                                       IteratorIntf const* last) {
     std::vector<Ref> elements;
-    for (IteratorPtr const position = first->generic_clone(); !position->generic_sameAs(last);
+    // From where `first` stands in the sequence as it is.
+    for (IteratorPtr const position = inner_->generic_erase(deviant, first, first);
+         !position->generic_sameAs(last);
          position->generic_next(deviant)) {
         elements.push_back(position->generic_value(deviant));
     }
@@ -139,25 +150,30 @@ void GenericAssociationSequence::generic_pop_front(Deviant const& deviant) {
 void GenericAssociationSequence::generic_push_back(Deviant const& deviant, Ref element) {
     if (isNew(deviant, element)) {
         inner_->generic_push_back(deviant, element);
-        linkOrTakeOut(deviant, element);
+        linkInserted(deviant, element);
     }
 }
 
 void GenericAssociationSequence::generic_push_front(Deviant const& deviant, Ref element) {
     if (isNew(deviant, element)) {
         inner_->generic_push_front(deviant, element);
-        linkOrTakeOut(deviant, element);
+        linkInserted(deviant, element);
     }
 }
 
 void GenericAssociationSequence::generic_replace(Deviant const& deviant, int index, Ref element) {
     Ref const old = inner_->generic_at(deviant, index);
-    bool const changes = isNew(deviant, element);
-    inner_->generic_replace(deviant, index, element);
-    if (changes) {
-        unlink(deviant, old);
-        link(deviant, element);
+    if (!isNew(deviant, element)) {
+        return;
     }
+    inner_->generic_replace(deviant, index, element);
+    try {
+        link(deviant, element);
+    } catch (...) {
+        inner_->generic_replace(deviant, index, old);
+        throw;
+    }
+    unlink(deviant, old);
 }
 
 int GenericAssociationSequence::generic_removeAll(Deviant const& deviant, Ref element) {

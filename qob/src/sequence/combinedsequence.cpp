@@ -21,64 +21,89 @@ namespace {
 /// A part and a position in it; behind the last part at the end. Keeps the combination.
 class GenericCombinedSequence::Iterator final : public IteratorProxy {
 public:
-    Iterator(GenericCombinedSequence const& sequence,
-             std::size_t part,
-             IteratorPtr position,
-             IteratorPtr end) noexcept
-        : sequence_(&sequence), part_(part), position_(std::move(position)), end_(std::move(end)) {}
+    explicit Iterator(GenericCombinedSequence const& sequence, std::size_t part) noexcept
+        : sequence_(&sequence), part_(part) {}
+    Iterator(Iterator const& other)
+        : IteratorProxy(other),
+          sequence_(other.sequence_),
+          part_(other.part_),
+          index_(other.index_),
+          size_(other.size_),
+          position_(other.atEnd() ? nullptr : other.position_->generic_clone()) {}
+    Iterator& operator=(Iterator const&) = delete;
+    ~Iterator() override = default;
 
     Ref generic_value(Deviant const& deviant) const override {
+        internal::checkNotAtEnd(atEnd());
         return position_->generic_value(deviant);
     }
     void generic_next(Deviant const& deviant) override {
-        position_->generic_next(deviant);
-        if (position_->generic_sameAs(end_.get())) {
-            ++part_;
-            enterNext(deviant);
+        internal::checkNotAtEnd(atEnd());
+        if (index_ + 1 == size_) {
+            toPartFrom(part_ + 1, deviant);
+        } else {
+            position_->generic_next(deviant);
+            ++index_;
         }
     }
     void generic_prev(Deviant const& deviant) override {
-        if (position_ == nullptr ||
-            position_->generic_sameAs(parts()[part_]->generic_begin(deviant).get())) {
-            do {
-                --part_;
-            } while (parts()[part_]->generic_empty(deviant));
-            end_ = parts()[part_]->generic_end(deviant);
-            position_ = end_->generic_clone();
+        if (index_ == 0) {
+            toPartBefore(deviant);
+        } else {
+            position_->generic_prev(deviant);
+            --index_;
         }
-        position_->generic_prev(deviant);
     }
-    IteratorPtr generic_clone() const override {
-        return std::make_unique<Iterator>(*sequence_,
-                                          part_,
-                                          position_ ? position_->generic_clone() : nullptr,
-                                          end_ ? end_->generic_clone() : nullptr);
-    }
+    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(*this); }
     bool generic_sameAs(IteratorIntf const* other) const override {
-        auto const* const same = dynamic_cast<Iterator const*>(other);
-        if (same == nullptr || same->sequence_.get() != sequence_.get() || same->part_ != part_) {
+        auto const* const there = dynamic_cast<Iterator const*>(other);
+        if (there == nullptr || there->part_ != part_ || there->atEnd() != atEnd()) {
             return false;
         }
-        return position_ == nullptr || position_->generic_sameAs(same->position_.get());
+        return atEnd() || position_->generic_sameAs(there->position_.get());
     }
 
-    /// From the begin of `part_` on to the first part that isn't empty.
-    void enterNext(Deviant const& deviant) {
-        while (part_ != parts().size() && parts()[part_]->generic_empty(deviant)) {
-            ++part_;
+    /// To the first element of the first part from `part` on that has one.
+    void toPartFrom(std::size_t part, Deviant const& deviant) {
+        while (part != parts().size() && parts()[part]->generic_empty(deviant)) {
+            ++part;
         }
-        bool const atEnd = part_ == parts().size();
-        position_ = atEnd ? nullptr : parts()[part_]->generic_begin(deviant);
-        end_ = atEnd ? nullptr : parts()[part_]->generic_end(deviant);
+        if (part == parts().size()) {
+            set(part, 0, 0, nullptr);
+        } else {
+            int const size = parts()[part]->generic_size(deviant);
+            set(part, 0, size, parts()[part]->generic_begin(deviant));
+        }
     }
 
 private:
     std::vector<Generic::SequencePtr> const& parts() const noexcept { return sequence_->parts_; }
+    bool atEnd() const noexcept { return position_ == nullptr; }
+
+    /// To the last element of the next part before this one that has one.
+    void toPartBefore(Deviant const& deviant) {
+        std::size_t part = part_;
+        do {
+            internal::checkNotAtBegin(part == 0);
+            --part;
+        } while (parts()[part]->generic_empty(deviant));
+        int const size = parts()[part]->generic_size(deviant);
+        IteratorPtr last = parts()[part]->generic_end(deviant);
+        last->generic_prev(deviant);
+        set(part, size - 1, size, std::move(last));
+    }
+    void set(std::size_t part, int index, int size, IteratorPtr position) noexcept {
+        part_ = part;
+        index_ = index;
+        size_ = size;
+        position_ = std::move(position);
+    }
 
     Generic::SmartPtr<GenericCombinedSequence const, Generic::ReferenceCounted> sequence_;
     std::size_t part_;
+    int index_ = 0;        ///< in the part
+    int size_ = 0;         ///< of the part when the iterator entered it
     IteratorPtr position_; ///< null at the end
-    IteratorPtr end_;      ///< of the part
 };
 
 GenericCombinedSequence::GenericCombinedSequence() = default;
@@ -107,13 +132,13 @@ Ref GenericCombinedSequence::generic_back(Deviant const& deviant) const {
 }
 
 IteratorPtr GenericCombinedSequence::generic_begin(Deviant const& deviant) const {
-    auto result = std::make_unique<Iterator>(*this, 0, nullptr, nullptr);
-    result->enterNext(deviant);
+    auto result = std::make_unique<Iterator>(*this, 0);
+    result->toPartFrom(0, deviant);
     return result;
 }
 
 IteratorPtr GenericCombinedSequence::generic_end(Deviant const&) const {
-    return std::make_unique<Iterator>(*this, parts_.size(), nullptr, nullptr);
+    return std::make_unique<Iterator>(*this, parts_.size());
 }
 
 int GenericCombinedSequence::generic_size(Deviant const& deviant) const {

@@ -44,18 +44,28 @@ private:
     unsigned id_;
 };
 
-/// The objects from one position to another; nothing for values.
+/// Where an iterator, which may be older, stands in the sequence; raises if nowhere.
+IteratorPtr placeIn(SequenceRef const& sequence, Generic::IteratorIntf const* position) {
+    return sequence.generic_erase(position, position); // nothing
+}
+
+/// The objects from one position of a sequence to another; nothing for values. Raises if there is
+/// no way from the first to the last.
 std::vector<Ref> objectsBetween(SequenceRef const& sequence,
                                 Generic::IteratorIntf const* first,
                                 Generic::IteratorIntf const* last) {
     std::vector<Ref> objects;
-    for (IteratorPtr const position = first->generic_clone(); !position->generic_sameAs(last);
+    bool areObjects = true;
+    for (IteratorPtr const position = placeIn(sequence, first); !position->generic_sameAs(last);
          position->generic_next(sequence.getDeviant())) {
-        Ref element = position->generic_value(sequence.getDeviant());
-        if (element.equalFn != nullptr) {
-            break;
+        if (!areObjects) {
+            continue;
         }
-        objects.push_back(std::move(element));
+        Ref element = position->generic_value(sequence.getDeviant());
+        areObjects = element.equalFn == nullptr;
+        if (areObjects) {
+            objects.push_back(std::move(element));
+        }
     }
     return objects;
 }
@@ -102,23 +112,6 @@ bool GenericDeviantSequence::refuses(Deviant const& deviant, Ref const& element)
     return isUnique() && reading(deviant).generic_contains(element);
 }
 
-IteratorPtr GenericDeviantSequence::moved(IteratorIntf const* position,
-                                          SequenceRef const& from,
-                                          SequenceRef const& to) const {
-    if (from.get() == to.get()) {
-        return position->generic_clone();
-    }
-    // The first write in this deviant: what is written is a copy of what the position was taken
-    // from, at the same length.
-    IteratorPtr const walker = from.generic_begin();
-    IteratorPtr result = to.generic_begin();
-    for (int rest = from.generic_size(); rest != 0 && !walker->generic_sameAs(position); --rest) {
-        walker->generic_next(from.getDeviant());
-        result->generic_next(to.getDeviant());
-    }
-    return result;
-}
-
 void GenericDeviantSequence::generic_clear(Deviant const& deviant) {
     SequenceRef const source = reading(deviant);
     if (source.generic_empty()) {
@@ -138,8 +131,8 @@ IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
         // A container that has the element gives its place and changes nothing.
         return source.generic_insert(position, std::move(element));
     }
-    SequenceRef const target = writing(deviant);
-    IteratorPtr result = target.generic_insert(moved(position, source, target).get(), element);
+    placeIn(source, position);
+    IteratorPtr result = writing(deviant).generic_insert(position, element);
     Referred(in(deviant), methods_, propertyId_).add(element);
     return result;
 }
@@ -162,24 +155,21 @@ void GenericDeviantSequence::generic_erase(Deviant const& deviant, int index) {
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
                                                   IteratorIntf const* first,
                                                   IteratorIntf const* last) {
-    if (first->generic_sameAs(last)) {
-        return first->generic_clone();
-    }
     SequenceRef const source = reading(deviant);
-    std::vector<Ref> const objects = objectsBetween(source, first, last);
-    SequenceRef const target = writing(deviant);
-    IteratorPtr result =
-        target.generic_erase(moved(first, source, target).get(), moved(last, source, target).get());
+    IteratorPtr const end = placeIn(source, last);
+    std::vector<Ref> const objects = objectsBetween(source, first, end.get());
+    if (first->generic_sameAs(last)) {
+        return placeIn(source, first);
+    }
+    IteratorPtr result = writing(deviant).generic_erase(first, last);
     Referred(in(deviant), methods_, propertyId_).remove(objects);
     return result;
 }
 
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
                                                   IteratorIntf const* position) {
-    SequenceRef const source = reading(deviant);
-    Ref const element = position->generic_value(source.getDeviant());
-    SequenceRef const target = writing(deviant);
-    IteratorPtr result = target.generic_erase(moved(position, source, target).get());
+    Ref const element = placeIn(reading(deviant), position)->generic_value(in(deviant));
+    IteratorPtr result = writing(deviant).generic_erase(position);
     Referred(in(deviant), methods_, propertyId_).remove(element);
     return result;
 }
@@ -212,15 +202,11 @@ void GenericDeviantSequence::generic_push_front(Deviant const& deviant, Ref elem
 
 void GenericDeviantSequence::generic_replace(Deviant const& deviant, int index, Ref element) {
     Ref const old = generic_at(deviant, index);
-    if (!Generic::sameElement(old, element)) {
-        // Raises for what can't be inserted, before there is a state.
-        bool const refused = refuses(deviant, element);
+    if (!Generic::sameElement(old, element) && !refuses(deviant, element)) {
         writing(deviant).generic_replace(index, element);
-        if (!refused) {
-            Referred const referred(in(deviant), methods_, propertyId_);
-            referred.remove(old);
-            referred.add(element);
-        }
+        Referred const referred(in(deviant), methods_, propertyId_);
+        referred.remove(old);
+        referred.add(element);
     }
 }
 

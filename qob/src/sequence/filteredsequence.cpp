@@ -48,9 +48,17 @@ IteratorPtr GenericFilteredSequence::wrap(IteratorPtr position) const {
 }
 
 IteratorIntf const* GenericFilteredSequence::unwrap(IteratorIntf const* position) const {
-    return filter_.isIdentity() ? position : static_cast<Iterator const*>(position)->inner();
+    if (filter_.isIdentity()) {
+        return position;
+    }
+    auto const* const own = dynamic_cast<Iterator const*>(position);
+    internal::checkPlace(own != nullptr);
+    return own->inner();
 }
 
+void GenericFilteredSequence::checkInsertable(Deviant const& deviant, Ref const& element) const {
+    checkInsertableInto(inner_.get(), deviant, filter_.convertBack(element));
+}
 Ref GenericFilteredSequence::generic_at(Deviant const& deviant, int index) const {
     return filter_.convert(inner_->generic_at(deviant, index));
 }

@@ -5,6 +5,9 @@ namespace QOB {
 using Generic::IteratorPtr;
 using Generic::Ref;
 
+void ForwardingSequence::checkInsertable(Deviant const& deviant, Ref const& element) const {
+    checkInsertableInto(reading(deviant).get(), deviant, element);
+}
 Ref ForwardingSequence::generic_at(Deviant const& deviant, int index) const {
     return reading(deviant).generic_at(index);
 }

@@ -10,25 +10,86 @@ using Generic::Ref;
 using Generic::toRef;
 using Generic::valueOf;
 
-/// A pointer into the list's own vector.
+namespace {
+
+template <class T>
+bool equalsItself(T const& value) {
+    T const& other = value;
+    return value == other;
+}
+
+/// Equal, or neither equal to anything.
+template <class T>
+bool sameValue(T const& a, T const& b) {
+    if constexpr (std::is_same_v<T, Object>) {
+        return Generic::equalObjects(a, b);
+    } else {
+        return a == b || (!equalsItself(a) && !equalsItself(b));
+    }
+}
+
+} // namespace
+
+/// An index in the list's vector, which the iterator keeps as it was.
 template <class T>
 class ListQImplForPrimitives<T>::Iterator final : public IteratorProxy {
 public:
-    explicit Iterator(T const* position) noexcept : position_(position) {}
+    using Snapshot = typename Performance::COWWrapper<std::vector<T>>::Snapshot;
 
-    T const* position() const noexcept { return position_; }
+    Iterator(Snapshot const& seen, std::ptrdiff_t index) noexcept : seen_(seen), index_(index) {}
 
-    Ref generic_value(Deviant const&) const override { return toRef(*position_); }
-    void generic_next(Deviant const&) override { ++position_; }
-    void generic_prev(Deviant const&) override { --position_; }
-    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(position_); }
+    Snapshot const& seen() const noexcept { return seen_; }
+    std::ptrdiff_t index() const noexcept { return index_; }
+    bool atEnd() const noexcept {
+        return seen_.isNull() || static_cast<std::size_t>(index_) == seen_.container().size();
+    }
+    T const& value() const noexcept { return seen_.container()[static_cast<std::size_t>(index_)]; }
+    /// True if it stands at this index of a list that has this value there.
+    bool isAt(std::ptrdiff_t index, T const& there) const {
+        return index == index_ && sameValue(value(), there);
+    }
+
+    Ref generic_value(Deviant const&) const override {
+        internal::checkNotAtEnd(atEnd());
+        return toRef(value());
+    }
+    void generic_next(Deviant const&) override {
+        internal::checkNotAtEnd(atEnd());
+        ++index_;
+    }
+    void generic_prev(Deviant const&) override {
+        internal::checkNotAtBegin(index_ == 0);
+        --index_;
+    }
+    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(*this); }
     bool generic_sameAs(IteratorIntf const* other) const override {
-        auto const* const same = dynamic_cast<Iterator const*>(other);
-        return same != nullptr && same->position_ == position_;
+        auto const* const there = dynamic_cast<Iterator const*>(other);
+        if (there == nullptr) {
+            return false;
+        }
+        if (seen_ == there->seen_) {
+            return index_ == there->index_;
+        }
+        return atEnd() == there->atEnd() && (atEnd() || isAt(there->index_, there->value()));
+    }
+
+    static Iterator const& own(IteratorIntf const* position) {
+        auto const* const own = dynamic_cast<Iterator const*>(position);
+        internal::checkPlace(own != nullptr && !own->isUsedUp_);
+        return *own;
+    }
+    /// Before a write at the position, so that the write needn't go to a copy for its sake.
+    static void useUp(IteratorIntf const* position) noexcept {
+        auto const* const own = static_cast<Iterator const*>(position);
+        own->isUsedUp_ = true;
+        own->index_ = 0;
+        own->seen_ = {};
     }
 
 private:
-    T const* position_;
+    mutable Snapshot seen_;
+    mutable std::ptrdiff_t index_;
+    mutable bool isUsedUp_ = false;
 };
 
 template <class T>
@@ -53,14 +114,24 @@ ListQImplForPrimitives<T>::~ListQImplForPrimitives() = default;
 
 template <class T>
 std::ptrdiff_t ListQImplForPrimitives<T>::offsetOf(IteratorIntf const* position) const {
-    return static_cast<Iterator const*>(position)->position() - values_.read().data();
+    Iterator const& own = Iterator::own(position);
+    if (own.seen().isOf(values_)) {
+        return own.index();
+    }
+    auto const size = static_cast<std::ptrdiff_t>(values_.size());
+    if (own.atEnd()) {
+        return size;
+    }
+    internal::checkPlace(own.index() < size &&
+                         own.isAt(own.index(), values_[static_cast<std::size_t>(own.index())]));
+    return own.index();
 }
 
 template <class T>
 IteratorPtr ListQImplForPrimitives<T>::iteratorAt(std::ptrdiff_t offset) const {
     typename Performance::COWWrapper<std::vector<T>>::Lock const lock(values_);
     values_.ensureUnique();
-    return std::make_unique<Iterator>(values_.read().data() + offset);
+    return std::make_unique<Iterator>(typename Iterator::Snapshot(values_), offset);
 }
 
 template <class T>
@@ -127,6 +198,7 @@ IteratorPtr ListQImplForPrimitives<T>::generic_insert(Deviant const&,
                                                       IteratorIntf const* position,
                                                       Ref element) {
     std::ptrdiff_t const offset = offsetOf(position);
+    Iterator::useUp(position);
     insertAt(offset, valueOf<T>(element));
     return iteratorAt(offset);
 }
@@ -148,12 +220,22 @@ template <class T>
 IteratorPtr ListQImplForPrimitives<T>::generic_erase(Deviant const&,
                                                      IteratorIntf const* first,
                                                      IteratorIntf const* last) {
-    return eraseRange(offsetOf(first), offsetOf(last));
+    std::ptrdiff_t const begin = offsetOf(first);
+    std::ptrdiff_t const end = offsetOf(last);
+    internal::checkRange(begin <= end);
+    if (begin == end) {
+        return iteratorAt(begin);
+    }
+    Iterator::useUp(first);
+    Iterator::useUp(last);
+    return eraseRange(begin, end);
 }
 
 template <class T>
 IteratorPtr ListQImplForPrimitives<T>::generic_erase(Deviant const&, IteratorIntf const* position) {
     std::ptrdiff_t const offset = offsetOf(position);
+    internal::checkNotAtEnd(offset == static_cast<std::ptrdiff_t>(values_.size()));
+    Iterator::useUp(position);
     return eraseRange(offset, offset + 1);
 }
 

@@ -6,7 +6,7 @@
 #include <boost/multi_index_container.hpp>
 
 #include <cmath>
-#include <optional>
+#include <utility>
 
 namespace QOB::MultiIndexImplInternal {
 
@@ -43,51 +43,81 @@ struct MultiIndexImplForPrimitives<T, Unique, Key>::Container {
     Values<T> values;
 };
 
-/// A node of the container; nothing in a sequence that has no container yet.
+/// An index in the container, which the iterator keeps as it was; there is none in a sequence that
+/// never held anything.
 template <class T, bool Unique, class Key>
 class MultiIndexImplForPrimitives<T, Unique, Key>::Iterator final : public IteratorProxy {
 public:
-    using Node = std::optional<typename Values<T>::const_iterator>;
+    Iterator(std::shared_ptr<Container> seen, int index) noexcept
+        : seen_(std::move(seen)), index_(index) {}
 
-    explicit Iterator(Node const& node) noexcept : node_(node) {}
+    std::shared_ptr<Container> const& seen() const noexcept { return seen_; }
+    int index() const noexcept { return index_; }
+    bool atEnd() const noexcept {
+        return seen_ == nullptr || static_cast<std::size_t>(index_) == seen_->values.size();
+    }
+    T const& value() const { return seen_->values[static_cast<std::size_t>(index_)]; }
 
-    Node const& node() const noexcept { return node_; }
-
-    Ref generic_value(Deviant const&) const override { return toRef(**node_); }
-    void generic_next(Deviant const&) override { ++*node_; }
-    void generic_prev(Deviant const&) override { --*node_; }
-    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(node_); }
+    Ref generic_value(Deviant const&) const override {
+        internal::checkNotAtEnd(atEnd());
+        return toRef(value());
+    }
+    void generic_next(Deviant const&) override {
+        internal::checkNotAtEnd(atEnd());
+        ++index_;
+    }
+    void generic_prev(Deviant const&) override {
+        internal::checkNotAtBegin(index_ == 0);
+        --index_;
+    }
+    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(*this); }
     bool generic_sameAs(IteratorIntf const* other) const override {
-        auto const* const same = dynamic_cast<Iterator const*>(other);
-        return same != nullptr && same->node_ == node_;
+        auto const* const there = dynamic_cast<Iterator const*>(other);
+        if (there == nullptr) {
+            return false;
+        }
+        if (seen_ == there->seen_) {
+            return index_ == there->index_;
+        }
+        return atEnd() == there->atEnd() && (atEnd() || equal(value(), there->value()));
     }
 
-    /// The place of an iterator in the container, which is empty if the iterator has no node.
-    static auto placeIn(Values<T> const& values, IteratorIntf const* position) {
-        Node const& node = static_cast<Iterator const*>(position)->node_;
-        return node ? *node : values.end();
+    static Iterator const& own(IteratorIntf const* position) {
+        auto const* const own = dynamic_cast<Iterator const*>(position);
+        internal::checkPlace(own != nullptr && !own->isUsedUp_);
+        return *own;
+    }
+    /// Before a write at the position, so that the write needn't go to a copy for its sake.
+    static void useUp(IteratorIntf const* position) noexcept {
+        auto const* const own = static_cast<Iterator const*>(position);
+        own->isUsedUp_ = true;
+        own->index_ = 0;
+        own->seen_ = nullptr;
     }
 
 private:
-    Node node_;
+    static bool equal(T const& a, T const& b) noexcept {
+        ElementLess<T> const less;
+        return !less(a, b) && !less(b, a);
+    }
+
+    mutable std::shared_ptr<Container> seen_;
+    mutable int index_;
+    mutable bool isUsedUp_ = false;
 };
+
+// A copy shares the container until one of the two is written.
 
 template <class T, bool Unique, class Key>
 MultiIndexImplForPrimitives<T, Unique, Key>::MultiIndexImplForPrimitives() noexcept = default;
 
 template <class T, bool Unique, class Key>
 MultiIndexImplForPrimitives<T, Unique, Key>::MultiIndexImplForPrimitives(
-    MultiIndexImplForPrimitives const& other)
-    : SequenceIntf(other),
-      container_(other.size() == 0 ? nullptr : std::make_unique<Container>(*other.container_)) {
-}
+    MultiIndexImplForPrimitives const& other) = default;
 
 template <class T, bool Unique, class Key>
-MultiIndexImplForPrimitives<T, Unique, Key>&
-MultiIndexImplForPrimitives<T, Unique, Key>::operator=(MultiIndexImplForPrimitives const& other) {
-    container_ = other.size() == 0 ? nullptr : std::make_unique<Container>(*other.container_);
-    return *this;
-}
+MultiIndexImplForPrimitives<T, Unique, Key>& MultiIndexImplForPrimitives<T, Unique, Key>::operator=(
+    MultiIndexImplForPrimitives const& other) = default;
 
 template <class T, bool Unique, class Key>
 MultiIndexImplForPrimitives<T, Unique, Key>::~MultiIndexImplForPrimitives() = default;
@@ -95,7 +125,9 @@ MultiIndexImplForPrimitives<T, Unique, Key>::~MultiIndexImplForPrimitives() = de
 template <class T, bool Unique, class Key>
 auto MultiIndexImplForPrimitives<T, Unique, Key>::container() -> Container& {
     if (container_ == nullptr) {
-        container_ = std::make_unique<Container>();
+        container_ = std::make_shared<Container>();
+    } else if (container_.use_count() != 1) {
+        container_ = std::make_shared<Container>(*container_);
     }
     return *container_;
 }
@@ -103,6 +135,41 @@ auto MultiIndexImplForPrimitives<T, Unique, Key>::container() -> Container& {
 template <class T, bool Unique, class Key>
 int MultiIndexImplForPrimitives<T, Unique, Key>::size() const noexcept {
     return container_ == nullptr ? 0 : static_cast<int>(container_->values.size());
+}
+
+template <class T, bool Unique, class Key>
+int MultiIndexImplForPrimitives<T, Unique, Key>::indexOf(T const& value) const {
+    if (container_ == nullptr) {
+        return 0;
+    }
+    auto const& values = container_->values;
+    return static_cast<int>(values.template project<0>(values.template get<1>().find(value)) -
+                            values.begin());
+}
+
+template <class T, bool Unique, class Key>
+int MultiIndexImplForPrimitives<T, Unique, Key>::indexOf(IteratorIntf const* position) const {
+    Iterator const& own = Iterator::own(position);
+    if (own.seen() == container_) {
+        return own.index();
+    }
+    int const index = own.atEnd() ? size() : indexOf(own.value());
+    internal::checkPlace(own.atEnd() || index != size());
+    return index;
+}
+
+template <class T, bool Unique, class Key>
+void MultiIndexImplForPrimitives<T, Unique, Key>::insertAt(int index, T const& value) {
+    if (indexOf(value) == size()) {
+        Values<T>& values = container().values;
+        values.insert(values.begin() + index, value);
+    }
+}
+
+template <class T, bool Unique, class Key>
+void MultiIndexImplForPrimitives<T, Unique, Key>::eraseRange(int first, int last) {
+    Values<T>& values = container().values;
+    values.erase(values.begin() + first, values.begin() + last);
 }
 
 template <class T, bool Unique, class Key>
@@ -125,21 +192,17 @@ Ref MultiIndexImplForPrimitives<T, Unique, Key>::generic_back(Deviant const&) co
 
 template <class T, bool Unique, class Key>
 IteratorPtr MultiIndexImplForPrimitives<T, Unique, Key>::generic_begin(Deviant const&) const {
-    return std::make_unique<Iterator>(
-        container_ == nullptr ? std::nullopt : typename Iterator::Node(container_->values.begin()));
+    return std::make_unique<Iterator>(container_, 0);
 }
 
 template <class T, bool Unique, class Key>
 IteratorPtr MultiIndexImplForPrimitives<T, Unique, Key>::generic_end(Deviant const&) const {
-    return std::make_unique<Iterator>(
-        container_ == nullptr ? std::nullopt : typename Iterator::Node(container_->values.end()));
+    return std::make_unique<Iterator>(container_, size());
 }
 
 template <class T, bool Unique, class Key>
 void MultiIndexImplForPrimitives<T, Unique, Key>::generic_clear(Deviant const&) {
-    if (container_ != nullptr) {
-        container_->values.clear();
-    }
+    container_ = nullptr;
 }
 
 template <class T, bool Unique, class Key>
@@ -157,9 +220,15 @@ IteratorPtr
 MultiIndexImplForPrimitives<T, Unique, Key>::generic_insert(Deviant const&,
                                                             IteratorIntf const* position,
                                                             Ref element) {
-    Values<T>& values = container().values;
-    return std::make_unique<Iterator>(
-        values.insert(Iterator::placeIn(values, position), valueOf<T>(element)).first);
+    T const& value = valueOf<T>(element);
+    int index = indexOf(position);
+    if (int const present = indexOf(value); present != size()) {
+        index = present;
+    } else {
+        Iterator::useUp(position);
+        insertAt(index, value);
+    }
+    return std::make_unique<Iterator>(container_, index);
 }
 
 template <class T, bool Unique, class Key>
@@ -167,53 +236,61 @@ void MultiIndexImplForPrimitives<T, Unique, Key>::generic_insert(Deviant const&,
                                                                  int index,
                                                                  Ref element) {
     internal::checkInsertIndex(index, size());
-    Values<T>& values = container().values;
-    values.insert(values.begin() + index, valueOf<T>(element));
+    insertAt(index, valueOf<T>(element));
 }
 
 template <class T, bool Unique, class Key>
 void MultiIndexImplForPrimitives<T, Unique, Key>::generic_erase(Deviant const&, int index) {
     internal::checkElementIndex(index, size());
-    container_->values.erase(container_->values.begin() + index);
+    eraseRange(index, index + 1);
 }
 
 template <class T, bool Unique, class Key>
 IteratorPtr MultiIndexImplForPrimitives<T, Unique, Key>::generic_erase(Deviant const&,
                                                                        IteratorIntf const* first,
                                                                        IteratorIntf const* last) {
-    Values<T>& values = container().values;
-    return std::make_unique<Iterator>(
-        values.erase(Iterator::placeIn(values, first), Iterator::placeIn(values, last)));
+    int const begin = indexOf(first);
+    int const end = indexOf(last);
+    internal::checkRange(begin <= end);
+    if (begin != end) {
+        Iterator::useUp(first);
+        Iterator::useUp(last);
+        eraseRange(begin, end);
+    }
+    return std::make_unique<Iterator>(container_, begin);
 }
 
 template <class T, bool Unique, class Key>
 IteratorPtr
 MultiIndexImplForPrimitives<T, Unique, Key>::generic_erase(Deviant const&,
                                                            IteratorIntf const* position) {
-    Values<T>& values = container().values;
-    return std::make_unique<Iterator>(values.erase(Iterator::placeIn(values, position)));
+    int const index = indexOf(position);
+    internal::checkNotAtEnd(index == size());
+    Iterator::useUp(position);
+    eraseRange(index, index + 1);
+    return std::make_unique<Iterator>(container_, index);
 }
 
 template <class T, bool Unique, class Key>
 void MultiIndexImplForPrimitives<T, Unique, Key>::generic_pop_back(Deviant const&) {
     internal::checkNotEmpty(size() == 0);
-    container_->values.pop_back();
+    eraseRange(size() - 1, size());
 }
 
 template <class T, bool Unique, class Key>
 void MultiIndexImplForPrimitives<T, Unique, Key>::generic_pop_front(Deviant const&) {
     internal::checkNotEmpty(size() == 0);
-    container_->values.pop_front();
+    eraseRange(0, 1);
 }
 
 template <class T, bool Unique, class Key>
 void MultiIndexImplForPrimitives<T, Unique, Key>::generic_push_back(Deviant const&, Ref element) {
-    container().values.push_back(valueOf<T>(element));
+    insertAt(size(), valueOf<T>(element));
 }
 
 template <class T, bool Unique, class Key>
 void MultiIndexImplForPrimitives<T, Unique, Key>::generic_push_front(Deviant const&, Ref element) {
-    container().values.push_front(valueOf<T>(element));
+    insertAt(0, valueOf<T>(element));
 }
 
 template <class T, bool Unique, class Key>
@@ -221,7 +298,11 @@ void MultiIndexImplForPrimitives<T, Unique, Key>::generic_replace(Deviant const&
                                                                   int index,
                                                                   Ref element) {
     internal::checkElementIndex(index, size());
-    container_->values.replace(container_->values.begin() + index, valueOf<T>(element));
+    T const& value = valueOf<T>(element);
+    if (int const present = indexOf(value); present == index || present == size()) {
+        Values<T>& values = container().values;
+        values.replace(values.begin() + index, value);
+    }
 }
 
 template <class T, bool Unique, class Key>
@@ -232,9 +313,12 @@ bool MultiIndexImplForPrimitives<T, Unique, Key>::generic_contains(Deviant const
 
 template <class T, bool Unique, class Key>
 int MultiIndexImplForPrimitives<T, Unique, Key>::generic_removeAll(Deviant const&, Ref element) {
-    return size() == 0
-               ? 0
-               : static_cast<int>(container_->values.template get<1>().erase(valueOf<T>(element)));
+    int const index = indexOf(valueOf<T>(element));
+    if (index == size()) {
+        return 0;
+    }
+    eraseRange(index, index + 1);
+    return 1;
 }
 
 template class MultiIndexImplForPrimitives<Integer, true, identity<Integer>>;

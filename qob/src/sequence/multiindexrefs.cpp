@@ -2,6 +2,7 @@
 #include "qob/qob/assert.h"
 
 #include <string>
+#include <typeinfo>
 
 namespace QOB::MultiIndexImplInternal {
 
@@ -15,28 +16,58 @@ void failNullElement(char const* sequenceName) {
     internal::failAt(__FILE__, __LINE__, text.c_str());
 }
 
-/// A position in the storage.
+/// A position in the storage, and a copy of it that keeps what the position is in.
 class Refs::Iterator final : public IteratorProxy {
 public:
-    explicit Iterator(ReferenceStorage::const_iterator const& position) noexcept
-        : position_(position) {}
+    Iterator(ReferenceStorage const& seen,
+             ReferenceStorage::const_iterator const& position) noexcept
+        : seen_(seen), position_(position) {}
 
-    static ReferenceStorage::const_iterator const& positionOf(IteratorIntf const* iterator) {
-        return static_cast<Iterator const*>(iterator)->position_;
-    }
+    ReferenceStorage const& seen() const noexcept { return seen_; }
+    ReferenceStorage::const_iterator const& position() const noexcept { return position_; }
 
     Ref generic_value(Deviant const& deviant) const override {
+        internal::checkNotAtEnd(position_.atEnd());
         return objectRefIn(*position_, deviant);
     }
-    void generic_next(Deviant const&) override { ++position_; }
-    void generic_prev(Deviant const&) override { --position_; }
-    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(position_); }
+    void generic_next(Deviant const&) override {
+        internal::checkNotAtEnd(position_.atEnd());
+        ++position_;
+    }
+    void generic_prev(Deviant const&) override {
+        internal::checkNotAtBegin(position_.atBegin());
+        --position_;
+    }
+    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(*this); }
     bool generic_sameAs(IteratorIntf const* other) const override {
-        return positionOf(other) == position_;
+        if (other == nullptr || typeid(*other) != typeid(Iterator)) {
+            return false;
+        }
+        auto const& there = static_cast<Iterator const*>(other)->position_;
+        if (position_ == there) {
+            return true;
+        }
+        bool const atEnd = position_.atEnd();
+        return atEnd == there.atEnd() && (atEnd || *position_ == *there);
+    }
+
+    static Iterator const& own(IteratorIntf const* position) {
+        auto const* const own = dynamic_cast<Iterator const*>(position);
+        internal::checkPlace(own != nullptr && !own->isUsedUp_);
+        return *own;
+    }
+    /// Before a write at the position, so that the write needn't go to a copy for its sake.
+    static void useUp(IteratorIntf const* position) {
+        auto const* const own = static_cast<Iterator const*>(position);
+        own->isUsedUp_ = true;
+        own->position_ = {};
+        own->seen_ = {};
     }
 
 private:
-    ReferenceStorage::const_iterator position_;
+    mutable ReferenceStorage seen_;
+    mutable ReferenceStorage::const_iterator position_;
+    mutable bool isUsedUp_ = false;
 };
 
 Refs::MultiIndexImplForRefs(MultiIndexImplForRefs const& other) = default;
@@ -64,11 +95,11 @@ Ref Refs::generic_back(Deviant const& deviant) const {
 }
 
 IteratorPtr Refs::generic_begin(Deviant const&) const {
-    return std::make_unique<Iterator>(storage_.begin());
+    return std::make_unique<Iterator>(storage_, storage_.begin());
 }
 
 IteratorPtr Refs::generic_end(Deviant const&) const {
-    return std::make_unique<Iterator>(storage_.end());
+    return std::make_unique<Iterator>(storage_, storage_.end());
 }
 
 void Refs::generic_clear(Deviant const&) {
@@ -83,13 +114,30 @@ bool Refs::generic_empty(Deviant const&) const {
     return storage_.empty();
 }
 
+std::size_t Refs::indexOf(IteratorIntf const* position) const {
+    Iterator const& own = Iterator::own(position);
+    if (own.seen().shares(storage_)) {
+        return storage_.indexOf(own.position());
+    }
+    if (own.position().atEnd()) {
+        return storage_.size();
+    }
+    std::size_t const index = storage_.indexOf(*own.position());
+    internal::checkPlace(index != ReferenceStorage::NotFound);
+    return index;
+}
+
 IteratorPtr Refs::generic_insert(Deviant const&, IteratorIntf const* position, Ref element) {
     auto* const object = elementCast_(element.data);
-    std::size_t index = storage_.indexOf(Iterator::positionOf(position));
-    if (!storage_.insert(index, object)) {
-        index = storage_.indexOf(object);
+    std::size_t index = indexOf(position);
+    if (std::size_t const present = storage_.indexOf(object);
+        present != ReferenceStorage::NotFound) {
+        index = present;
+    } else {
+        Iterator::useUp(position);
+        storage_.insert(index, object);
     }
-    return std::make_unique<Iterator>(storage_.iteratorAt(index));
+    return std::make_unique<Iterator>(storage_, storage_.iteratorAt(index));
 }
 
 void Refs::generic_insert(Deviant const&, int index, Ref element) {
@@ -104,16 +152,23 @@ void Refs::generic_erase(Deviant const&, int index) {
 
 IteratorPtr
 Refs::generic_erase(Deviant const&, IteratorIntf const* first, IteratorIntf const* last) {
-    std::size_t const begin = storage_.indexOf(Iterator::positionOf(first));
-    std::size_t const end = storage_.indexOf(Iterator::positionOf(last));
-    storage_.eraseRange(begin, end - begin);
-    return std::make_unique<Iterator>(storage_.iteratorAt(begin));
+    std::size_t const begin = indexOf(first);
+    std::size_t const end = indexOf(last);
+    internal::checkRange(begin <= end);
+    if (begin != end) {
+        Iterator::useUp(first);
+        Iterator::useUp(last);
+        storage_.eraseRange(begin, end - begin);
+    }
+    return std::make_unique<Iterator>(storage_, storage_.iteratorAt(begin));
 }
 
 IteratorPtr Refs::generic_erase(Deviant const&, IteratorIntf const* position) {
-    std::size_t const index = storage_.indexOf(Iterator::positionOf(position));
+    std::size_t const index = indexOf(position);
+    internal::checkNotAtEnd(index == storage_.size());
+    Iterator::useUp(position);
     storage_.eraseAt(index);
-    return std::make_unique<Iterator>(storage_.iteratorAt(index));
+    return std::make_unique<Iterator>(storage_, storage_.iteratorAt(index));
 }
 
 void Refs::generic_pop_back(Deviant const&) {

@@ -9,32 +9,42 @@ namespace QOB {
 using Generic::IteratorPtr;
 using Generic::Ref;
 
-/// 0 at the value, 1 behind it; without a value both ends of the sequence are 0.
+/// At the value, which it keeps, or behind it; where there is none always behind it.
 class GenericPropertyToSequenceProxy::Iterator final : public IteratorProxy {
 public:
-    Iterator(GenericPropertyToSequenceProxy const& property, int position) noexcept
-        : property_(&property), position_(position) {}
+    Iterator(ClassObject value, bool atEnd) noexcept
+        : value_(std::move(value)), atEnd_(atEnd || value_.get() == nullptr) {}
 
-    static int positionOf(IteratorIntf const* iterator) {
-        return static_cast<Iterator const*>(iterator)->position_;
+    static Iterator const& own(IteratorIntf const* position) {
+        auto const* const own = dynamic_cast<Iterator const*>(position);
+        internal::checkPlace(own != nullptr);
+        return *own;
     }
+    bool atEnd() const noexcept { return atEnd_; }
+    ClassObject const& value() const noexcept { return value_; }
 
     Ref generic_value(Deviant const& deviant) const override {
-        return property_->generic_at(deviant, position_);
+        internal::checkNotAtEnd(atEnd_);
+        return Generic::objectRefIn(value_.get(), deviant);
     }
-    void generic_next(Deviant const&) override { ++position_; }
-    void generic_prev(Deviant const&) override { --position_; }
-    IteratorPtr generic_clone() const override {
-        return std::make_unique<Iterator>(*property_, position_);
+    void generic_next(Deviant const&) override {
+        internal::checkNotAtEnd(atEnd_);
+        atEnd_ = true;
     }
+    void generic_prev(Deviant const&) override {
+        internal::checkNotAtBegin(!atEnd_ || value_.get() == nullptr);
+        atEnd_ = false;
+    }
+    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(*this); }
     bool generic_sameAs(IteratorIntf const* other) const override {
-        auto const* const same = dynamic_cast<Iterator const*>(other);
-        return same != nullptr && same->position_ == position_;
+        auto const* const there = dynamic_cast<Iterator const*>(other);
+        return there != nullptr && there->atEnd_ == atEnd_ &&
+               (atEnd_ || there->value_.get() == value_.get());
     }
 
 private:
-    GenericPropertyToSequenceProxy const* property_;
-    int position_;
+    ClassObject value_;
+    bool atEnd_;
 };
 
 GenericPropertyToSequenceProxy::GenericPropertyToSequenceProxy(ImmutableClassObject object,
@@ -89,12 +99,12 @@ Ref GenericPropertyToSequenceProxy::generic_back(Deviant const& deviant) const {
     return generic_front(deviant);
 }
 
-IteratorPtr GenericPropertyToSequenceProxy::generic_begin(Deviant const&) const {
-    return std::make_unique<Iterator>(*this, 0);
+IteratorPtr GenericPropertyToSequenceProxy::generic_begin(Deviant const& deviant) const {
+    return std::make_unique<Iterator>(value(deviant), false);
 }
 
 IteratorPtr GenericPropertyToSequenceProxy::generic_end(Deviant const& deviant) const {
-    return std::make_unique<Iterator>(*this, generic_size(deviant));
+    return std::make_unique<Iterator>(value(deviant), true);
 }
 
 void GenericPropertyToSequenceProxy::generic_clear(Deviant const& deviant) {
@@ -133,16 +143,20 @@ void GenericPropertyToSequenceProxy::generic_erase(Deviant const& deviant, int i
 IteratorPtr GenericPropertyToSequenceProxy::generic_erase(Deviant const& deviant,
                                                           IteratorIntf const* first,
                                                           IteratorIntf const* last) {
-    if (Iterator::positionOf(first) == Iterator::positionOf(last)) {
+    bool const isEmpty = Iterator::own(first).atEnd();
+    internal::checkRange(isEmpty <= Iterator::own(last).atEnd());
+    if (isEmpty == Iterator::own(last).atEnd()) {
         return first->generic_clone();
     }
-    remove(deviant);
-    return generic_end(deviant);
+    return generic_erase(deviant, first);
 }
 
 IteratorPtr GenericPropertyToSequenceProxy::generic_erase(Deviant const& deviant,
                                                           IteratorIntf const* position) {
-    generic_erase(deviant, Iterator::positionOf(position));
+    Iterator const& own = Iterator::own(position);
+    internal::checkNotAtEnd(own.atEnd());
+    internal::checkPlace(own.value().get() == value(deviant).get());
+    remove(deviant);
     return generic_end(deviant);
 }
 

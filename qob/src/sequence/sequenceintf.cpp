@@ -14,6 +14,29 @@ bool SequenceIntf::generic_empty(Deviant const& deviant) const {
     return generic_size(deviant) == 0;
 }
 
+namespace {
+
+std::vector<Ref> elementsOf(SequenceIntf const& sequence, Deviant const& deviant) {
+    int const size = sequence.generic_size(deviant);
+    std::vector<Ref> elements;
+    elements.reserve(static_cast<std::size_t>(size));
+    IteratorPtr const position = sequence.generic_begin(deviant);
+    for (int i = 0; i < size; ++i) {
+        elements.push_back(position->generic_value(deviant));
+        position->generic_next(deviant);
+    }
+    return elements;
+}
+
+void refill(SequenceIntf& sequence, Deviant const& deviant, std::vector<Ref> const& elements) {
+    sequence.generic_clear(deviant);
+    for (Ref const& element : elements) {
+        sequence.generic_push_back(deviant, element);
+    }
+}
+
+} // namespace
+
 int SequenceIntf::generic_removeAll(Deviant const& deviant, Ref element) {
     int removed = 0;
     IteratorPtr position = generic_begin(deviant);
@@ -73,17 +96,18 @@ void SequenceIntf::generic_assign(Deviant const& deviant,
     }
     QOB_REQUIRE(other != nullptr, "A null sequence can't be assigned from.");
     // Taken first: what is cleared may be what the other one shows.
-    int const size = other->generic_size(otherDeviant);
-    std::vector<Ref> elements;
-    elements.reserve(static_cast<std::size_t>(size));
-    IteratorPtr const position = other->generic_begin(otherDeviant);
-    for (int i = 0; i < size; ++i) {
-        elements.push_back(position->generic_value(otherDeviant));
-        position->generic_next(otherDeviant);
+    std::vector<Ref> const elements = elementsOf(*other, otherDeviant);
+    if (auto const* const view = dynamic_cast<SequenceProxy const*>(this)) {
+        for (Ref const& element : elements) {
+            view->checkInsertable(deviant, element);
+        }
     }
-    generic_clear(deviant);
-    for (Ref& element : elements) {
-        generic_push_back(deviant, std::move(element));
+    std::vector<Ref> const before = elementsOf(*this, deviant);
+    try {
+        refill(*this, deviant, elements);
+    } catch (...) {
+        refill(*this, deviant, before);
+        throw;
     }
 }
 
@@ -118,6 +142,18 @@ void IteratorProxy::decRef() const {
 }
 int IteratorProxy::numRef() const {
     return referenceCount_;
+}
+
+void SequenceProxy::checkInsertable(Deviant const&, Generic::Ref const&) const {
+}
+void SequenceProxy::checkInsertableInto(Generic::SequenceIntf const* inner,
+                                        Deviant const& deviant,
+                                        Generic::Ref const& element) {
+    if (auto const* const view = dynamic_cast<SequenceProxy const*>(inner)) {
+        view->checkInsertable(deviant, element);
+    } else if (element.equalFn == nullptr) {
+        inner->generic_contains(deviant, element); // raises for another class and for null
+    }
 }
 
 void SequenceProxy::incRef() const {

@@ -11,6 +11,7 @@
 
 #include <rapidcheck.h>
 
+#include <array>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
@@ -35,8 +36,10 @@ enum class Action {
     EnableUndo,
     Merge,
     DropHandle,
+    KeepIterator,
+    BeRefused,
 };
-constexpr int ActionCount = 14;
+constexpr int ActionCount = 16;
 char const* const ActionNames[ActionCount] = {"create",
                                               "setNumber",
                                               "setLink",
@@ -50,7 +53,9 @@ char const* const ActionNames[ActionCount] = {"create",
                                               "redo",
                                               "enableUndo",
                                               "merge",
-                                              "dropHandle"};
+                                              "dropHandle",
+                                              "keepIterator",
+                                              "beRefused"};
 
 /// One step; the numbers pick among what is there when it runs.
 struct Command {
@@ -75,7 +80,7 @@ struct rc::Arbitrary<Command> {
             {4, gen::just(static_cast<int>(Action::Create))},
             {6, gen::just(static_cast<int>(Action::SetNumber))},
             {3, gen::just(static_cast<int>(Action::SetLink))},
-            {8, gen::inRange(0, ActionCount)},
+            {9, gen::inRange(0, ActionCount)},
         });
         return gen::build<Command>(gen::set(&Command::action, action),
                                    gen::set(&Command::deviant, gen::inRange(0U, 4U)),
@@ -119,6 +124,12 @@ private:
         QOB::Model model;
         std::vector<OpenTransaction> open;
         int epoch = 0; ///< how often everything that was open here was taken back
+    };
+
+    /// A position in the model's list of objects, and what was there from it on when it was taken.
+    struct KeptIterator {
+        QOB::Sequence<QOB::ClassObject>::iterator position;
+        std::vector<QOB::NSInterface::ClassObjectIntf const*> ahead; ///< which the position keeps
     };
 
     [[noreturn]] static void fail(std::string const& what) { RC_FAIL(what); }
@@ -249,10 +260,59 @@ private:
                 things_[static_cast<std::size_t>(picked)] = sample::Thing();
             }
             break;
+        case Action::KeepIterator:
+            keepIterator(model.getRootObjects(), command);
+            break;
+        case Action::BeRefused:
+            beRefused(model.getRootObjects(), command.value);
+            break;
+        }
+    }
+
+    void keepIterator(QOB::Sequence<QOB::ClassObject> const& list, Command const& command) {
+        KeptIterator kept{list.begin(), {}};
+        for (unsigned steps = command.value; steps != 0 && kept.position != list.end(); --steps) {
+            ++kept.position;
+        }
+        for (auto i = kept.position; i != list.end(); ++i) {
+            kept.ahead.push_back((*i).get());
+        }
+        kept_[command.thing % kept_.size()] = std::move(kept);
+    }
+
+    /// Writes that are refused, or change nothing, whatever the deviant allows: the list stays as
+    /// it is, and the deviant gets no state of it.
+    void beRefused(QOB::Sequence<QOB::ClassObject> const& list, unsigned way) {
+        expectRaise_ = way % 3 != 2;
+        switch (way % 3) {
+        case 0:
+            list.push_back(QOB::ClassObject());
+            break;
+        case 1:
+            list.erase(list.size());
+            break;
+        default:
+            if (!list.empty()) {
+                list.generic_replace(0, list.generic_back());
+                list.push_front(list.back());
+            }
+        }
+    }
+
+    void compareKeptIterators() const {
+        for (KeptIterator const& kept : kept_) {
+            auto position = kept.position;
+            for (auto const* const expected : kept.ahead) {
+                if ((*position).get() != expected) {
+                    fail("a kept iterator shows another object than it saw");
+                }
+                ++position;
+            }
         }
     }
 
     void compare() {
+        compareKeptIterators();
         for (unsigned d = 0; d < views_.size(); ++d) {
             if (!expected_.deviants[d].alive) {
                 continue;
@@ -315,6 +375,7 @@ private:
     std::vector<QOB::Integer> ids_{QOB::Integer()};
     reference::Model expected_;
     bool expectRaise_ = false;
+    std::array<KeptIterator, 3> kept_;
 };
 
 void property(std::vector<Command> const& commands) {

@@ -20,6 +20,8 @@ protected:
     virtual SequenceRef writing(Deviant const& deviant) = 0;
 
 public:
+    void checkInsertable(Deviant const& deviant, Ref const& element) const override;
+
     Ref generic_at(Deviant const& deviant, int index) const override;
     Ref generic_front(Deviant const& deviant) const override;
     Ref generic_back(Deviant const& deviant) const override;

@@ -14,13 +14,20 @@
 
 namespace QOB {
 
-/// A position in a sequence of `T`. Keeps the view that it came from, not the elements: it is
-/// invalid once the sequence is written. Gives its elements by value.
+/// A position in a sequence of `T`. Gives its elements by value.
+///
+/// Keeps the view that it came from, and shows the elements that were there when it was taken,
+/// whatever happens to the sequence or to its object: a loop over a sequence may write it. Of a
+/// sequence of several parts it shows each part as that is when the iterator enters it. Iterators
+/// of two calls of a getter are equal at the same place. What is not there raises QOB::Exception:
+/// an element at the end, a step beyond an end, a place to insert or erase at that the sequence no
+/// longer has. Insertion and removal use up the iterators that they are given.
 template <class T>
 class SequenceIterator {
 public:
     using iterator_concept = std::bidirectional_iterator_tag;
-    using iterator_category = std::input_iterator_tag;
+    // References are values, but passes can be repeated, and steps back must be found.
+    using iterator_category = std::bidirectional_iterator_tag;
     using value_type = T;
     using difference_type = std::ptrdiff_t;
     using reference = T;
@@ -52,11 +59,11 @@ public:
     ~SequenceIterator() = default;
 
     T operator*() const {
-        return Generic::fromRef<T>(position_->generic_value(sequence_.getDeviant()));
+        return Generic::fromRef<T>(position()->generic_value(sequence_.getDeviant()));
     }
     ElementHolder operator->() const { return ElementHolder(**this); }
     SequenceIterator& operator++() {
-        position_->generic_next(sequence_.getDeviant());
+        position()->generic_next(sequence_.getDeviant());
         return *this;
     }
     SequenceIterator operator++(int) {
@@ -65,7 +72,7 @@ public:
         return old;
     }
     SequenceIterator& operator--() {
-        position_->generic_prev(sequence_.getDeviant());
+        position()->generic_prev(sequence_.getDeviant());
         return *this;
     }
     SequenceIterator operator--(int) {
@@ -79,9 +86,15 @@ public:
                    : a.position_->generic_sameAs(b.position_.get());
     }
 
-    Generic::IteratorIntf const* getImplementation() const noexcept { return position_.get(); }
+    /// Raises QOB::Exception for a default iterator.
+    Generic::IteratorIntf const* getImplementation() const { return position(); }
 
 private:
+    Generic::IteratorIntf* position() const {
+        internal::checkPlace(position_ != nullptr);
+        return position_.get();
+    }
+
     Generic::SequenceRef sequence_;
     Generic::IteratorPtr position_;
 };

@@ -63,7 +63,8 @@ public:
                                     bool& handled);
 
     /// Makes this sequence, in `deviant`, hold what the other holds in its deviant. The two may
-    /// show the same elements. Nothing is written if they are equal already.
+    /// show the same elements. Nothing is written if they are equal already, and nothing stays
+    /// written if one of the elements is refused.
     void
     generic_assign(Deviant const& deviant, SequenceIntf const* other, Deviant const& otherDeviant);
     /// Equal elements in the same order; objects are equal if they are the same.
@@ -91,6 +92,19 @@ inline void checkInsertIndex(int index, int size) {
 }
 inline void checkNotEmpty(bool empty) {
     QOB_REQUIRE(!empty, "sequence is empty");
+}
+inline void checkNotAtEnd(bool atEnd) {
+    QOB_REQUIRE(!atEnd, "sequence iterator is at the end");
+}
+inline void checkNotAtBegin(bool atBegin) {
+    QOB_REQUIRE(!atBegin, "sequence iterator is at the begin");
+}
+inline void checkRange(bool ordered) {
+    QOB_REQUIRE(ordered, "sequence iterators are in the wrong order");
+}
+/// For an iterator that is to be found in a sequence again.
+inline void checkPlace(bool found) {
+    QOB_REQUIRE(found, "sequence iterator stands at no place of the sequence");
 }
 
 } // namespace internal

@@ -20,6 +20,10 @@ protected:
 /// A sequence that its count frees. Base of every view.
 class QOB_EXPORT SequenceProxy : public Generic::SequenceIntf {
 public:
+    /// Raises what an insertion of the element would raise; changes nothing. What a view doesn't
+    /// know beforehand it finds out by inserting.
+    virtual void checkInsertable(Deviant const& deviant, Generic::Ref const& element) const;
+
     SequenceProxy(SequenceProxy const&) = delete;
     SequenceProxy& operator=(SequenceProxy const&) = delete;
 
@@ -29,6 +33,10 @@ public:
 
 protected:
     SequenceProxy() = default;
+    /// The same of a sequence that a view passes elements on to.
+    static void checkInsertableInto(Generic::SequenceIntf const* inner,
+                                    Deviant const& deviant,
+                                    Generic::Ref const& element);
 };
 
 } // namespace QOB

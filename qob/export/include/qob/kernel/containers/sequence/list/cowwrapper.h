@@ -21,14 +21,17 @@ public:
 
     C const& read() const noexcept { return block_->container; }
     C& writable() {
-        ensureUnique();
+        if (block_->snapshots != 0) {
+            makeOwn();
+        } else {
+            ensureUnique();
+        }
         return block_->container;
     }
     /// Makes the block this wrapper's own; the elements are copied if others share it.
     void ensureUnique() const {
         if (block_->count.load() != 1) {
-            auto* const own = new SharedVector(block_->container);
-            release(std::exchange(block_, own));
+            makeOwn();
         }
     }
     /// True if no other wrapper reads this block.
@@ -53,14 +56,55 @@ private:
         SharedVector() = default;
         explicit SharedVector(C copied) : container(std::move(copied)) {}
 
-        std::atomic<std::int32_t> count{1};
+        std::atomic<std::int32_t> count{1}; ///< of wrappers
+        std::int32_t snapshots = 0;
         C container;
     };
 
+public:
+    /// The container as it is now: while a snapshot lives, a write of the wrapper goes to a copy.
+    class Snapshot {
+    public:
+        Snapshot() noexcept = default;
+        explicit Snapshot(COWWrapper const& wrapper) noexcept : Snapshot(wrapper.block_) {}
+        Snapshot(Snapshot const& other) noexcept : Snapshot(other.block_) {}
+        Snapshot& operator=(Snapshot other) noexcept {
+            std::swap(block_, other.block_);
+            return *this;
+        }
+        ~Snapshot() {
+            if (block_ != nullptr && --block_->snapshots == 0 && block_->count.load() <= 0) {
+                delete block_;
+            }
+        }
+
+        bool isNull() const noexcept { return block_ == nullptr; }
+        C const& container() const noexcept { return block_->container; }
+        /// True if the wrapper hasn't been written since.
+        bool isOf(COWWrapper const& wrapper) const noexcept { return block_ == wrapper.block_; }
+        friend bool operator==(Snapshot const& a, Snapshot const& b) noexcept {
+            return a.block_ == b.block_;
+        }
+
+    private:
+        explicit Snapshot(SharedVector* block) noexcept : block_(block) {
+            if (block_ != nullptr) {
+                ++block_->snapshots;
+            }
+        }
+
+        SharedVector* block_ = nullptr;
+    };
+
+private:
     static void release(SharedVector* block) noexcept {
-        if (block->count.fetch_sub(1) <= 1) {
+        if (block->count.fetch_sub(1) <= 1 && block->snapshots == 0) {
             delete block;
         }
+    }
+    void makeOwn() const {
+        auto* const own = new SharedVector(block_->container);
+        release(std::exchange(block_, own));
     }
 
     static SharedVector* sharedEmpty() {

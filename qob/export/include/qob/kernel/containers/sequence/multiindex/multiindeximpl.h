@@ -59,10 +59,17 @@ public:
     int generic_removeAll(Deviant const&, Ref element) override;
 
 private:
+    /// To write: shared with no other sequence and no iterator.
     Container& container();
     int size() const noexcept;
+    /// The index of the value; the size if it isn't there.
+    int indexOf(T const& value) const;
+    /// The index of the place where the iterator stands.
+    int indexOf(IteratorIntf const* position) const;
+    void insertAt(int index, T const& value);
+    void eraseRange(int first, int last);
 
-    std::unique_ptr<Container> container_;
+    std::shared_ptr<Container> container_;
 };
 
 /// Distinct objects in order of insertion, each counted once: the carrier of every sequence of
@@ -130,6 +137,8 @@ protected:
 
 private:
     int size() const noexcept { return static_cast<int>(storage_.size()); }
+    /// The index of the place where the iterator stands.
+    std::size_t indexOf(IteratorIntf const* position) const;
 
     ReferenceStorage storage_;
     ElementCast elementCast_;

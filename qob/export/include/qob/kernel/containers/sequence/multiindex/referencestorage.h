@@ -26,8 +26,8 @@ class ClassObjectIntf;
 /// keeps a record of the steps that lead to the others, so that going back to an older copy costs
 /// what has changed since, not the length of the list.
 ///
-/// Iterators and positions are good until the next write. Not safe for concurrent use, copies of
-/// one list included.
+/// Iterators and positions are good until the next write; a copy keeps those of the list as it was.
+/// Not safe for concurrent use, copies of one list included.
 class QOB_EXPORT ReferenceStorage {
     struct Block;
     struct Chunk;
@@ -78,6 +78,8 @@ public:
         friend bool operator==(const_iterator const& a, const_iterator const& b) noexcept {
             return a.position_ == b.position_;
         }
+        bool atBegin() const noexcept { return position_ == chunkBegin_ && order_ == 0; }
+        bool atEnd() const noexcept { return position_ == chunkEnd_; }
 
     private:
         friend class ReferenceStorage;
@@ -126,6 +128,9 @@ public:
     /// At a position up to size(), which is the end.
     const_iterator iteratorAt(std::size_t index) const;
     std::size_t indexOf(const_iterator const& position) const;
+    /// True if neither has been written since one was copied from the other: iterators of one are
+    /// good for both.
+    bool shares(ReferenceStorage const& other) const noexcept { return block_ == other.block_; }
 
     /// Each of these counts the element up and returns true, or changes nothing and returns false
     /// if the element is in the list already.

@@ -10,8 +10,9 @@ namespace QOB {
 /// its own end, each that a write takes out loses it. The other end is written one-ended, so that
 /// the two don't call each other. Reads pass on to the inner sequence.
 ///
-/// An element of another model raises QOB::Exception before anything has changed. If an element's
-/// own end can't be written, the element is taken out again and the failure passed on.
+/// An element of another model, and one that doesn't exist in the deviant, raises QOB::Exception
+/// before anything has changed. If an element's own end can't be written, the list becomes what it
+/// was and the failure is passed on.
 class QOB_EXPORT GenericAssociationSequence final : public ForwardingSequence {
 public:
     /// `methods` and `oppositeId` name the property at the elements; `oppositeIsSingle` tells
@@ -22,6 +23,8 @@ public:
                                unsigned oppositeId,
                                bool oppositeIsSingle);
     ~GenericAssociationSequence() override;
+
+    void checkInsertable(Deviant const& deviant, Ref const& element) const override;
 
     void generic_clear(Deviant const& deviant) override;
     IteratorPtr
@@ -47,7 +50,8 @@ private:
     /// be inserted.
     bool isNew(Deviant const& deviant, Ref const& element) const;
     void link(Deviant const& deviant, Ref const& element);
-    void linkOrTakeOut(Deviant const& deviant, Ref const& element);
+    /// Links an element that has just been inserted; takes it out again if it can't be linked.
+    void linkInserted(Deviant const& deviant, Ref const& element);
     void unlink(Deviant const& deviant, Ref const& element);
 
     Object owner_;

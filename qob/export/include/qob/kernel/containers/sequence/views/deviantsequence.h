@@ -44,10 +44,6 @@ private:
     bool isUnique() const noexcept;
     /// True if inserting the element would change nothing. Raises for one that can't be inserted.
     bool refuses(Deviant const& deviant, Ref const& element) const;
-    /// The position in the container to write that `position` has in the one it was taken from.
-    IteratorPtr
-    moved(IteratorIntf const* position, SequenceRef const& from, SequenceRef const& to) const;
-
     Generic::SmartPtr<NSInterface::ObjectIntf, Generic::ReferenceCounted> object_;
     Deviant deviant_;
     IntrospectiveMethods const* methods_;

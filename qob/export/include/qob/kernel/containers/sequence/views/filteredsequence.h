@@ -82,6 +82,8 @@ public:
     GenericFilteredSequence(Generic::SequencePtr inner, GenericFilter const& filter);
     ~GenericFilteredSequence() override;
 
+    void checkInsertable(Deviant const& deviant, Ref const& element) const override;
+
     Ref generic_at(Deviant const& deviant, int index) const override;
     Ref generic_front(Deviant const& deviant) const override;
     Ref generic_back(Deviant const& deviant) const override;
