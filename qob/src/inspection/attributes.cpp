@@ -7,11 +7,13 @@
 
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 
-namespace QOB::internal {
+namespace QOB {
 
 namespace {
 
+using internal::isNothing;
 using Values = std::vector<Object>;
 
 template <class Elements>
@@ -70,11 +72,14 @@ public:
         }
     }
 
-    std::vector<Attribute> attributes() const {
+    std::vector<Attribute> attributes(internal::PropertyIndex const& index) const {
         std::vector<Attribute> found;
         for (ImmutableProperty const& property : properties_) {
-            if (!property.isDerived() && !replaced_.contains(property.get())) {
+            PropertyBinding const* const binding = index.find(property->internal_binding());
+            if (binding != nullptr && !property.isDerived() &&
+                !replaced_.contains(property.get())) {
                 found.push_back(attributeOf(property));
+                found.back().binding = *binding;
             }
         }
         return found;
@@ -84,12 +89,19 @@ private:
     static bool ownsObjects(ImmutableProperty const& property) {
         return property.isComposite() && ImmutableClass(property.getType()).isValid();
     }
+    /// The other end of single references: what it lists follows from them.
+    static bool isOtherEnd(ImmutableProperty const& property) {
+        return property.isMultiValued() && !property.isComposite() && property.hasOpposite() &&
+               !property.getOpposite().isMultiValued();
+    }
     static Attribute attributeOf(ImmutableProperty const& property) {
         return {.name = property.getName(),
                 .property = property,
+                .isMultiValued = property.isMultiValued(),
                 .isOrdered = property.isOrdered(),
                 .ownsObjects = ownsObjects(property),
-                .isWayToOwner = property.hasOpposite() && ownsObjects(property.getOpposite())};
+                .isWayToOwner = property.hasOpposite() && ownsObjects(property.getOpposite()),
+                .isOtherEnd = isOtherEnd(property)};
     }
 
     std::unordered_set<void const*> seen_;
@@ -102,12 +114,15 @@ std::vector<Attribute> attributesOf(ClassObject const& object) {
     if (ImmutableClass const live = object.getMetaClass(); live.isValid()) {
         Collection collection;
         collection.add(live);
-        attributes = collection.attributes();
+        attributes = collection.attributes(live->internal_propertyIndex());
     }
     attributes.push_back({.name = "ExternalId", .reader = &externalId});
-    attributes.push_back({.name = "ExternalToolInfo", .reader = &externalToolInfos});
     attributes.push_back(
-        {.name = "AppliedStereotypeInstance", .reader = &appliedStereotypes, .ownsObjects = true});
+        {.name = "ExternalToolInfo", .reader = &externalToolInfos, .isMultiValued = true});
+    attributes.push_back({.name = "AppliedStereotypeInstance",
+                          .reader = &appliedStereotypes,
+                          .isMultiValued = true,
+                          .ownsObjects = true});
     return attributes;
 }
 
@@ -117,12 +132,18 @@ std::vector<Object> Attribute::valuesOf(ClassObject const& object) const {
     if (reader != nullptr) {
         return reader(object);
     }
-    if (!object.has(property)) {
+    IntrospectiveMethods const& methods = *binding.methods;
+    Deviant const deviant = object.getDeviant();
+    if (isMultiValued) {
+        bool const isEmpty =
+            methods.getMultiValued(object.get(), deviant, binding.id, false).generic_empty();
+        return isEmpty ? Values() : allOf(object.get(property));
+    }
+    if (!methods.hasSingleValued(object.get(), deviant, binding.id)) {
         return {};
     }
-    Values values = allOf(object.get(property));
-    bool const isOneInvalid = !property.isMultiValued() && !values.empty() && isNothing(values[0]);
-    return isOneInvalid ? Values() : values;
+    Object value = methods.getSingleValued(object.get(), deviant, binding.id);
+    return isNothing(value) ? Values() : Values{std::move(value)};
 }
 
 std::vector<Attribute> const& Attributes::of(ClassObject const& object) {
@@ -134,6 +155,8 @@ std::vector<Attribute> const& Attributes::of(ClassObject const& object) {
     return found != byClass_.end() ? found->second
                                    : byClass_.emplace(key, attributesOf(object)).first->second;
 }
+
+namespace internal {
 
 bool isNothing(Object const& value) {
     if (value.get() == nullptr) {
@@ -168,4 +191,6 @@ String nameOf(ClassObject const& object) {
     return value.get() != nullptr ? String(value) : String();
 }
 
-} // namespace QOB::internal
+} // namespace internal
+
+} // namespace QOB

@@ -2,148 +2,41 @@
 
 #include "../modelcore.h"
 #include "attributes.h"
+#include "pairing.h"
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/qob/objecttext.h"
-
-#include <boost/unordered/unordered_flat_map.hpp>
-#include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
 #include <cstddef>
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <tuple>
-#include <unordered_map>
 #include <utility>
 
 namespace QOB {
 
 namespace {
 
-using internal::Attribute;
-using internal::Attributes;
+using internal::Key;
+using internal::Pairs;
+using internal::Partners;
 using NSInterface::ClassObjectIntf;
+using Pair = std::pair<ClassObject, ClassObject>;
+using Values = std::vector<Object>;
 
 bool haveSameClass(ClassObject const& left, ClassObject const& right) {
     return std::string_view(left.getLumvoName(false)) == right.getLumvoName(false);
 }
 
-/// By what two values are seen to be the same: an object for both sides, or a text.
-struct Key {
-    void const* object = nullptr;
-    std::string text{};
-
-    friend bool operator==(Key const&, Key const&) = default;
-    friend bool operator<(Key const& a, Key const& b) {
-        return std::tie(a.object, a.text) < std::tie(b.object, b.text);
-    }
-};
-
-/// Which object on the left is which on the right.
-class Pairs {
-public:
-    /// In two models objects outside of what is compared are known by their external ids.
-    explicit Pairs(bool areInTwoModels) : areInTwoModels_(areInTwoModels) {}
-
-    /// False if the left one has been paired already.
-    bool add(ClassObject const& left, ClassObject const& right) {
-        bool const isNew = rightOf_.emplace(left.get(), right.get()).second;
-        if (isNew) {
-            rights_.insert(right.get());
-        }
-        return isNew;
-    }
-
-    Key leftKey(Object const& value) const {
-        ClassObject const object(value);
-        auto const found = rightOf_.find(object.get());
-        return found != rightOf_.end() ? Key{found->second} : key(value, object);
-    }
-    Key rightKey(Object const& value) const {
-        ClassObject const object(value);
-        return rights_.contains(object.get()) ? Key{object.get()} : key(value, object);
-    }
-
-private:
-    Key key(Object const& value, ClassObject const& object) const {
-        if (value.get() == nullptr) {
-            return {};
-        }
-        if (object.get() == nullptr) {
-            return {nullptr, std::string(value.getLumvoName(false)) + ' ' + toText(value)};
-        }
-        if (areInTwoModels_ && object.isValid() && object.hasExternalId()) {
-            return {nullptr,
-                    std::string(object.getLumvoName(false)) + ' ' +
-                        std::string(object.getExternalId())};
-        }
-        return {object.get()};
-    }
-
-    bool areInTwoModels_;
-    boost::unordered_flat_map<ClassObjectIntf const*, ClassObjectIntf const*> rightOf_;
-    boost::unordered_flat_set<ClassObjectIntf const*> rights_;
-};
-
-using Values = std::vector<Object>;
-
-/// The objects of a list, each with the name that it alone has there; the others with an empty one.
-std::vector<std::pair<std::string, ClassObject>> withNames(Values const& values) {
-    std::vector<std::pair<std::string, ClassObject>> named;
-    std::unordered_map<std::string, int> uses;
-    for (Object const& value : values) {
-        ClassObject const object(value);
-        String const name = object.isValid() ? internal::nameOf(object) : String();
-        named.emplace_back(name.isValid() ? std::string(name) : std::string(), object);
-        ++uses[named.back().first];
-    }
-    for (auto& [name, object] : named) {
-        if (uses.at(name) != 1) {
-            name.clear();
-        }
-    }
-    return named;
-}
-
-/// Calls the function with each two objects of two lists that belong together: those of one name,
-/// then those that are left, in order.
-template <class Function>
-void forEachPair(Values const& left, Values const& right, Function const& function) {
-    auto const rights = withNames(right);
-    std::unordered_map<std::string_view, ClassObject> rightByName;
-    for (auto const& [name, object] : rights) {
-        if (!name.empty()) {
-            rightByName.emplace(name, object);
-        }
-    }
-    std::vector<ClassObject> leftRest;
-    for (auto const& [name, object] : withNames(left)) {
-        auto const found = rightByName.find(name);
-        if (found == rightByName.end()) {
-            leftRest.push_back(object);
-        } else {
-            function(object, found->second);
-            rightByName.erase(found);
-        }
-    }
-    auto next = leftRest.begin();
-    for (auto const& [name, object] : rights) {
-        bool const isLeft = name.empty() || rightByName.contains(name);
-        if (isLeft && next != leftRest.end()) {
-            function(*next++, object);
-        }
-    }
-}
-
+/// Looks at objects in pairs and collects in what they differ.
 class Comparison {
 public:
-    explicit Comparison(bool areInTwoModels = false) : pairs_(areInTwoModels) {}
+    explicit Comparison(bool areInTwoModels = false, bool doesOrderCount = false)
+        : pairs_(areInTwoModels), doesOrderCount_(doesOrderCount) {}
 
     /// Pairs two objects and all that they contain, then looks at each pair.
     void compareTrees(ClassObject const& left, ClassObject const& right) {
-        std::vector<std::pair<ClassObject, ClassObject>> const all = pairTrees(left, right);
-        for (auto const& [one, other] : all) {
+        for (auto const& [one, other] : pairTrees(left, right)) {
             compareAttributes(one, other);
         }
     }
@@ -153,7 +46,7 @@ public:
         bool const isLeft = left.isValid();
         bool const isRight = right.isValid();
         if (isLeft != isRight) {
-            add(isLeft ? left : ClassObject(), isRight ? right : ClassObject());
+            addExistence(isLeft ? left : ClassObject(), isRight ? right : ClassObject());
         } else if (isLeft && stateOf(left) != stateOf(right)) {
             for (Attribute const& attribute : attributes_.of(left)) {
                 compareAttribute(attribute, left, right);
@@ -162,7 +55,25 @@ public:
         }
     }
 
-    std::vector<Difference> takeDifferences() { return std::move(differences_); }
+    /// Pairs the objects that nothing contains, and all that they contain, then looks at each pair.
+    void compareModels(std::vector<ClassObject> const& lefts,
+                       std::vector<ClassObject> const& rights) {
+        std::vector<Pair> all;
+        pairObjects(lefts, rights, internal::identityOf, all);
+        for (std::size_t next = 0; next != all.size(); ++next) {
+            Pair const owners = all[next]; // `all` grows
+            if (haveSameClass(owners.first, owners.second)) {
+                pairParts(owners, all);
+            }
+        }
+        std::vector<Difference> const existences = takeDifferences();
+        for (auto const& [left, right] : all) {
+            compareMembers(left, right);
+        }
+        differences_.insert(differences_.end(), existences.begin(), existences.end());
+    }
+
+    std::vector<Difference> takeDifferences() { return std::exchange(differences_, {}); }
 
 private:
     static ClassObjectIntf const* stateOf(ClassObject const& object) {
@@ -170,11 +81,10 @@ private:
         return self->getReadDeviantI(object.getDeviant(), self);
     }
 
-    std::vector<std::pair<ClassObject, ClassObject>> pairTrees(ClassObject const& left,
-                                                               ClassObject const& right) {
-        std::vector<std::pair<ClassObject, ClassObject>> all;
-        std::vector<std::pair<ClassObject, ClassObject>> open{{left, right}};
-        std::vector<std::pair<ClassObject, ClassObject>> parts;
+    std::vector<Pair> pairTrees(ClassObject const& left, ClassObject const& right) {
+        std::vector<Pair> all;
+        std::vector<Pair> open{{left, right}};
+        std::vector<Pair> parts;
         while (!open.empty()) {
             auto const next = open.back();
             open.pop_back();
@@ -188,11 +98,9 @@ private:
             parts.clear();
             for (Attribute const& attribute : attributes_.of(next.first)) {
                 if (attribute.ownsObjects) {
-                    forEachPair(attribute.valuesOf(next.first),
-                                attribute.valuesOf(next.second),
-                                [&](ClassObject const& one, ClassObject const& other) {
-                                    parts.emplace_back(one, other);
-                                });
+                    std::vector<Pair> const found = internal::pairsOf(
+                        attribute.valuesOf(next.first), attribute.valuesOf(next.second));
+                    parts.insert(parts.end(), found.begin(), found.end());
                 }
             }
             open.insert(open.end(), parts.rbegin(), parts.rend());
@@ -200,9 +108,53 @@ private:
         return all;
     }
 
+    /// Appends those that are a pair; reports the others.
+    template <class Objects, class Identity>
+    void pairObjects(Objects const& lefts,
+                     Objects const& rights,
+                     Identity const& identity,
+                     std::vector<Pair>& all) {
+        Partners partners;
+        for (auto const& value : rights) {
+            ClassObject const right(value);
+            partners.add(identity(right), right);
+        }
+        for (auto const& value : lefts) {
+            ClassObject const left(value);
+            ClassObject const right = partners.take(identity(left));
+            if (right.get() == nullptr) {
+                addExistence(left, {});
+            } else if (pairs_.add(left, right)) {
+                all.emplace_back(left, right);
+            }
+        }
+        for (auto const& value : rights) {
+            ClassObject const right(value);
+            if (!pairs_.hasRight(right)) {
+                addExistence({}, right);
+            }
+        }
+    }
+
+    void pairParts(Pair const& owners, std::vector<Pair>& all) {
+        for (Attribute const& attribute : attributes_.of(owners.first)) {
+            if (!attribute.ownsObjects) {
+                continue;
+            }
+            Values const lefts = attribute.valuesOf(owners.first);
+            Values const rights = attribute.valuesOf(owners.second);
+            if (!lefts.empty() || !rights.empty()) {
+                auto const identity = [&](ClassObject const& object) {
+                    return internal::identityAmong(attribute, object);
+                };
+                pairObjects(lefts, rights, identity, all);
+            }
+        }
+    }
+
     void compareAttributes(ClassObject const& left, ClassObject const& right) {
         if (!haveSameClass(left, right)) {
-            add(left, right);
+            differences_.push_back({DifferenceKind::Class, left, right});
             return;
         }
         for (Attribute const& attribute : attributes_.of(left)) {
@@ -212,37 +164,112 @@ private:
         }
     }
 
+    /// The same in two models.
+    void compareMembers(ClassObject const& left, ClassObject const& right) {
+        if (!haveSameClass(left, right)) {
+            differences_.push_back({DifferenceKind::Class, left, right});
+            return;
+        }
+        for (Attribute const& attribute : attributes_.of(left)) {
+            if (attribute.ownsObjects) {
+                compareParts(attribute, left, right);
+            } else if (!attribute.isWayToOwner && !attribute.isOtherEnd) {
+                compareAttribute(attribute, left, right);
+            }
+        }
+    }
+
+    std::vector<Key> leftKeys(Values const& values) const {
+        std::vector<Key> keys;
+        for (Object const& value : values) {
+            keys.push_back(pairs_.leftKey(value));
+        }
+        return keys;
+    }
+    std::vector<Key> rightKeys(Values const& values) const {
+        std::vector<Key> keys;
+        for (Object const& value : values) {
+            keys.push_back(pairs_.rightKey(value));
+        }
+        return keys;
+    }
+
     void compareAttribute(Attribute const& attribute,
                           ClassObject const& left,
                           ClassObject const& right) {
         Values const leftValues = attribute.valuesOf(left);
         Values const rightValues = attribute.valuesOf(right);
-        std::vector<Key> leftKeys;
-        for (Object const& value : leftValues) {
-            leftKeys.push_back(pairs_.leftKey(value));
+        if (internal::areSameValues(leftValues, rightValues)) {
+            return;
         }
-        std::vector<Key> rightKeys;
-        for (Object const& value : rightValues) {
-            rightKeys.push_back(pairs_.rightKey(value));
+        std::vector<Key> lefts = leftKeys(leftValues);
+        std::vector<Key> rights = rightKeys(rightValues);
+        if (lefts == rights) {
+            return;
         }
-        if (!attribute.isOrdered) {
-            std::sort(leftKeys.begin(), leftKeys.end());
-            std::sort(rightKeys.begin(), rightKeys.end());
-        }
-        if (leftKeys != rightKeys) {
-            differences_.push_back({left, right, attribute.name, leftValues, rightValues});
+        std::sort(lefts.begin(), lefts.end());
+        std::sort(rights.begin(), rights.end());
+        bool const isOfOrder = lefts == rights;
+        if (doesOrderCount_ || attribute.isOrdered || !isOfOrder) {
+            differences_.push_back({isOfOrder ? DifferenceKind::Order : DifferenceKind::Values,
+                                    left,
+                                    right,
+                                    attribute.name,
+                                    leftValues,
+                                    rightValues});
         }
     }
 
-    void add(ClassObject const& left, ClassObject const& right) {
-        differences_.push_back({left, right, String()});
+    /// Whether all parts have partners, and whether those that have stand in the same order.
+    void
+    compareParts(Attribute const& attribute, ClassObject const& left, ClassObject const& right) {
+        Values const leftValues = attribute.valuesOf(left);
+        Values const rightValues = attribute.valuesOf(right);
+        std::vector<Key> lefts;
+        for (Object const& value : leftValues) {
+            if (pairs_.hasLeft(ClassObject(value))) {
+                lefts.push_back(pairs_.leftKey(value));
+            }
+        }
+        std::vector<Key> rights;
+        for (Object const& value : rightValues) {
+            if (pairs_.hasRight(ClassObject(value))) {
+                rights.push_back(pairs_.rightKey(value));
+            }
+        }
+        auto const add = [&](DifferenceKind kind) {
+            differences_.push_back({kind, left, right, attribute.name, leftValues, rightValues});
+        };
+        if (lefts.size() != leftValues.size() || rights.size() != rightValues.size()) {
+            add(DifferenceKind::Values);
+        }
+        if (lefts != rights) {
+            add(DifferenceKind::Order);
+        }
+    }
+
+    void addExistence(ClassObject const& left, ClassObject const& right) {
+        differences_.push_back({DifferenceKind::Existence, left, right});
     }
 
     Pairs pairs_;
+    bool doesOrderCount_; ///< For every property, not only for those that are ordered.
     Attributes attributes_;
     Attribute container_ = internal::containerAttribute();
     std::vector<Difference> differences_;
 };
+
+/// The objects of a model that nothing contains, but for the model itself.
+std::vector<ClassObject> freeObjects(internal::ModelCore const& core, Deviant deviant) {
+    std::vector<ClassObject> objects;
+    core.forEachObject([&](ClassObjectIntf* object) {
+        ClassObject const handle(object, deviant);
+        if (object != core.model() && handle.isValid() && !handle.hasContainerQOB()) {
+            objects.push_back(handle);
+        }
+    });
+    return objects;
+}
 
 void printValues(std::ostream& out, Values const& values) {
     char const* between = " ";
@@ -278,10 +305,14 @@ std::vector<Difference> compare(ClassObject const& left, ClassObject const& righ
 
 std::vector<Difference> compare(Model const& left, Model const& right) {
     internal::ModelCore const& core = internal::ModelCore::of(left.getDeviant());
-    if (&core != &internal::ModelCore::of(right.getDeviant())) {
-        QOB_FAIL("Two models cannot be compared, only two deviants of one.");
+    internal::ModelCore const& other = internal::ModelCore::of(right.getDeviant());
+    bool const areInTwoModels = &core != &other;
+    Comparison comparison(areInTwoModels, areInTwoModels);
+    if (areInTwoModels) {
+        comparison.compareModels(freeObjects(core, left.getDeviant()),
+                                 freeObjects(other, right.getDeviant()));
+        return comparison.takeDifferences();
     }
-    Comparison comparison;
     core.forEachObject([&](ClassObjectIntf* object) {
         // The model itself lists what is told of each object.
         if (object != core.model()) {

@@ -14,9 +14,6 @@ namespace QOB {
 
 namespace {
 
-using internal::Attribute;
-using internal::Attributes;
-
 /// In quotes, and in one line whatever the text holds.
 std::string inQuotes(std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdef";

@@ -2,6 +2,7 @@
 
 /// What users of the kernel need; what generated code needs beside it lies in qob/kernel/.
 #include "qob/qob/assert.h"
+#include "qob/qob/attributes.h"
 #include "qob/qob/boolean.h"
 #include "qob/qob/class.h"
 #include "qob/qob/compare.h"

@@ -9,15 +9,22 @@
 
 namespace QOB {
 
-/// A property in which two objects, or two states of one object, are not the same.
+/// In what two sides differ.
+enum class DifferenceKind {
+    Existence, ///< The object is on one side only.
+    Class,     ///< The objects are of different classes; what they hold isn't compared.
+    Values,    ///< A property has other values.
+    Order      ///< A property has the same values in another order.
+};
+
+/// One difference between two objects, or between two states of one object.
 struct Difference {
-    /// The object on either side, in its deviant. Empty where there is none: then the object itself
-    /// is the difference.
+    DifferenceKind kind;
+    /// The object on either side, in its deviant; empty where there is none.
     ClassObject left;
     ClassObject right;
-    /// The name of the property; empty if the objects differ as a whole, because one is missing or
-    /// because they are of different classes.
-    String property;
+    /// The name of the property; empty if the objects differ as a whole.
+    String property{};
     /// All values of the property on either side, in order.
     std::vector<Object> leftValues{};
     std::vector<Object> rightValues{};
@@ -36,11 +43,20 @@ QOB_EXPORT std::ostream& operator<<(std::ostream& out, Difference const& differe
 /// Raises QOB::Exception for an empty handle and for an object that doesn't exist in its deviant.
 QOB_EXPORT std::vector<Difference> compare(ClassObject const& left, ClassObject const& right);
 
-/// Compares two deviants of one model, as which it is seen by the two handles: every object with
-/// itself. Costs a look at each object, and a look at the properties of those only that don't share
-/// their state.
+/// Compares all objects of two models, or of two deviants of one model, as seen by the two handles.
 ///
-/// Raises QOB::Exception for an empty handle and for two models.
+/// In two deviants every object is compared with itself. That costs a look at each object, and a
+/// look at the properties of those only that don't share their state.
+///
+/// In two models objects that nothing contains are a pair if they have the same external id, and
+/// those without one if they have the same class and name; contained objects are a pair if the same
+/// property of a pair owns them under the same name. Where several have one name, or none, the
+/// first is paired with the first and so on; the value of a single-valued property is paired
+/// whatever its name. An object without a partner is a difference; what it contains is not
+/// reported. Order counts for every property; lists that only mirror the references of other
+/// objects are left out.
+///
+/// Raises QOB::Exception for an empty handle.
 QOB_EXPORT std::vector<Difference> compare(Model const& left, Model const& right);
 
 } // namespace QOB
