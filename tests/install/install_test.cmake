@@ -11,6 +11,14 @@ run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${WORK_DIR}/first")
 # Moved, so that a path fixed at installation time would be found out.
 file(RENAME "${WORK_DIR}/first" "${WORK_DIR}/prefix")
 
+foreach(file IN ITEMS share/bash-completion/completions/velum share/man/man1/velum.1)
+    file(READ "${WORK_DIR}/prefix/${file}" text)
+    string(FIND "${text}" "velum" place)
+    if(place EQUAL -1)
+        message(FATAL_ERROR "${file} is empty")
+    endif()
+endforeach()
+
 message(STATUS "A CMake project with find_package")
 run("${CMAKE_COMMAND}"
     -S "${CONSUMER_DIR}"

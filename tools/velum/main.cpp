@@ -2,16 +2,22 @@
 #include "commands/check_command.h"
 #include "commands/classes_command.h"
 #include "commands/describe_command.h"
+#include "commands/diff_command.h"
 #include "commands/exit_code.h"
+#include "commands/export_command.h"
+#include "commands/find_command.h"
 #include "commands/import_command.h"
 #include "commands/show_command.h"
+#include "commands/usage_commands.h"
 #include "report/printers.h"
 
 #include <CLI/CLI.hpp>
 
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <velum_types/version.h>
 
 namespace {
@@ -23,32 +29,52 @@ int run(int argc, char** argv) {
     app.set_version_flag("--version", std::string("velum ") + velum_types_version);
     app.require_subcommand(1);
 
+    app.footer("Exit codes: 0 done; 1 the input is at fault, releases differ or nothing was found; "
+               "2 wrong usage; 3 the output or the program failed.");
+
     velum::commands::ImportCommand import;
     velum::commands::ShowCommand show;
     velum::commands::CheckCommand check;
+    velum::commands::DiffCommand diff;
+    velum::commands::FindCommand find;
+    velum::commands::ExportCommand exporting;
     velum::commands::ClassesCommand classes;
     velum::commands::DescribeCommand describe;
+    velum::commands::CompletionCommand completion;
+    velum::commands::ManualCommand manual;
+    const std::pair<const char*, std::function<int()>> commands[] = {
+        {"import", [&] { return import.run(); }},
+        {"show", [&] { return show.run(); }},
+        {"check", [&] { return check.run(); }},
+        {"diff", [&] { return diff.run(); }},
+        {"find", [&] { return find.run(); }},
+        {"export", [&] { return exporting.run(); }},
+        {"classes", [&] { return classes.run(); }},
+        {"describe", [&] { return describe.run(); }},
+        {"completion", [&] { return completion.run(); }},
+        {"manual", [&] { return manual.run(); }}};
     import.addTo(app);
     show.addTo(app);
     check.addTo(app);
+    diff.addTo(app);
+    find.addTo(app);
+    exporting.addTo(app);
     classes.addTo(app);
     describe.addTo(app);
+    completion.addTo(app);
+    manual.addTo(app);
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? ExitCode::done : ExitCode::wrongUsage;
     }
-    if (app.got_subcommand("import")) {
-        return import.run();
+    for (const auto& [name, runs] : commands) {
+        if (app.got_subcommand(name)) {
+            return runs();
+        }
     }
-    if (app.got_subcommand("show")) {
-        return show.run();
-    }
-    if (app.got_subcommand("check")) {
-        return check.run();
-    }
-    return app.got_subcommand("classes") ? classes.run() : describe.run();
+    return ExitCode::wrongUsage; // not reached: a command is required
 }
 
 } // namespace

@@ -82,6 +82,22 @@ std::vector<const Metaclass*> supersOf(const Metaclass& metaclass) {
     return supers;
 }
 
+bool isKindOf(std::string_view name, Metaclass const& base) {
+    std::vector<const Metaclass*> pending{findMetaclass(name)};
+    while (!pending.empty()) {
+        const Metaclass* const next = pending.back();
+        pending.pop_back();
+        if (next == &base) {
+            return true;
+        }
+        if (next != nullptr) {
+            const auto supers = supersOf(*next);
+            pending.insert(pending.end(), supers.begin(), supers.end());
+        }
+    }
+    return false;
+}
+
 std::vector<const QOB::MetaPropertyDescription*> propertiesOf(const Metaclass& metaclass) {
     QOB::MetaPropertyDescription** const byId = metaclass.record->properties;
     return {byId + 1, byId + 1 + metaclass.propertyCount};

@@ -26,6 +26,9 @@ const Metaclass* findMetaclass(std::string_view name);
 /// The direct supers that are among the metaclasses.
 std::vector<const Metaclass*> supersOf(const Metaclass& metaclass);
 
+/// Whether a class, by its name, is the other one or below it.
+bool isKindOf(std::string_view name, Metaclass const& base);
+
 /// The properties that a class declares itself, by id.
 std::vector<const QOB::MetaPropertyDescription*> propertiesOf(const Metaclass& metaclass);
 

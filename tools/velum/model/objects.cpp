@@ -25,12 +25,7 @@ struct Keyed {
 };
 
 Keyed keyed(const QOB::ClassObject& object) {
-    const foundation::NamedElement named(object);
-    const bool hasName = named.isValid() && named.hasName() && named.getName().isValid();
-    return {pathOf(object),
-            hasName ? std::string(named.getName()) : std::string(),
-            object.getObjectId(),
-            object};
+    return {pathOf(object), nameOf(object), object.getObjectId(), object};
 }
 
 std::vector<QOB::ClassObject> sorted(std::vector<Keyed> objects) {
@@ -52,6 +47,12 @@ bool isBelow(std::string_view path, std::string_view folder) {
 
 std::string pathOf(const QOB::ClassObject& object) {
     return object.hasExternalId() ? std::string(object.getExternalId()) : std::string();
+}
+
+std::string nameOf(const QOB::ClassObject& object) {
+    const foundation::NamedElement named(object);
+    const bool hasName = named.isValid() && named.hasName() && named.getName().isValid();
+    return hasName ? std::string(named.getName()) : std::string();
 }
 
 std::vector<QOB::ClassObject> freeObjects(const QOB::Model& model) {

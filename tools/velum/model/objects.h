@@ -10,6 +10,9 @@ namespace velum::model {
 /// The path that an object came from; empty if it has none.
 std::string pathOf(const QOB::ClassObject& object);
 
+/// The name of an object; empty if it has none.
+std::string nameOf(const QOB::ClassObject& object);
+
 /// All objects of a model that nothing contains, ordered by path, then by name and id.
 std::vector<QOB::ClassObject> freeObjects(const QOB::Model& model);
 

@@ -746,7 +746,7 @@ class CommandLineTest(unittest.TestCase):
         self.assertIn(b"1 element,", out)
 
     def test_wrong_usage(self):
-        for arguments in [[], ["import"], ["show"], ["check"], ["classes", "a"], ["export", "a"],
+        for arguments in [[], ["import"], ["show"], ["check"], ["classes", "a"], ["exprot", "a"],
                           ["import", "--yaml", "a"], ["import", "--json", "--verbose", "a"]]:
             with self.subTest(arguments):
                 result = run(*arguments)

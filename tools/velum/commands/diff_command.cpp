@@ -1,0 +1,102 @@
+#include "commands/diff_command.h"
+
+#include "arxml/input_error.h"
+#include "commands/class_names.h"
+#include "commands/load.h"
+#include "commands/output.h"
+#include "dictionary/dictionary.h"
+#include "diff/comparison.h"
+#include "diff/printers.h"
+#include "report/printers.h"
+
+#include <iostream>
+
+namespace velum::commands {
+
+namespace {
+
+/// What the command ends with: 1 is for a difference, as it is with other programs that compare.
+enum DiffExitCode { isSame = 0, isDifferent = 1, isWrongUsage = 2, isUnreadable = 3 };
+
+/// Reads one release; what is wrong in it is only hinted at.
+void read(std::vector<std::string> const& files,
+          std::string const& which,
+          dictionary::Dictionary& dictionary) {
+    if (load(files, dictionary).report().hasFaults()) {
+        std::cerr << "velum: Something is wrong in the files of the " << which
+                  << " release; \"velum import\" tells what.\n";
+    }
+}
+
+std::string
+textOf(diff::Comparison const& comparison, diff::Sides const& sides, bool isJson, bool isSummary) {
+    if (isSummary) {
+        return isJson ? summaryJson(comparison) : summaryText(comparison);
+    }
+    return isJson ? printJson(comparison, sides) : printText(comparison, sides);
+}
+
+} // namespace
+
+void DiffCommand::addTo(CLI::App& app) {
+    CLI::App* const command = app.add_subcommand(
+        "diff", "Report what changed between two releases: objects by path, with both values");
+    CLI::Option* const first =
+        command->add_option("OLD", oldRelease_, "The old release: a file, or a folder of files")
+            ->type_name("FILE");
+    CLI::Option* const second =
+        command->add_option("NEW", newRelease_, "The new release")->type_name("FILE");
+    CLI::Option* const older =
+        command->add_option("--old", oldFiles_, "The old release as a list of files")
+            ->type_name("FILE")
+            ->excludes(first);
+    CLI::Option* const newer =
+        command->add_option("--new", newFiles_, "The new release as a list of files")
+            ->type_name("FILE")
+            ->excludes(first);
+    first->needs(second);
+    older->needs(newer);
+    newer->needs(older);
+    command
+        ->add_option("--ignore", ignored_, "A property that doesn't count; may be given repeatedly")
+        ->allow_extra_args(false)
+        ->type_name("PROPERTY");
+    command->add_option("--class", class_, "Only objects of this class and of those below it")
+        ->type_name("CLASS");
+    command->add_flag("--json", isJson_, "Print the differences as JSON");
+    command->add_flag("--summary", isSummary_, "Print only how many objects differ");
+}
+
+int DiffCommand::run() const {
+    bool const areLists = oldRelease_.empty();
+    if (areLists && oldFiles_.empty()) {
+        std::cerr
+            << "velum: Two releases are needed: \"velum diff OLD NEW\", or --old and --new.\n";
+        return isWrongUsage;
+    }
+    diff::Options options;
+    options.ignored = {ignored_.begin(), ignored_.end()};
+    if (!areProperties(ignored_) || !findClass(class_, options.onlyClass)) {
+        return isWrongUsage;
+    }
+    try {
+        dictionary::Dictionary older;
+        dictionary::Dictionary newer;
+        read(areLists ? oldFiles_ : std::vector{oldRelease_}, "old", older);
+        read(areLists ? newFiles_ : std::vector{newRelease_}, "new", newer);
+        model::Addresses oldAddresses;
+        model::Addresses newAddresses;
+        diff::Sides const sides{oldAddresses, newAddresses};
+        diff::Comparison const comparison =
+            diff::compareModels(older.model(), newer.model(), sides, options);
+        if (!print(textOf(comparison, sides, isJson_, isSummary_))) {
+            return isUnreadable;
+        }
+        return comparison.isSame() ? isSame : isDifferent;
+    } catch (arxml::InputError const& error) {
+        std::cerr << "velum: " << report::inOneLine(error.what()) << "\n";
+        return isUnreadable;
+    }
+}
+
+} // namespace velum::commands

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+#include <velum_types/types.h>
+
+namespace velum::find {
+
+/// Who refers to whom in a model. Only what a file says counts: that a method has a list of its
+/// types follows from the types. What an object contains belongs to the nearest object around it
+/// that has a path of its own.
+class References {
+public:
+    explicit References(QOB::Model const& model);
+
+    /// All objects of the model, those that are contained behind what contains them.
+    std::vector<QOB::ClassObject> const& objects() const { return objects_; }
+
+    /// What an object refers to, itself or by what belongs to it.
+    std::unordered_set<void const*> const& usedBy(QOB::ClassObject const& user) const;
+
+    /// Whether nothing outside of the object refers to it or to what it contains.
+    bool isUnused(QOB::ClassObject const& object) const;
+
+private:
+    using Set = std::unordered_set<void const*>;
+
+    void add(QOB::ClassObject const& user, QOB::ClassObject const& target);
+
+    std::vector<QOB::ClassObject> objects_;
+    std::unordered_map<void const*, Set> used_; ///< By user; both have paths.
+    Set usedFromOutside_;
+};
+
+} // namespace velum::find

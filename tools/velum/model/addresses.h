@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+#include <velum_types/types.h>
+
+namespace velum::model {
+
+/// The object itself, or what contains it, up to the one that nothing contains.
+QOB::ClassObject outermost(QOB::ClassObject const& object);
+
+/// Names for all objects of a model, those without a path too. Keeps what it found out: it is for a
+/// model that doesn't change meanwhile.
+class Addresses {
+public:
+    /// The path of the object. If it has none, the path of what contains it and the place in there
+    /// ("/P/Kinds#OwnedLiteral/low"); if nothing contains it, class and name ("#Dimension/Length").
+    /// No two objects of a model share an address.
+    std::string of(QOB::ClassObject const& object);
+
+    /// The place of an object in what contains it, however far out: property and name for each step
+    /// ("Elements/speed/InlineType"). Objects of one name are numbered ("Slot/x[2]"), those without
+    /// a name too ("ownedCell[3]"). Empty for the object itself.
+    std::string place(QOB::ClassObject const& object, QOB::ClassObject const& within);
+
+    /// The property by which an object is contained; empty if nothing contains it.
+    std::string const& owningProperty(QOB::ClassObject const& object);
+
+    QOB::Attributes& attributes() { return attributes_; }
+
+private:
+    struct Step {
+        std::string property;
+        std::string text;
+    };
+
+    Step const& stepOf(QOB::ClassObject const& object);
+    void addSteps(QOB::ClassObject const& owner);
+    std::string const& nameOfPathless(QOB::ClassObject const& object);
+
+    QOB::Attributes attributes_;
+    std::unordered_map<void const*, Step> steps_;
+    std::unordered_map<void const*, std::string> pathless_;
+};
+
+} // namespace velum::model

@@ -1,0 +1,105 @@
+"""Completes command lines in bash, and compares the manual page with the help.
+
+usage: host_usage_test.py PROGRAM SAMPLES [UNITTEST ARGUMENT...]
+"""
+
+import re
+import shutil
+import subprocess
+import sys
+import unittest
+
+from host import SAMPLES, Folder, run
+
+
+def help_of(*command):
+    """The options, arguments and commands of a help text, with what it says of each."""
+    text = run(*command, "--help").stdout.decode()
+    entries = {}
+    for line in text.splitlines():
+        entry = re.fullmatch(r"  (\S.*?)(?:  +(\S.*))?", re.sub(r"(:\{.*?\}) ", r"\1  ", line))
+        if entry:
+            key, said = entry[1], entry[2] or ""
+            name = key.split(" ")[0].split(",")[-1] if key.startswith("-") else key.split(" ")[0]
+            entries[name] = said
+        elif entries and line.startswith("     "):
+            last = list(entries)[-1]
+            entries[last] = f"{entries[last]} {line.strip()}".strip()
+    return entries
+
+
+COMMANDS = [name for name in help_of() if not name.startswith("-")]
+
+
+class CompletionTest(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.script = run("completion").stdout.decode()
+
+    def complete(self, *words, cwd=SAMPLES):
+        """What bash offers for the last word, by the script alone."""
+        script = self.script + (
+            'COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _velum; printf "%s\\n" "${COMPREPLY[@]}"')
+        result = subprocess.run(
+            ["bash", "--norc", "-c", script, "bash", "velum", *words], cwd=cwd,
+            capture_output=True, text=True, timeout=60, check=False)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        return sorted(filter(None, result.stdout.splitlines()))
+
+    def test_commands_and_options(self):
+        self.assertEqual([each for each in self.complete("") if not each.startswith("-")],
+                         sorted(COMMANDS))
+        self.assertEqual(self.complete("di"), ["diff"])
+        self.assertEqual(self.complete("nothing"), [])
+        for command in COMMANDS:
+            options = {name for name in help_of(command) if name.startswith("--")}
+            self.assertLessEqual(options, set(self.complete(command, "-")), command)
+        self.assertEqual(self.complete("find", "--un"), ["--unit", "--unused"])
+
+    def test_values(self):
+        self.assertEqual(self.complete("export", "--format", ""), ["csv", "json"])
+        self.assertEqual(self.complete("export", "--format", "=", "c"), ["csv"])
+        self.assertEqual(self.complete("export", "--format", "="), ["csv", "json"])
+        self.assertEqual(self.complete("find", "--class", "Enum"),
+                         ["Enumeration", "EnumerationLiteral", "EnumerationLiteralReference"])
+        self.assertEqual(self.complete("describe", "FloatingP"), ["FloatingPoint"])
+        self.assertIn("OwnedLiteral", self.complete("diff", "--ignore", "Own"))
+        self.assertEqual(self.complete("find", "--name", ""), [])
+
+    def test_files(self):
+        with Folder() as folder:
+            for name in ("a b.arxml", "b.arxml.gz", "notes.txt"):
+                folder.write(name, "")
+            (folder.path / "more").mkdir()
+            for words in (["import", ""], ["diff", "a b.arxml", ""], ["diff", "--old", ""]):
+                self.assertEqual(self.complete(*words, cwd=folder.path),
+                                 ["a b.arxml", "b.arxml.gz", "more"], words)
+            self.assertIn("notes.txt", self.complete("export", "-o", "", cwd=folder.path))
+
+
+class ManualTest(unittest.TestCase):
+    def test_it_says_what_the_help_says(self):
+        page = run("manual").stdout.decode()
+        plain = re.sub(r"\\f[BIR]", "", page).replace("\\-", "-").replace("\\&", "")
+        self.assertEqual([line[10:] for line in plain.splitlines() if line.startswith(".SS velum ")],
+                         COMMANDS)
+        for command in COMMANDS:
+            section = plain.split(f".SS velum {command}\n")[1].split("\n.S")[0].splitlines()
+            for name, said in help_of(command).items():
+                headings = [i for i, line in enumerate(section)
+                            if re.search(rf"(^|[ ,]){re.escape(name)}(\b|$)", line)
+                            and section[i - 1] == ".TP"]
+                self.assertEqual(len(headings), 1, (command, name))
+                self.assertIn(section[headings[0] + 1], " ".join(said.split()))
+
+    @unittest.skipUnless(shutil.which("groff"), "groff is not installed")
+    def test_man_prints_it_without_a_warning(self):
+        page = run("manual").stdout
+        result = subprocess.run(["groff", "-man", "-Tutf8", "-ww"], input=page,
+                                capture_output=True, timeout=60, check=False)
+        self.assertEqual((result.returncode, result.stderr), (0, b""))
+        self.assertIn("diff", result.stdout.decode())
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], *sys.argv[3:]])
