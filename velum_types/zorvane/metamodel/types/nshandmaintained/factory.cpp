@@ -12,20 +12,33 @@ namespace Zorvane::metamodel::types {
 
 namespace {
 
-/// What a factory makes, by short and by dotted name. Filled by the first factory.
-std::map<std::string, QOB::NamedCreator const*, std::less<>>& creatorsByName() {
-    static std::map<std::string, QOB::NamedCreator const*, std::less<>> creators;
-    return creators;
+/// What a factory makes under a name: objects of a class, or values of a data type.
+struct Made {
+    QOB::NamedCreator const* ofClass = nullptr;
+    QOB::NamedValue const* ofDataType = nullptr;
+};
+
+/// By short and by dotted name. Filled by the first factory.
+std::map<std::string, Made, std::less<>>& typesByName() {
+    static std::map<std::string, Made, std::less<>> types;
+    return types;
 }
 
-void fillCreators() {
-    if (!creatorsByName().empty()) {
+void fillTypes() {
+    if (!typesByName().empty()) {
         return;
     }
     for (QOB::NamedCreator const& each : NSImplementation::namedCreators()) {
-        creatorsByName().emplace(each.name, &each);
-        creatorsByName().emplace(each.dottedName, &each);
+        typesByName().insert({{each.name, {&each}}, {each.dottedName, {&each}}});
     }
+    for (QOB::NamedValue const& each : NSImplementation::namedValues()) {
+        typesByName().insert({{each.name, {nullptr, &each}}, {each.dottedName, {nullptr, &each}}});
+    }
+}
+
+QOB::Object createValue(std::string const& dottedName, QOB::String const* text) {
+    return text != nullptr ? QOB::ValueObjectFactory::createFromString(dottedName, *text)
+                           : QOB::ValueObjectFactory::create(dottedName);
 }
 
 } // namespace
@@ -50,15 +63,16 @@ QOB::Object FactoryIntf::createObject(QOB::Deviant deviant,
                                       QOB::Integer id,
                                       QOB::String const* text) {
     std::string const name(type);
-    if (auto const found = creatorsByName().find(name); found != creatorsByName().end()) {
-        deviant.assertWritable(nullptr);
-        return found->second->create(getModelQOB(deviant), id); // objects take no text
+    auto const found = typesByName().find(name);
+    if (found == typesByName().end()) {
+        return QOB::ValueObjectFactory::isValueObjectType(name) ? createValue(name, text)
+                                                                : QOB::Object();
     }
-    if (!QOB::ValueObjectFactory::isValueObjectType(name)) {
-        return {};
+    if (found->second.ofDataType != nullptr) {
+        return createValue(found->second.ofDataType->dottedName, text);
     }
-    return text != nullptr ? QOB::ValueObjectFactory::createFromString(name, *text)
-                           : QOB::ValueObjectFactory::create(name);
+    deviant.assertWritable(nullptr);
+    return found->second.ofClass->create(getModelQOB(deviant), id); // objects take no text
 }
 
 QOB::Model FactoryIntf::createNewModel() {
@@ -94,7 +108,7 @@ FactoryImpl::FactoryImpl(QOB::Model model) {
     deviant.markObjectCreated(classObject());
     bool const previous = QOB::DeviantAssertions::enableAssertions(false);
     setStateOf(deviant, untyped(new FactoryDeviantImpl));
-    fillCreators();
+    fillTypes();
     setOnlyModelQOB(deviant, model);
     setOnlyContainerQOB(deviant, QOB::ClassObject(model));
     QOB::DeviantAssertions::enableAssertions(previous);

@@ -12,6 +12,12 @@ struct NamedCreator {
     Object (*create)(Model const& model, Integer const& id);
 };
 
+/// A data type whose values a factory makes for who knows only its name.
+struct NamedValue {
+    char const* name;
+    char const* dottedName;
+};
+
 /// The `create` of a class: an object in the defaults, under the given id.
 template <class Handle>
 Object createAsObject(Model const& model, Integer const& id) {
