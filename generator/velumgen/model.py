@@ -402,6 +402,11 @@ class MetaClass(Type):
         return self.header or f"{self.package.include}/{self.file_stem}.h"
 
     @property
+    def handle_path(self) -> str:
+        """The header of its handles in the repository: what a failed access names."""
+        return f"{self.package.public_root}/{self.handle_header}".removeprefix("./")
+
+    @property
     def inline_header(self) -> str:
         return f"{self.package.include}/{self.file_stem}inline.h"
 

@@ -12,6 +12,8 @@ from .project import Project
 # Code and data with one definition; what templates and inline functions leave behind depends on
 # the optimiser and is no promise to users.
 _STRONG = frozenset("TDRB")
+# Inline functions of which a copy is exported on purpose (qob/kernel/handle/outofline.h).
+_OUT_OF_LINE = re.compile(r"[\w:]+::(?:Immutable\w+::(?:operator=|setDeviant)|hash_value)\(")
 _TABLE = re.compile(r"(?:vtable|typeinfo) for (?:QOB|Tessel|Zorvane|host)::")
 
 
@@ -29,7 +31,7 @@ def exported(project: Project, library: pathlib.Path) -> list[str]:
     names = set()
     for line in project.run("nm", "-D", "-C", "--defined-only", library).splitlines():
         _, kind, name = line.split(" ", 2)
-        if kind in _STRONG or _TABLE.match(name):
+        if kind in _STRONG or _TABLE.match(name) or _OUT_OF_LINE.match(name):
             names.add(name)
     return sorted(names)
 

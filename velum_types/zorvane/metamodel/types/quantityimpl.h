@@ -139,7 +139,7 @@ Self Quantity<Self, Number, Unit>::fromParts(QOB::String const& value, std::stri
     Tessel::ErrorHolder errors;
     Tessel::any const other = Unit::getTypeInfo().convertFromString(std::string(unit), errors);
     if (errors.hasError()) {
-        QOB_FAIL("%s", errors.getError().c_str());
+        Self::fail(errors.getError().c_str());
     }
     return {number, Tessel::any_cast<Unit const&>(other)};
 }

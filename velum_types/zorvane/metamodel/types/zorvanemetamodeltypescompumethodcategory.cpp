@@ -1,5 +1,6 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypescompumethodcategory.h"
 
+#include "qob/kernel/handle/outofline.h"
 #include "velum_foundation/zorvane/metamodel/kindimpl.h"
 
 namespace Zorvane::metamodel::types {
@@ -12,3 +13,6 @@ void CompuMethodCategoryLiterals::fail(char const* text) {
 
 template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::CompuMethodCategory,
                                         Zorvane::metamodel::types::CompuMethodCategoryLiterals>;
+
+template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
+    Zorvane::metamodel::types::CompuMethodCategory const&) noexcept>(&Zorvane::metamodel::types::hash_value)>;

@@ -1,5 +1,6 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesdatasize.h"
 
+#include "qob/kernel/handle/outofline.h"
 #include "quantityimpl.h"
 
 namespace Zorvane::metamodel::types {
@@ -21,3 +22,6 @@ template class Quantity<DataSize, QOB::Integer, DataSizeUnitKind>;
 template class QuantityTypeInfo<DataSizeTypeInfo, DataSize>;
 
 } // namespace Zorvane::metamodel::types
+
+template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
+    Zorvane::metamodel::types::DataSize const&) noexcept>(&Zorvane::metamodel::types::hash_value)>;

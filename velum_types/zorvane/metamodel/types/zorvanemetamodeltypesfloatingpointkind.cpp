@@ -1,5 +1,6 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfloatingpointkind.h"
 
+#include "qob/kernel/handle/outofline.h"
 #include "velum_foundation/zorvane/metamodel/kindimpl.h"
 
 namespace Zorvane::metamodel::types {
@@ -12,3 +13,6 @@ void FloatingPointKindLiterals::fail(char const* text) {
 
 template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::FloatingPointKind,
                                         Zorvane::metamodel::types::FloatingPointKindLiterals>;
+
+template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
+    Zorvane::metamodel::types::FloatingPointKind const&) noexcept>(&Zorvane::metamodel::types::hash_value)>;

@@ -1,5 +1,6 @@
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypestime.h"
 
+#include "qob/kernel/handle/outofline.h"
 #include "quantityimpl.h"
 
 namespace Zorvane::metamodel::types {
@@ -21,3 +22,6 @@ template class Quantity<Time, QOB::Real, TimeUnitKind>;
 template class QuantityTypeInfo<TimeTypeInfo, Time>;
 
 } // namespace Zorvane::metamodel::types
+
+template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
+    Zorvane::metamodel::types::Time const&) noexcept>(&Zorvane::metamodel::types::hash_value)>;

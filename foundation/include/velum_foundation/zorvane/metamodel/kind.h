@@ -77,6 +77,9 @@ public:
     static QOB::ImmutableDataType MetaDataType();
     QOB::ImmutableDataType getMetaDataType() const { return MetaDataType(); }
 
+    /// The number.
+    constexpr unsigned hash() const noexcept { return static_cast<unsigned>(number_); }
+
     friend constexpr bool operator==(Self const& a, Self const& b) noexcept {
         return a.number_ == b.number_;
     }
@@ -96,11 +99,6 @@ public:
 private:
     int number_ = 0;
 };
-
-template <class Self, class Literals>
-constexpr unsigned hash_value(Kind<Self, Literals> const& kind) noexcept {
-    return static_cast<unsigned>(kind());
-}
 
 template <class Self, class Literals>
 std::ostream& operator<<(std::ostream& out, Kind<Self, Literals> const& kind) {

@@ -82,6 +82,14 @@ public:
     static QOB::ImmutableDataType MetaDataType();
     QOB::ImmutableDataType getMetaDataType() const { return MetaDataType(); }
 
+    constexpr unsigned hash() const noexcept {
+        constexpr unsigned offset = 177573;
+        constexpr unsigned factor = 33;
+        constexpr unsigned mask = 0x7fff'ffff;
+        unsigned const number = hash_value(value_) + offset;
+        return (number * factor + static_cast<unsigned>(unit_())) & mask;
+    }
+
     friend constexpr bool operator==(Self const& a, Self const& b) noexcept {
         return !(a.value_ != b.value_) && a.unit_ == b.unit_;
     }
@@ -110,15 +118,6 @@ private:
     Number value_;
     Unit unit_;
 };
-
-template <class Self, class Number, class Unit>
-constexpr unsigned hash_value(Quantity<Self, Number, Unit> const& quantity) noexcept {
-    constexpr unsigned offset = 177573;
-    constexpr unsigned factor = 33;
-    constexpr unsigned mask = 0x7fff'ffff;
-    unsigned const number = hash_value(quantity.getValue()) + offset;
-    return (number * factor + static_cast<unsigned>(quantity.getUnit()())) & mask;
-}
 
 template <class Self, class Number, class Unit>
 std::ostream& operator<<(std::ostream& out, Quantity<Self, Number, Unit> const& quantity) {

@@ -25,6 +25,10 @@ public:
     using Kind::Kind;
 };
 
+VELUM_TYPES_EXPORT constexpr unsigned hash_value(CompuMethodCategory const& category) noexcept {
+    return category.hash();
+}
+
 } // namespace Zorvane::metamodel::types
 
 extern template class Zorvane::metamodel::Kind<

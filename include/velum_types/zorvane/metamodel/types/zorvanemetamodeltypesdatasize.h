@@ -28,6 +28,10 @@ private:
 /// The description of DataSize.
 class VELUM_TYPES_EXPORT DataSizeTypeInfo : public QuantityTypeInfo<DataSizeTypeInfo, DataSize> {};
 
+VELUM_TYPES_EXPORT constexpr unsigned hash_value(DataSize const& size) noexcept {
+    return size.hash();
+}
+
 extern template class Quantity<DataSize, QOB::Integer, DataSizeUnitKind>;
 extern template class QuantityTypeInfo<DataSizeTypeInfo, DataSize>;
 

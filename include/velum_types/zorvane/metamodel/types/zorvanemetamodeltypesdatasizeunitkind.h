@@ -21,6 +21,10 @@ public:
     using Kind::Kind;
 };
 
+VELUM_TYPES_EXPORT constexpr unsigned hash_value(DataSizeUnitKind const& unit) noexcept {
+    return unit.hash();
+}
+
 } // namespace Zorvane::metamodel::types
 
 extern template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::DataSizeUnitKind,

@@ -21,6 +21,10 @@ public:
     using Kind::Kind;
 };
 
+VELUM_TYPES_EXPORT constexpr unsigned hash_value(FloatingPointKind const& kind) noexcept {
+    return kind.hash();
+}
+
 } // namespace Zorvane::metamodel::types
 
 extern template class Zorvane::metamodel::Kind<

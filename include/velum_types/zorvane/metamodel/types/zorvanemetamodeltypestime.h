@@ -28,6 +28,10 @@ private:
 /// The description of Time.
 class VELUM_TYPES_EXPORT TimeTypeInfo : public QuantityTypeInfo<TimeTypeInfo, Time> {};
 
+VELUM_TYPES_EXPORT inline unsigned hash_value(Time const& time) noexcept {
+    return time.hash();
+}
+
 extern template class Quantity<Time, QOB::Real, TimeUnitKind>;
 extern template class QuantityTypeInfo<TimeTypeInfo, Time>;
 

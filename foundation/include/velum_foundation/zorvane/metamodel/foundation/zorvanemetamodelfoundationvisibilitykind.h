@@ -29,6 +29,10 @@ public:
     using Kind::Kind;
 };
 
+VELUM_FOUNDATION_EXPORT constexpr unsigned hash_value(VisibilityKind const& visibility) noexcept {
+    return visibility.hash();
+}
+
 } // namespace Zorvane::metamodel::foundation
 
 extern template class Zorvane::metamodel::Kind<
