@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qob/qob/assert.h"
 #include "qob/qob/externaltoolinfo.h"
 #include "qob/qob/integer.h"
 #include "qob/qob/object.h"
@@ -137,21 +138,31 @@ Ref toRef(T const& element) {
     }
 }
 
+/// Raises for a Ref of another type than the one that is asked for.
+inline void requireElementType(bool isOfType) {
+    QOB_REQUIRE_IN("qob/export/include/qob/kernel/containers/sequence/ref.h",
+                   isOfType,
+                   "The sequence holds elements of another type.");
+}
+
 /// The object of a Ref; null if it holds none. Only for Refs of objects.
 inline NSInterface::ClassObjectIntf* objectOf(Ref const& ref) noexcept {
     return static_cast<NSInterface::ClassObjectIntf*>(ref.data);
 }
 
-/// The value of a Ref. Only for Refs of values of that type, which must hold one.
+/// The value of a Ref, which must hold one. Raises QOB::Exception if it is of another type.
 template <class T>
-T const& valueOf(Ref const& ref) noexcept {
+T const& valueOf(Ref const& ref) {
+    requireElementType(ref.equalFn == &ValueBlock<T>::equalFn);
     return static_cast<ValueBlock<T> const*>(ref.data)->value;
 }
 
-/// The typed element. An object of another class than `T` gives an empty handle.
+/// The typed element. An object of another class than `T` gives an empty handle; a value in the
+/// place of an object, or one of another type, raises QOB::Exception.
 template <class T>
 T fromRef(Ref const& ref) {
     if constexpr (ObjectElement<T>) {
+        requireElementType(ref.equalFn == nullptr);
         return T(castObject<typename T::Interface>(objectOf(ref)), ref.deviant);
     } else {
         return valueOf<T>(ref);

@@ -7,6 +7,7 @@
 #include "qob/kernel/containers/sequence/views/combinedsequence.h"
 #include "qob/kernel/containers/sequence/views/filteredsequence.h"
 
+#include <concepts>
 #include <cstddef>
 #include <initializer_list>
 #include <iterator>
@@ -101,20 +102,37 @@ private:
 
 namespace internal {
 
-/// `From` is a handle of the class of `To` or of one below it.
+/// `From` is a handle of the class of `To` or of one below it, and may be written if `To` may.
 template <class From, class To>
 concept WidensTo =
     !std::is_same_v<From, To> && Generic::ObjectElement<From> && Generic::ObjectElement<To> &&
-    std::is_base_of_v<typename To::Interface, typename From::Interface>;
+    std::is_base_of_v<typename To::Interface, typename From::Interface> &&
+    (MutableHandle<From> || !MutableHandle<To>);
 
+/// A view of the sequence that takes only objects of the class of `From`.
 template <class From>
-Generic::SequenceRef widened(Generic::SequenceRef const& sequence) {
+Generic::SequenceRef filtered(Generic::SequenceRef const& sequence) {
     using filtered_sequence_internal::GenericFilter;
     using filtered_sequence_internal::GenericFilteredSequence;
     sequence.access();
     return {new GenericFilteredSequence(sequence.pointer(), GenericFilter::objects<From>()),
             sequence.getDeviant()};
 }
+
+/// The sequence as one of `To`. Handles of one class need no view: it is the same sequence.
+template <class From, class To>
+requires WidensTo<From, To> Generic::SequenceRef widened(Generic::SequenceRef const& sequence) {
+    if constexpr (std::is_same_v<typename From::Interface, typename To::Interface>) {
+        sequence.access();
+        return sequence;
+    } else {
+        return filtered<From>(sequence);
+    }
+}
+
+/// The untyped handle itself: a typed one isn't taken for it.
+template <class T>
+concept UntypedSequence = std::same_as<T, Generic::SequenceRef>;
 
 } // namespace internal
 
@@ -133,12 +151,15 @@ public:
     ImmutableSequence() noexcept = default;
     ImmutableSequence(Generic::SequenceIntf* sequence, Deviant deviant)
         : SequenceRef(sequence, deviant) {}
-    /// The elements must be of class `T`; an object of another class shows as an empty handle.
-    explicit ImmutableSequence(Generic::SequenceRef sequence) : SequenceRef(std::move(sequence)) {}
-    /// A sequence of a base class. Raises QOB::Exception for a null one.
+    /// The elements must be of class `T`: an object of another class shows as an empty handle, and
+    /// a value of another type raises QOB::Exception.
+    template <internal::UntypedSequence Untyped>
+    explicit ImmutableSequence(Untyped sequence) : SequenceRef(std::move(sequence)) {}
+    /// A sequence of a base class, or of the handles for reading. Raises QOB::Exception for a null
+    /// one.
     template <class U>
     requires internal::WidensTo<U, T> ImmutableSequence(ImmutableSequence<U> const& other)
-        : SequenceRef(internal::widened<U>(other)) {}
+        : SequenceRef(internal::widened<U, T>(other)) {}
 
     int size() const { return generic_size(); }
     bool empty() const { return generic_empty(); }
@@ -165,11 +186,12 @@ public:
     Sequence(Generic::SequenceIntf* sequence, Deviant deviant)
         : ImmutableSequence<T>(sequence, deviant) {}
     /// As the constructor of ImmutableSequence.
-    explicit Sequence(Generic::SequenceRef sequence) : ImmutableSequence<T>(std::move(sequence)) {}
+    template <internal::UntypedSequence Untyped>
+    explicit Sequence(Untyped sequence) : ImmutableSequence<T>(std::move(sequence)) {}
     /// A sequence of a base class, for writing too. Raises QOB::Exception for a null one.
     template <class U>
     requires internal::WidensTo<U, T> Sequence(Sequence<U> const& other)
-        : ImmutableSequence<T>(internal::widened<U>(other)) {}
+        : ImmutableSequence<T>(internal::widened<U, T>(other)) {}
 
     /// An element that a sequence of distinct elements has already stays where it is.
     void push_back(T const& element) const { this->generic_push_back(Generic::toRef(element)); }
@@ -254,8 +276,9 @@ public:
 
     /// Raises QOB::Exception for a null part.
     template <class U>
+    requires(std::same_as<U, T> || internal::WidensTo<U, T>)
     SequenceCombination& add(Sequence<U> const& part) {
-        combined_->append(internal::widened<U>(part).pointer());
+        combined_->append(internal::filtered<U>(part).pointer());
         return *this;
     }
 
@@ -289,8 +312,12 @@ ImmutableSequence<Object> ClassObjectReading<Base>::get(String name) const {
 // Read only, through a view that could write.
 template <class Base>
 ImmutableSequence<ImmutableClassObject> ClassObjectReading<Base>::getContaineeQOBs() const {
-    return ImmutableSequence<ImmutableClassObject>(
-        (*this)->getContaineeQOBsWithoutAssociation(this->getDeviant()));
+    return (*this)->getContaineeQOBsWithoutAssociation(this->getDeviant());
+}
+template <class Base>
+ImmutableSequence<ImmutableClassObject>
+ClassObjectReading<Base>::getContaineeQOBsWithoutAssociation() const {
+    return (*this)->getContaineeQOBsWithoutAssociation(this->getDeviant());
 }
 template <class Base>
 Sequence<ClassObject> ClassObjectWriting<Base>::getContaineeQOBs() const {

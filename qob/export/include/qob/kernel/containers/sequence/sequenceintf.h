@@ -82,16 +82,20 @@ protected:
 
 namespace internal {
 
+/// What the checks of all sequences are said to be at.
+inline constexpr char const* SequenceSource =
+    "qob/export/include/qob/kernel/containers/sequence/sequenceintf.h";
+
 inline void checkElementIndex(int index, int size) {
-    QOB_REQUIRE(index >= 0, "sequence index must be positive");
-    QOB_REQUIRE(index < size, "sequence index out of bounds");
+    QOB_REQUIRE_IN(SequenceSource, index >= 0, "sequence index must be positive");
+    QOB_REQUIRE_IN(SequenceSource, index < size, "sequence index out of bounds");
 }
 inline void checkInsertIndex(int index, int size) {
-    QOB_REQUIRE(index >= 0, "sequence index must be positive");
-    QOB_REQUIRE(index <= size, "sequence index out of bounds");
+    QOB_REQUIRE_IN(SequenceSource, index >= 0, "sequence index must be positive");
+    QOB_REQUIRE_IN(SequenceSource, index <= size, "sequence index out of bounds");
 }
 inline void checkNotEmpty(bool empty) {
-    QOB_REQUIRE(!empty, "sequence is empty");
+    QOB_REQUIRE_IN(SequenceSource, !empty, "sequence is empty");
 }
 inline void checkNotAtEnd(bool atEnd) {
     QOB_REQUIRE(!atEnd, "sequence iterator is at the end");

@@ -2,8 +2,20 @@
 
 #include "qob/kernel/containers/sequence/iteratorintf.h"
 #include "qob/kernel/containers/sequence/sequenceintf.h"
+#include "qob/qob/assert.h"
 
 namespace QOB {
+
+namespace internal {
+
+/// The check of the counts of iterators and views.
+inline void requireCount(int count) {
+    QOB_REQUIRE_IN("qob/export/include/qob/kernel/containers/sequence/sequenceproxy.h",
+                   count >= 0,
+                   "Internal assertion without a message detected! Please fix me asap");
+}
+
+} // namespace internal
 
 /// An iterator that its count frees. Base of every iterator class.
 class QOB_EXPORT IteratorProxy : public Generic::IteratorIntf {

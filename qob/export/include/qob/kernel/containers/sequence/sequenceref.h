@@ -29,9 +29,10 @@ public:
 
     /// The sequence, after the check that there is one.
     SequenceIntf* access() const {
-        QOB_REQUIRE(sequence_.get() != nullptr,
-                    "Cannot access NULL sequence. Use MakeSequence to create sequences.See "
-                    "testSequenceCreation in qob/kernel/unittest/sequence_tests.");
+        QOB_REQUIRE_IN("qob/export/include/qob/kernel/containers/sequence/sequenceref.h",
+                       sequence_.get() != nullptr,
+                       "Cannot access NULL sequence. Use MakeSequence to create sequences.See "
+                       "testSequenceCreation in qob/kernel/unittest/sequence_tests.");
         return sequence_.get();
     }
 
