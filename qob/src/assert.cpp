@@ -1,5 +1,6 @@
 #include "qob/qob/assert.h"
 
+#include <locale>
 #include <sstream>
 
 namespace QOB {
@@ -44,6 +45,7 @@ void Asserter::format(char const* format, std::va_list arguments) {
 
 std::string Asserter::message(char const* file, int line, char const* note) {
     std::ostringstream out;
+    out.imbue(std::locale::classic());
     out << "Assertion failed: " << fLogBuf << " at " << file << ":" << line << ": " << note;
     return std::move(out).str();
 }

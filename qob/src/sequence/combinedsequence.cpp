@@ -110,15 +110,16 @@ GenericCombinedSequence::GenericCombinedSequence() = default;
 GenericCombinedSequence::~GenericCombinedSequence() = default;
 
 Ref GenericCombinedSequence::generic_at(Deviant const& deviant, int index) const {
-    QOB_REQUIRE(index >= 0, "sequence index must be positive");
+    int rest = index;
     for (Generic::SequencePtr const& part : parts_) {
         int const size = part->generic_size(deviant);
-        if (index < size) {
-            return part->generic_at(deviant, index);
+        if (rest >= 0 && rest < size) {
+            return part->generic_at(deviant, rest);
         }
-        index -= size;
+        rest -= size;
     }
-    internal::failAt(__FILE__, __LINE__, "sequence index out of bounds");
+    internal::checkElementIndex(index, index - rest); // raises: the index is in no part
+    return {};
 }
 
 Ref GenericCombinedSequence::generic_front(Deviant const& deviant) const {

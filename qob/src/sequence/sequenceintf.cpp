@@ -115,18 +115,15 @@ void SequenceIntf::generic_assign(Deviant const& deviant,
 
 namespace {
 
-constexpr char const* NoMessage =
-    "Internal assertion without a message detected! Please fix me asap";
-
 void raiseCount(int& count) {
-    QOB_REQUIRE(count >= 0, NoMessage);
+    internal::requireCount(count);
     ++count;
 }
 
 /// True if the last reference went.
 bool lowerCount(int& count) {
     --count;
-    QOB_REQUIRE(count >= 0, NoMessage);
+    internal::requireCount(count);
     return count == 0;
 }
 

@@ -57,6 +57,11 @@ public:
 };
 
 } // namespace NSInterface
+} // namespace sample
+
+QOB_HANDLE_HEADER(sample::NSInterface::BoxIntf, "qob/tests/support/box.h")
+
+namespace sample {
 
 class Box : public QOB::RefBase<NSInterface::BoxIntf*> {
 public:
@@ -67,7 +72,7 @@ public:
 
     static Box create(QOB::Model const& model);
 
-    NSInterface::BoxIntf* operator->() const { return access(__FILE__, __LINE__); }
+    NSInterface::BoxIntf* operator->() const { return access(); }
     operator QOB::ClassObject() const { return {get(), getDeviant()}; }
     operator QOB::Object() const { return {get(), getDeviant()}; }
 

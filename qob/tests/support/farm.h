@@ -70,6 +70,12 @@ public:
 };
 
 } // namespace NSInterface
+} // namespace sample
+
+QOB_HANDLE_HEADER(sample::NSInterface::AnimalIntf, "qob/tests/support/farm.h")
+QOB_HANDLE_HEADER(sample::NSInterface::HenIntf, "qob/tests/support/farm.h")
+
+namespace sample {
 
 class Animal
     : public QOB::ClassObjectWriting<

@@ -52,6 +52,11 @@ public:
 };
 
 } // namespace NSInterface
+} // namespace sample
+
+QOB_HANDLE_HEADER(sample::NSInterface::ThingIntf, "qob/tests/support/thing.h")
+
+namespace sample {
 
 class Thing : public QOB::RefBase<NSInterface::ThingIntf*> {
 public:
@@ -63,7 +68,7 @@ public:
     static Thing create(QOB::Model const& model, int number = 0);
     static Thing createWithId(QOB::Model const& model, QOB::Integer const& id);
 
-    NSInterface::ThingIntf* operator->() const { return access(__FILE__, __LINE__); }
+    NSInterface::ThingIntf* operator->() const { return access(); }
 
     /// The same thing in another deviant.
     Thing in(QOB::Deviant deviant) const { return {get(), deviant}; }

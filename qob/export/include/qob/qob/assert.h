@@ -99,5 +99,9 @@ namespace internal {
          ::QOB::AsserterEx<::QOB::Exception>(__VA_ARGS__))
 
 /// Throws a QOB::Exception with a fixed text if the condition is false.
-#define QOB_REQUIRE(condition, text)                                                               \
-    ((condition) ? static_cast<void>(0) : ::QOB::internal::failAt(__FILE__, __LINE__, text))
+#define QOB_REQUIRE(condition, text) QOB_REQUIRE_IN(__FILE__, condition, text)
+
+/// The same for headers that are installed. `path` is the header's in the repository, so that a
+/// text never names a folder of the machine on which the header is included.
+#define QOB_REQUIRE_IN(path, condition, text)                                                      \
+    ((condition) ? static_cast<void>(0) : ::QOB::internal::failAt(path, __LINE__, text))

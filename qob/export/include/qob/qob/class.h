@@ -4,6 +4,8 @@
 #include "qob/qob/nsinterface/classintf.h"
 #include "qob/qob/type.h"
 
+QOB_HANDLE_HEADER(QOB::NSInterface::ClassIntf, "qob/export/include/qob/qob/class.h")
+
 namespace QOB {
 
 class ImmutableProperty;
@@ -17,6 +19,10 @@ public:
     ImmutableSequence<String> getComments() const;
     ImmutableSequence<ImmutableClass> getSupers() const;
     ImmutableSequence<ImmutableProperty> getOwnedAttributes() const;
+    ClassBinding internal_binding() const { return (*this)->internal_binding(); }
+    internal::PropertyIndex const& internal_propertyIndex() const {
+        return (*this)->internal_propertyIndex();
+    }
 };
 
 /// A metaclass.
@@ -34,18 +40,24 @@ public:
         (*this)->setIsAbstract(getDeviant(), isAbstract);
     }
     Sequence<String> getComments() const { return (*this)->getComments(getDeviant()); }
+    Sequence<String> getCommentsWithoutAssociation() const {
+        return (*this)->getCommentsWithoutAssociation(getDeviant());
+    }
     Sequence<Class> getSupers() const { return (*this)->getSupers(getDeviant()); }
+    Sequence<Class> getSupersWithoutAssociation() const {
+        return (*this)->getSupersWithoutAssociation(getDeviant());
+    }
     Sequence<Property> getOwnedAttributes() const;
+    Sequence<Property> getOwnedAttributesWithoutAssociation() const;
+    void internal_bind(ClassBinding const& binding) const { (*this)->internal_bind(binding); }
 };
 
 // Read only, through views that could write.
 inline ImmutableSequence<String> ImmutableClass::getComments() const {
-    return ImmutableSequence<String>(
-        access(__FILE__, __LINE__)->getCommentsWithoutAssociation(getDeviant()));
+    return access()->getCommentsWithoutAssociation(getDeviant());
 }
 inline ImmutableSequence<ImmutableClass> ImmutableClass::getSupers() const {
-    return ImmutableSequence<ImmutableClass>(
-        access(__FILE__, __LINE__)->getSupersWithoutAssociation(getDeviant()));
+    return access()->getSupersWithoutAssociation(getDeviant());
 }
 
 template <class Base>

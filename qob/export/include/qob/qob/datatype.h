@@ -3,6 +3,8 @@
 #include "qob/qob/nsinterface/datatypeintf.h"
 #include "qob/qob/type.h"
 
+QOB_HANDLE_HEADER(QOB::NSInterface::DataTypeIntf, "qob/export/include/qob/qob/datatype.h")
+
 namespace QOB {
 
 /// A type of values, for reading.

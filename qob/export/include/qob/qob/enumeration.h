@@ -3,6 +3,9 @@
 #include "qob/qob/nsinterface/enumerationintf.h"
 #include "qob/qob/type.h"
 
+QOB_HANDLE_HEADER(QOB::NSInterface::EnumerationIntf, "qob/export/include/qob/qob/enumeration.h")
+QOB_HANDLE_HEADER(QOB::NSInterface::EnumerationLiteralIntf, "qob/export/include/qob/qob/enumeration.h")
+
 namespace QOB {
 
 /// One value of an enumeration, for reading.
@@ -30,6 +33,10 @@ public:
     void setEnumeration(Enumeration const& enumeration) const {
         (*this)->setEnumeration(getDeviant(), enumeration);
     }
+    void removeOnlyEnumeration() const { (*this)->removeOnlyEnumeration(getDeviant()); }
+    void setOnlyEnumeration(Enumeration const& enumeration) const {
+        (*this)->setOnlyEnumeration(getDeviant(), enumeration);
+    }
 };
 
 /// A data type whose values are its literals, for reading.
@@ -39,8 +46,7 @@ public:
 
     ImmutableSequence<ImmutableEnumerationLiteral> getOwnedLiterals() const {
         // Read only, through a view that could write.
-        return ImmutableSequence<ImmutableEnumerationLiteral>(
-            access(__FILE__, __LINE__)->getOwnedLiteralsWithoutAssociation(getDeviant()));
+        return access()->getOwnedLiteralsWithoutAssociation(getDeviant());
     }
 };
 
@@ -57,6 +63,9 @@ public:
 
     Sequence<EnumerationLiteral> getOwnedLiterals() const {
         return (*this)->getOwnedLiterals(getDeviant());
+    }
+    Sequence<EnumerationLiteral> getOwnedLiteralsWithoutAssociation() const {
+        return (*this)->getOwnedLiteralsWithoutAssociation(getDeviant());
     }
 };
 

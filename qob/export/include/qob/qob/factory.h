@@ -11,6 +11,8 @@
 
 #include <utility>
 
+QOB_HANDLE_HEADER(QOB::NSInterface::FactoryIntf, "qob/export/include/qob/qob/factory.h")
+
 namespace QOB {
 
 /// The factory of metamodels: makes their elements in its model and in the handle's deviant.

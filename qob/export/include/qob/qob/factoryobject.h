@@ -5,6 +5,8 @@
 
 #include <utility>
 
+QOB_HANDLE_HEADER(QOB::NSInterface::FactoryObjectIntf, "qob/export/include/qob/qob/factoryobject.h")
+
 namespace QOB {
 
 /// What every handle on a factory offers; `Base` is a WriteHandle.

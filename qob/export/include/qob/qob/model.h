@@ -6,6 +6,8 @@
 
 #include <vector>
 
+QOB_HANDLE_HEADER(QOB::NSInterface::ModelIntf, "qob/export/include/qob/qob/model.h")
+
 namespace QOB {
 
 /// A model, seen in one of its deviants, for reading.
@@ -14,6 +16,9 @@ public:
     using ClassObjectReading::ClassObjectReading;
 
     ClassObject findObject(Integer id) const { return (*this)->findObject(getDeviant(), id); }
+    ImmutableSequence<ImmutableClassObject> getRootObjectsWithoutAssociation() const {
+        return (*this)->getRootObjectsWithoutAssociation(getDeviant());
+    }
     inline std::vector<class Model> getReferredModels() const;
 };
 
@@ -24,7 +29,7 @@ public:
     using ClassObjectWriting::ClassObjectWriting;
 
     /// The same model seen in another of its deviants.
-    Model inDeviant(Deviant deviant) const { return {access(__FILE__, __LINE__), deviant}; }
+    Model inDeviant(Deviant deviant) const { return {access(), deviant}; }
 
     Deviant createDeviant() const { return (*this)->createDeviant(getDeviant()); }
     void removeDeviant(Deviant branch) const { (*this)->removeDeviant(getDeviant(), branch); }
@@ -39,10 +44,15 @@ public:
     Sequence<ClassObject> getRootObjectsWithoutAssociation() const {
         return (*this)->getRootObjectsWithoutAssociation(getDeviant());
     }
-    void setUri(String const& uri) const { (*this)->setUri(getDeviant(), uri); }
     Integer allocateObjectId() const { return (*this)->allocateObjectId(getDeviant()); }
     void bindObjectId(ClassObject const& object, Integer id) const {
         (*this)->bindObjectId(getDeviant(), object, id);
+    }
+    void internal_addRootObject(NSInterface::ClassObjectIntf* object) const {
+        (*this)->internal_addRootObject(getDeviant(), object);
+    }
+    void internal_removeRootObject(NSInterface::ClassObjectIntf* object) const {
+        (*this)->internal_removeRootObject(getDeviant(), object);
     }
 };
 

@@ -3,6 +3,9 @@
 #include "qob/qob/model.h"
 #include "qob/qob/nsinterface/namedelementintf.h"
 
+QOB_HANDLE_HEADER(QOB::NSInterface::NamedElementIntf, "qob/export/include/qob/qob/namedelement.h")
+QOB_HANDLE_HEADER(QOB::NSInterface::NamespaceIntf, "qob/export/include/qob/qob/namedelement.h")
+
 namespace QOB {
 
 /// What every handle on a named element offers for reading; `Base` is a ReadHandle.

@@ -7,53 +7,121 @@
 #include "qob/qob/nsinterface/valueobjectintf.h"
 
 #include <string>
+#include <typeinfo>
 #include <utility>
+
+QOB_HANDLE_HEADER(QOB::NSInterface::ObjectIntf, "qob/export/include/qob/qob/object.h")
+QOB_HANDLE_HEADER(QOB::NSInterface::ValueObjectIntf, "qob/export/include/qob/qob/object.h")
+QOB_HANDLE_HEADER(QOB::NSInterface::ClassObjectIntf, "qob/export/include/qob/qob/object.h")
 
 namespace QOB {
 
 class ImmutableClassObject;
 
-/// Anything with a kernel identity, for reading: the common currency of generic code.
-class ImmutableObject : public ReadHandle<NSInterface::ObjectIntf> {
-public:
-    using ReadHandle::ReadHandle;
-
-    char const* getLumvoName(bool immutable) const { return (*this)->getLumvoName(immutable); }
-    String toString() const { return (*this)->toString(getDeviant()); }
-};
-
-/// Anything with a kernel identity.
-class Object : public WriteHandle<ImmutableObject> {
-public:
-    using WriteHandle::WriteHandle;
-
-    void destroy() const { (*this)->destroy(getDeviant()); }
-};
-
-/// A boxed value.
-class ImmutableValueObject : public ReadHandle<NSInterface::ValueObjectIntf> {
-public:
-    using ReadHandle::ReadHandle;
-
-    void getValue(Tessel::any& value) const { (*this)->getValue(value); }
-    std::string getValueTypeName() const { return (*this)->getValueTypeName(); }
-};
-
-class ValueObject : public WriteHandle<ImmutableValueObject> {
-public:
-    using WriteHandle::WriteHandle;
-};
-
-/// What every handle on an instance of a metaclass offers for reading; `Base` is a ReadHandle.
+/// What every handle offers for reading; `Base` is a ReadHandle. A handle has every operation of its
+/// interface class, which does what is said there in the handle's deviant.
 template <class Base>
-class ClassObjectReading : public Base {
+class ObjectReading : public Base {
 public:
     using Base::Base;
 
+    bool deviant_isValid() const { return (*this)->deviant_isValid(this->getDeviant()); }
+    Deviant getRootDeviant() const { return (*this)->getRootDeviant(); }
     char const* getLumvoName(bool immutable) const { return (*this)->getLumvoName(immutable); }
     String toString() const { return (*this)->toString(this->getDeviant()); }
     /// Needs the header of Type.
     ImmutableType getMetaType() const;
+
+    /// The state that a read or a write reaches, as interface class `Level`.
+    template <class Level>
+    Level* getReadDeviantI(Level const* tag) const {
+        return (*this)->getReadDeviantI(this->getDeviant(), tag);
+    }
+    template <class Level>
+    Level* getWriteDeviantI(Level const* tag) const {
+        return (*this)->getWriteDeviantI(this->getDeviant(), tag);
+    }
+};
+
+/// The same for writing; `Base` is a WriteHandle. The operations on states are the kernel's: it
+/// keeps count of who owns a state.
+template <class Base>
+class ObjectWriting : public Base {
+    using ObjectIntf = NSInterface::ObjectIntf;
+
+public:
+    using Base::Base;
+
+    void internal_disconnect() const { (*this)->internal_disconnect(this->getDeviant()); }
+    void internal_discard(bool detach) const {
+        (*this)->internal_discard(this->getDeviant(), detach);
+    }
+    /// Ends the object, with what it contains, in the handle's deviant.
+    void destroy() const { (*this)->destroy(this->getDeviant()); }
+    void deviant_destroyState(ObjectIntf* state) const { (*this)->deviant_destroyState(state); }
+    void deviant_markModelDestroyed() const { (*this)->deviant_markModelDestroyed(); }
+    void deviant_commitTransientState() const {
+        (*this)->deviant_commitTransientState(this->getDeviant());
+    }
+    ObjectIntf* deviant_getCopyOfDeviation() const {
+        return (*this)->deviant_getCopyOfDeviation(this->getDeviant());
+    }
+    ObjectIntf* internal_getDeviation() const {
+        return (*this)->internal_getDeviation(this->getDeviant());
+    }
+    void internal_setDeviation(ObjectIntf* state) const {
+        (*this)->internal_setDeviation(this->getDeviant(), state);
+    }
+    ObjectIntf* internal_createDeviation() const {
+        return (*this)->internal_createDeviation(this->getDeviant());
+    }
+    void internal_destroyDeviation() const {
+        (*this)->internal_destroyDeviation(this->getDeviant());
+    }
+    void internal_deviationAssign(ObjectIntf* source, Deviant sourceDeviant) const {
+        (*this)->internal_deviationAssign(this->getDeviant(), source, sourceDeviant);
+    }
+    ImmutableObject convertFromString(String text) const;
+};
+
+/// Anything with a kernel identity, for reading: the common currency of generic code.
+class ImmutableObject : public ObjectReading<ReadHandle<NSInterface::ObjectIntf>> {
+public:
+    using ObjectReading::ObjectReading;
+};
+
+/// Anything with a kernel identity.
+class Object : public ObjectWriting<WriteHandle<ImmutableObject>> {
+public:
+    using ObjectWriting::ObjectWriting;
+};
+
+template <class Base>
+ImmutableObject ObjectWriting<Base>::convertFromString(String text) const {
+    return (*this)->convertFromString(this->getDeviant(), std::move(text));
+}
+
+/// A boxed value.
+class ImmutableValueObject : public ObjectReading<ReadHandle<NSInterface::ValueObjectIntf>> {
+public:
+    using ObjectReading::ObjectReading;
+
+    void getValue(Tessel::any& value) const { (*this)->getValue(value); }
+    std::string getValueTypeName() const { return (*this)->getValueTypeName(); }
+    void const* findValue(std::type_info const& type) const { return (*this)->findValue(type); }
+};
+
+class ValueObject : public ObjectWriting<WriteHandle<ImmutableValueObject>> {
+public:
+    using ObjectWriting::ObjectWriting;
+};
+
+/// What every handle on an instance of a metaclass offers for reading; `Base` is a ReadHandle.
+template <class Base>
+class ClassObjectReading : public ObjectReading<Base> {
+public:
+    using ObjectReading<Base>::ObjectReading;
+
     /// Needs the header of Class.
     ImmutableClass getMetaClass() const;
 
@@ -77,6 +145,7 @@ public:
     Integer getObjectId() const { return (*this)->getObjectId(this->getDeviant()); }
     /// Needs the header of Sequence, as all members that give one.
     ImmutableSequence<ImmutableClassObject> getContaineeQOBs() const;
+    ImmutableSequence<ImmutableClassObject> getContaineeQOBsWithoutAssociation() const;
     bool hasUri() const { return (*this)->hasUri(this->getDeviant()); }
     String getUri() const { return (*this)->getUri(this->getDeviant()); }
     bool hasAppliedStereotypeInstances() const {
@@ -100,12 +169,10 @@ public:
 
 /// The same for writing; `Base` is a WriteHandle.
 template <class Base>
-class ClassObjectWriting : public Base {
+class ClassObjectWriting : public ObjectWriting<Base> {
 public:
-    using Base::Base;
+    using ObjectWriting<Base>::ObjectWriting;
 
-    /// Ends the object, with what it contains, in the handle's deviant.
-    void destroy() const { (*this)->destroy(this->getDeviant()); }
     void setOrAdd(ImmutableProperty const& property, Object value) const {
         (*this)->setOrAdd(this->getDeviant(), property, std::move(value));
     }
@@ -144,15 +211,29 @@ public:
     void removeOneOnly(String name) const {
         (*this)->removeOneOnly(this->getDeviant(), std::move(name));
     }
+    void removeObjectId() const { (*this)->removeObjectId(this->getDeviant()); }
+    void setObjectId(Integer const& id) const { (*this)->setObjectId(this->getDeviant(), id); }
     Sequence<ClassObject> getContaineeQOBs() const;
     Sequence<ClassObject> getContaineeQOBsWithoutAssociation() const;
+    void removeUri() const { (*this)->removeUri(this->getDeviant()); }
+    void setUri(String const& uri) const { (*this)->setUri(this->getDeviant(), uri); }
     /// Need the header of StereotypeObject.
     Sequence<StereotypeObject> getAppliedStereotypeInstances() const;
     Sequence<StereotypeObject> getAppliedStereotypeInstancesWithoutAssociation() const;
+    void removeModelQOB() const { (*this)->removeModelQOB(this->getDeviant()); }
+    void setModelQOB(Model const& model) const { (*this)->setModelQOB(this->getDeviant(), model); }
+    void removeOnlyModelQOB() const { (*this)->removeOnlyModelQOB(this->getDeviant()); }
+    void setOnlyModelQOB(Model const& model) const {
+        (*this)->setOnlyModelQOB(this->getDeviant(), model);
+    }
+    void removeContainerQOB() const { (*this)->removeContainerQOB(this->getDeviant()); }
     void setContainerQOB(ClassObject const& container) const {
         (*this)->setContainerQOB(this->getDeviant(), container);
     }
-    void removeContainerQOB() const { (*this)->removeContainerQOB(this->getDeviant()); }
+    void removeOnlyContainerQOB() const { (*this)->removeOnlyContainerQOB(this->getDeviant()); }
+    void setOnlyContainerQOB(ClassObject const& container) const {
+        (*this)->setOnlyContainerQOB(this->getDeviant(), container);
+    }
     void removeRootModel() const { (*this)->removeRootModel(this->getDeviant()); }
     void removeOnlyRootModel() const { (*this)->removeOnlyRootModel(this->getDeviant()); }
     void removeExternalId() const { (*this)->removeExternalId(this->getDeviant()); }

@@ -5,6 +5,8 @@
 #include "qob/qob/nsinterface/packageintf.h"
 #include "qob/qob/type.h"
 
+QOB_HANDLE_HEADER(QOB::NSInterface::PackageIntf, "qob/export/include/qob/qob/package.h")
+
 namespace QOB {
 
 /// A package of a metamodel, for reading.
@@ -29,12 +31,20 @@ public:
     /// With an id that the caller gives.
     static QOB_EXPORT Package createWithId(Model const& model, Integer const& id);
 
-    void removeUri() const { (*this)->removeUri(getDeviant()); }
-    void setUri(String const& uri) const { (*this)->setUri(getDeviant(), uri); }
     void removeParent() const { (*this)->removeParent(getDeviant()); }
     void setParent(Package const& parent) const { (*this)->setParent(getDeviant(), parent); }
+    void removeOnlyParent() const { (*this)->removeOnlyParent(getDeviant()); }
+    void setOnlyParent(Package const& parent) const {
+        (*this)->setOnlyParent(getDeviant(), parent);
+    }
     Sequence<Package> getNestedPackages() const { return (*this)->getNestedPackages(getDeviant()); }
+    Sequence<Package> getNestedPackagesWithoutAssociation() const {
+        return (*this)->getNestedPackagesWithoutAssociation(getDeviant());
+    }
     Sequence<Type> getOwnedTypes() const { return (*this)->getOwnedTypes(getDeviant()); }
+    Sequence<Type> getOwnedTypesWithoutAssociation() const {
+        return (*this)->getOwnedTypesWithoutAssociation(getDeviant());
+    }
 };
 
 inline Package ImmutablePackage::getParent() const {
@@ -42,12 +52,10 @@ inline Package ImmutablePackage::getParent() const {
 }
 // Read only, through views that could write.
 inline ImmutableSequence<ImmutablePackage> ImmutablePackage::getNestedPackages() const {
-    return ImmutableSequence<ImmutablePackage>(
-        access(__FILE__, __LINE__)->getNestedPackagesWithoutAssociation(getDeviant()));
+    return access()->getNestedPackagesWithoutAssociation(getDeviant());
 }
 inline ImmutableSequence<ImmutableType> ImmutablePackage::getOwnedTypes() const {
-    return ImmutableSequence<ImmutableType>(
-        access(__FILE__, __LINE__)->getOwnedTypesWithoutAssociation(getDeviant()));
+    return access()->getOwnedTypesWithoutAssociation(getDeviant());
 }
 
 template <class Base>

@@ -6,6 +6,8 @@
 #include "qob/qob/nsinterface/propertyintf.h"
 #include "qob/qob/reflection.h"
 
+QOB_HANDLE_HEADER(QOB::NSInterface::PropertyIntf, "qob/export/include/qob/qob/property.h")
+
 namespace QOB {
 
 /// A property of a metaclass, for reading.
@@ -39,6 +41,7 @@ public:
     String getOtherEndName() const { return (*this)->getOtherEndName(getDeviant()); }
     ImmutableSequence<ImmutableProperty> getRedefinedProperties() const;
     ImmutableSequence<ImmutableProperty> getSubsettedProperties() const;
+    PropertyBinding internal_binding() const { return (*this)->internal_binding(); }
 
 private:
     bool hasFlag(PropertyFlag flag) const { return (unsigned(int(getFlags())) & flag) != 0; }
@@ -57,6 +60,10 @@ public:
 
     void removeOwningClass() const { (*this)->removeOwningClass(getDeviant()); }
     void setOwningClass(Class const& owner) const { (*this)->setOwningClass(getDeviant(), owner); }
+    void removeOnlyOwningClass() const { (*this)->removeOnlyOwningClass(getDeviant()); }
+    void setOnlyOwningClass(Class const& owner) const {
+        (*this)->setOnlyOwningClass(getDeviant(), owner);
+    }
     void removeType() const { (*this)->removeType(getDeviant()); }
     void setType(Type const& type) const { (*this)->setType(getDeviant(), type); }
     void setLower(Integer const& lower) const { (*this)->setLower(getDeviant(), lower); }
@@ -83,9 +90,16 @@ public:
     Sequence<Property> getRedefinedProperties() const {
         return (*this)->getRedefinedProperties(getDeviant());
     }
+    Sequence<Property> getRedefinedPropertiesWithoutAssociation() const {
+        return (*this)->getRedefinedPropertiesWithoutAssociation(getDeviant());
+    }
     Sequence<Property> getSubsettedProperties() const {
         return (*this)->getSubsettedProperties(getDeviant());
     }
+    Sequence<Property> getSubsettedPropertiesWithoutAssociation() const {
+        return (*this)->getSubsettedPropertiesWithoutAssociation(getDeviant());
+    }
+    void internal_bind(PropertyBinding const& binding) const { (*this)->internal_bind(binding); }
 };
 
 inline Class ImmutableProperty::getOwningClass() const {
@@ -100,18 +114,18 @@ inline Property ImmutableProperty::getOpposite() const {
 inline Sequence<Property> Class::getOwnedAttributes() const {
     return (*this)->getOwnedAttributes(getDeviant());
 }
+inline Sequence<Property> Class::getOwnedAttributesWithoutAssociation() const {
+    return (*this)->getOwnedAttributesWithoutAssociation(getDeviant());
+}
 // Read only, through views that could write.
 inline ImmutableSequence<ImmutableProperty> ImmutableClass::getOwnedAttributes() const {
-    return ImmutableSequence<ImmutableProperty>(
-        access(__FILE__, __LINE__)->getOwnedAttributesWithoutAssociation(getDeviant()));
+    return access()->getOwnedAttributesWithoutAssociation(getDeviant());
 }
 inline ImmutableSequence<ImmutableProperty> ImmutableProperty::getRedefinedProperties() const {
-    return ImmutableSequence<ImmutableProperty>(
-        access(__FILE__, __LINE__)->getRedefinedPropertiesWithoutAssociation(getDeviant()));
+    return access()->getRedefinedPropertiesWithoutAssociation(getDeviant());
 }
 inline ImmutableSequence<ImmutableProperty> ImmutableProperty::getSubsettedProperties() const {
-    return ImmutableSequence<ImmutableProperty>(
-        access(__FILE__, __LINE__)->getSubsettedPropertiesWithoutAssociation(getDeviant()));
+    return access()->getSubsettedPropertiesWithoutAssociation(getDeviant());
 }
 
 } // namespace QOB

@@ -27,6 +27,11 @@ ReferenceCountingIntf const* countedBase(Intf const* pointer) noexcept {
 template <class Pointer>
 class RefBase;
 
+/// Where the handles of an interface class are declared: what an access through an empty one names.
+/// Specialised with QOB_HANDLE_HEADER.
+template <class Intf>
+struct HandleHeader;
+
 /// What every handle is: a counted pointer to an interface object, and the deviant in which the
 /// object is to be seen. Two words. The deviant is not part of a handle's logical value: handles
 /// are equal if their objects are, and a deviant may be replaced through a const handle.
@@ -89,10 +94,11 @@ protected:
     }
 
     /// The object, after the check that there is one.
-    Intf* access(char const* file, int line) const {
+    Intf* access() const {
         if (pointer_ == nullptr) {
-            internal::failAt(
-                file, line, "Cannot access NULL ref. Use isValid() before calling methods");
+            internal::failAt(HandleHeader<Intf>::file,
+                             HandleHeader<Intf>::line,
+                             "Cannot access NULL ref. Use isValid() before calling methods");
         }
         return pointer_;
     }
@@ -142,3 +148,14 @@ struct HandleHash {
 };
 
 } // namespace QOB
+
+/// Names the header of the handles of an interface class. At global scope, before the handles, with
+/// the header's path in its repository:
+///
+///     QOB_HANDLE_HEADER(sample::NSInterface::ThingIntf, "sample/include/sample/thing.h")
+#define QOB_HANDLE_HEADER(Intf, path)                                                              \
+    template <>                                                                                    \
+    struct QOB::HandleHeader<Intf> {                                                               \
+        static constexpr char const* file = path;                                                  \
+        static constexpr int line = __LINE__;                                                      \
+    };

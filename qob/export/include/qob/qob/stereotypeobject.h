@@ -6,6 +6,8 @@
 
 #include <utility>
 
+QOB_HANDLE_HEADER(QOB::NSInterface::StereotypeObjectIntf, "qob/export/include/qob/qob/stereotypeobject.h")
+
 namespace QOB {
 
 /// A stereotype as it is applied to one object, for reading.

@@ -3,6 +3,8 @@
 #include "qob/qob/namedelement.h"
 #include "qob/qob/nsinterface/typeintf.h"
 
+QOB_HANDLE_HEADER(QOB::NSInterface::TypeIntf, "qob/export/include/qob/qob/type.h")
+
 namespace QOB {
 
 class Package;
@@ -27,6 +29,10 @@ public:
     void setPackage(Package const& package) const {
         (*this)->setPackage(this->getDeviant(), package);
     }
+    void removeOnlyPackage() const { (*this)->removeOnlyPackage(this->getDeviant()); }
+    void setOnlyPackage(Package const& package) const {
+        (*this)->setOnlyPackage(this->getDeviant(), package);
+    }
 };
 
 /// Any type of a metamodel, for reading.
@@ -42,7 +48,7 @@ public:
 };
 
 template <class Base>
-ImmutableType ClassObjectReading<Base>::getMetaType() const {
+ImmutableType ObjectReading<Base>::getMetaType() const {
     return (*this)->getMetaType(this->getDeviant());
 }
 

@@ -94,7 +94,11 @@ private:
         return upcast<NSInterface::ClassObjectIntf>(static_cast<Base const*>(this));
     }
 
-    static void failNoId() { QOB_FAIL("this code should not be hit"); }
+    [[noreturn]] static void failNoId() {
+        internal::failAt("qob/export/include/qob/kernel/deviant/classobjectstate.h",
+                         __LINE__,
+                         "this code should not be hit");
+    }
 
     ClassObjectFields& fields() noexcept { return static_cast<Leaf*>(this)->fields_; }
     ClassObjectFields const& fields() const noexcept {

@@ -29,7 +29,7 @@ public:
         : RefBase<Intf*>(pointerFrom<Intf>(other), other.getDeviant()) {}
 
     Intf const* get() const noexcept { return RefBase<Intf*>::get(); }
-    Intf const* operator->() const { return this->access(__FILE__, __LINE__); }
+    Intf const* operator->() const { return this->access(); }
 };
 
 /// A handle for reading and writing; `Immutable` is the handle of the same class for reading.
@@ -51,7 +51,7 @@ public:
 
     using Immutable::get; // a class may have operations of that name
     Intf* get() const noexcept { return RefBase<Intf*>::get(); }
-    Intf* operator->() const { return this->access(__FILE__, __LINE__); }
+    Intf* operator->() const { return this->access(); }
 };
 
 } // namespace QOB

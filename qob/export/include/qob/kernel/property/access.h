@@ -9,12 +9,19 @@
 /// tables as if written by hand.
 namespace QOB::property {
 
+/// Raises for null, which a state answers when it is asked for a state.
+inline void requireState(void const* state) {
+    QOB_REQUIRE_IN("qob/export/include/qob/kernel/property/access.h",
+                   state != nullptr,
+                   "this operation is not available on a state");
+}
+
 /// The state that a read of `object` in the deviant sees, as the class that declares the property.
 /// Raises if `object` is a state itself: a state doesn't have this operation.
 template <class Intf>
 Intf const* readState(Intf const* object, Deviant deviant) {
     Intf const* const state = object->getReadDeviantI(deviant, object);
-    QOB_REQUIRE(state != nullptr, "this operation is not available on a state");
+    requireState(state);
     return state;
 }
 
@@ -22,7 +29,7 @@ Intf const* readState(Intf const* object, Deviant deviant) {
 template <class Intf>
 Intf* writeState(Intf* object, Deviant deviant) {
     Intf* const state = object->getWriteDeviantI(deviant, object);
-    QOB_REQUIRE(state != nullptr, "this operation is not available on a state");
+    requireState(state);
     return state;
 }
 

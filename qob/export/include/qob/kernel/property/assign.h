@@ -50,7 +50,9 @@ void assignBlocks(Intf* target,
                   NSInterface::ObjectIntf* source,
                   Deviant sourceDeviant) {
     Intf const* const from = castObject<Intf>(source);
-    QOB_REQUIRE(from != nullptr, "The source of the assignment is no object of the same class.");
+    QOB_REQUIRE_IN("qob/export/include/qob/kernel/property/assign.h",
+                   from != nullptr,
+                   "The source of the assignment is no object of the same class.");
     (upcast<Declaring>(target)->Declaring::internal_assignBlock(
          deviant, upcast<Declaring>(from), sourceDeviant),
      ...);
