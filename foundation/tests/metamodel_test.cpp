@@ -1,12 +1,19 @@
 #include "qob/qob/domainregistry.h"
+#include "qob/qob/enumeration.h"
 #include "qob/qob/transaction.h"
+#include "qob/qob/typeinforegistry.h"
+#include "qob/qob/valueobjectfactory.h"
 #include "velum_foundation/zorvane/metamodel.h"
 #include "velum_foundation/zorvane/metamodel/foundation/nsinterface/zorvanemetamodelfoundationelementintf.h"
+#include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationvisibilitykind.h"
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 using QOB::Package;
 using Zorvane::metamodel::foundation::NSInterface::ElementIntf;
+using Zorvane::metamodel::foundation::VisibilityKind;
 using Zorvane::metamodel::NSImplementation::staticGetMetamodelMetaPackage;
 using Zorvane::NSImplementation::staticGetZorvaneMetaModel;
 
@@ -24,6 +31,22 @@ int packagesOf(QOB::Model const& model) {
         count += package.isValid() && package.getName() != QOB::String("QOB") ? 1 : 0;
     }
     return count;
+}
+
+/// The data type of the base metamodel is known by name, with its live element, and from texts.
+void expectVisibilityKind() {
+    std::string const name = "Zorvane.metamodel.foundation.VisibilityKind";
+    EXPECT_EQ(VisibilityKind::getTypeName(), name);
+    EXPECT_EQ(QOB::TypeInfoRegistry::getTypeInfo(name), VisibilityKind::getTypeInfo());
+    QOB::ImmutableEnumeration const element(VisibilityKind::MetaDataType());
+    ASSERT_TRUE(element.isValid());
+    EXPECT_EQ(element.getName(), QOB::String("VisibilityKind"));
+    EXPECT_EQ(element.getOwnedLiterals().size(), 4);
+    EXPECT_EQ(VisibilityKind(QOB::ValueObjectFactory::createFromString(name, "protected")),
+              VisibilityKind::ProtectedVisibility);
+    EXPECT_EQ(VisibilityKind(QOB::ValueObjectFactory::create(name)),
+              VisibilityKind::PublicVisibility);
+    EXPECT_THROW(QOB::ValueObjectFactory::createFromString(name, "hidden"), QOB::Exception);
 }
 
 } // namespace
@@ -44,6 +67,7 @@ TEST(Metamodel, IsMadeOnceAndAgainWhenItIsGone) {
     EXPECT_EQ(&staticGetMetamodelMetaPackage(), &staticGetMetamodelMetaPackage());
     EXPECT_EQ(packagesOf(registry()), 3) << "with that of the base metamodel";
     EXPECT_FALSE(registry().getDeviant().isWithinTransaction());
+    expectVisibilityKind();
 }
 
 TEST(Metamodel, ItsPackageLiesWithinTheProducts) {

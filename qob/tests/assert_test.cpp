@@ -2,6 +2,7 @@
 #include "qob/qob/assert.h"
 
 #include <cstring>
+#include <locale>
 
 TEST(Assertion, FailureTellsMessageAndPlaceAndNote) {
     EXPECT_EQ(failureOf([] {
@@ -54,6 +55,17 @@ TEST(Assertion, EveryExceptionIsCaughtByTheHostsAndTheLanguagesBase) {
 TEST(Assertion, PlaceIsRelativeToTheRepository) {
     EXPECT_NE(failureOf([] { QOB_FAIL("here"); }).find(" at qob/tests/assert_test.cpp:"),
               std::string::npos);
+}
+
+TEST(Assertion, LineIsToldTheSameInEveryLocale) {
+    struct Grouping : std::numpunct<char> {
+        char do_thousands_sep() const override { return '.'; }
+        std::string do_grouping() const override { return "\3"; }
+    };
+    std::locale const before = std::locale::global(std::locale(std::locale(), new Grouping));
+    std::string const failure = failureOf([] { QOB::internal::failAt("F", 1234567, "text"); });
+    std::locale::global(before);
+    EXPECT_EQ(failure, "Assertion failed: text at F:1234567: ");
 }
 
 TEST(IntegerIncDec, BringsTheNumberBackWhateverWayTheScopeIsLeft) {

@@ -14,8 +14,12 @@ TEST_F(Handle, EmptyOneIsInvalidAndRaisesOnAccess) {
     EXPECT_FALSE(static_cast<bool>(empty));
     EXPECT_EQ(messageOf([&] { empty.getNumber(); }),
               "Cannot access NULL ref. Use isValid() before calling methods");
-    EXPECT_EQ(messageOf([] { QOB::Model().undo(); }),
-              "Cannot access NULL ref. Use isValid() before calling methods");
+    std::string const place = "Assertion failed: Cannot access NULL ref. Use isValid() before "
+                              "calling methods at qob/export/include/qob/qob/";
+    EXPECT_EQ(failureOf([] { QOB::Model().undo(); }).find(place + "model.h:"), 0U);
+    EXPECT_EQ(failureOf([] { QOB::Model().destroy(); }).find(place + "model.h:"), 0U);
+    EXPECT_EQ(failureOf([] { QOB::ImmutableClass().getName(); }).find(place + "class.h:"), 0U);
+    EXPECT_EQ(failureOf([] { QOB::Object().toString(); }).find(place + "object.h:"), 0U);
     empty.setDeviant(model.getDeviant());
     EXPECT_FALSE(empty.getDeviant().isNotNull());
 }

@@ -455,6 +455,8 @@ TEST(CountedViews, FailOnACountBelowZero) {
     QOB::OwnedSequence<ListQImpl<Integer>> view;
     EXPECT_EQ(messageOf([&] { view.decRef(); }), words);
     EXPECT_EQ(messageOf([&] { view.incRef(); }), words);
+    std::string const source = "qob/export/include/qob/kernel/containers/sequence/sequenceproxy";
+    EXPECT_NE(failureOf([&] { view.incRef(); }).find(" at " + source), std::string::npos);
     IteratorIntf* const counted = list.generic_begin(none).release();
     counted->incRef();
     counted->incRef();

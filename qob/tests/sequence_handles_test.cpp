@@ -1,3 +1,4 @@
+#include "qob/qob/class.h"
 #include "support/box.h"
 #include "support/fixture.h"
 
@@ -25,6 +26,25 @@ static_assert(std::is_convertible_v<Sequence<Thing>, Sequence<ClassObject>>);
 static_assert(std::is_convertible_v<Sequence<Thing>, ImmutableSequence<ClassObject>>);
 static_assert(!std::is_convertible_v<Sequence<ClassObject>, Sequence<Thing>>);
 static_assert(!std::is_convertible_v<ImmutableSequence<Thing>, Sequence<ClassObject>>);
+
+// From elements that may be written to those that may only be read, never back; and no typed
+// sequence is taken for an untyped one.
+using QOB::Class;
+using QOB::ImmutableClass;
+using QOB::ImmutableClassObject;
+static_assert(std::is_convertible_v<ImmutableSequence<Class>, ImmutableSequence<ImmutableClass>>);
+static_assert(std::is_convertible_v<Sequence<Class>, ImmutableSequence<ImmutableClassObject>>);
+static_assert(!std::is_constructible_v<Sequence<Class>, Sequence<ImmutableClass>>);
+static_assert(
+    !std::is_constructible_v<ImmutableSequence<Class>, ImmutableSequence<ImmutableClass>>);
+static_assert(!std::is_constructible_v<Sequence<ClassObject>, Sequence<ImmutableClass>>);
+static_assert(
+    !std::is_constructible_v<ImmutableSequence<ClassObject>, ImmutableSequence<ImmutableClass>>);
+static_assert(!std::is_constructible_v<Sequence<Thing>, ImmutableSequence<Thing>>);
+static_assert(!std::is_constructible_v<Sequence<Thing>, Sequence<Integer>>);
+static_assert(!std::is_constructible_v<Sequence<String>, Sequence<Integer>>);
+static_assert(!std::is_constructible_v<ImmutableSequence<Thing>, Sequence<ClassObject>>);
+static_assert(std::is_constructible_v<Sequence<Thing>, QOB::Generic::SequenceRef>);
 static_assert(sizeof(Sequence<Thing>) == 2 * sizeof(void*));
 
 std::vector<int> values(ImmutableSequence<Integer> const& sequence) {
@@ -138,6 +158,28 @@ TEST_F(SequenceHandle, ShowsElementsAsABaseClassAndWritesThroughIt) {
     EXPECT_EQ(objects.removeAll(b), 1);
     EXPECT_EQ(things.size(), 1);
     EXPECT_STREQ(objects.generic_getLumvoName(false, false, "fallback"), "fallback");
+}
+
+TEST_F(SequenceHandle, ElementsOfAnotherTypeAreRefused) {
+    char const* const words = "The sequence holds elements of another type.";
+    QOB::Generic::SequenceRef const integers = MakeSequence<Integer>({}, {1});
+    QOB::Generic::SequenceRef const things =
+        MakeSequence<Thing>(model.getDeviant(), {Thing::create(model)});
+    EXPECT_EQ(Sequence<Integer>(integers).front(), 1);
+    EXPECT_EQ(messageOf([&] { Sequence<String>(integers).front(); }), words);
+    EXPECT_EQ(messageOf([&] { *ImmutableSequence<Thing>(integers).begin(); }), words);
+    EXPECT_EQ(messageOf([&] { Sequence<Integer>(things).at(0); }), words);
+    EXPECT_EQ(messageOf([&] { Sequence<String>(integers).push_back("2"); }), words);
+    EXPECT_EQ(messageOf([&] { Sequence<String>(integers).contains("1"); }), words);
+    EXPECT_EQ(Sequence<sample::Box>(things).front().get(), nullptr) << "of another class";
+    EXPECT_EQ(integers.generic_size(), 1);
+}
+
+TEST_F(SequenceHandle, IsTheSameSequenceForHandlesOfOneClass) {
+    Sequence<Class> const classes = MakeSequence<Class>(model.getDeviant(), {Class::create(model)});
+    ImmutableSequence<ImmutableClass> const readOnly = classes;
+    EXPECT_EQ(readOnly.get(), classes.get());
+    EXPECT_EQ(readOnly.front(), classes.front());
 }
 
 TEST_F(SequenceHandle, ComparesAndAssignsElementByElement) {

@@ -1,5 +1,5 @@
 from sandbox import Sandbox
-from velum_checks.handles import CHECK, classes
+from velum_checks.handles import CHECK, classes, wrong_calls
 
 INTERFACES = """#pragma once
 namespace N {
@@ -69,6 +69,16 @@ class Handles(Sandbox):
     def test_a_result_of_another_type_is_found(self) -> None:
         found = self.find(HANDLES.replace("int size() const;", "void size() const;"))
         self.assertEqual(3, len(found))
+
+    def test_a_member_that_calls_another_operation_is_found(self) -> None:
+        text = """
+            int size() const { return (*this)->size(getDeviant()); }
+            int all() const { return (*this)->allWithoutAssociation(getDeviant()); }
+            void setOnly(int value) const {
+                (*this)->set(getDeviant(), value);
+            }
+        """
+        self.assertEqual(["setOnly calls set"], wrong_calls(text))
 
     def test_operations_are_read_with_their_class_and_namespace(self) -> None:
         base, thing = (each for each in classes(INTERFACES) if each.name.endswith("Intf"))

@@ -101,6 +101,41 @@ TEST_F(FactoryTest, MakesValuesOfTheKernelFromTexts) {
     EXPECT_THROW(factory.createFromString(name, "forty-two"), QOB::Exception);
 }
 
+TEST_F(FactoryTest, MakesValuesOfThePackageByShortAndByDottedNameWithAndWithoutText) {
+    types::initialize();
+    types::Factory const factory = factoryIn(model.getDeviant());
+    int const objects = model.getRootObjects().size();
+    struct Sample {
+        std::string name;
+        char const* text;
+        char const* byDefault;
+    };
+    for (Sample const& sample : {Sample{"DataSize", "3|KB", "|bit"},
+                                 Sample{"Time", "1.5|min", "|s"},
+                                 Sample{"FloatingPointKind", "IEEE_Single", "IEEE_Double"},
+                                 Sample{"DataSizeUnitKind", "GB", "bit"},
+                                 Sample{"TimeUnitKind", "yrs", "s"},
+                                 Sample{"CompuMethodCategory", "TextTable", "Identical"}}) {
+        for (std::string const prefix : {"", "Zorvane.metamodel.types."}) {
+            SCOPED_TRACE(prefix + sample.name);
+            QOB::String const name = prefix + sample.name;
+            EXPECT_EQ(factory.createFromString(name, sample.text).toString(),
+                      QOB::String(sample.text));
+            for (QOB::Object const& made :
+                 {factory.createFromString(name), factory.createFromString(name, QOB::Integer(7))}) {
+                EXPECT_EQ(made.toString(), QOB::String(sample.byDefault));
+                EXPECT_EQ(QOB::ValueObject(made).getValueTypeName(),
+                          "Zorvane.metamodel.types." + sample.name);
+            }
+            EXPECT_ANY_THROW(factory.createFromString(name, "no text of any type"));
+        }
+    }
+    EXPECT_EQ(model.getRootObjects().size(), objects) << "values are no objects of a model";
+    EXPECT_EQ(factory.createFromString("Zorvane.metamodel.foundation.VisibilityKind", "private")
+                  .toString(),
+              QOB::String("private"));
+}
+
 TEST_F(FactoryTest, KnowsNoOtherNameAndNoAbstractClass) {
     types::Factory const factory = factoryIn(model.getDeviant());
     for (char const* const name : {"", "integer", "PrimitiveType", "Factory", "NamedElement"}) {

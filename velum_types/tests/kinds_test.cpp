@@ -100,7 +100,7 @@ TYPED_TEST(Kinds, AnyNumberIsStored) {
         TypeParam const kind(number);
         EXPECT_TRUE(kind.isValid());
         EXPECT_EQ(kind(), number);
-        EXPECT_EQ(hash_value(kind), static_cast<unsigned>(number));
+        EXPECT_EQ(types::hash_value(kind), static_cast<unsigned>(number));
         EXPECT_EQ(TypeParam::fromString(kind.toString()), kind);
         EXPECT_EQ(TypeParam(QOB::Object(kind)), kind);
         EXPECT_LE(kind, TypeParam(INT_MAX));

@@ -1,4 +1,4 @@
-"""A handle has every operation of its interface class.
+"""A handle has every operation of its interface class, and each calls the one of its name.
 
 The operations are read from the interface headers; whether a handle has them is for the compiler to
 say, since a name that a handle adds hides those of its bases.
@@ -28,6 +28,9 @@ _OPERATION = re.compile(
     r"(?P<result>[^()]*?)\b(?P<name>\w+)\s*\((?P<parameters>[^()]*)\)\s*(?P<const>const\b)?", re.DOTALL
 )
 _INTERFACE = re.compile(r"[\w:]*\b\w+Intf\b")
+_FORWARDING = re.compile(
+    r"\b(?P<name>\w+)\([^(){}]*\)\s*const\s*\{[^{}]*?\(\*this\)->(?P<called>\w+)\(", re.DOTALL
+)
 _DEVIANT = re.compile(r"(?:QOB::)?Deviant\b(?!\s*const)")
 
 
@@ -118,6 +121,17 @@ def _inherited(of: Class, interfaces: dict[str, Class]) -> list[Class]:
     return found
 
 
+def wrong_calls(text: str) -> list[str]:
+    """The members of handles that call an operation of another name. A handle for reading has only
+    the form without association to call."""
+    return [
+        f"{match['name']} calls {match['called']}"
+        for match in _FORWARDING.finditer(_COMMENT.sub(" ", text))
+        if match["called"].removesuffix("WithoutAssociation") != match["name"].removesuffix("WithoutAssociation")
+        or len(match["called"]) < len(match["name"])
+    ]
+
+
 def unit(include: pathlib.Path) -> str:
     """The C++ that compiles only if each handle has each operation."""
     headers = [path for path in sorted(include.rglob("*.h")) if path.parent.name != "nsimplementation"]
@@ -167,10 +181,15 @@ def _find(project: Project) -> list[str]:
         source = pathlib.Path(folder, "handles.cpp")
         source.write_text(unit(include), encoding="utf-8")
         result = project.attempt("g++", "-std=c++20", f"-I{include}", "-fsyntax-only", source)
-    if result.returncode == 0:
-        return []
-    missing = re.findall(r"error: static assertion failed: (.*)", result.stderr)
-    return [f"there is no member {each}" for each in missing] or [result.stderr.rstrip()]
+    findings = [
+        f"{header.relative_to(include).as_posix()}: {each}"
+        for header in sorted(include.rglob("*.h"))
+        for each in wrong_calls(header.read_text(encoding="utf-8"))
+    ]
+    if result.returncode != 0:
+        missing = re.findall(r"error: static assertion failed: (.*)", result.stderr)
+        findings += [f"there is no member {each}" for each in missing] or [result.stderr.rstrip()]
+    return findings
 
 
 CHECK = Check(
