@@ -1,5 +1,5 @@
-#include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationvisibilitykind.h"
 #include "qob/kernel/handle/outofline.h"
+#include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationvisibilitykind.h"
 #include "velum_foundation/zorvane/metamodel/kindimpl.h"
 
 namespace Zorvane::metamodel::foundation {
@@ -13,5 +13,6 @@ void VisibilityKindLiterals::fail(char const* text) {
 template class Zorvane::metamodel::Kind<Zorvane::metamodel::foundation::VisibilityKind,
                                         Zorvane::metamodel::foundation::VisibilityKindLiterals>;
 
-template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
-    Zorvane::metamodel::foundation::VisibilityKind const&) noexcept>(&Zorvane::metamodel::foundation::hash_value)>;
+template struct QOB::internal::OutOfLineFunction<
+    static_cast<unsigned (*)(Zorvane::metamodel::foundation::VisibilityKind const&) noexcept>(
+        &Zorvane::metamodel::foundation::hash_value)>;

@@ -1,4 +1,5 @@
 #include "fixture.h"
+#include "qob/qob/class.h"
 #include "qob/qob/factoryobject.h"
 #include "qob/qob/reflection.h"
 #include "support/allocation_count.h"

@@ -121,8 +121,8 @@ TEST_F(FactoryTest, MakesValuesOfThePackageByShortAndByDottedNameWithAndWithoutT
             QOB::String const name = prefix + sample.name;
             EXPECT_EQ(factory.createFromString(name, sample.text).toString(),
                       QOB::String(sample.text));
-            for (QOB::Object const& made :
-                 {factory.createFromString(name), factory.createFromString(name, QOB::Integer(7))}) {
+            for (QOB::Object const& made : {factory.createFromString(name),
+                                            factory.createFromString(name, QOB::Integer(7))}) {
                 EXPECT_EQ(made.toString(), QOB::String(sample.byDefault));
                 EXPECT_EQ(QOB::ValueObject(made).getValueTypeName(),
                           "Zorvane.metamodel.types." + sample.name);

@@ -14,7 +14,8 @@ bool hasTables() {
     namespace meta = types::NSImplementation;
     return types::get_types_PackageIntrospectiveMethods() == &types::sPackageIntrospectiveMethods &&
            QOB::get_QOB_PackageIntrospectiveMethods() != nullptr &&
-           Zorvane::metamodel::foundation::get_foundation_PackageIntrospectiveMethods() != nullptr &&
+           Zorvane::metamodel::foundation::get_foundation_PackageIntrospectiveMethods() !=
+               nullptr &&
            meta::staticGetTypesMetaPackage() != nullptr && meta::staticGetUnitMeta() != nullptr &&
            types::hash_value(types::DataSizeUnitKind(7)) == 7;
 }

@@ -14,5 +14,6 @@ void CompuMethodCategoryLiterals::fail(char const* text) {
 template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::CompuMethodCategory,
                                         Zorvane::metamodel::types::CompuMethodCategoryLiterals>;
 
-template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
-    Zorvane::metamodel::types::CompuMethodCategory const&) noexcept>(&Zorvane::metamodel::types::hash_value)>;
+template struct QOB::internal::OutOfLineFunction<
+    static_cast<unsigned (*)(Zorvane::metamodel::types::CompuMethodCategory const&) noexcept>(
+        &Zorvane::metamodel::types::hash_value)>;

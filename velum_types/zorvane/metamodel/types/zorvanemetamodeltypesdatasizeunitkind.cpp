@@ -14,5 +14,6 @@ void DataSizeUnitKindLiterals::fail(char const* text) {
 template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::DataSizeUnitKind,
                                         Zorvane::metamodel::types::DataSizeUnitKindLiterals>;
 
-template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
-    Zorvane::metamodel::types::DataSizeUnitKind const&) noexcept>(&Zorvane::metamodel::types::hash_value)>;
+template struct QOB::internal::OutOfLineFunction<
+    static_cast<unsigned (*)(Zorvane::metamodel::types::DataSizeUnitKind const&) noexcept>(
+        &Zorvane::metamodel::types::hash_value)>;

@@ -14,5 +14,6 @@ void FloatingPointKindLiterals::fail(char const* text) {
 template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::FloatingPointKind,
                                         Zorvane::metamodel::types::FloatingPointKindLiterals>;
 
-template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
-    Zorvane::metamodel::types::FloatingPointKind const&) noexcept>(&Zorvane::metamodel::types::hash_value)>;
+template struct QOB::internal::OutOfLineFunction<
+    static_cast<unsigned (*)(Zorvane::metamodel::types::FloatingPointKind const&) noexcept>(
+        &Zorvane::metamodel::types::hash_value)>;

@@ -14,5 +14,6 @@ void TimeUnitKindLiterals::fail(char const* text) {
 template class Zorvane::metamodel::Kind<Zorvane::metamodel::types::TimeUnitKind,
                                         Zorvane::metamodel::types::TimeUnitKindLiterals>;
 
-template struct QOB::internal::OutOfLineFunction<static_cast<unsigned (*)(
-    Zorvane::metamodel::types::TimeUnitKind const&) noexcept>(&Zorvane::metamodel::types::hash_value)>;
+template struct QOB::internal::OutOfLineFunction<
+    static_cast<unsigned (*)(Zorvane::metamodel::types::TimeUnitKind const&) noexcept>(
+        &Zorvane::metamodel::types::hash_value)>;

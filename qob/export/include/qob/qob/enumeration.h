@@ -4,7 +4,8 @@
 #include "qob/qob/type.h"
 
 QOB_HANDLE_HEADER(QOB::NSInterface::EnumerationIntf, "qob/export/include/qob/qob/enumeration.h")
-QOB_HANDLE_HEADER(QOB::NSInterface::EnumerationLiteralIntf, "qob/export/include/qob/qob/enumeration.h")
+QOB_HANDLE_HEADER(QOB::NSInterface::EnumerationLiteralIntf,
+                  "qob/export/include/qob/qob/enumeration.h")
 
 namespace QOB {
 

@@ -18,8 +18,8 @@ namespace QOB {
 
 class ImmutableClassObject;
 
-/// What every handle offers for reading; `Base` is a ReadHandle. A handle has every operation of its
-/// interface class, which does what is said there in the handle's deviant.
+/// What every handle offers for reading; `Base` is a ReadHandle. A handle has every operation of
+/// its interface class, which does what is said there in the handle's deviant.
 template <class Base>
 class ObjectReading : public Base {
 public:

@@ -6,7 +6,8 @@
 
 #include <utility>
 
-QOB_HANDLE_HEADER(QOB::NSInterface::StereotypeObjectIntf, "qob/export/include/qob/qob/stereotypeobject.h")
+QOB_HANDLE_HEADER(QOB::NSInterface::StereotypeObjectIntf,
+                  "qob/export/include/qob/qob/stereotypeobject.h")
 
 namespace QOB {
 

@@ -13,10 +13,10 @@ void requireSameModel(Deviant deviant,
                       Handle const& value,
                       IntrospectiveMethods const& methods,
                       unsigned id) {
-    QOB_REQUIRE_IN(
-        "qob/export/include/qob/kernel/property/reference.h",
-        !value.isValid() || !deviant.isInDifferentModel(value.getDeviant(), &methods, id),
-        "Cross-model bi-directional associations are currently disallowed!");
+    QOB_REQUIRE_IN("qob/export/include/qob/kernel/property/reference.h",
+                   !value.isValid() ||
+                       !deviant.isInDifferentModel(value.getDeviant(), &methods, id),
+                   "Cross-model bi-directional associations are currently disallowed!");
 }
 
 /// On a root object a reference is there if its value exists in the deviant; a state only tells

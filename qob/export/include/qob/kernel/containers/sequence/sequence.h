@@ -276,8 +276,8 @@ public:
 
     /// Raises QOB::Exception for a null part.
     template <class U>
-    requires(std::same_as<U, T> || internal::WidensTo<U, T>)
-    SequenceCombination& add(Sequence<U> const& part) {
+    requires(std::same_as<U, T> ||
+             internal::WidensTo<U, T>) SequenceCombination& add(Sequence<U> const& part) {
         combined_->append(internal::filtered<U>(part).pointer());
         return *this;
     }
