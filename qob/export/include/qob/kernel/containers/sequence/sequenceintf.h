@@ -98,17 +98,17 @@ inline void checkNotEmpty(bool empty) {
     QOB_REQUIRE_IN(SequenceSource, !empty, "sequence is empty");
 }
 inline void checkNotAtEnd(bool atEnd) {
-    QOB_REQUIRE(!atEnd, "sequence iterator is at the end");
+    QOB_REQUIRE_IN(SequenceSource, !atEnd, "sequence iterator is at the end");
 }
 inline void checkNotAtBegin(bool atBegin) {
-    QOB_REQUIRE(!atBegin, "sequence iterator is at the begin");
+    QOB_REQUIRE_IN(SequenceSource, !atBegin, "sequence iterator is at the begin");
 }
 inline void checkRange(bool ordered) {
-    QOB_REQUIRE(ordered, "sequence iterators are in the wrong order");
+    QOB_REQUIRE_IN(SequenceSource, ordered, "sequence iterators are in the wrong order");
 }
 /// For an iterator that is to be found in a sequence again.
 inline void checkPlace(bool found) {
-    QOB_REQUIRE(found, "sequence iterator stands at no place of the sequence");
+    QOB_REQUIRE_IN(SequenceSource, found, "sequence iterator stands at no place of the sequence");
 }
 
 } // namespace internal
