@@ -12,8 +12,8 @@
 #include <string>
 
 using QOB::Package;
-using Zorvane::metamodel::foundation::NSInterface::ElementIntf;
 using Zorvane::metamodel::foundation::VisibilityKind;
+using Zorvane::metamodel::foundation::NSInterface::ElementIntf;
 using Zorvane::metamodel::NSImplementation::staticGetMetamodelMetaPackage;
 using Zorvane::NSImplementation::staticGetZorvaneMetaModel;
 
