@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <dlfcn.h>
 #include <fstream>
 #include <string>
@@ -182,6 +183,20 @@ TEST_F(LoadedLibrary, IsUnloadedAfterUseAndCanBeLoadedAgain) {
         EXPECT_FALSE(QOB::ValueObjectFactory::isValueObjectType("Zorvane.metamodel.types.Time"));
         EXPECT_EQ(packagesInMetamodel(), 1) << "that of the base metamodel";
     }
+}
+
+/// Its own process: the library is in place until that ends.
+TEST(LoadedLibraryDeathTest, EndsWithAProcessThatHoldsHandles) {
+    auto const run = [] {
+        void* const library = dlopen(VELUM_TYPES_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+        reinterpret_cast<bool (*)()>(dlsym(library, "_ZN7Zorvane9metamodel5types10initializeEv"))();
+        types::TypesConfiguration record{};
+        reinterpret_cast<types::TypesConfiguration* (*)(types::TypesConfiguration*)>(
+            dlsym(library, "Zorvane_metamodel_types_getConfiguration"))(&record);
+        use(record, kept);
+        std::exit(testing::Test::HasFailure() ? 1 : 0); // NOLINT(concurrency-mt-unsafe)
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(LoadedLibrary, LeavesHandlesBehindThatAreValidNowhere) {

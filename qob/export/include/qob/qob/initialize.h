@@ -11,10 +11,12 @@ QOB_EXPORT bool initialize();
 /// in models, before its own code and tables go.
 QOB_EXPORT void endModels() noexcept;
 
-/// The last thing that a library does when it goes, so that its code can be unloaded: objects and
-/// values of its classes that handles still hold give way to empty ones, which are valid nowhere,
-/// and what the meta-registry kept of its tables for a rollback or an undo is forgotten. `inside`
-/// is any address in the library. Sequences and iterators on its objects are to be dropped before.
+/// The last thing that a library does when it goes, so that its code can be unloaded. Objects and
+/// values of its classes that handles still hold give way to empty ones: handles on them can be
+/// copied, compared and dropped, and are valid nowhere; every access by an operation of the
+/// kernel's classes raises. What the meta-registry kept of the library's tables for a rollback or
+/// an undo is forgotten. `inside` is any address in the library. Drop sequences and iterators on
+/// its objects before.
 QOB_EXPORT void leaveLibrary(void const* inside) noexcept;
 
 } // namespace QOB
