@@ -2,6 +2,7 @@
 
 #include "qob/qob/assert.h"
 #include "qob/qob/deviant.h"
+#include "qob/qob/nsinterface/objectintf.h"
 #include "qob/qob/referencecounting.h"
 
 #include <functional>
@@ -111,7 +112,8 @@ protected:
     }
 
 private:
-    auto primary() const noexcept {
+    /// The object as the kernel knows it. Not as an `Intf`: the object's library may have gone.
+    NSInterface::ObjectIntf* primary() const noexcept {
         if constexpr (std::is_convertible_v<Intf*, ReferenceCountingIntf*>) {
             return pointer_;
         } else {
