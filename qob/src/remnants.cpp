@@ -105,6 +105,10 @@ public:
     std::string getValueTypeName() const override { return {}; }
 };
 
+// Nothing that they stand for is smaller.
+static_assert(sizeof(Remnant) <= sizeof(ClassObjectIntf) + sizeof(DeviationsBase));
+static_assert(sizeof(EmptyBox) <= sizeof(internal::LinkedBox));
+
 /// The library in which an address lies; null if there is none.
 void const* libraryOf(void const* address) noexcept {
     Dl_info info{};

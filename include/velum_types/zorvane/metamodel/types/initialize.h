@@ -7,9 +7,9 @@
 
 namespace Zorvane::metamodel::types {
 
-/// Starts the kernel and registers this package with it. To be called before anything that needs
-/// the metamodel, from one thread. Later calls do nothing. Always returns true; what the start
-/// raises is passed on, and the next call tries again.
+/// Starts the kernel and registers this package with it. To be called before models are made, from
+/// one thread. Later calls do nothing. Always returns true. What the start raises is passed on with
+/// nothing left behind, and the next call tries again.
 VELUM_TYPES_EXPORT bool initialize();
 
 /// What a host that knows the library only by name needs of it.
