@@ -19,11 +19,6 @@ from host import (
     OPENING, PROGRAM, SAMPLES, Folder, document, findings, imported, named, package, properties, run,
     shown)
 
-try:
-    import pty
-except ImportError:
-    pty = None
-
 # Well above what any refusal needs, also under a sanitizer; far below the size of the input.
 MOST_MEMORY_KB = 700_000
 
@@ -715,11 +710,13 @@ class CommandLineTest(unittest.TestCase):
              "              FloatingPoint", "              Integer"])
         self.assertIn(b"- Length 1..1\n", run("classes", "--properties").stdout)
 
-    @unittest.skipIf(pty is None, "needs a pseudo-terminal")
     def test_progress_is_told_at_a_terminal_when_it_takes_long(self):
+        try:
+            main, terminal = os.openpty()
+        except (AttributeError, OSError) as reason:
+            self.skipTest(f"no pseudo-terminal here: {reason}")
         with Folder() as folder:
             os.mkfifo(folder.path / "slow.arxml")
-            main, terminal = pty.openpty()
             process = subprocess.Popen(
                 [PROGRAM, "import", "slow.arxml"], cwd=folder.path, stdout=subprocess.PIPE,
                 stderr=terminal)
