@@ -13,6 +13,7 @@
 
 #include <exception>
 #include <limits>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -370,6 +371,47 @@ TEST(Reflection, ARedefinedPropertyIsReachedByTheRecordsOfBothClasses) {
         }
     });
     EXPECT_EQ(count, 6) << "the bounds of booleans, the type and the structure of an element";
+}
+
+/// The values of a property, or why there are none.
+template <class Read>
+std::string shown(Read const& read) {
+    std::string text;
+    std::string const failure = messageOf([&] {
+        for (Object const& value : read()) {
+            text += show(value) + " ";
+        }
+    });
+    return failure == NoFailure ? text : failure;
+}
+
+TEST(Reflection, ByElementAndByNameAPropertyShowsWhatItShowsByNumber) {
+    for (ConcreteClass const& of : VelumTest::concreteClasses()) {
+        World world;
+        ClassObject const object = world.createFull(of);
+        std::set<std::string> names;
+        for (Property const& property : VelumTest::propertiesOf(of.methods)) {
+            SCOPED_TRACE(std::string(of.name) + "." + property.description->name);
+            std::string const byNumber = shown([&] {
+                std::vector<Object> values;
+                if (!property.isMany()) {
+                    Object const value = property.get(object);
+                    return value.get() != nullptr ? std::vector<Object>{value} : values;
+                }
+                for (Object const& value : property.elements(object)) {
+                    values.push_back(value);
+                }
+                return values;
+            });
+            auto const* const live = property.description->meta;
+            ASSERT_NE(live, nullptr);
+            QOB::ImmutableProperty const element(live, live->getRootDeviant());
+            EXPECT_EQ(shown([&] { return object.get(element); }), byNumber);
+            if (names.insert(property.description->name).second) {
+                EXPECT_EQ(shown([&] { return object.get(property.description->name); }), byNumber);
+            }
+        }
+    }
 }
 
 TEST(Reflection, AValueOfAnotherTypeFailsInItsConversionAndChangesNothing) {

@@ -17,6 +17,21 @@ NSInterface::ClassIntf* classAt(PackageFunction package, unsigned classIndex) no
     return record != nullptr ? castObject<NSInterface::ClassIntf>(record->meta) : nullptr;
 }
 
+namespace {
+
+/// A single value can't stand in the place of a list: what is redefined shows other values too.
+bool haveSameArity(PropertyBinding const& a, PropertyBinding const& b) noexcept {
+    auto const isMultiValued = [](PropertyBinding const& binding) {
+        bool const isKnown = binding.methods != nullptr && binding.methods->properties != nullptr;
+        MetaPropertyDescription const* const property =
+            isKnown ? binding.methods->properties[binding.id] : nullptr;
+        return property != nullptr && (property->flags & PropertyMultiValued) != 0;
+    };
+    return isMultiValued(a) == isMultiValued(b);
+}
+
+} // namespace
+
 std::size_t PropertyIndex::Hash::operator()(PropertyBinding const& binding) const noexcept {
     std::size_t seed = 0;
     boost::hash_combine(seed, binding.methods);
@@ -53,10 +68,12 @@ void PropertyIndex::collect(ClassBinding const& binding) {
         byProperty_.emplace(self, substitute);
         byName_.emplace(property->name, substitute);
         for (unsigned i = 0; i != property->redefinedCount; ++i) {
-            PropertyReference const& redefined = property->redefined[i];
-            byProperty_.emplace(PropertyBinding{recordAt(redefined.package, redefined.classIndex),
-                                                redefined.propertyId},
-                                substitute);
+            PropertyReference const& reference = property->redefined[i];
+            PropertyBinding const redefined{recordAt(reference.package, reference.classIndex),
+                                            reference.propertyId};
+            if (haveSameArity(redefined, self)) {
+                byProperty_.emplace(redefined, substitute);
+            }
         }
     }
     for (SuperReference const* super = binding.methods->supers;
