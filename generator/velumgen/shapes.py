@@ -209,7 +209,7 @@ SHAPES = {
         "subsettingreference.h",
         _REFERS_TO_ONE,
         None,
-        set="QOB::property::setSubsetting<{get}, {set}, {remove}, {wider_get}>"
+        set="QOB::property::setSubsetting<{get}, {set}, {remove}, {wider_get}, {wider_far_setOnly}>"
         "(this, deviant, value, sIntrospectiveMethods, {id});",
         remove="{removeOnly_name}(deviant);",
     ),
@@ -345,6 +345,9 @@ def facts(prop: Property) -> dict[str, str]:
         }
     if (wider := wider_end(prop)) is not None:
         found["wider_get"] = f"&{own}::{wider.getter}"
+        far = wider.opposite
+        setter = far.operation_names["setOnly"]
+        found["wider_far_setOnly"] = f"&{far.owner.cpp_interface}::{setter}"
     return found
 
 

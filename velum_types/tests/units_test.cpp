@@ -2,6 +2,7 @@
 #include "support/failure.h"
 
 #include <functional>
+#include <string>
 
 namespace types = Zorvane::metamodel::types;
 using VelumTest::elementsOf;
@@ -117,11 +118,38 @@ TEST_F(UnitsTest, BaseUnitIsAUnitOfItsDimension) {
     EXPECT_FALSE(minute.hasDimension()) << "one end only";
 }
 
-TEST_F(UnitsTest, BaseUnitIsSetByNumberAsByName) {
-    types::NSInterface::DimensionIntf::sIntrospectiveMethods.setSingleValued(
-        QOB::Object(time).get(), model.getDeviant(), 2, second);
-    EXPECT_EQ(time.getBaseUnit(), second);
-    EXPECT_EQ(second.getDimension(), time);
+TEST_F(UnitsTest, BaseUnitBringsItsOtherEndsInStepWhereverTheyWere) {
+    using types::NSInterface::DimensionIntf;
+    auto const other = types::Dimension::create(model);
+    for (int const start : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}) {
+        for (int const way : {0, 1, 2}) {
+            SCOPED_TRACE(std::to_string(start) + " " + std::to_string(way));
+            time.removeBaseUnit();
+            second.removeDimension();
+            time.getUnitsWithoutAssociation().clear();
+            if (start % 3 != 0) {
+                second.setDimension(start % 3 == 1 ? time : other);
+            }
+            if ((start / 3) % 2 != 0) { // one end, whatever the other says
+                time.getUnitsWithoutAssociation().push_back(second);
+            }
+            if (start / 6 != 0) {
+                time.setOnlyBaseUnit(second);
+            }
+            if (way == 0) {
+                time.setBaseUnit(second);
+            } else if (way == 1) {
+                DimensionIntf::sIntrospectiveMethods.setSingleValued(
+                    QOB::Object(time).get(), model.getDeviant(), 2, second);
+            } else {
+                time.setOrAdd("BaseUnit", second);
+            }
+            EXPECT_EQ(time.getBaseUnit(), second);
+            EXPECT_EQ(second.getDimension(), time);
+            EXPECT_EQ(elementsOf(time.getUnits()), list(second));
+            EXPECT_TRUE(other.getUnits().empty());
+        }
+    }
 }
 
 TEST_F(UnitsTest, SettingTheSameBaseUnitWritesNothing) {

@@ -7,9 +7,9 @@
 namespace QOB::property {
 
 /// The value joins the wider property `GetMany` first, with its other end: a refusal there leaves
-/// the reference as it was. One that is there already is found without a view. A removal leaves the
-/// wider property alone.
-template <auto Get, auto Set, auto Remove, auto GetMany, class Intf, class Handle>
+/// the reference as it was. One that is there already is found without a view; its other end,
+/// written by `SetOnlyFar`, may still be elsewhere. A removal leaves the wider property alone.
+template <auto Get, auto Set, auto Remove, auto GetMany, auto SetOnlyFar, class Intf, class Handle>
 void setSubsetting(Intf* object,
                    Deviant deviant,
                    Handle const& value,
@@ -17,7 +17,9 @@ void setSubsetting(Intf* object,
                    unsigned id) {
     if (value.isValid()) {
         auto* const state = const_cast<Intf*>(readState(object, deviant));
-        if (!(state->*GetMany)(deviant).contains(value)) {
+        if ((state->*GetMany)(deviant).contains(value)) {
+            (value.get()->*SetOnlyFar)(deviant, object->This(deviant));
+        } else {
             (object->*GetMany)(deviant).push_back(value);
         }
     }
