@@ -345,6 +345,39 @@ TEST(Frame, BothEndsOfAnAssociationAgree) {
     });
 }
 
+/// What refers to one object and can be set by itself.
+bool isSetReference(Property const& property) {
+    return isStoredSingle(property) && property.isReference();
+}
+
+TEST(Frame, AnObjectThatIsGoneActsAsARemovalInEveryForm) {
+    forEach(isSetReference, [](ConcreteClass const& of, Property const& property) {
+        Property const valid = VelumTest::inPlaceOf(property, of.methods);
+        if (valid.isWayToOwner() && valid.opposite().isDerived()) {
+            return; // only what holds a list takes elements in
+        }
+        auto const& methods = *property.methods;
+        for (auto const function : {methods.setSingleValued, methods.setOnlySingleValued}) {
+            World world;
+            ClassObject const object = world.create(of);
+            ClassObject const present(world.another(object, property, of.methods));
+            ClassObject const gone(world.another(object, property, of.methods));
+            gone.destroy();
+            Deviant const branch = world.model.createDeviant();
+            function(object.get(), branch, property.id(), in(branch, gone));
+            EXPECT_EQ(branch.getStateOfObject(object.get()), nullptr) << "there was nothing";
+            property.set(object, present);
+            function(object.get(), world.root, property.id(), gone);
+            EXPECT_EQ(property.get(object).get(), nullptr);
+            if (valid.ownsObjects()) {
+                EXPECT_FALSE(present.hasContainerQOB());
+            } else if (valid.hasOpposite()) {
+                EXPECT_EQ(valid.opposite().elements(present).size(), 0);
+            }
+        }
+    });
+}
+
 bool ownsObjects(Property const& property) {
     return isStored(property) && property.ownsObjects();
 }

@@ -7,16 +7,17 @@
 namespace QOB::property {
 
 /// Raises if the value lies in another model; for properties that have an opposite or own their
-/// value.
+/// value. Returns whether there is a value at all.
 template <class Handle>
-void requireSameModel(Deviant deviant,
+bool requireSameModel(Deviant deviant,
                       Handle const& value,
                       IntrospectiveMethods const& methods,
                       unsigned id) {
+    bool const isThere = value.isValid();
     QOB_REQUIRE_IN("qob/export/include/qob/kernel/property/reference.h",
-                   !value.isValid() ||
-                       !deviant.isInDifferentModel(value.getDeviant(), &methods, id),
+                   !isThere || !deviant.isInDifferentModel(value.getDeviant(), &methods, id),
                    "Cross-model bi-directional associations are currently disallowed!");
+    return isThere;
 }
 
 /// On a root object a reference is there if its value exists in the deviant; a state only tells
@@ -27,13 +28,28 @@ bool hasReference(Intf const* object, Deviant deviant) {
     return (state->*Has)(deviant) && (state->*Get)(deviant).isValid();
 }
 
-/// Sets one end: nothing happens if the same object is there already.
+/// Nothing happens if there is none.
+template <auto Get, auto Set, class Intf>
+void removeOnlyReference(Intf* object,
+                         Deviant deviant,
+                         IntrospectiveMethods const& methods,
+                         unsigned id) {
+    auto const old = (readState(object, deviant)->*Get)(deviant);
+    if (old.get() == nullptr) {
+        return;
+    }
+    Intf* const state = writeState(object, deviant);
+    deviant.removeReferred(old.getDeviant(), &methods, id);
+    (state->*Set)(deviant, decltype(old)());
+}
+
+/// Sets a value that is there. Nothing happens if it is the present one.
 template <auto Get, auto Set, class Intf, class Handle>
-void setOnlyReference(Intf* object,
-                      Deviant deviant,
-                      Handle const& value,
-                      IntrospectiveMethods const& methods,
-                      unsigned id) {
+void storeReference(Intf* object,
+                    Deviant deviant,
+                    Handle const& value,
+                    IntrospectiveMethods const& methods,
+                    unsigned id) {
     auto const old = (readState(object, deviant)->*Get)(deviant);
     if (old == value) {
         return;
@@ -51,26 +67,25 @@ void setReference(Intf* object,
                   Handle const& value,
                   IntrospectiveMethods const& methods,
                   unsigned id) {
-    if (!value.isValid()) {
+    if (value.isValid()) {
+        storeReference<Get, Set>(object, deviant, value, methods, id);
+    } else {
         (object->*Remove)(deviant);
-        return;
     }
-    setOnlyReference<Get, Set>(object, deviant, value, methods, id);
 }
 
-/// Nothing happens if there is none.
-template <auto Get, auto Set, class Intf>
-void removeOnlyReference(Intf* object,
-                         Deviant deviant,
-                         IntrospectiveMethods const& methods,
-                         unsigned id) {
-    auto const old = (readState(object, deviant)->*Get)(deviant);
-    if (old.get() == nullptr) {
-        return;
+/// The same for one end.
+template <auto Get, auto Set, class Intf, class Handle>
+void setOnlyReference(Intf* object,
+                      Deviant deviant,
+                      Handle const& value,
+                      IntrospectiveMethods const& methods,
+                      unsigned id) {
+    if (value.isValid()) {
+        storeReference<Get, Set>(object, deviant, value, methods, id);
+    } else {
+        removeOnlyReference<Get, Set>(object, deviant, methods, id);
     }
-    Intf* const state = writeState(object, deviant);
-    deviant.removeReferred(old.getDeviant(), &methods, id);
-    (state->*Set)(deviant, decltype(old)());
 }
 
 } // namespace QOB::property

@@ -5,7 +5,7 @@
 /// The order in which a reference is set whose value holds something about the owner too.
 namespace QOB::property {
 
-/// `leave` is called before the field changes, `join` after it. An empty value is a removal, the
+/// `leave` is called before the field changes, `join` after it. An invalid value is a removal, the
 /// present one changes nothing.
 template <auto Get, auto SetOnly, auto Remove, class Intf, class Handle, class Leave, class Join>
 void setBothEnds(Intf* object,
@@ -15,8 +15,7 @@ void setBothEnds(Intf* object,
                  unsigned id,
                  Leave const& leave,
                  Join const& join) {
-    requireSameModel(deviant, value, methods, id);
-    if (!value.isValid()) {
+    if (!requireSameModel(deviant, value, methods, id)) {
         (object->*Remove)(deviant);
         return;
     }
@@ -28,7 +27,8 @@ void setBothEnds(Intf* object,
     join();
 }
 
-/// `release` is called with the old value; what the new one holds is left to the caller.
+/// `release` is called with the old value; what the new one holds is left to the caller. An invalid
+/// value is a removal.
 template <auto Get, auto Set, class Intf, class Handle, class Release>
 void setNearEnd(Intf* object,
                 Deviant deviant,
@@ -36,15 +36,19 @@ void setNearEnd(Intf* object,
                 IntrospectiveMethods const& methods,
                 unsigned id,
                 Release const& release) {
-    requireSameModel(deviant, value, methods, id);
+    bool const isThere = requireSameModel(deviant, value, methods, id);
     auto const old = (readState(object, deviant)->*Get)(deviant);
-    if (old == value) {
+    if (isThere && old == value) {
         return;
     }
     if (old.isValid()) {
         release(old);
     }
-    setOnlyReference<Get, Set>(object, deviant, value, methods, id);
+    if (isThere) {
+        storeReference<Get, Set>(object, deviant, value, methods, id);
+    } else {
+        removeOnlyReference<Get, Set>(object, deviant, methods, id);
+    }
 }
 
 } // namespace QOB::property
