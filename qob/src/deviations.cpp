@@ -2,10 +2,7 @@
 
 #include "modelcore.h"
 #include "qob/kernel/deviant/rootobject.h"
-#include "qob/kernel/property/access.h"
 #include "qob/qob/assert.h"
-#include "qob/qob/model.h"
-#include "qob/qob/stereotypeobject.h"
 
 #include <vector>
 
@@ -37,53 +34,6 @@ void internal::failNoRootDeviant(char const* implementationName) {
     AsserterEx<Exception>("no root deviant passed to %s::createRootDeviation", implementationName)
         .raise(__FILE__, __LINE__, "");
     std::terminate(); // not reached: that check has failed already
-}
-
-void internal::discard(NSInterface::ClassObjectIntf* object,
-                       Deviant deviant,
-                       bool detach,
-                       std::vector<ClassObject> const& contained) {
-    using NSInterface::ClassObjectIntf;
-    if (!object->deviant_isValid(deviant)) {
-        return;
-    }
-    for (ClassObject const& child : contained) {
-        if (child.isValid()) {
-            child->internal_discard(deviant, false);
-        }
-    }
-    ClassObjectIntf* const state = property::writeState(object, deviant);
-    if (detach) {
-        ClassObject const container = state->getContainerQOB(deviant);
-        if (container.isValid()) {
-            container->getContaineeQOBsWithoutAssociation(deviant).removeAll(
-                ClassObject(object, deviant));
-            deviant.removeReferred(container.getDeviant(),
-                                   &ClassObjectIntf::sIntrospectiveMethods,
-                                   ClassObjectIntf::ContainerQOBId);
-        }
-    }
-    state->setContainerQOB(deviant, ClassObject());
-    if (Model const model = state->getModelQOB(deviant); model.isValid()) {
-        model->internal_removeRootObject(deviant, object);
-    }
-    if (object->deviant_isValid(deviant)) {
-        object->internal_destroyDeviation(deviant);
-    }
-}
-
-void internal::appendStereotypeInstances(NSInterface::ClassObjectIntf* object,
-                                         Deviant deviant,
-                                         std::vector<ClassObject>& contained) {
-    if (!object->deviant_isValid(deviant) || !object->hasAppliedStereotypeInstances(deviant)) {
-        return;
-    }
-    for (StereotypeObject const& each :
-         object->getAppliedStereotypeInstancesWithoutAssociation(deviant)) {
-        if (each.isValid()) {
-            contained.emplace_back(each);
-        }
-    }
 }
 
 void DeviationsBase::checkAccess(Deviant deviant) const {

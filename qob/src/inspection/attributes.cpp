@@ -55,20 +55,14 @@ Values container(ClassObject const& object) {
 class Collection {
 public:
     void add(ImmutableClass const& of) {
-        // What every object has is who and where it is, but for what `attributesOf` adds.
-        bool const isOfEvery =
-            of->internal_binding().methods == &NSInterface::ClassObjectIntf::sIntrospectiveMethods;
-        if (isOfEvery || !seen_.insert(of.get()).second) {
-            return;
-        }
-        for (ImmutableClass const super : of.getSupers()) {
-            add(super);
-        }
-        for (ImmutableProperty const property : of.getOwnedAttributes()) {
-            for (ImmutableProperty const redefined : property.getRedefinedProperties()) {
-                replaced_.insert(redefined.get());
+        enter(of);
+        while (!open_.empty()) {
+            if (Level& last = open_.back(); last.next != last.supers.size()) {
+                enter(last.supers.at(last.next++));
+            } else {
+                addDeclared(last.of);
+                open_.pop_back();
             }
-            properties_.push_back(property);
         }
     }
 
@@ -86,6 +80,29 @@ public:
     }
 
 private:
+    /// A class whose supers are being added; live classes may be derived to any depth.
+    struct Level {
+        ImmutableClass of;
+        ImmutableSequence<ImmutableClass> supers;
+        int next = 0;
+    };
+
+    void enter(ImmutableClass const& of) {
+        // What every object has is who and where it is, but for what `attributesOf` adds.
+        bool const isOfEvery =
+            of->internal_binding().methods == &NSInterface::ClassObjectIntf::sIntrospectiveMethods;
+        if (!isOfEvery && seen_.insert(of.get()).second) {
+            open_.push_back({of, of.getSupers()});
+        }
+    }
+    void addDeclared(ImmutableClass const& of) {
+        for (ImmutableProperty const property : of.getOwnedAttributes()) {
+            for (ImmutableProperty const redefined : property.getRedefinedProperties()) {
+                replaced_.insert(redefined.get());
+            }
+            properties_.push_back(property);
+        }
+    }
     static bool ownsObjects(ImmutableProperty const& property) {
         return property.isComposite() && ImmutableClass(property.getType()).isValid();
     }
@@ -104,6 +121,7 @@ private:
                 .isOtherEnd = isOtherEnd(property)};
     }
 
+    std::vector<Level> open_;
     std::unordered_set<void const*> seen_;
     std::unordered_set<void const*> replaced_;
     std::vector<ImmutableProperty> properties_;

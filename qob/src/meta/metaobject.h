@@ -39,26 +39,22 @@ public:
     }
 
     void internal_disconnect(Deviant deviant) override {
-        DeviationsBase::EndingPhase const phase(*this);
-        if (phase.isFirst()) {
-            for (ClassObject const& each : contained(deviant)) {
-                each->internal_disconnect(deviant);
-            }
-        }
+        QOB::internal::disconnect(*this, deviant, &allPartsOf, [](DeviationsBase&, Deviant) {});
     }
     void internal_discard(Deviant deviant, bool detach) override {
-        DeviationsBase::EndingPhase const phase(*this);
-        if (!phase.isFirst() || !this->deviant_isValid(deviant)) {
+        if (!this->deviant_isValid(deviant)) {
             return;
         }
-        std::vector<ClassObject> const parts = contained(deviant);
         if (detach && this->hasContainerQOB(deviant)) {
             this->removeContainerQOB(deviant); // at both ends
         }
-        QOB::internal::discard(this->owner_, deviant, detach, parts);
+        QOB::internal::discard(*this, deviant, detach, &allPartsOf);
     }
 
 private:
+    static std::vector<ClassObject> allPartsOf(DeviationsBase& object, Deviant deviant) {
+        return static_cast<MetaObject&>(object).contained(deviant);
+    }
     std::vector<ClassObject> contained(Deviant deviant) const {
         std::vector<ClassObject> result = this->stereotypes(deviant);
         if constexpr (requires(State const& state) { state.ownedObjects(); }) {

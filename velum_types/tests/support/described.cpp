@@ -35,19 +35,6 @@ QOB::ClassObject make(QOB::Model const& model) {
             &make < foundation::Class>                                                             \
     }
 
-/// With those of the base metamodel, which are the types of its properties.
-std::vector<ConcreteClass> const& allClasses() {
-    static std::vector<ConcreteClass> const* const classes = [] {
-        auto* const all = new std::vector<ConcreteClass>(concreteClasses());
-        all->push_back(VELUM_BASE_ROW(Comment));
-        all->push_back(VELUM_BASE_ROW(Dependency));
-        all->push_back(VELUM_BASE_ROW(ElementImport));
-        all->push_back(VELUM_BASE_ROW(NamespaceImport));
-        return all;
-    }();
-    return *classes;
-}
-
 IntrospectiveMethods const* recordOf(QOB::PackageFunction package, unsigned index) {
     return package()->classes[index];
 }
@@ -162,6 +149,18 @@ std::vector<ConcreteClass> const& concreteClasses() {
     return *classes;
 }
 
+std::vector<ConcreteClass> const& allClasses() {
+    static std::vector<ConcreteClass> const* const classes = [] {
+        auto* const all = new std::vector<ConcreteClass>(concreteClasses());
+        all->push_back(VELUM_BASE_ROW(Comment));
+        all->push_back(VELUM_BASE_ROW(Dependency));
+        all->push_back(VELUM_BASE_ROW(ElementImport));
+        all->push_back(VELUM_BASE_ROW(NamespaceImport));
+        return all;
+    }();
+    return *classes;
+}
+
 IntrospectiveMethods const* Property::type() const {
     return recordOf(description->package, description->typeIndex);
 }
@@ -258,18 +257,21 @@ QOB::Object defaultValue(Property const& property) {
                          : QOB::Object(QOB::ValueObjectFactory::createFromString(type, text));
 }
 
-ConcreteClass const& partnerClass(Property const& property, IntrospectiveMethods const* owner) {
+bool takes(Property const& property,
+           IntrospectiveMethods const* owner,
+           ConcreteClass const& candidate) {
     Property const valid = inPlaceOf(property, owner);
+    // A class that narrows the other end may not take objects of this one.
+    return isA(candidate.methods, valid.type()) &&
+           (!valid.hasOpposite() ||
+            isA(owner, inPlaceOf(valid.opposite(), candidate.methods).type()));
+}
+
+ConcreteClass const& partnerClass(Property const& property, IntrospectiveMethods const* owner) {
     for (ConcreteClass const& candidate : allClasses()) {
-        if (!isA(candidate.methods, valid.type())) {
-            continue;
+        if (takes(property, owner, candidate)) {
+            return candidate;
         }
-        // A class that narrows the other end may not take objects of this one.
-        if (valid.hasOpposite() &&
-            !isA(owner, inPlaceOf(valid.opposite(), candidate.methods).type())) {
-            continue;
-        }
-        return candidate;
     }
     throw std::logic_error(std::string(property.description->name) + " takes no objects");
 }

@@ -20,6 +20,8 @@ struct ConcreteClass {
 
 /// The metaclasses of the package but its factory.
 std::vector<ConcreteClass> const& concreteClasses();
+/// With those of the base metamodel, which are the types of its properties.
+std::vector<ConcreteClass> const& allClasses();
 
 /// A property as its declaring class describes it.
 struct Property {
@@ -71,6 +73,10 @@ bool comesDownTo(Property const& property, char const* name);
 QOB::Object sampleValue(Property const& property, int variant);
 /// What a data-typed property holds before it is set and after it is removed.
 QOB::Object defaultValue(Property const& property);
+/// Whether the property takes objects of the class on objects of class `owner`.
+bool takes(Property const& property,
+           QOB::IntrospectiveMethods const* owner,
+           ConcreteClass const& candidate);
 /// A class whose objects the property takes on objects of class `owner`.
 ConcreteClass const& partnerClass(Property const& property, QOB::IntrospectiveMethods const* owner);
 

@@ -21,6 +21,7 @@ namespace internal {
 
 class ModelCore;
 class DeviantData;
+class EndingWalk;
 
 /// One view of one model, as the kernel holds it. Records are recycled and never freed or moved, so
 /// that a word that outlives its deviant can still be asked; the generation tells the two apart.

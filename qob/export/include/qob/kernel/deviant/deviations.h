@@ -27,25 +27,6 @@ public:
     DeviationsBase(DeviationsBase const&) = delete;
     DeviationsBase& operator=(DeviationsBase const&) = delete;
 
-    /// One phase of an object's destruction. What an object contains may contain the object in its
-    /// turn: the way back finds the phase running and goes no further.
-    class EndingPhase {
-    public:
-        explicit EndingPhase(DeviationsBase& object) noexcept
-            : object_(object), isFirst_(object.isEnding_ == 0) {
-            object.isEnding_ = 1;
-        }
-        EndingPhase(EndingPhase const&) = delete;
-        EndingPhase& operator=(EndingPhase const&) = delete;
-        ~EndingPhase() { object_.isEnding_ = isFirst_ ? 0 : 1; }
-
-        bool isFirst() const noexcept { return isFirst_; }
-
-    private:
-        DeviationsBase& object_;
-        bool isFirst_;
-    };
-
     Deviant rootDeviant() const noexcept { return rootDeviant_; }
 
     /// Raises if the model is dead or the deviant is gone.
@@ -86,6 +67,7 @@ protected:
 private:
     friend class internal::ModelCore;
     friend class internal::DeviantData;
+    friend class internal::EndingWalk;
 
     static constexpr std::uint32_t NoSlot = 0x1FFF'FFFF;
 
@@ -95,7 +77,7 @@ private:
     std::uint32_t hasBranchState_ : 1 = 0;
     /// Set once the model's id index knows the object.
     std::uint32_t hasBoundId_ : 1 = 0;
-    /// Set while an EndingPhase runs.
+    /// Set while a phase of the object's destruction runs.
     std::uint32_t isEnding_ : 1 = 0;
 };
 

@@ -11,12 +11,22 @@ namespace internal {
 /// Checks that don't depend on the class.
 [[noreturn]] QOB_EXPORT void failNoRootDeviant(char const* implementationName);
 
-/// Second phase of destruction: ends what the object contains, takes it out of its container (told
-/// so by `detach`) and out of the model's list of objects, and ends its state in the deviant.
-QOB_EXPORT void discard(NSInterface::ClassObjectIntf* object,
-                        Deviant deviant,
-                        bool detach,
-                        std::vector<ClassObject> const& contained);
+/// The objects that `object` contains in the deviant, where it exists.
+using PartsOf = std::vector<ClassObject> (*)(DeviationsBase& object, Deviant deviant);
+/// Takes back the links of `object` to others.
+using CutLinks = void (*)(DeviationsBase& object, Deviant deviant);
+
+// The two phases of destruction: the bodies of internal_disconnect and internal_discard. A phase
+// goes through the parts first, and then the object. The parts don't recurse: called for one of
+// them, a phase only puts it on the stack of the walk that called, so that objects contain each
+// other to any depth, and in circles. What calls from elsewhere returns when everything is done.
+
+/// First phase: when the second one begins, no link crosses the border of what is destroyed.
+QOB_EXPORT void disconnect(DeviationsBase& object, Deviant deviant, PartsOf parts, CutLinks cut);
+
+/// Second phase: takes the object out of its container (if `detach`) and out of the model's list of
+/// objects, and ends its state in the deviant.
+QOB_EXPORT void discard(DeviationsBase& object, Deviant deviant, bool detach, PartsOf parts);
 
 /// Puts the stereotypes that are applied to the object in the deviant at the end: what every object
 /// contains. Nothing for an object that doesn't exist there.
@@ -54,18 +64,10 @@ public:
     }
 
     void internal_disconnect(Deviant deviant) override {
-        DeviationsBase::EndingPhase const phase(*this);
-        if (phase.isFirst()) {
-            for (ClassObject const& each : stereotypes(deviant)) {
-                each->internal_disconnect(deviant);
-            }
-        }
+        internal::disconnect(*this, deviant, &partsOf, [](DeviationsBase&, Deviant) {});
     }
     void internal_discard(Deviant deviant, bool detach) override {
-        DeviationsBase::EndingPhase const phase(*this);
-        if (phase.isFirst()) {
-            internal::discard(this->owner_, deviant, detach, stereotypes(deviant));
-        }
+        internal::discard(*this, deviant, detach, &partsOf);
     }
     void destroy(Deviant deviant) override {
         deviant.assertWritable(this->owner_);
@@ -140,6 +142,9 @@ protected:
             internal::appendStereotypeInstances(this->owner_, deviant, found);
         }
         return found;
+    }
+    static std::vector<ClassObject> partsOf(DeviationsBase& object, Deviant deviant) {
+        return static_cast<RootObject&>(object).stereotypes(deviant);
     }
 
     RootObject() {

@@ -189,29 +189,29 @@ struct Links {
     }
 };
 
-/// First phase of destruction: what is contained is told first, so that when the second phase
-/// begins no link crosses the border of what is destroyed.
+/// First phase of destruction.
 template <class Contained, class Linked, class Impl>
 void disconnect(Impl* object, Deviant deviant) {
-    DeviationsBase::EndingPhase const phase(*object);
-    if (!phase.isFirst() || !object->deviant_isValid(deviant)) {
-        return;
-    }
-    auto* const state = object->writeState(deviant);
-    for (ClassObject const& part : Contained::collect(object, deviant)) {
-        part->internal_disconnect(deviant);
-    }
-    Linked::cut(object, state, deviant);
+    QOB::internal::disconnect(
+        *object,
+        deviant,
+        [](DeviationsBase& self, Deviant d) {
+            auto* const impl = static_cast<Impl*>(&self);
+            impl->writeState(d);
+            return Contained::collect(impl, d);
+        },
+        [](DeviationsBase& self, Deviant d) {
+            auto* const impl = static_cast<Impl*>(&self);
+            Linked::cut(impl, impl->writeState(d), d);
+        });
 }
 
 /// Second phase: what is contained goes, and then the object.
 template <class Contained, class Impl>
 void discard(Impl* object, Deviant deviant, bool detach) {
-    DeviationsBase::EndingPhase const phase(*object);
-    if (phase.isFirst() && object->deviant_isValid(deviant)) {
-        QOB::internal::discard(
-            object->classObject(), deviant, detach, Contained::collect(object, deviant));
-    }
+    QOB::internal::discard(*object, deviant, detach, [](DeviationsBase& self, Deviant d) {
+        return Contained::collect(static_cast<Impl*>(&self), d);
+    });
 }
 
 } // namespace QOB::property
