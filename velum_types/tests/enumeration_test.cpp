@@ -72,27 +72,6 @@ TEST_F(EnumerationTest, FieldsOfALiteralDontFollowOneAnother) {
     EXPECT_EQ(stop.isSecure(), true);
 }
 
-TEST_F(EnumerationTest, ValueOfALiteralIsReplacedOnlyByAValue) {
-    auto const one = literal(-7);
-    one.setPvalue(3);
-    one.setPisUserDefined(true);
-    one.setHasValidValue(false);
-    one.setValue(QOB::Integer());
-    one.removeValue();
-    one.setPvalue(QOB::Integer());
-    one.removePvalue();
-    one.setPisUserDefined(QOB::Boolean());
-    one.removePisUserDefined();
-    one.setHasValidValue(QOB::Boolean());
-    one.removeHasValidValue();
-    one.removeIsSecure();
-    EXPECT_EQ(one.getValue(), -7);
-    EXPECT_EQ(one.getPvalue(), 3);
-    EXPECT_EQ(one.getPisUserDefined(), true);
-    EXPECT_EQ(one.getHasValidValue(), false);
-    EXPECT_EQ(one.isSecure(), true);
-}
-
 TEST_F(EnumerationTest, GroundValueIsTheDefaultOrElseTheFirstLiteral) {
     types::PrimitiveType const type = enumeration;
     EXPECT_EQ(type.getGroundValue(), 0.0);

@@ -19,35 +19,6 @@ protected:
     types::LookupTableType const table = types::LookupTableType::create(model);
 };
 
-TEST_F(LookupTablesTest, NewTablesAreEmptyApplicationTypes) {
-    EXPECT_TRUE(table.hasIsApplication());
-    EXPECT_EQ(table.isApplication(), true);
-    EXPECT_TRUE(table.getAxeses().empty());
-    EXPECT_FALSE(table.hasSwRecordLayout());
-    EXPECT_FALSE(table.hasBaseType());
-    EXPECT_FALSE(table.hasValueAxisDataType());
-    EXPECT_EQ(table.getCategory(), "CUBE_0");
-    EXPECT_EQ(table.getDimensions(), 1);
-
-    auto const shared = types::SharedAxisType::create(model);
-    EXPECT_EQ(shared.isApplication(), true);
-    EXPECT_TRUE(shared.getSharedFroms().empty());
-    EXPECT_FALSE(shared.hasSwRecordLayout());
-    EXPECT_FALSE(shared.hasAxis());
-    EXPECT_FALSE(shared.hasValueAxisDataType());
-
-    auto const axis = types::Axis::create(model);
-    EXPECT_TRUE(axis.hasDimensions());
-    EXPECT_FALSE(axis.getDimensions().isValid());
-    EXPECT_FALSE(axis.hasBaseType());
-    EXPECT_FALSE(axis.hasSharedAxis());
-    EXPECT_FALSE(axis.hasInputVariableType());
-
-    auto const layout = types::SwRecordLayout::create(model);
-    EXPECT_TRUE(layout.getLookupTableTypes().empty());
-    EXPECT_TRUE(layout.getSharedAxisTypes().empty());
-}
-
 TEST_F(LookupTablesTest, CategoryTellsTheNumberOfAxes) {
     char const* const categories[] = {"CUBE_0", "CURVE", "MAP", "CUBOID", "CUBE_4", "CUBE_5"};
     for (char const* const category : categories) {
@@ -182,15 +153,6 @@ TEST_F(LookupTablesTest, TableOwnsItsBaseTypeAndAxesAndNotWhatTheyShare) {
     EXPECT_TRUE(input.isValid());
     EXPECT_TRUE(shared.isValid());
     EXPECT_TRUE(shared.getSharedFroms().empty());
-}
-
-TEST_F(LookupTablesTest, ReadOnlyMarkDoesNotHinderTheSetter) {
-    auto const shared = types::SharedAxisType::create(model);
-    table.setIsApplication(false);
-    shared.setIsApplication(false);
-    table.removeIsApplication();
-    EXPECT_EQ(table.isApplication(), false);
-    EXPECT_EQ(shared.isApplication(), false);
 }
 
 } // namespace

@@ -74,22 +74,6 @@ TEST_F(NumericTypesTest, BoundsAreWhatTheUserStoredAndNothingElse) {
     EXPECT_FALSE(byte.getMaxValue().isValid()) << "no bound follows from the width";
 }
 
-TEST_F(NumericTypesTest, SettingABoundToWhatItIsWritesNothing) {
-    for (types::Real const& type : unboundedTypes()) {
-        SCOPED_TRACE(type.getName());
-        type.setMinValue(-1.5);
-        QOB::Deviant const branch = model.createDeviant();
-        types::Real const inBranch = seenIn(branch, type);
-        inBranch.setMinValue(-1.5);
-        inBranch.removeMaxValue();
-        inBranch.setIsMaxOpen(true);
-        EXPECT_FALSE(isWrittenIn(branch, type));
-        inBranch.setMinValue(-2);
-        EXPECT_TRUE(isWrittenIn(branch, type));
-        EXPECT_EQ(type.getMinValue(), -1.5);
-    }
-}
-
 TEST_F(NumericTypesTest, OnlyLinksWithTwoEndsStayWithinTheModel) {
     QOB::Model const other = types::NSInterface::FactoryIntf::createNewModel();
     std::string const refusal = "Cross-model bi-directional associations are currently disallowed!";
@@ -230,41 +214,6 @@ TEST_F(NumericTypesTest, BooleanHasClosedBoundsAndFallsBackToThem) {
 
     flag.setMinValue(0);
     EXPECT_TRUE(flag.hasMinValue()) << "given anew, though it is what the type falls back to";
-}
-
-TEST_F(NumericTypesTest, BothNamesOfABooleansBoundMeanOneValue) {
-    auto const flag = types::Boolean::create(model);
-    flag.setMinValue(-1);
-    EXPECT_EQ(flag.getZorvane_metamodel_types_Boolean_MinValue(), -1.0);
-    flag.setZorvane_metamodel_types_Boolean_MinValue(-2);
-    EXPECT_EQ(flag.getMinValue(), -2.0);
-    flag.removeZorvane_metamodel_types_Boolean_MinValue();
-    EXPECT_FALSE(flag.hasMinValue());
-    flag.setZorvane_metamodel_types_Boolean_MaxValue(7);
-    EXPECT_EQ(types::Real(flag).getMaxValue(), 7.0);
-    flag.removeMaxValue();
-    EXPECT_FALSE(flag.hasZorvane_metamodel_types_Boolean_MaxValue());
-    EXPECT_EQ(flag.getZorvane_metamodel_types_Boolean_MaxValue(), 1.0);
-    flag.setIsMinOpen(true);
-    EXPECT_EQ(flag.getZorvane_metamodel_types_Boolean_IsMinOpen(), true);
-    flag.removeZorvane_metamodel_types_Boolean_IsMinOpen();
-    EXPECT_EQ(flag.isMinOpen(), true) << "mandatory";
-    flag.setZorvane_metamodel_types_Boolean_IsMaxOpen(true);
-    EXPECT_EQ(flag.isMaxOpen(), true);
-    EXPECT_TRUE(flag.hasZorvane_metamodel_types_Boolean_IsMaxOpen());
-}
-
-TEST_F(NumericTypesTest, BooleansBoundsAreReachedByTheRecordsOfBothClasses) {
-    auto const flag = types::Boolean::create(model);
-    QOB::Deviant const root = model.getDeviant();
-    auto const& real = types::NSInterface::RealIntf::sIntrospectiveMethods;
-    auto const& boolean = types::NSInterface::BooleanIntf::sIntrospectiveMethods;
-    QOB::NSInterface::ObjectIntf* const object = QOB::Object(flag).get();
-    real.setSingleValued(object, root, 2, QOB::Real(5));
-    EXPECT_EQ(QOB::Real(boolean.getSingleValued(object, root, 2)), 5.0);
-    boolean.removeSingleValued(object, root, 2);
-    EXPECT_FALSE(real.hasSingleValued(object, root, 2));
-    EXPECT_EQ(QOB::Real(real.getSingleValued(object, root, 2)), 1.0);
 }
 
 } // namespace

@@ -17,17 +17,6 @@ protected:
     types::FloatingPoint const real = types::FloatingPoint::create(model);
 };
 
-TEST_F(StructureTest, NewStructureAndElementHoldNothing) {
-    EXPECT_TRUE(point.getElementses().empty());
-    EXPECT_TRUE(point.hasIsApplication());
-    EXPECT_EQ(point.isApplication(), false);
-    EXPECT_FALSE(x.hasStructure());
-    EXPECT_FALSE(x.hasNamespace());
-    EXPECT_FALSE(x.hasType());
-    EXPECT_FALSE(x.hasZorvane_metamodel_types_StructElement_Type());
-    EXPECT_FALSE(x.hasInlineType());
-}
-
 TEST_F(StructureTest, BothNamesOfATypeMeanOneReference) {
     foundation::TypedElement const typed = x;
     typed.setType(real);
@@ -114,33 +103,6 @@ TEST_F(StructureTest, ElementHasAReferredAndAnInlineTypeSideBySide) {
     x.removeInlineType();
     EXPECT_EQ(x.getType(), foundation::Type(inlined)) << "another property of the same value";
     EXPECT_FALSE(inlined.hasContainerQOB());
-}
-
-TEST_F(StructureTest, InlineTypeHasOneOwner) {
-    auto const y = types::StructElement::create(model);
-    auto const inlined = types::Structure::create(model);
-    x.setInlineType(inlined);
-    y.setInlineType(inlined);
-    EXPECT_FALSE(x.hasInlineType());
-    EXPECT_TRUE(x.getContaineeQOBs().empty());
-    EXPECT_EQ(inlined.getContainerQOB(), QOB::ClassObject(y));
-    y.setInlineType(real);
-    EXPECT_FALSE(inlined.hasContainerQOB());
-    EXPECT_EQ(real.getContainerQOB(), QOB::ClassObject(y));
-}
-
-TEST_F(StructureTest, StructureOfStructuresGoesAsAWhole) {
-    auto const outer = types::Structure::create(model);
-    auto const member = types::StructElement::create(model, outer, "position");
-    EXPECT_EQ(member.getStructure(), outer);
-    member.setInlineType(point);
-    x.setStructure(point);
-    x.setType(real);
-    outer.destroy();
-    EXPECT_FALSE(member.isValid());
-    EXPECT_FALSE(point.isValid());
-    EXPECT_FALSE(x.isValid());
-    EXPECT_TRUE(real.isValid()) << "only referred to";
 }
 
 TEST_F(StructureTest, TypesThatContainEachOtherCanBeReadAndEnd) {

@@ -18,44 +18,6 @@ protected:
     types::Dimension const time = types::Dimension::create(model, "time");
 };
 
-TEST_F(UnitsTest, NewObjectsAreInTheirDefaults) {
-    EXPECT_TRUE(second.hasConvFactor());
-    EXPECT_EQ(second.getConvFactor(), 1.0);
-    EXPECT_TRUE(second.hasConvOffset());
-    EXPECT_EQ(second.getConvOffset(), 0.0);
-    EXPECT_FALSE(second.hasConvUnit());
-    EXPECT_FALSE(second.hasDimension());
-    EXPECT_FALSE(second.hasSymbol());
-    EXPECT_FALSE(second.getSymbol().isValid());
-    EXPECT_TRUE(second.getBaseUnits().empty());
-    EXPECT_TRUE(second.getBaseExponents().empty());
-    EXPECT_TRUE(second.getSuperscripts().empty());
-    EXPECT_TRUE(second.getSubscripts().empty());
-
-    EXPECT_TRUE(time.getUnits().empty());
-    EXPECT_TRUE(time.getBaseDimensions().empty());
-    EXPECT_TRUE(time.getBaseExponents().empty());
-    EXPECT_FALSE(time.hasBaseUnit());
-    EXPECT_FALSE(time.hasSymbol());
-    EXPECT_FALSE(time.getSymbol().isValid());
-
-    auto const method = types::CompuMethod::create(model);
-    EXPECT_TRUE(method.hasCategory());
-    EXPECT_EQ(method.getCategory(), types::CompuMethodCategory::Identical);
-    EXPECT_EQ(types::CompuMethodCategory::Identical, 0);
-    EXPECT_FALSE(method.hasUnit());
-    EXPECT_TRUE(method.hasDisplayFormat());
-    EXPECT_FALSE(method.getDisplayFormat().isValid());
-    EXPECT_TRUE(method.getCalToInternalCompuNumerators().empty());
-    EXPECT_TRUE(method.getCalToInternalCompuDenominators().empty());
-    EXPECT_TRUE(method.getPrimitiveTypes().empty());
-
-    auto const constraint = types::DataConstr::create(model);
-    EXPECT_FALSE(constraint.hasUnit());
-    EXPECT_TRUE(constraint.getPrimitiveTypes().empty());
-    EXPECT_TRUE(types::SwBaseType::create(model).getPrimitiveTypes().empty());
-}
-
 TEST_F(UnitsTest, MandatoryValuesTakeEveryNumberAndKeepIt) {
     second.setConvFactor(0);
     second.setConvOffset(-273.15);
@@ -73,28 +35,6 @@ TEST_F(UnitsTest, MandatoryValuesTakeEveryNumberAndKeepIt) {
     EXPECT_EQ(method.getCategory(), types::CompuMethodCategory::RatFunc);
     EXPECT_EQ(method.getDisplayFormat(), "%6.2");
     EXPECT_TRUE(method.getCalToInternalCompuNumerators().empty()) << "legal without coefficients";
-}
-
-TEST_F(UnitsTest, SymbolsAreThereWhileTheyAreSet) {
-    second.setSymbol("s");
-    time.setSymbol("T");
-    EXPECT_TRUE(second.hasSymbol());
-    EXPECT_TRUE(time.hasSymbol());
-    second.removeSymbol();
-    time.setSymbol(QOB::String());
-    EXPECT_FALSE(second.hasSymbol());
-    EXPECT_FALSE(second.getSymbol().isValid());
-    EXPECT_FALSE(time.hasSymbol());
-    EXPECT_FALSE(time.getSymbol().isValid());
-}
-
-TEST_F(UnitsTest, ExponentsOfADimensionRepeatAndThoseOfAUnitDont) {
-    for (int const exponent : {1, -2, 1}) {
-        time.getBaseExponents().push_back(exponent);
-        second.getBaseExponents().push_back(exponent);
-    }
-    EXPECT_EQ(elementsOf(time.getBaseExponents()), list<QOB::Integer>(1, -2, 1));
-    EXPECT_EQ(elementsOf(second.getBaseExponents()), list<QOB::Integer>(1, -2));
 }
 
 TEST_F(UnitsTest, BaseUnitIsAUnitOfItsDimension) {

@@ -16,19 +16,6 @@ protected:
     QOB::Deviant root() const { return model.getDeviant(); }
 };
 
-TEST_F(ValueSpecificationsTest, LiteralHasAValueFromTheStart) {
-    auto const literal = types::LiteralReal::create(model);
-    EXPECT_TRUE(literal.hasValue());
-    EXPECT_FALSE(literal.getValue().isValid());
-    literal.setValue(2.5);
-    literal.removeValue();
-    literal.setValue(QOB::Real());
-    EXPECT_EQ(literal.getValue(), 2.5);
-    EXPECT_EQ(number(-0.5).getValue(), -0.5);
-    EXPECT_TRUE(types::NSInterface::LiteralRealIntf::sIntrospectiveMethods.hasSingleValued(
-        QOB::Object(types::LiteralReal::create(model)).get(), root(), 1));
-}
-
 TEST_F(ValueSpecificationsTest, ConstantOwnsItsValue) {
     auto const two = number(2);
     auto const constant = types::ConstantSpecification::create(model, two, "two");
@@ -166,46 +153,6 @@ TEST_F(ValueSpecificationsTest, CompositeOfOneKindTakesNoElementOfTheOther) {
     EXPECT_NE(VelumTest::failureOf([&] { matrix.getOwnedValues().push_back(slot); }), "");
     EXPECT_TRUE(matrix.getOwnedCells().empty());
     EXPECT_FALSE(slot.hasOwningComposite());
-}
-
-TEST_F(ValueSpecificationsTest, ElementWithoutOwnerIsStillSaidToHaveOneByNumber) {
-    auto const slot = types::Slot::create(model);
-    EXPECT_FALSE(slot.hasOwningComposite());
-    EXPECT_TRUE(types::NSInterface::ValueElementIntf::sIntrospectiveMethods.hasSingleValued(
-        QOB::Object(slot).get(), root(), 1));
-}
-
-TEST_F(ValueSpecificationsTest, IndexOfACellHoldsEachNumberOnce) {
-    auto const cell = types::Cell::create(model);
-    for (int const component : {2, 1, 2}) {
-        cell.getIndexs().push_back(component);
-    }
-    EXPECT_EQ(elementsOf(cell.getIndexs()), list<QOB::Integer>(2, 1));
-    auto const& methods = types::NSInterface::CellIntf::sIntrospectiveMethods;
-    QOB::Sequence<QOB::Object> const boxed(
-        methods.getMultiValued(QOB::Object(cell).get(), root(), 1, true));
-    EXPECT_EQ(QOB::Integer(boxed.front()), 2);
-    boxed.push_back(QOB::Integer(7));
-    EXPECT_EQ(elementsOf(cell.getIndexs()), list<QOB::Integer>(2, 1, 7));
-}
-
-TEST_F(ValueSpecificationsTest, ApplicationValueKeepsEveryTextAndNumber) {
-    auto const value = types::ApplicationValueSpecification::create(model, "value");
-    for (char const* const text : {"1.5", "on", "1.5"}) {
-        value.getVs().push_back(text);
-    }
-    value.getDimensionses().push_back(7);
-    value.getDimensionses().push_back(7);
-    EXPECT_EQ(elementsOf(value.getVs()),
-              list(QOB::String("1.5"), QOB::String("on"), QOB::String("1.5")));
-    EXPECT_EQ(elementsOf(value.getDimensionses()), list<QOB::Integer>(7, 7));
-    auto const& methods =
-        types::NSInterface::ApplicationValueSpecificationIntf::sIntrospectiveMethods;
-    QOB::NSInterface::ObjectIntf* const object = QOB::Object(value).get();
-    QOB::Sequence<QOB::Object> const texts(methods.getMultiValued(object, root(), 1, true));
-    QOB::Sequence<QOB::Object> const sizes(methods.getMultiValued(object, root(), 2, true));
-    EXPECT_EQ(QOB::String(texts.at(1)), "on");
-    EXPECT_EQ(QOB::Integer(sizes.back()), 7);
 }
 
 TEST_F(ValueSpecificationsTest, ValuesOfATableAreATreeOfThemselves) {
