@@ -60,6 +60,7 @@ TEST_F(UnitsTest, BaseUnitIsAUnitOfItsDimension) {
 
 TEST_F(UnitsTest, BaseUnitBringsItsOtherEndsInStepWhereverTheyWere) {
     using types::NSInterface::DimensionIntf;
+    types::initialize(); // names lead to properties by the live classes
     auto const other = types::Dimension::create(model);
     for (int const start : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11}) {
         for (int const way : {0, 1, 2}) {
