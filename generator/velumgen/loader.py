@@ -250,6 +250,10 @@ class _FileLoader:
             if _reaches_itself(new):
                 self._fault(new.name, "The class is its own base, directly or through another.")
                 new.bases.clear()
+        for new, _ in self._class_tables:
+            for base in new.bases[1:]:
+                for part in [base, *base.ancestors]:
+                    part.may_be_second_part |= part not in [new.base, *new.base.ancestors]
 
     def _link_properties(self) -> None:
         for new, table in self._class_tables:

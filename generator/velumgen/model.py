@@ -180,6 +180,8 @@ class Parameter:
 class MetaClass(Type):
     abstract: bool = False
     bases: list[MetaClass] = field(default_factory=list)
+    # Whether it is a second base of a class, or lies above one, and isn't above the first as well.
+    may_be_second_part: bool = False
     properties: list[Property] = field(default_factory=list)
     # Operations that no property gives; their bodies are hand-written.
     extra_operations: list[ExtraOperation] = field(default_factory=list)

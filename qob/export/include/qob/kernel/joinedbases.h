@@ -26,6 +26,8 @@ class JoinedBases : public First, public Second {
     using MethodTable = CooperativeVisitor::internal::MethodTable;
     using ClassInfo = CooperativeVisitor::internal::ClassInfo;
 
+    static_assert(MayBeSecondPart<Second>, "handles on the second base must ask the object");
+
 public:
     /// The way to bases that are there twice.
     using PrimaryBase = First;

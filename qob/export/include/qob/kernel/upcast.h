@@ -18,6 +18,12 @@ auto upcast(Derived* object) noexcept {
     }
 }
 
+/// A class that lies in the second part of some objects, which is not what the kernel knows them
+/// by: only the object's `cast` leads from there to the bases that are there twice. It says so
+/// itself.
+template <class Intf>
+concept MayBeSecondPart = std::is_same_v<typename Intf::SecondPart, Intf>;
+
 namespace internal {
 
 template <class>

@@ -16,6 +16,9 @@ class ReadHandle : public RefBase<Intf*> {
 public:
     ReadHandle() noexcept = default;
     ReadHandle(Intf const* object, Deviant deviant) : RefBase<Intf*>(object, deviant) {}
+    template <BelowInSecondPart<Intf> From>
+    ReadHandle(From const* object, Deviant deviant)
+        : RefBase<Intf*>(castObject<Intf>(object), deviant) {}
     ReadHandle(OfClass, Intf const* object, Deviant deviant) : RefBase<Intf*>(object, deviant) {}
     /// The same object through a handle of another class. Implicit where it always is an `Intf`.
     // Two constructors: g++ 12 forgets a conditional "explicit" when a constructor is taken over.
@@ -40,6 +43,8 @@ class WriteHandle : public Immutable {
 public:
     WriteHandle() noexcept = default;
     WriteHandle(Intf* object, Deviant deviant) : Immutable(object, deviant) {}
+    template <BelowInSecondPart<Intf> From>
+    WriteHandle(From* object, Deviant deviant) : Immutable(object, deviant) {}
     WriteHandle(OfClass known, Intf* object, Deviant deviant) : Immutable(known, object, deviant) {}
     template <ConvertibleMutableHandle<WriteHandle> Handle>
     requires(extends<Handle, Intf>)
