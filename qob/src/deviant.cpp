@@ -37,10 +37,9 @@ bool DeviantAssertions::assertWritable(ObjectIntf const* object) const {
 
 bool DeviantAssertions::internal_assertWritable(ObjectIntf const* object) const {
     internal::DeviantRecord const& r = record();
+    QOB_REQUIRE(r.generation == generation_, "object accessed after its deviant has been removed");
     char const* cause = nullptr;
-    if (r.generation != generation_) {
-        cause = "its deviant has been removed";
-    } else if ((r.writeGate & internal::ReadOnly) != 0) {
+    if ((r.writeGate & internal::ReadOnly) != 0) {
         cause = "its deviant is read-only";
     } else if ((r.writeGate & internal::UndoEnabled) != 0 &&
                (r.writeGate & internal::InTransaction) == 0) {
@@ -67,6 +66,14 @@ Deviant Deviant::getRootDeviant() const noexcept {
         internal::deviantChunks[r.rootIndex / internal::RecordsPerChunk]
                                [r.rootIndex % internal::RecordsPerChunk];
     return {r.rootIndex, root.generation};
+}
+
+Deviant Deviant::inModelOfOther(Deviant root) const noexcept {
+    if (!root.isNotNull()) {
+        return root; // the object has lost its model
+    }
+    bool const isRemoved = isNotNull() && !isValid();
+    return isRemoved || getRootDeviant() == root ? *this : root;
 }
 
 void Deviant::getAllDeviants(std::vector<Deviant>& deviants) const {

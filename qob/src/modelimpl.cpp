@@ -3,6 +3,7 @@
 #include "meta/kernelpackage.h"
 #include "qob/kernel/containers/sequence/views/associationsequence.h"
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
+#include "qob/kernel/factory/create.h"
 #include "qob/kernel/meta/metaclassof.h"
 #include "qob/kernel/property/mandatoryvalue.h"
 #include "qob/kernel/property/multivalued.h"
@@ -19,6 +20,14 @@ using NSInterface::ModelIntf;
 using NSInterface::ObjectIntf;
 
 namespace visitor = CooperativeVisitor::internal;
+
+Deviant internal::accessedDeviant(Model const& model) {
+    ModelIntf const* const object = model.operator->();
+    if (!model.getDeviant().isValid()) {
+        ModelCore::deviationsOf(object).checkAccess(model.getDeviant());
+    }
+    return model.getDeviant();
+}
 
 // ModelIntf: what runs on the root object and goes through the states ---------------------------
 
@@ -203,10 +212,11 @@ char const* ModelImpl::getLumvoName(bool immutable) const {
     return immutable ? "QOB.ImmutableModel" : "QOB.Model";
 }
 
-void ModelImpl::destroy(Deviant) {
+void ModelImpl::destroy(Deviant deviant) {
     if (core_ == nullptr) {
         return;
     }
+    requireOwn(deviant);
     CountedPointer<ModelIntf> const keep(this);
     ModelCache::instance()->unbindModel(Model(this, rootDeviant_));
     core_->end();

@@ -1,23 +1,15 @@
 #include "qob/qob/transaction.h"
 
 #include "modelcore.h"
+#include "qob/kernel/factory/create.h"
 #include "qob/qob/model.h"
 
 namespace QOB {
 
 using internal::DeviantData;
 
-namespace {
-
-Deviant deviantOf(Model const& model) {
-    static_cast<void>(model.operator->());
-    return model.getDeviant();
-}
-
-} // namespace
-
 Transaction::Transaction(Model const& model)
-    : deviant_(deviantOf(model)),
+    : deviant_(internal::accessedDeviant(model)),
       serial_(DeviantData::of(deviant_).begin()),
       level_(DeviantData::of(deviant_).depth()) {
 }

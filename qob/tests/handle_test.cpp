@@ -57,9 +57,34 @@ TEST_F(Handle, DeviantOfAnotherModelBecomesTheObjectsRoot) {
     EXPECT_EQ(thing.in(QOB::Deviant()).getDeviant(), model.getDeviant());
     QOB::Deviant const branch = model.createDeviant();
     EXPECT_EQ(thing.in(branch).getDeviant(), branch);
-    model.removeDeviant(branch);
-    EXPECT_EQ(thing.in(branch).getDeviant(), model.getDeviant());
     other.destroy();
+}
+
+TEST_F(Handle, MoveTakesThePointerAndTheDeviantTogether) {
+    Thing const first = Thing::create(model);
+    Thing const second = Thing::create(model);
+    QOB::Deviant const branch = model.createDeviant();
+    Thing from = first.in(branch);
+    Thing to = second;
+    int const firstCount = first.count();
+    int const secondCount = second.count();
+    to = std::move(from);
+    EXPECT_EQ(to, first);
+    EXPECT_EQ(to.getDeviant(), branch);
+    EXPECT_EQ(from.get(), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_FALSE(from.getDeviant().isNotNull());
+    EXPECT_EQ(first.count(), firstCount);
+    EXPECT_EQ(second.count(), secondCount - 1) << "let go at once";
+
+    Thing& self = to;
+    to = std::move(self);
+    EXPECT_EQ(to, first);
+    EXPECT_EQ(to.getDeviant(), branch);
+    Thing const taken(std::move(to));
+    EXPECT_EQ(taken.getDeviant(), branch);
+    EXPECT_EQ(to.get(), nullptr); // NOLINT(bugprone-use-after-move)
+    EXPECT_FALSE(to.getDeviant().isNotNull());
+    EXPECT_EQ(first.count(), firstCount);
 }
 
 TEST_F(Handle, ConvertsUpAndDownByClass) {

@@ -1,6 +1,7 @@
 #include "../modelimpl.h"
 #include "factoryimpl.h"
 #include "qob/kernel/factory/byname.h"
+#include "qob/kernel/factory/create.h"
 #include "qob/qob/valueobjectfactory.h"
 
 #include <algorithm>
@@ -94,7 +95,7 @@ NamedCreator const* findCreator(std::string const& type) {
 
 FactoryImpl::FactoryImpl(Model const& model) {
     IntegerIncDec const guard(&count());
-    Deviant const deviant = model.getDeviant();
+    Deviant const deviant = internal::accessedDeviant(model);
     enterModel(deviant);
     deviant.markObjectCreated(classObject());
     internal_createDeviation(deviant);

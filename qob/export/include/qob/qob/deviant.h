@@ -110,6 +110,12 @@ public:
     }
     /// The root deviant of the same model; the null deviant if this one isn't valid.
     Deviant getRootDeviant() const noexcept;
+    /// The deviant in which this one shows an object whose root deviant is `root`: itself in the
+    /// object's own model, else the root. A removed deviant stays what it is, so that it is
+    /// refused.
+    Deviant inModelOf(Deviant root) const noexcept {
+        return *this == root ? root : inModelOfOther(root);
+    }
     /// Every deviant of the model: the root, then the others in order of creation. Replaces what
     /// the vector held; empty if this deviant isn't valid.
     void getAllDeviants(std::vector<Deviant>& deviants) const;
@@ -167,6 +173,9 @@ private:
 
     constexpr Deviant(std::uint32_t index, std::uint32_t generation) noexcept
         : DeviantAssertions(index, generation) {}
+
+    /// For a deviant that isn't the root itself.
+    Deviant inModelOfOther(Deviant root) const noexcept;
 };
 
 /// True if a state pointer leads to a state: neither null nor one of the markers.

@@ -52,14 +52,12 @@ public:
     Deviant getDeviant() const noexcept { return deviant_; }
 
     /// Moves the handle to another deviant of its object's model. A deviant of another model is
-    /// replaced by the object's own root; an empty handle stays as it is.
+    /// replaced by the object's own root; one that has been removed stays, and every access raises.
+    /// An empty handle stays as it is.
     void setDeviant(Deviant deviant) const {
-        if (pointer_ == nullptr) {
-            return;
+        if (pointer_ != nullptr) {
+            deviant_ = deviant.inModelOf(primary()->getRootDeviant());
         }
-        Deviant const root = primary()->getRootDeviant();
-        deviant_ = root.isNotNull() && root != deviant && deviant.getRootDeviant() == root ? deviant
-                                                                                           : root;
     }
 
     friend bool operator==(RefBase const& a, RefBase const& b) noexcept {
@@ -76,16 +74,19 @@ protected:
         retain();
     }
     RefBase(RefBase&& other) noexcept
-        : pointer_(std::exchange(other.pointer_, nullptr)), deviant_(other.deviant_) {}
+        : pointer_(std::exchange(other.pointer_, nullptr)),
+          deviant_(std::exchange(other.deviant_, Deviant())) {}
     // Counts the new before the old: NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
     RefBase& operator=(RefBase const& other) {
         assign(other.pointer_);
         deviant_ = other.deviant_;
         return *this;
     }
+    /// The other handle ends empty; what this one held is released at once.
     RefBase& operator=(RefBase&& other) noexcept {
-        std::swap(pointer_, other.pointer_);
-        deviant_ = other.deviant_;
+        RefBase taken(std::move(other));
+        std::swap(pointer_, taken.pointer_);
+        std::swap(deviant_, taken.deviant_);
         return *this;
     }
     ~RefBase() {

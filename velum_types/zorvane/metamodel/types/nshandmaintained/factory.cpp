@@ -1,3 +1,4 @@
+#include "qob/kernel/factory/create.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/modelcache.h"
 #include "qob/qob/valueobjectfactory.h"
@@ -103,7 +104,7 @@ FactoryImpl::FactoryImpl() {
 FactoryImpl::FactoryImpl(QOB::Model model) {
     QOB::IntegerIncDec const guard(&count());
     objectId_ = QOB::Integer();
-    QOB::Deviant const deviant = model.getDeviant();
+    QOB::Deviant const deviant = QOB::internal::accessedDeviant(model);
     enterModel(deviant);
     deviant.markObjectCreated(classObject());
     bool const previous = QOB::DeviantAssertions::enableAssertions(false);

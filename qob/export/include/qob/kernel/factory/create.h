@@ -5,6 +5,12 @@
 
 namespace QOB {
 
+namespace internal {
+/// The deviant of a model's handle, for what acts on the model as a whole. Raises if the handle is
+/// empty, the model is dead or the deviant is gone.
+QOB_EXPORT Deviant accessedDeviant(Model const& model);
+} // namespace internal
+
 /// Makes a new object of root-object class `Impl` in a model and returns the handle `Handle` on it,
 /// in the model handle's deviant: only there does the object exist. `initialize` gets the handle
 /// once the object has its first state, to set what its class requires, its name last.
@@ -13,7 +19,7 @@ namespace QOB {
 /// passed on once the object is destroyed again.
 template <class Handle, class Impl, class Initialize>
 Handle createObject(Model const& model, Integer const& id, Initialize const& initialize) {
-    Deviant const deviant = model.getDeviant();
+    Deviant const deviant = internal::accessedDeviant(model);
     deviant.assertWritable(nullptr);
     auto* const object = new Impl();
     CountedPointer<Impl> const keep(object);
@@ -42,7 +48,7 @@ Handle createObject(Model const& model, Integer const& id) {
 /// With an id that the model chooses.
 template <class Handle, class Impl, class Initialize>
 Handle createObject(Model const& model, Initialize const& initialize) {
-    Deviant const deviant = model.getDeviant();
+    Deviant const deviant = internal::accessedDeviant(model);
     deviant.assertWritable(nullptr);
     return createObject<Handle, Impl>(model, model->allocateObjectId(deviant), initialize);
 }
