@@ -36,10 +36,20 @@ void internal::failNoRootDeviant(char const* implementationName) {
     std::terminate(); // not reached: that check has failed already
 }
 
+void internal::failOtherState() {
+    internal::failAt(__FILE__, __LINE__, "The state belongs to an object of another class.");
+}
+
 void DeviationsBase::checkAccess(Deviant deviant) const {
     QOB_REQUIRE(rootState_ != Deviant::ModelDestroyed,
                 "object accessed after its model has been destroyed");
     QOB_REQUIRE(deviant.isValid(), "object accessed after its deviant has been removed");
+}
+
+void DeviationsBase::requireOwn(Deviant deviant) const {
+    checkAccess(deviant);
+    QOB_REQUIRE(deviant == rootDeviant_ || deviant.getRootDeviant() == rootDeviant_,
+                "The deviant belongs to another model.");
 }
 
 Deviant DeviationsBase::effectiveDeviant(Deviant deviant) const {

@@ -139,11 +139,12 @@ void DeviantData::setState(ClassObjectIntf const* object, ObjectIntf* state) {
         states_.erase(object);
         return;
     }
+    DeviationsBase& deviations = model_.requireOwn(object);
     StateSlot& slot = states_[object];
     slot.destroyedHere =
         state == Deviant::InvalidObject && (slot.destroyedHere || isRealState(slot.state));
     slot.state = state;
-    ModelCore::deviationsOf(object).hasBranchState_ = 1;
+    deviations.hasBranchState_ = 1;
 }
 
 void DeviantData::forgetObject(ClassObjectIntf* object) {
@@ -192,6 +193,7 @@ ObjectIntf* DeviantData::savedOldState(ClassObjectIntf const* object) const noex
 
 ObjectIntf* DeviantData::saveOldState(ClassObjectIntf const* object, ObjectIntf* state) {
     QOB_REQUIRE(open_ != nullptr, "An old state can be saved only in an open transaction.");
+    model_.requireOwn(object);
     if (state == nullptr) {
         state = static_cast<ObjectIntf*>(Deviant::FallbackToRoot);
     }
@@ -211,6 +213,7 @@ void DeviantData::markCreated(ClassObjectIntf const* object) {
     if (open_ == nullptr) {
         return;
     }
+    model_.requireOwn(object);
     if (open_->savedIndex.try_emplace(object, open_->record.states.size()).second) {
         open_->record.states.push_back(
             {const_cast<ClassObjectIntf*>(object), slotOf(object), true});
@@ -530,8 +533,15 @@ void ModelCore::allDeviants(std::vector<Deviant>& deviants) const {
     }
 }
 
-void ModelCore::addObject(ClassObjectIntf* object) {
+DeviationsBase& ModelCore::requireOwn(ClassObjectIntf const* object) const {
     DeviationsBase& deviations = deviationsOf(object);
+    QOB_REQUIRE(deviations.rootDeviant_ == root(), "The object belongs to another model.");
+    return deviations;
+}
+
+void ModelCore::addObject(ClassObjectIntf* object) {
+    DeviationsBase& deviations = requireOwn(object);
+    QOB_REQUIRE(deviations.slot_ == DeviationsBase::NoSlot, "The object is in the model already.");
     QOB_REQUIRE(objects_.size() < DeviationsBase::NoSlot,
                 "The number of objects of the model is at its limit.");
     objects_.push_back(object);
@@ -539,7 +549,7 @@ void ModelCore::addObject(ClassObjectIntf* object) {
 }
 
 void ModelCore::removeObject(ClassObjectIntf* object) {
-    DeviationsBase& deviations = deviationsOf(object);
+    DeviationsBase& deviations = requireOwn(object);
     if (deviations.slot_ == DeviationsBase::NoSlot) {
         return;
     }

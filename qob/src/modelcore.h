@@ -209,6 +209,9 @@ public:
     void removeBranch(Deviant branch);
     void allDeviants(std::vector<Deviant>& deviants) const;
 
+    /// Raises for an object of another model: nothing of one is entered here.
+    DeviationsBase& requireOwn(ClassObjectIntf const* object) const;
+
     void addObject(ClassObjectIntf* object);
     void removeObject(ClassObjectIntf* object);
     /// Living objects in order of entry.

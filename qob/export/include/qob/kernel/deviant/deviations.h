@@ -5,7 +5,13 @@
 #include "qob/qob/integer.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 
+#include <typeinfo>
+
 namespace QOB {
+
+namespace internal {
+[[noreturn]] QOB_EXPORT void failOtherState();
+} // namespace internal
 
 /// What the type-independent half of Deviations needs of a state class.
 struct StateOperations {
@@ -31,6 +37,9 @@ public:
 
     /// Raises if the model is dead or the deviant is gone.
     void checkAccess(Deviant deviant) const;
+    /// Raises for a deviant of another model too. What begins or ends states is called in the
+    /// object's own deviants only; reads and writes have effectiveDeviant().
+    void requireOwn(Deviant deviant) const;
     /// The deviant to use for `deviant`: one of another model stands for the object's root. Raises
     /// if the object has no root deviant.
     Deviant effectiveDeviant(Deviant deviant) const;
@@ -96,6 +105,18 @@ public:
     }
     static State untyped(StateType* state) noexcept {
         return static_cast<typename StateType::PrimaryBase*>(state);
+    }
+    /// A state that is given from outside, as stateOf() gives it; markers stay what they are.
+    /// Raises for a state of another class.
+    static State requireOwnState(State state) {
+        if (!isRealState(state)) {
+            return state;
+        }
+        if (typeid(*state) != typeid(StateType)) {
+            internal::failOtherState();
+        }
+        // By way of the whole object: it may be given by its second part.
+        return untyped(static_cast<StateType*>(dynamic_cast<void*>(state)));
     }
 
     /// The state that a read in the deviant sees. Raises if there is none.

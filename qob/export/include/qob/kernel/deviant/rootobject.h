@@ -70,6 +70,7 @@ public:
         internal::discard(*this, deviant, detach, &partsOf);
     }
     void destroy(Deviant deviant) override {
+        this->requireOwn(deviant);
         deviant.assertWritable(this->owner_);
         if (deviant_isValid(deviant)) {
             this->owner_->internal_disconnect(deviant);
@@ -79,7 +80,7 @@ public:
     bool deviant_isValid(Deviant deviant) const override { return Base::isValid(deviant); }
     void deviant_destroyState(ObjectIntf* state) override {
         if (isRealState(state)) {
-            Base::destroyState(state);
+            Base::destroyState(Base::requireOwnState(state));
         }
     }
     void deviant_markModelDestroyed() override {
@@ -90,6 +91,7 @@ public:
     }
     void deviant_commitTransientState(Deviant deviant) override {
         if (deviant.isRootDeviant()) {
+            this->requireOwn(deviant);
             Base::commit(deviant, Base::Operations);
         }
     }
@@ -99,11 +101,16 @@ public:
     }
     ObjectIntf* internal_getDeviation(Deviant deviant) override { return Base::stateOf(deviant); }
     void internal_setDeviation(Deviant deviant, ObjectIntf* state) override {
+        this->requireOwn(deviant);
+        ObjectIntf* const own = Base::requireOwnState(state);
         ObjectIntf* const old = Base::stateOf(deviant);
-        Base::setStateOf(deviant, state);
-        deviant_destroyState(old);
+        if (own != old) {
+            Base::setStateOf(deviant, own);
+            deviant_destroyState(old);
+        }
     }
     ObjectIntf* internal_createDeviation(Deviant deviant) override {
+        this->requireOwn(deviant);
         if (isRealState(Base::stateOf(deviant))) {
             return nullptr;
         }
@@ -112,6 +119,7 @@ public:
         return state;
     }
     void internal_destroyDeviation(Deviant deviant) override {
+        this->requireOwn(deviant);
         ObjectIntf* const old = Base::stateOf(deviant);
         Base::setStateOf(deviant, static_cast<ObjectIntf*>(Deviant::InvalidObject));
         deviant_destroyState(old);
@@ -121,15 +129,20 @@ public:
     ImmutableObject convertFromString(Deviant, String) override { return Object(String()); }
 
     bool hasObjectId(Deviant) const override { return true; }
-    void removeObjectId(Deviant) override { this->objectId_ = Integer(); }
-    void setObjectId(Deviant, Integer const& id) override { this->objectId_ = id; }
+    void removeObjectId(Deviant deviant) override { setObjectId(deviant, Integer()); }
+    void setObjectId(Deviant deviant, Integer const& id) override {
+        this->checkAccess(deviant);
+        this->objectId_ = id;
+    }
     Integer getObjectId(Deviant) const override { return this->objectId_; }
 
     /// The object as the kernel knows it.
     NSInterface::ClassObjectIntf* classObject() const noexcept { return this->owner_; }
 
     /// Enters the object in the model that `deviant` belongs to. Once, right after construction.
+    /// Raises if the deviant is gone.
     void enterModel(Deviant deviant) {
+        this->checkAccess(deviant);
         this->rootDeviant_ = deviant.getRootDeviant();
         this->rootDeviant_.addObjectToModel(this->owner_);
     }
