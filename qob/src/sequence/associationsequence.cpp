@@ -30,7 +30,8 @@ void GenericAssociationSequence::checkInsertable(Deviant const& deviant, Ref con
 }
 
 bool GenericAssociationSequence::isNew(Deviant const& deviant, Ref const& element) const {
-    QOB_REQUIRE(!deviant.isInDifferentModel(element.deviant, methods_, oppositeId_),
+    Deviant const own = deviant.inModelOf(owner_->getRootDeviant());
+    QOB_REQUIRE(!own.isInDifferentModel(element.deviant, methods_, oppositeId_),
                 "Cross-model bi-directional associations are currently disallowed!");
     if (inner_->generic_contains(deviant, element)) { // raises for another class and for null
         return false;

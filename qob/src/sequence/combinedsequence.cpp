@@ -16,6 +16,11 @@ namespace {
                      "A combined sequence cannot be written; only a given element can be removed.");
 }
 
+/// The parts raise by themselves, where there are any.
+void requireThere(Deviant const& deviant) {
+    QOB_REQUIRE(deviant.isValid(), "object accessed after its deviant has been removed");
+}
+
 } // namespace
 
 /// A part and a position in it; behind the last part at the end. Keeps the combination.
@@ -110,6 +115,7 @@ GenericCombinedSequence::GenericCombinedSequence() = default;
 GenericCombinedSequence::~GenericCombinedSequence() = default;
 
 Ref GenericCombinedSequence::generic_at(Deviant const& deviant, int index) const {
+    requireThere(deviant);
     int rest = index;
     for (Generic::SequencePtr const& part : parts_) {
         int const size = part->generic_size(deviant);
@@ -133,16 +139,19 @@ Ref GenericCombinedSequence::generic_back(Deviant const& deviant) const {
 }
 
 IteratorPtr GenericCombinedSequence::generic_begin(Deviant const& deviant) const {
+    requireThere(deviant);
     auto result = std::make_unique<Iterator>(*this, 0);
     result->toPartFrom(0, deviant);
     return result;
 }
 
-IteratorPtr GenericCombinedSequence::generic_end(Deviant const&) const {
+IteratorPtr GenericCombinedSequence::generic_end(Deviant const& deviant) const {
+    requireThere(deviant);
     return std::make_unique<Iterator>(*this, parts_.size());
 }
 
 int GenericCombinedSequence::generic_size(Deviant const& deviant) const {
+    requireThere(deviant);
     int sum = 0;
     for (Generic::SequencePtr const& part : parts_) {
         sum += part->generic_size(deviant);
@@ -151,11 +160,13 @@ int GenericCombinedSequence::generic_size(Deviant const& deviant) const {
 }
 
 bool GenericCombinedSequence::generic_empty(Deviant const& deviant) const {
+    requireThere(deviant);
     return std::ranges::all_of(
         parts_, [&](Generic::SequencePtr const& part) { return part->generic_empty(deviant); });
 }
 
 bool GenericCombinedSequence::generic_contains(Deviant const& deviant, Ref element) const {
+    requireThere(deviant);
     return std::ranges::any_of(parts_, [&](Generic::SequencePtr const& part) {
         return part->generic_contains(deviant, element);
     });
@@ -166,6 +177,7 @@ char const* GenericCombinedSequence::generic_getLumvoName(bool, bool, char const
 }
 
 int GenericCombinedSequence::generic_removeAll(Deviant const& deviant, Ref element) {
+    requireThere(deviant);
     int removed = 0;
     for (Generic::SequencePtr const& part : parts_) {
         removed += part->generic_removeAll(deviant, element);

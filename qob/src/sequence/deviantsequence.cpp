@@ -81,22 +81,20 @@ GenericDeviantSequence::GenericDeviantSequence(NSInterface::ObjectIntf* object,
 
 GenericDeviantSequence::~GenericDeviantSequence() = default;
 
-Deviant GenericDeviantSequence::in(Deviant const& deviant) const noexcept {
-    return deviant.isNotNull() ? deviant : deviant_;
+Deviant GenericDeviantSequence::own(Deviant const& deviant) const {
+    return deviant.inModelOf(object_->getRootDeviant());
 }
 
 SequenceRef GenericDeviantSequence::reading(Deviant const& deviant) const {
-    Deviant const where = in(deviant);
-    NSInterface::ObjectIntf* const state = object_->getReadDeviantI(where, object_.get());
-    SequenceRef result = methods_->getMultiValued(state, where, propertyId_, false);
+    NSInterface::ObjectIntf* const state = object_->getReadDeviantI(deviant, object_.get());
+    SequenceRef result = methods_->getMultiValued(state, deviant, propertyId_, false);
     result.access();
     return result;
 }
 
 SequenceRef GenericDeviantSequence::writing(Deviant const& deviant) {
-    Deviant const where = in(deviant);
-    NSInterface::ObjectIntf* const state = object_->getWriteDeviantI(where, object_.get());
-    SequenceRef result = methods_->getOnlyMultiValued(state, where, propertyId_, false);
+    NSInterface::ObjectIntf* const state = object_->getWriteDeviantI(deviant, object_.get());
+    SequenceRef result = methods_->getOnlyMultiValued(state, deviant, propertyId_, false);
     result.access();
     return result;
 }
@@ -120,7 +118,7 @@ void GenericDeviantSequence::generic_clear(Deviant const& deviant) {
     std::vector<Ref> const objects =
         objectsBetween(source, source.generic_begin().get(), source.generic_end().get());
     writing(deviant).generic_clear();
-    Referred(in(deviant), methods_, propertyId_).remove(objects);
+    Referred(own(deviant), methods_, propertyId_).remove(objects);
 }
 
 IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
@@ -133,7 +131,7 @@ IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
     }
     placeIn(source, position);
     IteratorPtr result = writing(deviant).generic_insert(position, element);
-    Referred(in(deviant), methods_, propertyId_).add(element);
+    Referred(own(deviant), methods_, propertyId_).add(element);
     return result;
 }
 
@@ -141,7 +139,7 @@ void GenericDeviantSequence::generic_insert(Deviant const& deviant, int index, R
     internal::checkInsertIndex(index, generic_size(deviant));
     if (!refuses(deviant, element)) {
         writing(deviant).generic_insert(index, element);
-        Referred(in(deviant), methods_, propertyId_).add(element);
+        Referred(own(deviant), methods_, propertyId_).add(element);
     }
 }
 
@@ -149,7 +147,7 @@ void GenericDeviantSequence::generic_erase(Deviant const& deviant, int index) {
     internal::checkElementIndex(index, generic_size(deviant));
     Ref const element = generic_at(deviant, index);
     writing(deviant).generic_erase(index);
-    Referred(in(deviant), methods_, propertyId_).remove(element);
+    Referred(own(deviant), methods_, propertyId_).remove(element);
 }
 
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
@@ -162,41 +160,41 @@ IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
         return placeIn(source, first);
     }
     IteratorPtr result = writing(deviant).generic_erase(first, last);
-    Referred(in(deviant), methods_, propertyId_).remove(objects);
+    Referred(own(deviant), methods_, propertyId_).remove(objects);
     return result;
 }
 
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
                                                   IteratorIntf const* position) {
-    Ref const element = placeIn(reading(deviant), position)->generic_value(in(deviant));
+    Ref const element = placeIn(reading(deviant), position)->generic_value(deviant);
     IteratorPtr result = writing(deviant).generic_erase(position);
-    Referred(in(deviant), methods_, propertyId_).remove(element);
+    Referred(own(deviant), methods_, propertyId_).remove(element);
     return result;
 }
 
 void GenericDeviantSequence::generic_pop_back(Deviant const& deviant) {
     Ref const element = generic_back(deviant);
     writing(deviant).generic_pop_back();
-    Referred(in(deviant), methods_, propertyId_).remove(element);
+    Referred(own(deviant), methods_, propertyId_).remove(element);
 }
 
 void GenericDeviantSequence::generic_pop_front(Deviant const& deviant) {
     Ref const element = generic_front(deviant);
     writing(deviant).generic_pop_front();
-    Referred(in(deviant), methods_, propertyId_).remove(element);
+    Referred(own(deviant), methods_, propertyId_).remove(element);
 }
 
 void GenericDeviantSequence::generic_push_back(Deviant const& deviant, Ref element) {
     if (!refuses(deviant, element)) {
         writing(deviant).generic_push_back(element);
-        Referred(in(deviant), methods_, propertyId_).add(element);
+        Referred(own(deviant), methods_, propertyId_).add(element);
     }
 }
 
 void GenericDeviantSequence::generic_push_front(Deviant const& deviant, Ref element) {
     if (!refuses(deviant, element)) {
         writing(deviant).generic_push_front(element);
-        Referred(in(deviant), methods_, propertyId_).add(element);
+        Referred(own(deviant), methods_, propertyId_).add(element);
     }
 }
 
@@ -204,7 +202,7 @@ void GenericDeviantSequence::generic_replace(Deviant const& deviant, int index, 
     Ref const old = generic_at(deviant, index);
     if (!Generic::sameElement(old, element) && !refuses(deviant, element)) {
         writing(deviant).generic_replace(index, element);
-        Referred const referred(in(deviant), methods_, propertyId_);
+        Referred const referred(own(deviant), methods_, propertyId_);
         referred.remove(old);
         referred.add(element);
     }
@@ -215,11 +213,17 @@ int GenericDeviantSequence::generic_removeAll(Deviant const& deviant, Ref elemen
         return 0;
     }
     int const removed = writing(deviant).generic_removeAll(element);
-    Referred const referred(in(deviant), methods_, propertyId_);
+    Referred const referred(own(deviant), methods_, propertyId_);
     for (int rest = removed; rest != 0; --rest) {
         referred.remove(element);
     }
     return removed;
+}
+
+char const* GenericDeviantSequence::generic_getLumvoName(bool immutableSequence,
+                                                         bool immutableElements,
+                                                         char const* fallback) const {
+    return reading(deviant_).generic_getLumvoName(immutableSequence, immutableElements, fallback);
 }
 
 } // namespace QOB

@@ -59,6 +59,12 @@ IteratorIntf const* GenericFilteredSequence::unwrap(IteratorIntf const* position
 void GenericFilteredSequence::checkInsertable(Deviant const& deviant, Ref const& element) const {
     checkInsertableInto(inner_.get(), deviant, filter_.convertBack(element));
 }
+
+/// Also raises in a deviant in which the inner sequence can't be read.
+bool GenericFilteredSequence::canHold(Deviant const& deviant, Ref const& converted) const {
+    return converted.data != nullptr || inner_->generic_size(deviant) < 0;
+}
+
 Ref GenericFilteredSequence::generic_at(Deviant const& deviant, int index) const {
     return filter_.convert(inner_->generic_at(deviant, index));
 }
@@ -121,14 +127,15 @@ void GenericFilteredSequence::generic_replace(Deviant const& deviant, int index,
 }
 bool GenericFilteredSequence::generic_contains(Deviant const& deviant, Ref element) const {
     Ref converted = filter_.convertBack(std::move(element));
-    return converted.data != nullptr && inner_->generic_contains(deviant, std::move(converted));
+    return canHold(deviant, converted) && inner_->generic_contains(deviant, std::move(converted));
 }
 char const* GenericFilteredSequence::generic_getLumvoName(bool, bool, char const* fallback) const {
     return fallback;
 }
 int GenericFilteredSequence::generic_removeAll(Deviant const& deviant, Ref element) {
     Ref converted = filter_.convertBack(std::move(element));
-    return converted.data == nullptr ? 0 : inner_->generic_removeAll(deviant, std::move(converted));
+    return canHold(deviant, converted) ? inner_->generic_removeAll(deviant, std::move(converted))
+                                       : 0;
 }
 
 } // namespace QOB::filtered_sequence_internal

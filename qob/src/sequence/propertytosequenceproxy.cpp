@@ -143,6 +143,7 @@ void GenericPropertyToSequenceProxy::generic_erase(Deviant const& deviant, int i
 IteratorPtr GenericPropertyToSequenceProxy::generic_erase(Deviant const& deviant,
                                                           IteratorIntf const* first,
                                                           IteratorIntf const* last) {
+    value(deviant); // raises where nothing can be read
     bool const isEmpty = Iterator::own(first).atEnd();
     internal::checkRange(isEmpty <= Iterator::own(last).atEnd());
     if (isEmpty == Iterator::own(last).atEnd()) {
@@ -185,7 +186,8 @@ void GenericPropertyToSequenceProxy::generic_replace(Deviant const& deviant,
 }
 
 bool GenericPropertyToSequenceProxy::generic_contains(Deviant const& deviant, Ref element) const {
-    return element.data != nullptr && value(deviant).get() == element.data;
+    ClassObject const present = value(deviant);
+    return element.data != nullptr && present.get() == element.data;
 }
 
 char const*

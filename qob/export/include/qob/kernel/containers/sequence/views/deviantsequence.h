@@ -14,7 +14,7 @@ namespace QOB {
 /// make the container there and then.
 class QOB_EXPORT GenericDeviantSequence final : public ForwardingSequence {
 public:
-    /// Counts the object. `deviant` is where a call without a deviant acts.
+    /// Counts the object. Each call says in which deviant it acts; `deviant` only finds the name.
     GenericDeviantSequence(NSInterface::ObjectIntf* object,
                            Deviant const& deviant,
                            IntrospectiveMethods const* methods,
@@ -36,11 +36,15 @@ public:
     void generic_push_front(Deviant const& deviant, Ref element) override;
     void generic_replace(Deviant const& deviant, int index, Ref element) override;
     int generic_removeAll(Deviant const& deviant, Ref element) override;
+    char const* generic_getLumvoName(bool immutableSequence,
+                                     bool immutableElements,
+                                     char const* fallback) const override;
 
 private:
     SequenceRef reading(Deviant const& deviant) const override;
     SequenceRef writing(Deviant const& deviant) override;
-    Deviant in(Deviant const& deviant) const noexcept;
+    /// Where the kernel counts references: the object's root, for a deviant of another model.
+    Deviant own(Deviant const& deviant) const;
     bool isUnique() const noexcept;
     /// True if inserting the element would change nothing. Raises for one that can't be inserted.
     bool refuses(Deviant const& deviant, Ref const& element) const;

@@ -82,6 +82,10 @@ public:
     GenericFilteredSequence(Generic::SequencePtr inner, GenericFilter const& filter);
     ~GenericFilteredSequence() override;
 
+    /// Whether the element is of a class that the inner sequence can hold.
+    bool takes(Ref element) const {
+        return filter_.convertBack(std::move(element)).data != nullptr;
+    }
     void checkInsertable(Deviant const& deviant, Ref const& element) const override;
 
     Ref generic_at(Deviant const& deviant, int index) const override;
@@ -114,6 +118,7 @@ public:
 private:
     class Iterator;
 
+    bool canHold(Deviant const& deviant, Ref const& converted) const;
     IteratorPtr wrap(IteratorPtr position) const;
     IteratorIntf const* unwrap(IteratorIntf const* position) const;
 
