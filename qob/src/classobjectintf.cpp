@@ -109,11 +109,12 @@ void ClassObjectIntf::removeContainerQOB(Deviant deviant) {
     }
 }
 void ClassObjectIntf::setContainerQOB(Deviant deviant, ClassObject const& container) {
+    property::requireSameModel(this, deviant, container, sIntrospectiveMethods, ContainerQOBId);
     if (!container.isValid()) {
         removeContainerQOB(deviant);
-        return;
+    } else if (getContainerQOB(deviant) != container) {
+        property::joinContainer(this, deviant, container);
     }
-    setOnlyContainerQOB(deviant, container);
 }
 ClassObject ClassObjectIntf::getContainerQOB(Deviant deviant) const {
     return property::get<&ClassObjectIntf::getContainerQOB>(this, deviant);
@@ -124,7 +125,7 @@ void ClassObjectIntf::removeOnlyContainerQOB(Deviant deviant) {
         this, deviant, sIntrospectiveMethods, ContainerQOBId);
 }
 void ClassObjectIntf::setOnlyContainerQOB(Deviant deviant, ClassObject const& container) {
-    property::requireSameModel(deviant, container, sIntrospectiveMethods, ContainerQOBId);
+    property::requireSameModel(this, deviant, container, sIntrospectiveMethods, ContainerQOBId);
     ClassObject const old = getContainerQOB(deviant);
     if (old != container && old.isValid()) {
         property::leaveContainer(this, deviant, old);

@@ -2,6 +2,7 @@
 
 #include "meta/kernelpackage.h"
 #include "qob/kernel/property/reflective.h"
+#include "qob/qob/model.h"
 
 namespace QOB::NSInterface {
 
@@ -31,6 +32,14 @@ internal::MethodInfo FactoryObjectIntf::getVisitMethod(internal::MethodTable con
 
 void* FactoryObjectIntf::cast(internal::ClassInfo const& info) const {
     return internal::castTo(this, info);
+}
+
+void FactoryObjectIntf::setContainerQOB(Deviant deviant, ClassObject const& container) {
+    if (castObject<ModelIntf>(container.get()) != nullptr) {
+        setOnlyContainerQOB(deviant, container);
+    } else {
+        ClassObjectIntf::setContainerQOB(deviant, container);
+    }
 }
 
 Object FactoryObjectIntf::createFromString(Deviant, String) {

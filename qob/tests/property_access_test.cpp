@@ -136,8 +136,12 @@ TEST_F(PropertyAccess, WhatEveryObjectHasIsInherited) {
     hen.setOrAdd("AppliedStereotypeInstance", wild);
     EXPECT_EQ(wild.getContainerQOB(), ClassObject(hen));
     EXPECT_EQ(hen.get("ContaineeQOB").size(), 1);
-    animal.setOrAdd("ContainerQOB", hen);
-    EXPECT_EQ(animal.getContainerQOB(), ClassObject(hen));
+    wild.setOrAdd("ContainerQOB", animal);
+    EXPECT_EQ(animal.get("ContaineeQOB").size(), 1);
+    EXPECT_EQ(hen.get("ContaineeQOB").size(), 0);
+    EXPECT_NE(messageOf([&] { animal.setOrAdd("ContainerQOB", hen); }).find("has no list"),
+              std::string::npos);
+    EXPECT_FALSE(animal.hasContainerQOB());
 }
 
 TEST_F(PropertyAccess, ActsInTheDeviantOfTheHandle) {

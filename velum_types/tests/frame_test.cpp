@@ -98,8 +98,16 @@ TEST(Frame, ANewObjectHasTheDefaultsOfItsDescription) {
     });
 }
 
+/// Whether there is something that the property can hold on objects of the class.
+bool takesSomething(ConcreteClass const& of, Property const& property) {
+    return !property.isReference() || VelumTest::hasPartner(property, of.methods);
+}
+
 TEST(Frame, SingleValuesAreReadBackUntilTheyAreRemoved) {
     forEach(isStoredSingle, [](ConcreteClass const& of, Property const& property) {
+        if (!takesSomething(of, property)) {
+            return;
+        }
         World world;
         ClassObject const object = world.create(of);
         for (int round = 0; round < 2; ++round) {
@@ -507,14 +515,16 @@ TEST(Frame, DestroyEndsWhatIsContainedAndCutsEveryAssociation) {
 TEST(Frame, DestroyOfWhatIsReferredToIsSeenByWhoRefersToIt) {
     auto const refers = [](Property const& p) { return isStored(p) && p.isReference(); };
     forEach(refers, [](ConcreteClass const& of, Property const& property) {
+        if (!takesSomething(of, property)) {
+            return;
+        }
         World world;
         ClassObject const object = world.create(of);
         ClassObject const target = world.create(VelumTest::partnerClass(property, of.methods));
         own(property, object, target);
         target.destroy();
         Property const valid = VelumTest::inPlaceOf(property, of.methods);
-        EXPECT_EQ(object.isValid(), !valid.isWayToOwner() || valid.opposite().isDerived())
-            << "an owned object ends with its owner";
+        EXPECT_EQ(object.isValid(), !valid.isWayToOwner()) << "an owned object ends with its owner";
         if (!object.isValid()) {
             return;
         }

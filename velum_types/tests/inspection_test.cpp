@@ -426,7 +426,10 @@ int forEachStoredProperty(Function const& function) {
     int count = 0;
     for (ConcreteClass const& of : VelumTest::concreteClasses()) {
         for (Property const& property : VelumTest::propertiesOf(of.methods)) {
-            if (!property.isDerived() && VelumTest::inPlaceOf(property, of.methods) == property) {
+            bool const isStored =
+                !property.isDerived() && VelumTest::inPlaceOf(property, of.methods) == property;
+            if (isStored &&
+                (!property.isReference() || VelumTest::hasPartner(property, of.methods))) {
                 SCOPED_TRACE(std::string(of.name) + "." + property.description->name);
                 function(of, property);
                 ++count;

@@ -125,9 +125,9 @@ TEST_F(StructureTest, TypesThatContainEachOtherCanBeReadAndEnd) {
 
 TEST_F(StructureTest, NamespacesThatContainEachOtherAreReported) {
     auto const segment = types::Structure::create(model, "Segment");
-    point.setNamespace(segment);
+    point.setOnlyNamespace(segment); // one end: a structure has no list for another
     EXPECT_EQ(point.qualifiedName(), "Segment.Point");
-    segment.setNamespace(point);
+    segment.setOnlyNamespace(point);
     EXPECT_EQ(VelumTest::messageOf([&] { point.qualifiedName(); }),
               "The namespaces of this element contain one another");
     segment.destroy();

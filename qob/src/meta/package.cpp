@@ -67,7 +67,8 @@ void requireOutside(PackageIntf const* package, Deviant deviant, Package const& 
 
 /// Puts the package directly in its model.
 void setContainingModel(PackageIntf* package, Deviant deviant, Model const& model) {
-    property::requireSameModel(deviant,
+    property::requireSameModel(package,
+                               deviant,
                                model,
                                NSInterface::ClassObjectIntf::sIntrospectiveMethods,
                                PackageIntf::ContainerQOBId);

@@ -4,6 +4,16 @@
 
 namespace QOB::internal {
 
+namespace {
+
+/// A stored property by which an object owns any number of others.
+bool isOwnedList(MetaPropertyDescription const& property) noexcept {
+    constexpr unsigned asked = PropertyComposite | PropertyMultiValued | PropertyDerived;
+    return (property.flags & asked) == (PropertyComposite | PropertyMultiValued);
+}
+
+} // namespace
+
 IntrospectiveMethods const* recordAt(PackageFunction package, unsigned classIndex) noexcept {
     if (package == nullptr) {
         return nullptr;
@@ -67,6 +77,9 @@ void PropertyIndex::collect(ClassBinding const& binding) {
         PropertyBinding const substitute = inPlaceOf(self);
         byProperty_.emplace(self, substitute);
         byName_.emplace(property->name, substitute);
+        if (substitute == self && isOwnedList(*property)) {
+            ownedLists_.push_back(self);
+        }
         for (unsigned i = 0; i != property->redefinedCount; ++i) {
             PropertyReference const& reference = property->redefined[i];
             PropertyBinding const redefined{recordAt(reference.package, reference.classIndex),

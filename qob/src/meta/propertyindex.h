@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <functional>
 #include <string_view>
+#include <vector>
 
 namespace QOB::internal {
 
@@ -22,6 +23,9 @@ public:
     /// Null for a property that the class doesn't have.
     PropertyBinding const* find(std::string_view name) const noexcept;
     PropertyBinding const* find(PropertyBinding const& property) const noexcept;
+    /// The lists by which an object owns others, each in its place: those of the class first, then
+    /// those of its supers.
+    std::vector<PropertyBinding> const& ownedLists() const noexcept { return ownedLists_; }
     /// Whether the class is the one of the record or has it among its supers.
     bool isKindOf(IntrospectiveMethods const* methods) const noexcept;
 
@@ -44,6 +48,7 @@ private:
     boost::unordered_flat_map<std::string_view, PropertyBinding, Hash> byName_;
     /// By each property its substitute, mostly itself.
     boost::unordered_flat_map<PropertyBinding, PropertyBinding, Hash> byProperty_;
+    std::vector<PropertyBinding> ownedLists_;
     boost::unordered_flat_set<IntrospectiveMethods const*> kinds_;
 };
 

@@ -94,7 +94,7 @@ void StereotypeObjectIntf::setContainerQOB(Deviant deviant, ClassObject const& c
         return;
     }
     property::requireSameModel(
-        deviant, container, ClassObjectIntf::sIntrospectiveMethods, ContainerQOBId);
+        this, deviant, container, ClassObjectIntf::sIntrospectiveMethods, ContainerQOBId);
     container->getAppliedStereotypeInstances(deviant).push_back(StereotypeObject(this, deviant));
 }
 void StereotypeObjectIntf::removeContainerQOB(Deviant deviant) {
@@ -102,7 +102,7 @@ void StereotypeObjectIntf::removeContainerQOB(Deviant deviant) {
 }
 void StereotypeObjectIntf::setOnlyContainerQOB(Deviant deviant, ClassObject const& container) {
     property::requireSameModel(
-        deviant, container, ClassObjectIntf::sIntrospectiveMethods, ContainerQOBId);
+        this, deviant, container, ClassObjectIntf::sIntrospectiveMethods, ContainerQOBId);
     ClassObject const old = getContainerQOB(deviant);
     if (old.isValid() && old != container) {
         old->getAppliedStereotypeInstancesWithoutAssociation(deviant).removeAll(

@@ -38,8 +38,11 @@ enum class Action {
     DropHandle,
     KeepIterator,
     BeRefused,
+    WriteFromOutside, ///< in a deviant of another model, which stands for the root
+    EndFromOutside,   ///< what begins or ends states, in such a deviant
+    UseRemoved,       ///< anything in a deviant that is gone
 };
-constexpr int ActionCount = 16;
+constexpr int ActionCount = 19;
 char const* const ActionNames[ActionCount] = {"create",
                                               "setNumber",
                                               "setLink",
@@ -55,7 +58,10 @@ char const* const ActionNames[ActionCount] = {"create",
                                               "merge",
                                               "dropHandle",
                                               "keepIterator",
-                                              "beRefused"};
+                                              "beRefused",
+                                              "writeFromOutside",
+                                              "endFromOutside",
+                                              "useRemoved"};
 
 /// One step; the numbers pick among what is there when it runs.
 struct Command {
@@ -93,13 +99,19 @@ namespace {
 
 class Run {
 public:
-    Run() : model_(QOB::NSInterface::FactoryIntf::createNewModel()) {
+    Run()
+        : model_(QOB::NSInterface::FactoryIntf::createNewModel()),
+          stranger_(QOB::NSInterface::FactoryIntf::createNewModel()),
+          outside_{stranger_.getDeviant(), stranger_.createDeviant()} {
         views_.push_back({model_, {}, 0});
         things_.emplace_back(); // thing 0 is the model itself
     }
     Run(Run const&) = delete;
     Run& operator=(Run const&) = delete;
-    ~Run() { model_.destroy(); }
+    ~Run() {
+        model_.destroy();
+        stranger_.destroy();
+    }
 
     void step(Command const& command) {
         unsigned const d = pickDeviant(command.deviant);
@@ -266,6 +278,31 @@ private:
         case Action::BeRefused:
             beRefused(model.getRootObjects(), command.value);
             break;
+        case Action::WriteFromOutside:
+            if (picked > 0 && thing(picked, 0).get() != nullptr) {
+                int const number = static_cast<int>(command.value);
+                bool const exists = expected_.exists(0, picked);
+                bool const same = exists && expected_.read(0, picked).number == number;
+                expectRaise_ = !exists || (!same && !expected_.writable(0));
+                thing(picked, 0)->setNumber(outside(command), number);
+                expected_.setNumber(0, picked, number);
+            }
+            break;
+        case Action::EndFromOutside:
+            if (picked > 0 && thing(picked, d).get() != nullptr) {
+                expectRaise_ = true;
+                endStates(*thing(picked, d).get(), outside(command), command.value);
+            }
+            break;
+        case Action::UseRemoved:
+            for (unsigned gone = 0; gone < views_.size(); ++gone) {
+                if (!expected_.deviants[gone].alive) {
+                    expectRaise_ = true;
+                    useRemoved(views_[gone].model, picked, command.value);
+                    break;
+                }
+            }
+            break;
         }
     }
 
@@ -308,6 +345,38 @@ private:
                 }
                 ++position;
             }
+        }
+    }
+
+    QOB::Deviant outside(Command const& command) const { return outside_[command.deviant % 2]; }
+
+    static void
+    endStates(sample::NSInterface::ThingIntf& object, QOB::Deviant deviant, unsigned operation) {
+        switch (operation % 4) {
+        case 0:
+            object.destroy(deviant);
+            break;
+        case 1:
+            object.internal_createDeviation(deviant);
+            break;
+        case 2:
+            object.internal_destroyDeviation(deviant);
+            break;
+        default:
+            object.internal_setDeviation(deviant, nullptr);
+        }
+    }
+
+    void useRemoved(QOB::Model const& model, reference::Thing picked, unsigned operation) const {
+        sample::Thing const object =
+            picked > 0 ? things_[static_cast<std::size_t>(picked)] : sample::Thing();
+        if (object.get() == nullptr || operation % 3 == 0) {
+            QOB::Transaction const open(model);
+        } else if (operation % 3 == 1) {
+            sample::Thing::create(model);
+        } else {
+            sample::Thing const late = object.in(model.getDeviant());
+            sample::Thing(QOB::Object(late)).setNumber(static_cast<int>(operation));
         }
     }
 
@@ -370,6 +439,8 @@ private:
     }
 
     QOB::Model model_;
+    QOB::Model stranger_;
+    QOB::Deviant outside_[2];
     std::vector<View> views_;
     std::vector<sample::Thing> things_;
     std::vector<QOB::Integer> ids_{QOB::Integer()};

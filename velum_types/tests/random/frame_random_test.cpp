@@ -7,6 +7,7 @@
 //
 // A failure is shrunk and printed with the seed that repeats it.
 
+#include "qob/qob/property.h"
 #include "qob/qob/transaction.h"
 #include "velum_types/tests/support/described.h"
 
@@ -38,9 +39,10 @@ enum class Action {
     Commit,
     Rollback,
     Undo,
-    Redo
+    Redo,
+    UseRemoved ///< anything in a deviant that is gone
 };
-constexpr int ActionCount = 10;
+constexpr int ActionCount = 11;
 char const* const ActionNames[ActionCount] = {"create",
                                               "write",
                                               "destroy",
@@ -50,7 +52,8 @@ char const* const ActionNames[ActionCount] = {"create",
                                               "commit",
                                               "rollback",
                                               "undo",
-                                              "redo"};
+                                              "redo",
+                                              "useRemoved"};
 
 /// One step; the numbers pick among what is there when it runs.
 struct Command {
@@ -83,7 +86,7 @@ struct rc::Arbitrary<Command> {
                                    gen::set(&Command::object, gen::inRange(0U, 60U)),
                                    gen::set(&Command::property, gen::inRange(0U, 60U)),
                                    gen::set(&Command::value, gen::inRange(0U, 60U)),
-                                   gen::set(&Command::way, gen::inRange(0U, 7U)));
+                                   gen::set(&Command::way, gen::inRange(0U, 8U)));
     }
 };
 
@@ -121,6 +124,17 @@ bool isAssociation(Property const& property) {
     return property.hasOpposite() && !property.isDerived() && !property.opposite().isDerived();
 }
 
+/// Owner, namespace or container: its other end is a view of the lists by which objects are owned.
+bool isOwnerByView(Property const& property) {
+    return property.isWayToOwner() && !isAssociation(property);
+}
+
+Property containerProperty() {
+    using QOB::NSInterface::ClassObjectIntf;
+    auto const* const methods = &ClassObjectIntf::sIntrospectiveMethods;
+    return {methods, methods->properties[ClassObjectIntf::ContainerQOBId]};
+}
+
 std::vector<Kind> const& kinds() {
     static std::vector<Kind> const* const made = [] {
         auto* const found = new std::vector<Kind>;
@@ -133,7 +147,7 @@ std::vector<Kind> const& kinds() {
             Kind kind{of, VelumTest::propertiesOf(of.methods), {}, {}, {}, {}};
             for (Property const& property : kind.all) {
                 bool const inPlace = VelumTest::inPlaceOf(property, of.methods) == property;
-                if (property.isDerived() || (property.isWayToOwner() && !isAssociation(property))) {
+                if (property.isDerived()) {
                     continue;
                 }
                 kind.writable.push_back(property);
@@ -144,6 +158,7 @@ std::vector<Kind> const& kinds() {
                     (property.isMany() ? kind.lists : kind.ends).push_back(property);
                 }
             }
+            kind.writable.push_back(containerProperty());
             found->push_back(std::move(kind));
         }
         return found;
@@ -153,7 +168,9 @@ std::vector<Kind> const& kinds() {
 
 class Run {
 public:
-    Run() : model_(world_.model) { views_.push_back(std::make_unique<View>(View{model_, {}})); }
+    Run() : model_(world_.model), outside_(stranger_.model.createDeviant()) {
+        views_.push_back(std::make_unique<View>(View{model_, {}}));
+    }
 
     ~Run() = default;
     Run(Run const&) = delete;
@@ -184,6 +201,9 @@ public:
             view->open.reset();
         }
         views_.clear();
+        require(stranger_.model.getReferredModels().empty() &&
+                    stranger_.model.inDeviant(outside_).getReferredModels().empty(),
+                "something is entered in another model");
         model_.destroy();
         for (Thing const& thing : things_) {
             require(thing.object->numRef() == 1, "an object outlives its model");
@@ -336,6 +356,7 @@ private:
         case Action::RemoveBranch:
             if (d != 0) {
                 view.open.reset();
+                removed_.push_back(view.deviant());
                 model_.removeDeviant(view.deviant());
                 views_.erase(views_.begin() + static_cast<std::ptrdiff_t>(d));
                 return d;
@@ -364,8 +385,45 @@ private:
                 travel(d, static_cast<Action>(command.action) == Action::Undo);
             }
             break;
+        case Action::UseRemoved:
+            if (Thing const* const thing = pick(view, command.object); thing && !removed_.empty()) {
+                Snapshot const before = snapshot(view);
+                require(raises([&] { useRemoved(*thing, command); }),
+                        "a deviant that is gone can be used");
+                require(same(snapshot(view), before), "a deviant that is gone acts elsewhere");
+            }
+            break;
         }
         return 0;
+    }
+
+    template <class Call>
+    static bool raises(Call const& call) {
+        try {
+            call();
+        } catch (QOB::Exception const&) {
+            return true;
+        }
+        return false;
+    }
+
+    void useRemoved(Thing const& thing, Command const& command) const {
+        Deviant const gone = removed_[command.deviant % removed_.size()];
+        View const late{model_.inDeviant(gone), {}};
+        ClassObject const object(Object(thing.object.get(), gone));
+        switch (command.way % 4) {
+        case 0:
+            thing.kind->of.create(late.model);
+            break;
+        case 1:
+            object.destroy();
+            break;
+        case 2:
+            QOB::Transaction(late.model).commit();
+            break;
+        default:
+            containerProperty().remove(object);
+        }
     }
 
     void create(View const& view, Command const& command) {
@@ -432,15 +490,15 @@ private:
         Property const& property = properties[command.property % properties.size()];
         ClassObject const object = in(view, thing);
         Object const value = pickValue(view, thing, property, command.value);
+        // A deviant of another model stands for the root.
+        Deviant const deviant =
+            command.way == 6 && &view == views_[0].get() ? outside_ : view.deviant();
         if (!property.isMany()) {
-            if (command.way == 0 || value.get() == nullptr) {
-                property.remove(object);
-            } else {
-                property.set(object, value);
-            }
+            writeSingle(
+                view, thing, property, deviant, command.way == 0 ? Object() : value, command);
             return;
         }
-        auto const elements = property.elements(object);
+        auto const elements = property.elementsOf(object.get(), deviant);
         int const size = elements.size();
         int const index = size == 0 ? 0 : static_cast<int>(command.value) % size;
         if (command.way == 0 && size != 0) {
@@ -456,6 +514,59 @@ private:
         } else if (value.get() != nullptr) {
             elements.push_back(value);
         }
+    }
+
+    /// By number, by name or by live element; an owner without a list for the object is refused.
+    /// What is refused or there already changes nothing and makes no state.
+    void writeSingle(View const& view,
+                     Thing const& thing,
+                     Property const& property,
+                     Deviant deviant,
+                     Object const& value,
+                     Command const& command) {
+        ClassObject const object = in(view, thing);
+        if (value.get() == nullptr) {
+            property.methods->removeSingleValued(object.get(), deviant, property.id());
+            return;
+        }
+        bool const isSame = VelumTest::show(property.get(object)) == VelumTest::show(value);
+        bool const isRefused =
+            !isSame && isOwnerByView(property) &&
+            !VelumTest::takesIn(kindOf(ClassObject(value))->of.methods, thing.kind->of.methods);
+        Snapshot const before = snapshot(view);
+        std::vector<QOB::NSInterface::ObjectIntf*> const states = statesIn(view);
+        bool const raised = raises([&] {
+            if (property.isReference() && command.way == 4) {
+                object.setOrAdd(QOB::String(property.description->name), value);
+            } else if (property.isReference() && command.way == 5) {
+                auto* const meta = property.description->meta;
+                object.setOrAdd(QOB::ImmutableProperty(meta, meta->getRootDeviant()), value);
+            } else {
+                property.methods->setSingleValued(object.get(), deviant, property.id(), value);
+            }
+        });
+        require(raised == isRefused,
+                std::string(property.description->name) +
+                    (raised ? " is refused" : " takes what its owner has no list for"));
+        if (isSame || isRefused) {
+            require(statesIn(view) == states, "a write that changes nothing makes a state");
+            require(same(snapshot(view), before), "a write that changes nothing changes something");
+        }
+    }
+
+    std::vector<QOB::NSInterface::ObjectIntf*> statesIn(View const& view) const {
+        std::vector<QOB::NSInterface::ObjectIntf*> states;
+        for (Thing const& thing : things_) {
+            states.push_back(thing.object->internal_getDeviation(view.deviant()));
+        }
+        return states;
+    }
+
+    Kind const* kindOf(ClassObject const& object) const {
+        auto const found = std::find_if(things_.begin(), things_.end(), [&](Thing const& thing) {
+            return thing.object == object;
+        });
+        return found->kind;
     }
 
     // What must hold ----------------------------------------------------------------------------
@@ -528,7 +639,10 @@ private:
     }
 
     VelumTest::World world_;
+    VelumTest::World stranger_;
     QOB::Model model_;
+    Deviant outside_;
+    std::vector<Deviant> removed_;
     std::vector<std::unique_ptr<View>> views_;
     std::vector<Thing> things_;
 };

@@ -257,23 +257,59 @@ QOB::Object defaultValue(Property const& property) {
                          : QOB::Object(QOB::ValueObjectFactory::createFromString(type, text));
 }
 
+std::vector<Property> ownedLists(IntrospectiveMethods const* methods) {
+    std::vector<Property> lists;
+    for (Property const& property : propertiesOf(methods)) {
+        if (property.ownsObjects() && property.isMany() && !property.isDerived() &&
+            inPlaceOf(property, methods) == property) {
+            lists.push_back(property);
+        }
+    }
+    return lists;
+}
+
+bool takesIn(IntrospectiveMethods const* owner, IntrospectiveMethods const* part) {
+    std::vector<Property> const lists = ownedLists(owner);
+    return std::any_of(lists.begin(), lists.end(), [part](Property const& list) {
+        return isA(part, list.type());
+    });
+}
+
 bool takes(Property const& property,
            IntrospectiveMethods const* owner,
            ConcreteClass const& candidate) {
     Property const valid = inPlaceOf(property, owner);
-    // A class that narrows the other end may not take objects of this one.
+    // An owner has a list for the object, and a class that narrows the other end may not take it.
     return isA(candidate.methods, valid.type()) &&
+           (!valid.isWayToOwner() || takesIn(candidate.methods, owner)) &&
            (!valid.hasOpposite() ||
             isA(owner, inPlaceOf(valid.opposite(), candidate.methods).type()));
 }
 
-ConcreteClass const& partnerClass(Property const& property, IntrospectiveMethods const* owner) {
+namespace {
+
+/// Null if there is none.
+ConcreteClass const* findPartner(Property const& property, IntrospectiveMethods const* owner) {
     for (ConcreteClass const& candidate : allClasses()) {
         if (takes(property, owner, candidate)) {
-            return candidate;
+            return &candidate;
         }
     }
-    throw std::logic_error(std::string(property.description->name) + " takes no objects");
+    return nullptr;
+}
+
+} // namespace
+
+bool hasPartner(Property const& property, IntrospectiveMethods const* owner) {
+    return findPartner(property, owner) != nullptr;
+}
+
+ConcreteClass const& partnerClass(Property const& property, IntrospectiveMethods const* owner) {
+    ConcreteClass const* const found = findPartner(property, owner);
+    if (found == nullptr) {
+        throw std::logic_error(std::string(property.description->name) + " takes no objects");
+    }
+    return *found;
 }
 
 std::string show(QOB::Object const& value) {

@@ -77,6 +77,12 @@ QOB::Object defaultValue(Property const& property);
 bool takes(Property const& property,
            QOB::IntrospectiveMethods const* owner,
            ConcreteClass const& candidate);
+/// The lists by which objects of a class own others.
+std::vector<Property> ownedLists(QOB::IntrospectiveMethods const* methods);
+/// Whether objects of a class have a list for those of another one.
+bool takesIn(QOB::IntrospectiveMethods const* owner, QOB::IntrospectiveMethods const* part);
+/// Whether the property takes any object on objects of class `owner`: no owner has a list for some.
+bool hasPartner(Property const& property, QOB::IntrospectiveMethods const* owner);
 /// A class whose objects the property takes on objects of class `owner`.
 ConcreteClass const& partnerClass(Property const& property, QOB::IntrospectiveMethods const* owner);
 

@@ -33,6 +33,13 @@ Intf* writeState(Intf* object, Deviant deviant) {
     return state;
 }
 
+/// The deviant that a call on a root object acts on: one of another model stands for the object's
+/// root. What the kernel records of a write is recorded there.
+template <class Intf>
+Deviant ownDeviant(Intf const* object, Deviant deviant) {
+    return deviant.inModelOf(object->getRootDeviant());
+}
+
 /// True for a state, which belongs to no model; false for a root object.
 template <class Intf>
 bool isState(Intf const* object) {

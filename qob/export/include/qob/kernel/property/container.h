@@ -26,4 +26,10 @@ inline void setContainerAlone(NSInterface::ClassObjectIntf* object,
 QOB_EXPORT void
 leaveContainer(NSInterface::ClassObjectIntf* object, Deviant deviant, ClassObject const& container);
 
+/// Puts the object into the first list of `container`, in the order of the properties of its class,
+/// that takes it in: both ends are written. Raises, before anything changes, if there is no such
+/// list; a property that owns a single object is left to those who set it.
+QOB_EXPORT void
+joinContainer(NSInterface::ClassObjectIntf* object, Deviant deviant, ClassObject const& container);
+
 } // namespace QOB::property

@@ -1,14 +1,26 @@
 #pragma once
 
+#include "qob/kernel/containers/sequence/sequenceref.h"
 #include "qob/kernel/property/access.h"
+#include "qob/qob/object.h"
 
 /// The other end of an association, as a rule reaches it when it keeps the two in step. The ends
 /// are written on the states, without a view, and without telling the first end again.
 namespace QOB::property {
 
+/// Raises if the elements of `container` are of a narrower class than the object's.
+QOB_EXPORT void requireElement(Generic::SequenceRef const& elements,
+                               ClassObject const& object,
+                               ClassObject const& container);
+
 /// An end that holds many: `GetMany` shows its elements, `GetOnlyMany` on a state its container.
 template <auto GetMany, auto GetOnlyMany>
 struct ManyAtOtherEnd {
+    /// Raises if `other` is of a class that doesn't take the object in.
+    template <class Other, class Intf>
+    static void requireRoom(Other const& other, Deviant deviant, Intf* object) {
+        requireElement(elements(other, deviant), elementOf<Other>(object, deviant), other);
+    }
     /// A repetition touches nothing.
     template <class Other, class Intf>
     static void add(Other const& other, Deviant deviant, Intf* object) {
@@ -46,6 +58,11 @@ private:
 /// access to a container of the state.
 template <auto GetOnlyMany>
 struct ViewAtOtherEnd {
+    template <class Other, class Intf>
+    static void requireRoom(Other const& other, Deviant deviant, Intf* object) {
+        auto const elements = (other.get()->*GetOnlyMany)(deviant);
+        requireElement(elements, typename decltype(elements)::value_type(object, deviant), other);
+    }
     template <class Other, class Intf>
     static void add(Other const& other, Deviant deviant, Intf* object) {
         auto const elements = (other.get()->*GetOnlyMany)(deviant);

@@ -8,8 +8,8 @@
 /// container, where that is of the owner's class. `End` is the owner's collection (otherend.h).
 namespace QOB::property {
 
-/// An owner whose collection is only a view of other properties: it takes in nothing by itself, and
-/// what is in it leaves with the container.
+/// An owner whose collection is only a view of other properties: what is in it comes and leaves by
+/// one of those, with the container.
 struct DerivedOtherEnd {};
 
 /// Works on a state as on the root object.
@@ -18,23 +18,27 @@ Owner getOwner(Intf const* object, Deviant deviant) {
     return Owner(object->getContainerQOB(deviant));
 }
 
-/// Both ends; an empty owner is a removal. A repetition adds nothing a second time.
+/// Both ends; an empty owner is a removal, the present one changes nothing. Raises, before anything
+/// changes, if the owner has no list for the object.
 template <class End, auto SetOnly, class Owner, class Intf>
 void setOwner(Intf* object,
               Deviant deviant,
               Owner const& owner,
               IntrospectiveMethods const& methods,
               unsigned id) {
-    requireSameModel(deviant, owner, methods, id);
+    requireSameModel(object, deviant, owner, methods, id);
     ClassObject const container = object->getContainerQOB(deviant);
     if (container.isValid() && container == ClassObject(owner)) {
         return;
     }
-    (object->*SetOnly)(deviant, owner);
-    if constexpr (!std::is_same_v<End, DerivedOtherEnd>) {
-        if (owner.isValid()) {
-            End::add(owner, deviant, object);
-        }
+    if (!owner.isValid()) {
+        (object->*SetOnly)(deviant, owner);
+    } else if constexpr (std::is_same_v<End, DerivedOtherEnd>) {
+        object->setContainerQOB(deviant, owner);
+    } else {
+        End::requireRoom(owner, deviant, object);
+        (object->*SetOnly)(deviant, owner);
+        End::add(owner, deviant, object);
     }
 }
 
@@ -45,7 +49,7 @@ void setOnlyOwner(Intf* object,
                   Owner const& owner,
                   IntrospectiveMethods const& methods,
                   unsigned id) {
-    requireSameModel(deviant, owner, methods, id);
+    requireSameModel(object, deviant, owner, methods, id);
     if (!owner.isValid()) {
         (object->*Remove)(deviant);
         return;

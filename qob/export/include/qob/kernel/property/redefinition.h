@@ -14,7 +14,7 @@ void setNarrowed(Intf* object,
                  Wide const& value,
                  IntrospectiveMethods const& methods,
                  unsigned id) {
-    requireSameModel(deviant, value, methods, id);
+    requireSameModel(object, deviant, value, methods, id);
     (object->*Set)(deviant, Narrow(value));
 }
 

@@ -6,17 +6,20 @@
 /// A reference without an opposite end: one counted pointer in the state.
 namespace QOB::property {
 
-/// Raises if the value lies in another model; for properties that have an opposite or own their
-/// value. Returns whether there is a value at all.
-template <class Handle>
-bool requireSameModel(Deviant deviant,
+/// Raises if the value lies in another model than the object; for properties that have an opposite
+/// or own their value. Returns whether there is a value at all.
+template <class Intf, class Handle>
+bool requireSameModel(Intf const* object,
+                      Deviant deviant,
                       Handle const& value,
                       IntrospectiveMethods const& methods,
                       unsigned id) {
     bool const isThere = value.isValid();
-    QOB_REQUIRE_IN("qob/export/include/qob/kernel/property/reference.h",
-                   !isThere || !deviant.isInDifferentModel(value.getDeviant(), &methods, id),
-                   "Cross-model bi-directional associations are currently disallowed!");
+    QOB_REQUIRE_IN(
+        "qob/export/include/qob/kernel/property/reference.h",
+        !isThere ||
+            !ownDeviant(object, deviant).isInDifferentModel(value.getDeviant(), &methods, id),
+        "Cross-model bi-directional associations are currently disallowed!");
     return isThere;
 }
 
@@ -39,7 +42,7 @@ void removeOnlyReference(Intf* object,
         return;
     }
     Intf* const state = writeState(object, deviant);
-    deviant.removeReferred(old.getDeviant(), &methods, id);
+    ownDeviant(object, deviant).removeReferred(old.getDeviant(), &methods, id);
     (state->*Set)(deviant, decltype(old)());
 }
 
@@ -55,8 +58,9 @@ void storeReference(Intf* object,
         return;
     }
     Intf* const state = writeState(object, deviant);
-    deviant.removeReferred(old.getDeviant(), &methods, id);
-    deviant.setOrAddReferred(value.getDeviant(), &methods, id);
+    Deviant const own = ownDeviant(object, deviant);
+    own.removeReferred(old.getDeviant(), &methods, id);
+    own.setOrAddReferred(value.getDeviant(), &methods, id);
     (state->*Set)(deviant, value);
 }
 

@@ -15,7 +15,7 @@ void setBothEnds(Intf* object,
                  unsigned id,
                  Leave const& leave,
                  Join const& join) {
-    if (!requireSameModel(deviant, value, methods, id)) {
+    if (!requireSameModel(object, deviant, value, methods, id)) {
         (object->*Remove)(deviant);
         return;
     }
@@ -36,7 +36,7 @@ void setNearEnd(Intf* object,
                 IntrospectiveMethods const& methods,
                 unsigned id,
                 Release const& release) {
-    bool const isThere = requireSameModel(deviant, value, methods, id);
+    bool const isThere = requireSameModel(object, deviant, value, methods, id);
     auto const old = (readState(object, deviant)->*Get)(deviant);
     if (isThere && old == value) {
         return;

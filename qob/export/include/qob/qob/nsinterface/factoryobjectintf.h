@@ -17,6 +17,8 @@ public:
     CooperativeVisitor::internal::MethodInfo
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const override;
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override;
+    /// A factory lies in its model, which keeps no list of factories.
+    void setContainerQOB(Deviant deviant, ClassObject const& container) override;
 
     /// A new object in the factory's model under the next free id, or a new value. `type` is a
     /// short or a dotted name; the result is empty for one that is not known.
