@@ -88,6 +88,8 @@ _ELEMENTS_WITH_OWNER = (
 _ASSIGN_MANDATORY = "QOB::property::AssignMandatory<{get}, {set}>"
 _ASSIGN_OPTIONAL = "QOB::property::AssignOptional<{has}, {get}, {set}, {remove}>"
 _ASSIGN_REFERENCE = "QOB::property::AssignReference<{has}, {get}, {set}, {remove}>"
+# A property that is part of a wider one is assigned alone: the wider one has its own assignment.
+_ASSIGN_ALONE = "QOB::property::AssignReference<{has}, {get}, {setOnly}, {removeOnly}>"
 _ASSIGN_OBJECTS = "QOB::property::AssignObjects<{get}, {getOnly}>"
 
 _POINTER = "QOB::CountedPointer<{type_interface}>"
@@ -146,14 +148,20 @@ def _optional(with_only: bool) -> Shape:
     )
 
 
-def _reference(header: str, link: Optional[str], part: Optional[str], **statements: str) -> Shape:
+def _reference(
+    header: str,
+    link: Optional[str],
+    part: Optional[str],
+    assignment: str = _ASSIGN_REFERENCE,
+    **statements: str,
+) -> Shape:
     common = {"has": _HAS_REFERENCE, "get": _GET, "removeOnly": _REMOVE_ONLY, "setOnly": _SET_ONLY}
     return Shape(
         _RULES + header,
         common | statements,
         _REFERENCE_STATE,
         _POINTER_HEADERS,
-        assignment=_ASSIGN_REFERENCE,
+        assignment=assignment,
         field_type=_POINTER,
         part=part,
         link=link,
@@ -209,6 +217,7 @@ SHAPES = {
         "subsettingreference.h",
         _REFERS_TO_ONE,
         None,
+        _ASSIGN_ALONE,
         set="QOB::property::setSubsetting<{get}, {set}, {remove}, {wider_get}, {wider_far_setOnly}>"
         "(this, deviant, value, sIntrospectiveMethods, {id});",
         remove="{removeOnly_name}(deviant);",

@@ -1,5 +1,6 @@
 #include "qob/qob/nsinterface/classobjectintf.h"
 
+#include "qob/kernel/containers/sequence/views/combinedsequence.h"
 #include "qob/kernel/property/assignsparse.h"
 #include "qob/kernel/property/container.h"
 #include "qob/kernel/property/multivalued.h"
@@ -16,6 +17,65 @@ void property::leaveContainer(NSInterface::ClassObjectIntf* object,
                               Deviant deviant,
                               ClassObject const& container) {
     container->getContaineeQOBsWithoutAssociation(deviant).removeAll(ClassObject(object, deviant));
+}
+
+namespace {
+
+/// Puts the object into the part of what its container shows as contained in which it is there, in
+/// another deviant. False if it is in none.
+bool joinSamePart(ClassObject const& container,
+                  ClassObject const& containerThere,
+                  ClassObject const& object) {
+    using combined_sequence_internal::GenericCombinedSequence;
+    Generic::Ref const element = Generic::toRef(object);
+    Sequence<ClassObject> const here = container->getContaineeQOBs(container.getDeviant());
+    Deviant const deviantThere = containerThere.getDeviant();
+    Sequence<ClassObject> const there = containerThere->getContaineeQOBs(deviantThere);
+    auto const* const all = dynamic_cast<GenericCombinedSequence const*>(here.get());
+    auto const* const allThere = dynamic_cast<GenericCombinedSequence const*>(there.get());
+    if (all == nullptr || allThere == nullptr) {
+        bool const isThere = there.generic_contains(element);
+        if (isThere) {
+            here.generic_push_back(element);
+        }
+        return isThere;
+    }
+    for (std::size_t i = 0; i != allThere->parts().size(); ++i) {
+        if (allThere->parts()[i]->generic_contains(deviantThere, element)) {
+            all->parts()[i]->generic_push_back(container.getDeviant(), element);
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void property::AssignContainer::assign(NSInterface::ClassObjectIntf* target,
+                                       Deviant deviant,
+                                       NSInterface::ClassObjectIntf const* source,
+                                       Deviant sourceDeviant) {
+    ClassObject const containerThere = source->getContainerQOB(sourceDeviant);
+    ClassObject const container(containerThere.get(), deviant);
+    if (isState(target)) {
+        target->setContainerQOB(deviant, container);
+        return;
+    }
+    if (!container.isValid()) {
+        if (target->hasContainerQOB(deviant)) {
+            target->removeContainerQOB(deviant);
+        }
+        return;
+    }
+    ClassObject const object(target, deviant);
+    if (target->getContainerQOB(deviant) == container) {
+        return;
+    }
+    if (container->getContaineeQOBsWithoutAssociation(deviant).contains(object)) {
+        setContainerAlone(target, deviant, container);
+    } else if (!joinSamePart(container, containerThere, object)) {
+        target->setContainerQOB(deviant, container);
+    }
 }
 
 } // namespace QOB
@@ -263,10 +323,7 @@ void ClassObjectIntf::internal_assignBlock(Deviant deviant,
                                   &Self::getModelQOB,
                                   &Self::setModelQOB,
                                   &Self::removeModelQOB>,
-        property::AssignReference<&Self::hasContainerQOB,
-                                  &Self::getContainerQOB,
-                                  &Self::setContainerQOB,
-                                  &Self::removeContainerQOB>,
+        property::AssignContainer,
         property::AssignOptional<&Self::hasExternalId,
                                  &Self::getExternalId,
                                  &Self::setExternalId,

@@ -115,16 +115,14 @@ void Deviant::setOrAddReferred(Deviant const& other,
                                IntrospectiveMethods const* /*methods*/,
                                unsigned /*id*/) const {
     if (isInDifferentModel(other, nullptr, 0)) {
-        DeviantData::of(*this).countReferred(other.getRootDeviant(), +1);
+        record().model->noteReferenceElsewhere();
     }
 }
 
-void Deviant::removeReferred(Deviant const& other,
+void Deviant::removeReferred(Deviant const& /*other*/,
                              IntrospectiveMethods const* /*methods*/,
                              unsigned /*id*/) const {
-    if (isInDifferentModel(other, nullptr, 0)) {
-        DeviantData::of(*this).countReferred(other.getRootDeviant(), -1);
-    }
+    // The states know what is left: undo may bring the reference back, another deviant may have it.
 }
 
 bool Deviant::isInDifferentModel(Deviant const& other,

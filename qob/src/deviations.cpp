@@ -78,6 +78,11 @@ State DeviationsBase::rootBaseline(Deviant deviant) const {
     return saved != nullptr ? saved : rootState_;
 }
 
+State DeviationsBase::seenIn(Deviant deviant) const {
+    State const state = stateOf(deviant);
+    return readsRoot(state) ? rootBaseline(deviant) : state;
+}
+
 bool DeviationsBase::isValid(Deviant deviant) const {
     if (deviant == rootDeviant_ && isRealState(rootState_)) {
         return true;
@@ -85,11 +90,7 @@ bool DeviationsBase::isValid(Deviant deviant) const {
     if (rootState_ == Deviant::ModelDestroyed || !deviant.isValid()) {
         return false;
     }
-    State state = stateOf(deviant);
-    if (readsRoot(state)) {
-        state = rootBaseline(deviant);
-    }
-    return isRealState(state);
+    return isRealState(seenIn(deviant));
 }
 
 State DeviationsBase::readStateSlow(Deviant deviant) const {

@@ -1,5 +1,6 @@
 #include "modelcore.h"
 
+#include "qob/kernel/factory/create.h"
 #include "qob/qob/assert.h"
 #include "remnants.h"
 
@@ -96,6 +97,13 @@ std::string describe(ObjectIntf const* object) {
     return text + ")";
 }
 
+void revokeCreation(ClassObjectIntf* object, Deviant deviant) {
+    object->destroy(deviant); // what refers to it lets go
+    DeviantData& data = DeviantData::of(deviant);
+    data.forgetCreation(object);
+    data.model().forgetId(object);
+}
+
 // Step -----------------------------------------------------------------------------------------
 
 void Step::release() {
@@ -105,7 +113,6 @@ void Step::release() {
     for (SavedState const& saved : std::exchange(states, {})) {
         internal::release(counted(saved.object));
     }
-    referred.clear();
     parts.clear();
 }
 
@@ -182,6 +189,29 @@ StateSlot DeviantData::slotOf(ClassObjectIntf const* object) const {
     return found != states_.end() ? found->second : StateSlot();
 }
 
+bool DeviantData::knowsAsDestroyed(ClassObjectIntf const* object) const {
+    StateSlot const slot = slotOf(object);
+    if (isRoot() || (slot.state != nullptr && slot.state != Deviant::FallbackToRoot)) {
+        return slot.destroyedHere;
+    }
+    DeviantData const& root = DeviantData::of(model_.root());
+    return root.slotOf(object).destroyedHere &&
+           root.self().getSavedOldStateOfObject(object) == nullptr;
+}
+
+bool DeviantData::mayComeBack(ClassObjectIntf const* object) const {
+    auto const leadsBack = [object](Step const& step) {
+        return std::any_of(
+            step.states.begin(), step.states.end(), [object](SavedState const& saved) {
+                return saved.object == object && saved.slot.state != nullptr &&
+                       saved.slot.state != Deviant::InvalidObject;
+            });
+    };
+    return (open_ != nullptr && leadsBack(open_->record)) ||
+           std::any_of(undo_.begin(), undo_.end(), leadsBack) ||
+           std::any_of(redo_.begin(), redo_.end(), leadsBack);
+}
+
 ObjectIntf* DeviantData::savedOldState(ClassObjectIntf const* object) const noexcept {
     auto const found = open_->savedIndex.find(object);
     if (found == open_->savedIndex.end()) {
@@ -215,8 +245,13 @@ void DeviantData::markCreated(ClassObjectIntf const* object) {
     }
     model_.requireOwn(object);
     if (open_->savedIndex.try_emplace(object, open_->record.states.size()).second) {
-        open_->record.states.push_back(
-            {const_cast<ClassObjectIntf*>(object), slotOf(object), true});
+        // A branch that takes the creation back is without the object, also where the root has come
+        // to know it since.
+        StateSlot before = slotOf(object);
+        if (!isRoot() && (before.state == nullptr || before.state == Deviant::FallbackToRoot)) {
+            before.state = static_cast<ObjectIntf*>(Deviant::InvalidObject);
+        }
+        open_->record.states.push_back({const_cast<ClassObjectIntf*>(object), before, true});
         retain(counted(object));
     }
 }
@@ -236,6 +271,26 @@ void DeviantData::forgetParts() noexcept {
     if (open_ != nullptr) {
         open_->record.parts.clear();
     }
+}
+
+void DeviantData::forgetCreation(ClassObjectIntf const* object) {
+    if (open_ == nullptr) {
+        return;
+    }
+    auto const found = open_->savedIndex.find(object);
+    std::vector<SavedState>& states = open_->record.states;
+    if (found == open_->savedIndex.end() || !states[found->second].created) {
+        return;
+    }
+    auto const first = states.begin() + static_cast<std::ptrdiff_t>(found->second);
+    std::for_each(states.rbegin(), std::make_reverse_iterator(first), [this](SavedState& saved) {
+        restore(saved);
+        open_->savedIndex.erase(saved.object);
+    });
+    Step refused;
+    refused.states.assign(first, states.end());
+    states.erase(first, states.end());
+    refused.release();
 }
 
 std::uint64_t DeviantData::begin() {
@@ -275,19 +330,23 @@ void DeviantData::commit() {
 void DeviantData::rollback() noexcept {
     Step& record = open_->record;
     for (auto saved = record.states.rbegin(); saved != record.states.rend(); ++saved) {
-        if (saved->created) {
-            exchange(*saved);
-        } else {
-            saved->object->internal_setDeviation(self_, std::exchange(saved->slot.state, nullptr));
-        }
-    }
-    for (ReferredChange const& change : record.referred) {
-        applyReferred({change.otherRoot, -change.change});
+        restore(*saved);
     }
     exchangeBackwards(record.parts);
     Step step = std::move(record);
     closeTransaction();
     step.release();
+}
+
+void DeviantData::restore(SavedState& saved) noexcept {
+    if (saved.created) {
+        exchange(saved);
+        return;
+    }
+    saved.object->internal_setDeviation(self_, std::exchange(saved.slot.state, nullptr));
+    if (auto const found = states_.find(saved.object); found != states_.end()) {
+        found->second.destroyedHere = saved.slot.destroyedHere;
+    }
 }
 
 void DeviantData::closeTransaction() noexcept {
@@ -356,10 +415,6 @@ bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
     for (auto saved = step.states.rbegin(); saved != step.states.rend(); ++saved) {
         exchange(*saved);
     }
-    for (ReferredChange& change : step.referred) {
-        change.change = -change.change;
-        applyReferred(change);
-    }
     exchangeBackwards(step.parts);
     // What is undone from the last write to the first is redone from the first to the last.
     std::reverse(step.states.begin(), step.states.end());
@@ -397,22 +452,6 @@ void DeviantData::protectReaders(SavedState const& saved) {
             branch.setState(saved.object, static_cast<ObjectIntf*>(Deviant::InvalidObject));
         }
     });
-}
-
-void DeviantData::countReferred(Deviant other, int change) {
-    ReferredChange const referred{other, change};
-    if (open_ != nullptr) {
-        open_->record.referred.push_back(referred);
-    }
-    applyReferred(referred);
-}
-
-void DeviantData::applyReferred(ReferredChange const& change) {
-    int& count = referred_[change.otherRoot];
-    count += change.change;
-    if (count == 0) {
-        referred_.erase(change.otherRoot);
-    }
 }
 
 void DeviantData::dropRecords() {
@@ -556,7 +595,7 @@ void ModelCore::removeObject(ClassObjectIntf* object) {
     objects_[deviations.slot_] = nullptr;
     ++freeSlots_;
     deviations.slot_ = DeviationsBase::NoSlot;
-    forgetId(object, deviations);
+    forgetId(object);
     if (deviations.hasBranchState_ != 0) {
         forEachBranch([object](DeviantData& branch) { branch.forgetObject(object); });
     }
@@ -579,23 +618,51 @@ void ModelCore::compactObjects() {
     }
 }
 
+bool ModelCore::isIdInUse(int id) const {
+    return firstWithId(id) != nullptr || sharedIds_.contains(id);
+}
+
 Integer ModelCore::allocateId() {
-    QOB_REQUIRE(nextId_ < INT_MAX, "The object ids of the model are used up.");
-    return nextId_++;
+    if (highestId_ != INT_MAX) {
+        return ++highestId_;
+    }
+    // There are fewer objects than ids, so the search ends.
+    do {
+        lastFreeId_ = lastFreeId_ != INT_MAX ? lastFreeId_ + 1 : 1;
+    } while (isIdInUse(lastFreeId_));
+    return lastFreeId_;
+}
+
+bool ModelCore::meets(ClassObjectIntf const* owner,
+                      ClassObjectIntf const* object,
+                      Deviant deviant) const {
+    // Where an object is created, what comes back by undo does so after the object is gone.
+    bool const isNew = deviationsOf(object).hasBoundId_ == 0;
+    for (DeviantData const* data = root_; data != nullptr; data = data->next_) {
+        Deviant const each = data->self();
+        bool const isHere = each == deviant || object->deviant_isValid(each) ||
+                            (!isNew && data->mayComeBack(object));
+        bool const followsUndo = isNew && each == deviant;
+        if (isHere &&
+            (owner->deviant_isValid(each) || (!followsUndo && data->mayComeBack(owner)))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
     if (id.isValid()) {
-        if (ClassObjectIntf const* const owner = findId(deviant, id);
-            owner != nullptr && owner != object) {
-            std::string const subject = describe(owner);
-            QOB_FAIL("The object id (%d) belongs to %s already.",
-                     static_cast<int const&>(id),
-                     subject.c_str());
-        }
+        forEachWithId(id, [&](ClassObjectIntf* owner) {
+            if (owner != object && meets(owner, object, deviant)) {
+                std::string const subject = describe(owner);
+                QOB_FAIL("The object id (%d) belongs to %s already.",
+                         static_cast<int const&>(id),
+                         subject.c_str());
+            }
+        });
     }
-    DeviationsBase& deviations = deviationsOf(object);
-    forgetId(object, deviations);
+    forgetId(object);
     object->setObjectId(deviant, id);
     if (!id.isValid()) {
         return;
@@ -605,10 +672,8 @@ void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
     } else {
         sharedIds_.emplace(id, object);
     }
-    deviations.hasBoundId_ = 1;
-    if (id >= nextId_) {
-        nextId_ = id < INT_MAX ? id + 1 : INT_MAX;
-    }
+    deviationsOf(object).hasBoundId_ = 1;
+    highestId_ = std::max<int>(highestId_, id);
 }
 
 ClassObjectIntf* ModelCore::firstWithId(int id) const {
@@ -648,7 +713,8 @@ ClassObjectIntf* ModelCore::findId(Deviant deviant, Integer id) const {
     return shared != last ? shared->second : nullptr;
 }
 
-void ModelCore::forgetId(ClassObjectIntf* object, DeviationsBase& deviations) {
+void ModelCore::forgetId(ClassObjectIntf* object) {
+    DeviationsBase& deviations = deviationsOf(object);
     if (deviations.hasBoundId_ == 0) {
         return;
     }

@@ -43,12 +43,6 @@ struct SavedState {
     bool created = false;
 };
 
-/// References to other models that were counted on the way; reversed with the states.
-struct ReferredChange {
-    Deviant otherRoot;
-    int change = 0;
-};
-
 /// Something outside of all states that goes back and forth with them, such as a pointer to a live
 /// class.
 class StepPart {
@@ -64,10 +58,9 @@ public:
 /// Everything that brings a deviant from one point in time to another, in order of first write.
 struct Step {
     std::vector<SavedState> states;
-    std::vector<ReferredChange> referred;
     std::vector<std::unique_ptr<StepPart>> parts;
 
-    bool empty() const noexcept { return states.empty() && referred.empty() && parts.empty(); }
+    bool empty() const noexcept { return states.empty() && parts.empty(); }
     /// Frees the states first and lets go of the objects last.
     void release();
 };
@@ -101,6 +94,11 @@ public:
     std::vector<ClassObjectIntf*> changedObjects() const;
     /// What this deviant holds for the object as it stands, in the root too.
     StateSlot slotOf(ClassObjectIntf const* object) const;
+    /// Whether the object is gone from this deviant because it was destroyed, here or in the root
+    /// that a branch reads; as opposed to one that this deviant has never seen.
+    bool knowsAsDestroyed(ClassObjectIntf const* object) const;
+    /// Whether taking something back, or undoing that, may show the object here again.
+    bool mayComeBack(ClassObjectIntf const* object) const;
 
     ObjectIntf* savedOldState(ClassObjectIntf const* object) const noexcept;
     ObjectIntf* saveOldState(ClassObjectIntf const* object, ObjectIntf* state);
@@ -109,6 +107,8 @@ public:
     void keep(std::unique_ptr<StepPart> part);
     /// Forgets what was kept so, in steps too: the library that it lies in is going.
     void forgetParts() noexcept;
+    /// Takes back what the open transaction recorded since it created the object.
+    void forgetCreation(ClassObjectIntf const* object);
 
     /// Begins a transaction or joins the open one; returns its serial number.
     std::uint64_t begin();
@@ -136,11 +136,6 @@ public:
         }
     }
 
-    void countReferred(Deviant other, int change);
-    boost::unordered_flat_map<Deviant, int, std::hash<Deviant>> const& referred() const noexcept {
-        return referred_;
-    }
-
     /// Drops the open transaction and the undo stacks without restoring anything.
     void dropRecords();
     /// Frees all states of a branch.
@@ -161,7 +156,7 @@ private:
     void dropStepsToRoot();
     void exchange(SavedState& saved);
     void protectReaders(SavedState const& saved);
-    void applyReferred(ReferredChange const& change);
+    void restore(SavedState& saved) noexcept;
     void closeTransaction() noexcept;
 
     ModelCore& model_;
@@ -174,7 +169,6 @@ private:
     std::vector<Step> redo_;
     /// Of a branch: the objects that undoing makes it read in the root again, one step for each.
     boost::unordered_flat_map<ClassObjectIntf const*, Place> stepsToRoot_;
-    boost::unordered_flat_map<Deviant, int, std::hash<Deviant>> referred_;
 };
 
 /// The kernel's half of a model: its deviants, its objects in order of entry, its id index. Owned
@@ -225,11 +219,33 @@ public:
     }
     std::size_t objectCount() const noexcept { return objects_.size() - freeSlots_; }
 
+    /// An id that no object has: the next one above all others, and once the largest possible id
+    /// was used, one that is free.
     Integer allocateId();
-    /// Enters an object under an id. Raises if another object has it in the deviant.
+    /// Enters an object under an id. Raises, with nothing changed, if another object has it in the
+    /// deviant or in any other one where both exist.
     void bindId(Deviant deviant, ClassObjectIntf* object, Integer id);
+    /// Takes an object out of the index of ids.
+    void forgetId(ClassObjectIntf* object);
     /// The object with the id that exists in the deviant, or null.
     ClassObjectIntf* findId(Deviant deviant, Integer id) const;
+    /// Calls `function` with each object under the id, whatever deviant it exists in.
+    template <class Function>
+    void forEachWithId(int id, Function function) const {
+        if (ClassObjectIntf* const first = firstWithId(id); first != nullptr) {
+            function(first);
+        }
+        if (!sharedIds_.empty()) {
+            auto const [first, last] = sharedIds_.equal_range(id);
+            for (auto entry = first; entry != last; ++entry) {
+                function(entry->second);
+            }
+        }
+    }
+
+    /// Whether an object of the model may refer to another model.
+    bool mayReferElsewhere() const noexcept { return mayReferElsewhere_; }
+    void noteReferenceElsewhere() noexcept { mayReferElsewhere_ = true; }
 
     /// In every deviant.
     void forgetParts() noexcept;
@@ -240,7 +256,9 @@ public:
 private:
     DeviantData& makeDeviant();
     void retireDeviant(DeviantData& data);
-    void forgetId(ClassObjectIntf* object, DeviationsBase& deviations);
+    /// Whether an object that has an id would share a deviant with one that gets it in `deviant`.
+    bool meets(ClassObjectIntf const* owner, ClassObjectIntf const* object, Deviant deviant) const;
+    bool isIdInUse(int id) const;
     /// The first object under an id, or null.
     ClassObjectIntf* firstWithId(int id) const;
     /// The place of an id in the index, made if need be.
@@ -260,7 +278,11 @@ private:
     std::vector<ClassObjectIntf*> denseIds_;
     boost::unordered_flat_map<int, ClassObjectIntf*> sparseIds_;
     std::unordered_multimap<int, ClassObjectIntf*> sharedIds_;
-    int nextId_ = 1;
+    /// The largest id that was ever used.
+    int highestId_ = 0;
+    /// The last id that was found free, once there is none above the largest.
+    int lastFreeId_ = 0;
+    bool mayReferElsewhere_ = false;
 };
 
 /// "the object (<type>, id <id>)", or "the model" for null.

@@ -3,6 +3,7 @@
 #include "meta/kernelpackage.h"
 #include "qob/kernel/containers/sequence/views/associationsequence.h"
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
+#include "qob/kernel/deviant/sparseproperties.h"
 #include "qob/kernel/factory/create.h"
 #include "qob/kernel/meta/metaclassof.h"
 #include "qob/kernel/property/mandatoryvalue.h"
@@ -10,6 +11,8 @@
 #include "qob/kernel/property/reflective.h"
 #include "qob/qob/modelcache.h"
 #include "qob/qob/transaction.h"
+
+#include <algorithm>
 
 namespace QOB {
 
@@ -237,7 +240,8 @@ Integer ModelImpl::allocateObjectId(Deviant deviant) {
 
 void ModelImpl::bindObjectId(Deviant deviant, ClassObject object, Integer id) {
     own(deviant);
-    core_->bindId(deviant, object.operator->(), id);
+    QOB_REQUIRE(object->getRootDeviant() == rootDeviant_, "The object belongs to another model.");
+    core_->bindId(deviant, object.get(), id);
 }
 
 ClassObject ModelImpl::findObject(Deviant deviant, Integer id) const {
@@ -270,17 +274,10 @@ void ModelImpl::setReadOnly(Deviant deviant, bool readOnly) {
 }
 
 std::vector<Model> ModelImpl::getReferredModels(Deviant deviant) const {
-    boost::unordered_flat_map<Deviant, int, std::hash<Deviant>> counts =
-        own(core_->root()).referred();
-    DeviantData const& data = own(deviant);
-    if (!data.isRoot()) {
-        for (auto const& [other, change] : data.referred()) {
-            counts[other] += change;
-        }
-    }
+    own(deviant);
     std::vector<Model> models;
-    for (auto const& [other, count] : counts) {
-        if (count > 0 && other.isValid()) {
+    if (core_->mayReferElsewhere()) {
+        for (Deviant const other : internal::SparseProperties::foreignModels(deviant)) {
             models.emplace_back(static_cast<ModelIntf*>(ModelCore::of(other).model()), other);
         }
     }
@@ -305,8 +302,8 @@ struct Change {
     enum Kind { Assign, BringIn, Destroy } kind;
 };
 
-/// What the source changed that concerns the target. An object that the target destroyed stays
-/// destroyed; one that neither knows is left out.
+/// What the source changed that concerns the target. An object that the target knows as destroyed
+/// stays destroyed; one that neither knows is left out.
 std::vector<Change> changesBetween(DeviantData const& source, Deviant target) {
     std::vector<Change> changes;
     DeviantData const& targetData = DeviantData::of(target);
@@ -317,7 +314,7 @@ std::vector<Change> changesBetween(DeviantData const& source, Deviant target) {
         if (isRealState(slot.state)) {
             if (present) {
                 changes.push_back({handle, Change::Assign});
-            } else if (targetData.slotOf(object).state != Deviant::InvalidObject) {
+            } else if (!targetData.knowsAsDestroyed(object)) {
                 changes.push_back({handle, Change::BringIn});
             }
         } else if (slot.destroyedHere && present) {
@@ -325,6 +322,32 @@ std::vector<Change> changesBetween(DeviantData const& source, Deviant target) {
         }
     }
     return changes;
+}
+
+bool hasKind(std::vector<Change> const& changes, ClassObjectIntf const* object, Change::Kind kind) {
+    return std::any_of(changes.begin(), changes.end(), [&](Change const& change) {
+        return change.kind == kind && change.object.get() == object;
+    });
+}
+
+/// Raises if an object would come in under an id that another one has in the target.
+void requireOwnIds(ModelCore const& core, std::vector<Change> const& changes, Deviant target) {
+    for (Change const& change : changes) {
+        Integer const id = change.object->getObjectId(target);
+        if (change.kind != Change::BringIn || !id.isValid()) {
+            continue;
+        }
+        core.forEachWithId(id, [&](ClassObjectIntf* other) {
+            if (other != change.object.get() &&
+                (other->deviant_isValid(target) ? !hasKind(changes, other, Change::Destroy)
+                                                : hasKind(changes, other, Change::BringIn))) {
+                QOB_FAIL("Cannot merge %s: its id belongs to %s there. Bind one of the two to "
+                         "another id.",
+                         internal::describe(change.object.get()).c_str(),
+                         internal::describe(other).c_str());
+            }
+        });
+    }
 }
 
 } // namespace
@@ -335,23 +358,33 @@ void ModelImpl::mergeDeviant(Deviant deviant, Deviant source) {
     QOB_REQUIRE(deviant != source, "A deviant cannot be merged into itself.");
     QOB_REQUIRE(!source.isWithinTransaction(),
                 "A deviant with an open transaction cannot be merged.");
+    std::vector<Change> const changes = changesBetween(sourceData, deviant);
+    requireOwnIds(*core_, changes, deviant);
     Transaction transaction(Model(this, deviant));
     deviant.assertWritable(this); // the assignments below would skip what can't be written
-    std::vector<Change> const changes = changesBetween(sourceData, deviant);
     ReferenceStorage const& rootObjects = readState(source)->fields_.rootObjects.storage();
     for (Change const& change : changes) {
         if (change.kind == Change::BringIn) {
             deviant.markObjectCreated(change.object.get());
-            change.object->internal_createDeviation(deviant);
+            castObject<ClassObjectIntf>(change.object->internal_createDeviation(deviant))
+                ->setModelQOB(deviant, Model(this, deviant));
             if (rootObjects.contains(change.object.get())) { // a factory is none
                 internal_addRootObject(deviant, change.object.get());
             }
         }
     }
-    for (Change const& change : changes) {
+    auto const assign = [&](Change const& change) {
         if (change.kind != Change::Destroy) {
             change.object->internal_deviationAssign(
                 deviant, change.object->internal_getDeviation(source), source);
+        }
+    };
+    std::for_each(changes.begin(), changes.end(), assign);
+    // Once more for what was written: an object that changed places within its container may have
+    // been taken out of the old place after it had come into the new one.
+    for (Change const& change : changes) {
+        if (deviant.getSavedOldStateOfObject(change.object.get()) != nullptr) {
+            assign(change);
         }
     }
     for (Change const& change : changes) {

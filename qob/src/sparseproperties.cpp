@@ -1,7 +1,11 @@
 #include "qob/kernel/deviant/sparseproperties.h"
 
+#include "modelcore.h"
+#include "qob/kernel/deviant/countedpointer.h"
 #include "qob/kernel/deviant/sparsetables.h"
+#include "qob/kernel/property/reference.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -25,6 +29,16 @@ ExternalIdTable& externalIdTable() {
 }
 ExternalToolInfoTable& toolInfoTable() {
     static auto* const table = new ExternalToolInfoTable;
+    return *table;
+}
+
+/// The objects of other models that a state refers to, and the object whose state it is.
+struct ForeignValues {
+    State const* object = nullptr;
+    std::vector<CountedPointer<NSInterface::ObjectIntf>> values;
+};
+boost::unordered_flat_map<State const*, ForeignValues>& foreignTable() {
+    static auto* const table = new boost::unordered_flat_map<State const*, ForeignValues>;
     return *table;
 }
 
@@ -105,6 +119,53 @@ Sequence<ExternalToolInfo> SparseProperties::writableToolInfos(State* state, Dev
     return {container, deviant};
 }
 
+void SparseProperties::addForeign(State* state,
+                                  State const* object,
+                                  NSInterface::ObjectIntf* value) {
+    ForeignValues& held = foreignTable()[state];
+    held.object = object;
+    held.values.emplace_back(value);
+    mark(state, ForeignReferences);
+}
+void SparseProperties::removeForeign(State* state, NSInterface::ObjectIntf const* value) {
+    if (!has(state, ForeignReferences)) {
+        return;
+    }
+    auto const entry = foreignTable().find(state);
+    auto& values = entry->second.values;
+    auto const found = std::find_if(
+        values.begin(), values.end(), [value](auto const& held) { return held.get() == value; });
+    if (found == values.end()) {
+        return;
+    }
+    CountedPointer<NSInterface::ObjectIntf> const last = std::move(*found); // goes at the end
+    values.erase(found);
+    if (values.empty()) {
+        foreignTable().erase(entry);
+        unmark(state, ForeignReferences);
+    }
+}
+std::vector<Deviant> SparseProperties::foreignModels(Deviant deviant) {
+    std::vector<Deviant> models;
+    for (auto const& [state, held] : foreignTable()) {
+        if (held.object->getRootDeviant() != deviant.getRootDeviant() ||
+            ModelCore::deviationsOf(held.object).seenIn(deviant) != state) {
+            continue;
+        }
+        for (auto const& value : held.values) {
+            Deviant const root = value.get()->getRootDeviant();
+            if (value.get()->deviant_isValid(root)) {
+                models.push_back(root);
+            }
+        }
+    }
+    std::sort(models.begin(), models.end(), [](Deviant a, Deviant b) {
+        return DeviantAccess::index(a) < DeviantAccess::index(b);
+    });
+    models.erase(std::unique(models.begin(), models.end()), models.end());
+    return models;
+}
+
 void SparseProperties::copy(State const& from, State& to) {
     try {
         if (hasStereotypeInstances(&from)) {
@@ -118,6 +179,11 @@ void SparseProperties::copy(State const& from, State& to) {
             copyEntry(toolInfoTable(), &from, &to);
             mark(&to, ToolInfos);
         }
+        if (has(&from, ForeignReferences)) {
+            ForeignValues held = foreignTable().find(&from)->second;
+            foreignTable().insert_or_assign(&to, std::move(held));
+            mark(&to, ForeignReferences);
+        }
     } catch (...) {
         drop(to); // the copy never comes to be, and nobody else would forget it
         throw;
@@ -128,11 +194,29 @@ void SparseProperties::drop(State& state) noexcept {
     // What is let go of at the end may free other states, which come here too.
     std::unique_ptr<StereotypeContainer> const stereotypes = taken(stereotypeTable(), &state);
     std::unique_ptr<ToolInfoContainer> const infos = taken(toolInfoTable(), &state);
+    ForeignValues const foreign = taken(foreignTable(), &state);
     taken(externalIdTable(), &state);
     state.sparse_ = 0;
 }
 
 } // namespace QOB::internal
+
+namespace QOB::property {
+
+void exchangeForeign(NSInterface::ClassObjectIntf const* object,
+                     NSInterface::ClassObjectIntf* state,
+                     NSInterface::ObjectIntf const* old,
+                     NSInterface::ObjectIntf* value) {
+    using QOB::internal::SparseProperties;
+    if (value != nullptr && value->getRootDeviant() != object->getRootDeviant()) {
+        SparseProperties::addForeign(state, object, value);
+    }
+    if (old != nullptr) {
+        SparseProperties::removeForeign(state, old);
+    }
+}
+
+} // namespace QOB::property
 
 namespace QOB::NSInterface {
 

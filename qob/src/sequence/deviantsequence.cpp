@@ -1,8 +1,7 @@
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
 
-#include "qob/qob/nsinterface/objectintf.h"
-
-#include <vector>
+#include "qob/kernel/property/reference.h"
+#include "qob/qob/nsinterface/classobjectintf.h"
 
 namespace QOB {
 
@@ -12,37 +11,9 @@ using Generic::SequenceRef;
 
 namespace {
 
-/// Tells the kernel of each object that the property refers to from now on, or no longer.
-class Referred {
-public:
-    Referred(Deviant const& deviant, IntrospectiveMethods const* methods, unsigned id) noexcept
-        : deviant_(deviant), methods_(methods), id_(id) {}
-
-    void add(Ref const& element) const {
-        if (isObject(element)) {
-            deviant_.setOrAddReferred(element.deviant, methods_, id_);
-        }
-    }
-    void remove(Ref const& element) const {
-        if (isObject(element)) {
-            deviant_.removeReferred(element.deviant, methods_, id_);
-        }
-    }
-    void remove(std::vector<Ref> const& elements) const {
-        for (Ref const& element : elements) {
-            remove(element);
-        }
-    }
-
-private:
-    static bool isObject(Ref const& element) noexcept {
-        return element.data != nullptr && element.equalFn == nullptr;
-    }
-
-    Deviant deviant_;
-    IntrospectiveMethods const* methods_;
-    unsigned id_;
-};
+bool isObject(Ref const& element) noexcept {
+    return element.data != nullptr && element.equalFn == nullptr;
+}
 
 /// Where an iterator, which may be older, stands in the sequence; raises if nowhere.
 IteratorPtr placeIn(SequenceRef const& sequence, Generic::IteratorIntf const* position) {
@@ -99,6 +70,40 @@ SequenceRef GenericDeviantSequence::writing(Deviant const& deviant) {
     return result;
 }
 
+void GenericDeviantSequence::gain(Deviant const& deviant, Ref const& element) const {
+    if (isObject(element)) {
+        own(deviant).setOrAddReferred(element.deviant, methods_, propertyId_);
+        exchange(deviant, nullptr, objectOf(element));
+    }
+}
+
+void GenericDeviantSequence::lose(Deviant const& deviant, Ref const& element) const {
+    if (isObject(element)) {
+        own(deviant).removeReferred(element.deviant, methods_, propertyId_);
+        exchange(deviant, objectOf(element), nullptr);
+    }
+}
+
+void GenericDeviantSequence::loseAll(Deviant const& deviant,
+                                     std::vector<Ref> const& elements) const {
+    for (Ref const& element : elements) {
+        lose(deviant, element);
+    }
+}
+
+void GenericDeviantSequence::exchange(Deviant const& deviant,
+                                      NSInterface::ClassObjectIntf* old,
+                                      NSInterface::ClassObjectIntf* value) const {
+    using NSInterface::ClassObjectIntf;
+    if ((old != nullptr ? old : value)->getRootDeviant() != object_->getRootDeviant()) {
+        auto* const state = object_->getWriteDeviantI(own(deviant), object_.get());
+        property::exchangeForeign(castObject<ClassObjectIntf>(object_.get()),
+                                  castObject<ClassObjectIntf>(state),
+                                  old,
+                                  value);
+    }
+}
+
 bool GenericDeviantSequence::isUnique() const noexcept {
     // Empty before the library that declares the property is initialized.
     MetaPropertyDescription const* const property =
@@ -118,7 +123,7 @@ void GenericDeviantSequence::generic_clear(Deviant const& deviant) {
     std::vector<Ref> const objects =
         objectsBetween(source, source.generic_begin().get(), source.generic_end().get());
     writing(deviant).generic_clear();
-    Referred(own(deviant), methods_, propertyId_).remove(objects);
+    loseAll(deviant, objects);
 }
 
 IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
@@ -131,7 +136,7 @@ IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
     }
     placeIn(source, position);
     IteratorPtr result = writing(deviant).generic_insert(position, element);
-    Referred(own(deviant), methods_, propertyId_).add(element);
+    gain(deviant, element);
     return result;
 }
 
@@ -139,7 +144,7 @@ void GenericDeviantSequence::generic_insert(Deviant const& deviant, int index, R
     internal::checkInsertIndex(index, generic_size(deviant));
     if (!refuses(deviant, element)) {
         writing(deviant).generic_insert(index, element);
-        Referred(own(deviant), methods_, propertyId_).add(element);
+        gain(deviant, element);
     }
 }
 
@@ -147,7 +152,7 @@ void GenericDeviantSequence::generic_erase(Deviant const& deviant, int index) {
     internal::checkElementIndex(index, generic_size(deviant));
     Ref const element = generic_at(deviant, index);
     writing(deviant).generic_erase(index);
-    Referred(own(deviant), methods_, propertyId_).remove(element);
+    lose(deviant, element);
 }
 
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
@@ -160,7 +165,7 @@ IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
         return placeIn(source, first);
     }
     IteratorPtr result = writing(deviant).generic_erase(first, last);
-    Referred(own(deviant), methods_, propertyId_).remove(objects);
+    loseAll(deviant, objects);
     return result;
 }
 
@@ -168,33 +173,33 @@ IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
                                                   IteratorIntf const* position) {
     Ref const element = placeIn(reading(deviant), position)->generic_value(deviant);
     IteratorPtr result = writing(deviant).generic_erase(position);
-    Referred(own(deviant), methods_, propertyId_).remove(element);
+    lose(deviant, element);
     return result;
 }
 
 void GenericDeviantSequence::generic_pop_back(Deviant const& deviant) {
     Ref const element = generic_back(deviant);
     writing(deviant).generic_pop_back();
-    Referred(own(deviant), methods_, propertyId_).remove(element);
+    lose(deviant, element);
 }
 
 void GenericDeviantSequence::generic_pop_front(Deviant const& deviant) {
     Ref const element = generic_front(deviant);
     writing(deviant).generic_pop_front();
-    Referred(own(deviant), methods_, propertyId_).remove(element);
+    lose(deviant, element);
 }
 
 void GenericDeviantSequence::generic_push_back(Deviant const& deviant, Ref element) {
     if (!refuses(deviant, element)) {
         writing(deviant).generic_push_back(element);
-        Referred(own(deviant), methods_, propertyId_).add(element);
+        gain(deviant, element);
     }
 }
 
 void GenericDeviantSequence::generic_push_front(Deviant const& deviant, Ref element) {
     if (!refuses(deviant, element)) {
         writing(deviant).generic_push_front(element);
-        Referred(own(deviant), methods_, propertyId_).add(element);
+        gain(deviant, element);
     }
 }
 
@@ -202,9 +207,8 @@ void GenericDeviantSequence::generic_replace(Deviant const& deviant, int index, 
     Ref const old = generic_at(deviant, index);
     if (!Generic::sameElement(old, element) && !refuses(deviant, element)) {
         writing(deviant).generic_replace(index, element);
-        Referred const referred(own(deviant), methods_, propertyId_);
-        referred.remove(old);
-        referred.add(element);
+        lose(deviant, old);
+        gain(deviant, element);
     }
 }
 
@@ -213,9 +217,8 @@ int GenericDeviantSequence::generic_removeAll(Deviant const& deviant, Ref elemen
         return 0;
     }
     int const removed = writing(deviant).generic_removeAll(element);
-    Referred const referred(own(deviant), methods_, propertyId_);
     for (int rest = removed; rest != 0; --rest) {
-        referred.remove(element);
+        lose(deviant, element);
     }
     return removed;
 }

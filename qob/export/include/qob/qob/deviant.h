@@ -146,10 +146,11 @@ public:
     /// Records that the object is created in this deviant, before its first state exists here.
     void markObjectCreated(NSInterface::ClassObjectIntf const* object) const;
 
-    /// Counts that this deviant refers to the model of `other` through a property, once for each
-    /// value. References within the model, and to the null deviant, count nothing.
+    /// Told of each value by which this deviant refers to `other` through a property. From the
+    /// first one in another model on, the model looks into its states for the models that it refers
+    /// to.
     void setOrAddReferred(Deviant const& other, IntrospectiveMethods const*, unsigned id) const;
-    /// Takes one such count back.
+    /// Told of each value that no longer does.
     void removeReferred(Deviant const& other, IntrospectiveMethods const*, unsigned id) const;
     /// True if `other` lies in another model. False if one of the two isn't valid.
     bool isInDifferentModel(Deviant const& other,

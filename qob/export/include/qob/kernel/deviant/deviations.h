@@ -50,6 +50,8 @@ public:
     /// What deviants without a state of their own read: the root's state from before its open
     /// transaction, else its present one.
     State rootBaseline(Deviant deviant) const;
+    /// What a read in the deviant would see: a state, a marker, or null.
+    State seenIn(Deviant deviant) const;
     /// Whether the object exists in the deviant; no deviant stands for another here.
     bool isValid(Deviant deviant) const;
 

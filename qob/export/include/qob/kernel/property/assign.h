@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qob/kernel/property/mandatoryvalue.h"
 #include "qob/kernel/upcast.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/exception.h"
@@ -18,7 +19,13 @@ struct AssignMandatory {
     template <class Intf>
     static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
         auto const value = (source->*Get)(sourceDeviant);
-        if (!((target->*Get)(deviant) == value)) {
+        if ((target->*Get)(deviant) == value) {
+            return;
+        }
+        if (isInvalidArgument(value) && !isState(target)) {
+            // A set would take it for a removal, which does nothing.
+            (writeState(target, deviant)->*Set)(deviant, value);
+        } else {
             (target->*Set)(deviant, value);
         }
     }

@@ -4,6 +4,8 @@
 #include "qob/kernel/property/access.h"
 #include "qob/kernel/property/assign.h"
 
+#include <vector>
+
 /// How one property of an object is brought to what another state holds; see assign.h.
 namespace QOB::property {
 
@@ -24,21 +26,20 @@ struct AssignOptional {
     }
 };
 
-/// A reference, shown in the target's deviant.
+/// A reference, shown in the target's deviant; none if its value doesn't exist there. `Set` and
+/// `Remove` write this property and its other end, and no other property.
 template <auto Has, auto Get, auto Set, auto Remove>
 struct AssignReference {
     template <class Intf>
     static void assign(Intf* target, Deviant deviant, Intf const* source, Deviant sourceDeviant) {
-        if (!(source->*Has)(sourceDeviant)) {
-            if ((target->*Has)(deviant)) {
-                (target->*Remove)(deviant);
-            }
-            return;
-        }
-        auto const value = (source->*Get)(sourceDeviant);
+        auto value = (source->*Get)(sourceDeviant);
         value.setDeviant(deviant);
-        if (!(target->*Has)(deviant) || !((target->*Get)(deviant) == value)) {
+        bool const isThere = (source->*Has)(sourceDeviant) && (isState(target) || value.isValid());
+        bool const has = (target->*Has)(deviant);
+        if (isThere && !(has && (target->*Get)(deviant) == value)) {
             (target->*Set)(deviant, value);
+        } else if (!isThere && has) {
+            (target->*Remove)(deviant);
         }
     }
 };
@@ -67,7 +68,7 @@ struct AssignValues {
 };
 
 /// A sequence of objects: those that exist in the target's deviant, in the source's order. A state
-/// takes over all.
+/// takes over all. On a root object only what comes and what goes is told its other end.
 template <auto GetMany, auto GetOnlyMany = GetMany>
 struct AssignObjects {
     template <class Intf>
@@ -80,8 +81,33 @@ struct AssignObjects {
                 present.push_back(here);
             }
         }
-        if (!(target->*GetMany)(deviant).generic_equal(present)) {
-            internal::assigned<GetMany, GetOnlyMany>(target, deviant).assign(present);
+        if ((target->*GetMany)(deviant).generic_equal(present)) {
+            return;
+        }
+        if (!isState(target)) {
+            exchange((target->*GetMany)(deviant), present);
+        }
+        auto const alone = (target->*GetOnlyMany)(deviant);
+        if (!alone.generic_equal(present)) {
+            alone.assign(present);
+        }
+    }
+
+private:
+    template <class Elements, class Present>
+    static void exchange(Elements const& elements, Present const& present) {
+        using Element = typename Elements::value_type;
+        std::vector<Element> leaving;
+        for (Element const& element : elements) {
+            if (!present.contains(element)) {
+                leaving.push_back(element);
+            }
+        }
+        for (Element const& element : leaving) {
+            elements.removeAll(element);
+        }
+        for (Element const& element : present) {
+            elements.push_back(element); // nothing happens if it is there
         }
     }
 };

@@ -21,6 +21,15 @@ inline void setContainerAlone(NSInterface::ClassObjectIntf* object,
         ClassObjectIntf::ContainerQOBId);
 }
 
+/// How the container is brought to what another state holds; see assign.h. On a root object the
+/// container holds the object afterwards, by the property by which the source's container does.
+struct AssignContainer {
+    QOB_EXPORT static void assign(NSInterface::ClassObjectIntf* target,
+                                  Deviant deviant,
+                                  NSInterface::ClassObjectIntf const* source,
+                                  Deviant sourceDeviant);
+};
+
 /// Takes the object out of every property by which `container` contains it. The object's own end
 /// is left to the caller.
 QOB_EXPORT void

@@ -1,10 +1,19 @@
 #pragma once
 
 #include "qob/kernel/property/access.h"
+#include "qob/qob/nsinterface/classobjectintf.h"
 #include "qob/qob/reflection.h"
+#include "qob/qob/visitor.h"
 
 /// A reference without an opposite end: one counted pointer in the state.
 namespace QOB::property {
+
+/// A reference in `state`, one of `object`'s, goes from one value to another; either may be null.
+/// Values of the object's own model are of no interest.
+QOB_EXPORT void exchangeForeign(NSInterface::ClassObjectIntf const* object,
+                                NSInterface::ClassObjectIntf* state,
+                                NSInterface::ObjectIntf const* old,
+                                NSInterface::ObjectIntf* value);
 
 /// Raises if the value lies in another model than the object; for properties that have an opposite
 /// or own their value. Returns whether there is a value at all.
@@ -31,6 +40,29 @@ bool hasReference(Intf const* object, Deviant deviant) {
     return (state->*Has)(deviant) && (state->*Get)(deviant).isValid();
 }
 
+/// Tells the kernel that a reference in a state of the object changes.
+template <class Intf, class Old, class Handle>
+void tellReferred(Intf* object,
+                  Intf* state,
+                  Deviant deviant,
+                  Old const& old,
+                  Handle const& value,
+                  IntrospectiveMethods const& methods,
+                  unsigned id) {
+    Deviant const own = ownDeviant(object, deviant);
+    own.removeReferred(old.getDeviant(), &methods, id);
+    own.setOrAddReferred(value.getDeviant(), &methods, id);
+    // What lies in the same model is seen in the same deviant.
+    if ((old.get() != nullptr && old.getDeviant() != own) ||
+        (value.get() != nullptr && value.getDeviant() != own)) {
+        using NSInterface::ClassObjectIntf;
+        exchangeForeign(castObject<ClassObjectIntf>(object),
+                        castObject<ClassObjectIntf>(state),
+                        castObject<NSInterface::ObjectIntf>(old.get()),
+                        castObject<NSInterface::ObjectIntf>(value.get()));
+    }
+}
+
 /// Nothing happens if there is none.
 template <auto Get, auto Set, class Intf>
 void removeOnlyReference(Intf* object,
@@ -42,8 +74,9 @@ void removeOnlyReference(Intf* object,
         return;
     }
     Intf* const state = writeState(object, deviant);
-    ownDeviant(object, deviant).removeReferred(old.getDeviant(), &methods, id);
-    (state->*Set)(deviant, decltype(old)());
+    decltype(old) const none;
+    tellReferred(object, state, deviant, old, none, methods, id);
+    (state->*Set)(deviant, none);
 }
 
 /// Sets a value that is there. Nothing happens if it is the present one.
@@ -58,9 +91,7 @@ void storeReference(Intf* object,
         return;
     }
     Intf* const state = writeState(object, deviant);
-    Deviant const own = ownDeviant(object, deviant);
-    own.removeReferred(old.getDeviant(), &methods, id);
-    own.setOrAddReferred(value.getDeviant(), &methods, id);
+    tellReferred(object, state, deviant, old, value, methods, id);
     (state->*Set)(deviant, value);
 }
 

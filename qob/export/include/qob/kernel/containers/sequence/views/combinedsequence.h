@@ -23,6 +23,8 @@ public:
     /// Counts the part, which must not be null.
     void append(Generic::SequencePtr part) { parts_.push_back(std::move(part)); }
 
+    std::vector<Generic::SequencePtr> const& parts() const noexcept { return parts_; }
+
     Ref generic_at(Deviant const& deviant, int index) const override;
     Ref generic_front(Deviant const& deviant) const override;
     Ref generic_back(Deviant const& deviant) const override;

@@ -3,6 +3,8 @@
 #include "qob/kernel/containers/sequence/forwardingsequence.h"
 #include "qob/qob/reflection.h"
 
+#include <vector>
+
 namespace QOB {
 
 /// A multi-valued property of an object, in the state of whatever deviant each call passes. Stores
@@ -48,6 +50,15 @@ private:
     bool isUnique() const noexcept;
     /// True if inserting the element would change nothing. Raises for one that can't be inserted.
     bool refuses(Deviant const& deviant, Ref const& element) const;
+    /// Tells the kernel of an object that the property, written in the deviant, refers to from now
+    /// on.
+    void gain(Deviant const& deviant, Ref const& element) const;
+    /// The same of an object that it no longer refers to. Values are of no interest.
+    void lose(Deviant const& deviant, Ref const& element) const;
+    void loseAll(Deviant const& deviant, std::vector<Ref> const& elements) const;
+    void exchange(Deviant const& deviant,
+                  NSInterface::ClassObjectIntf* old,
+                  NSInterface::ClassObjectIntf* value) const;
     Generic::SmartPtr<NSInterface::ObjectIntf, Generic::ReferenceCounted> object_;
     Deviant deviant_;
     IntrospectiveMethods const* methods_;
