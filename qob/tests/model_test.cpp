@@ -5,6 +5,9 @@
 #include "qob/qob/log.h"
 #include "qob/qob/modelcache.h"
 
+#include <climits>
+
+#include <set>
 #include <vector>
 
 using sample::Thing;
@@ -71,6 +74,85 @@ TEST_F(Model, IdsAreFreshAndFoundWhereTheObjectExists) {
     Thing const again = Thing::createWithId(model, 100);
     EXPECT_EQ(model.findObject(100), QOB::ClassObject(again));
     EXPECT_TRUE(thing.isValid());
+}
+
+TEST_F(Model, IdsAreFoundAfterTheLargestWasUsed) {
+    Thing const first = Thing::create(model);
+    Thing const largest = Thing::createWithId(model, INT_MAX);
+    Thing const third = Thing::createWithId(model, 3);
+    std::set<int> ids;
+    for (int i = 0; i != 3; ++i) {
+        Thing const next = Thing::create(model);
+        ids.insert(next.getObjectId());
+        EXPECT_EQ(model.findObject(next.getObjectId()), QOB::ClassObject(next));
+    }
+    EXPECT_EQ(ids, (std::set<int>{2, 4, 5}));
+    EXPECT_EQ(model.findObject(INT_MAX), QOB::ClassObject(largest));
+}
+
+TEST_F(Model, IdsAreNeverShared) {
+    QOB::Model const other = QOB::NSInterface::FactoryIntf::createNewModel();
+    Thing const far = Thing::createWithId(other, 50);
+    Thing const thing = Thing::createWithId(model, 51);
+    QOB::Deviant const root = model.getDeviant();
+    EXPECT_EQ(messageOf([&] { model->bindObjectId(root, QOB::ClassObject(far), 52); }),
+              "The object belongs to another model.");
+    EXPECT_EQ(far.getObjectId(), 50);
+    EXPECT_FALSE(model.findObject(52).isValid());
+    QOB::Model const inBranch = branch();
+    thing.in(inBranch.getDeviant()).destroy();
+    Thing const next = Thing::createWithId(inBranch, 51);
+    model.mergeDeviant(inBranch.getDeviant());
+    EXPECT_EQ(model.findObject(51), QOB::ClassObject(next));
+    QOB::Model const second = branch();
+    Thing const one = Thing::createWithId(inBranch, 60);
+    Thing const two = Thing::createWithId(second, 60);
+    model.mergeDeviant(inBranch.getDeviant());
+    EXPECT_EQ(messageOf([&] { model.mergeDeviant(second.getDeviant()); }),
+              "Cannot merge the object (sample.Thing, id 60): its id belongs to the object "
+              "(sample.Thing, id 60) there. Bind one of the two to another id.");
+    EXPECT_FALSE(two.in(root).isValid());
+    second->bindObjectId(second.getDeviant(), QOB::ClassObject(two), 61);
+    model.mergeDeviant(second.getDeviant());
+    EXPECT_EQ(model.findObject(60), QOB::ClassObject(one));
+    EXPECT_EQ(model.findObject(61), QOB::ClassObject(two));
+    EXPECT_EQ(messageOf([&] { model->bindObjectId(root, QOB::ClassObject(two), 60); }),
+              "The object id (60) belongs to the object (sample.Thing, id 60) already.");
+    EXPECT_EQ(two.getObjectId(), 61);
+    other.destroy();
+}
+
+TEST_F(Model, RefusedCreationLeavesNoTrace) {
+    Thing const taken = Thing::createWithId(model, 70);
+    Thing const writes = Thing::create(model, 1);
+    QOB::Model const inBranch = branch();
+    int const objects = Alive::objects;
+    for (QOB::Model const& where : {model, inBranch}) {
+        Thing const written = writes.in(where.getDeviant());
+        where.setUndoEnabled(true);
+        QOB::Transaction transaction(where);
+        std::string const refusal =
+            "The object id (70) belongs to the object (sample.Thing, id 70) already.";
+        EXPECT_EQ(messageOf([&] { Thing::createWithId(where, 70); }), refusal);
+        auto const refuse = [&](Thing const& made) {
+            written.setNumber(2);
+            written.setLink(made);
+            QOB_FAIL("refused");
+        };
+        using sample::NSImplementation::ThingImpl;
+        EXPECT_EQ(messageOf([&] { QOB::createObject<Thing, ThingImpl>(where, 90, refuse); }),
+                  "refused");
+        EXPECT_EQ(Alive::objects, objects);
+        EXPECT_EQ(where.getRootObjects().size(), 2);
+        EXPECT_EQ(written.getNumber(), 1);
+        EXPECT_FALSE(where.findObject(90).isValid());
+        transaction.commit();
+        EXPECT_FALSE(where.undo());
+    }
+    model.setUndoEnabled(false);
+    EXPECT_NE(failureOf([&] { Thing::createWithId(model, 70); }), "");
+    EXPECT_EQ(Alive::objects, objects);
+    EXPECT_EQ(model.findObject(70), QOB::ClassObject(taken));
 }
 
 TEST_F(Model, ListKeepsObjectsAliveUntilTheyAreDestroyed) {

@@ -23,6 +23,7 @@ using sample::NSImplementation::Alive;
 
 enum class Action {
     Create,
+    CreateWithId,
     SetNumber,
     SetLink,
     Destroy,
@@ -38,12 +39,14 @@ enum class Action {
     DropHandle,
     KeepIterator,
     BeRefused,
+    EndOrRestoreFar,
     WriteFromOutside, ///< in a deviant of another model, which stands for the root
     EndFromOutside,   ///< what begins or ends states, in such a deviant
     UseRemoved,       ///< anything in a deviant that is gone
 };
-constexpr int ActionCount = 19;
+constexpr int ActionCount = 21;
 char const* const ActionNames[ActionCount] = {"create",
+                                              "createWithId",
                                               "setNumber",
                                               "setLink",
                                               "destroy",
@@ -59,9 +62,13 @@ char const* const ActionNames[ActionCount] = {"create",
                                               "dropHandle",
                                               "keepIterator",
                                               "beRefused",
+                                              "endOrRestoreFar",
                                               "writeFromOutside",
                                               "endFromOutside",
                                               "useRemoved"};
+
+/// Ids that a host gives begin here, and few of them come again and again.
+constexpr int FirstGivenId = 1000;
 
 /// One step; the numbers pick among what is there when it runs.
 struct Command {
@@ -69,11 +76,12 @@ struct Command {
     unsigned deviant;
     unsigned thing;
     unsigned value;
+    unsigned far;
 };
 
 [[maybe_unused]] void showValue(Command const& command, std::ostream& out) {
     out << ActionNames[command.action] << "(d" << command.deviant << ", " << command.thing << ", "
-        << command.value << ")";
+        << command.value << ", far " << command.far << ")";
 }
 
 } // namespace
@@ -86,12 +94,14 @@ struct rc::Arbitrary<Command> {
             {4, gen::just(static_cast<int>(Action::Create))},
             {6, gen::just(static_cast<int>(Action::SetNumber))},
             {3, gen::just(static_cast<int>(Action::SetLink))},
+            {2, gen::just(static_cast<int>(Action::Merge))},
             {9, gen::inRange(0, ActionCount)},
         });
         return gen::build<Command>(gen::set(&Command::action, action),
                                    gen::set(&Command::deviant, gen::inRange(0U, 4U)),
                                    gen::set(&Command::thing, gen::inRange(0U, 6U)),
-                                   gen::set(&Command::value, gen::inRange(0U, 6U)));
+                                   gen::set(&Command::value, gen::inRange(0U, 6U)),
+                                   gen::set(&Command::far, gen::inRange(0U, 3U)));
     }
 };
 
@@ -105,12 +115,21 @@ public:
           outside_{stranger_.getDeviant(), stranger_.createDeviant()} {
         views_.push_back({model_, {}, 0});
         things_.emplace_back(); // thing 0 is the model itself
+        for (sample::Thing& far : far_) {
+            QOB::Model const other = QOB::NSInterface::FactoryIntf::createNewModel();
+            far = sample::Thing::create(other);
+            other.setUndoEnabled(true);
+            others_.push_back(other);
+        }
     }
     Run(Run const&) = delete;
     Run& operator=(Run const&) = delete;
     ~Run() {
         model_.destroy();
         stranger_.destroy();
+        for (QOB::Model const& other : others_) {
+            other.destroy();
+        }
     }
 
     void step(Command const& command) {
@@ -161,6 +180,9 @@ private:
     }
 
     sample::Thing thing(reference::Thing number, unsigned d) const {
+        if (reference::isFar(number)) {
+            return far_[number - reference::FirstFar];
+        }
         sample::Thing const& kept = things_[static_cast<std::size_t>(number)];
         return kept.get() != nullptr ? kept.in(views_[d].model.getDeviant())
                                      : sample::Thing(QOB::Object(views_[d].model.findObject(
@@ -178,12 +200,18 @@ private:
         switch (static_cast<Action>(command.action)) {
         case Action::Create: {
             expectRaise_ = !writable;
-            sample::Thing const made =
-                sample::Thing::create(model, static_cast<int>(command.value));
-            expected_.create(e, static_cast<int>(command.value));
-            things_.push_back(made);
-            ids_.resize(things_.size());
-            ids_.back() = made.getObjectId();
+            int const number = static_cast<int>(command.value);
+            things_.push_back(sample::Thing::create(model, number));
+            ids_.push_back(things_.back().getObjectId());
+            expected_.create(e, ids_.back(), number);
+            break;
+        }
+        case Action::CreateWithId: {
+            int const id = FirstGivenId + static_cast<int>(command.value % 3);
+            expectRaise_ = !writable || !expected_.isFree(e, id);
+            things_.push_back(sample::Thing::createWithId(model, id));
+            ids_.emplace_back(id);
+            expected_.create(e, id, 0);
             break;
         }
         case Action::SetNumber:
@@ -197,16 +225,19 @@ private:
             break;
         case Action::SetLink:
             if (picked > 0 && thing(picked, d).get() != nullptr) {
-                reference::Thing const target = pickThing(command.value);
+                reference::Thing const target =
+                    command.value < 4 ? pickThing(command.value)
+                                      : reference::FirstFar + static_cast<int>(command.far);
                 bool const reachable = expected_.exists(e, target);
-                bool const same = present && reachable && expected_.read(e, picked).link == target;
+                bool const same = present && expected_.read(e, picked).link ==
+                                                 (reachable ? target : reference::None);
                 expectRaise_ = !present || (!same && !writable);
                 thing(picked, d).setLink(reachable ? thing(target, d) : sample::Thing());
                 expected_.setLink(e, picked, reachable ? target : -1);
             }
             break;
         case Action::Destroy:
-            if (picked > 0 && thing(picked, d).get() != nullptr) {
+            if (picked > 0 && thing(picked, d).get() != nullptr && !endsForAll(d, picked)) {
                 expectRaise_ = !writable;
                 thing(picked, d).destroy();
                 expected_.destroy(e, picked);
@@ -262,13 +293,18 @@ private:
             break;
         case Action::Merge: {
             unsigned const source = pickDeviant(command.value);
-            expectRaise_ = source == d || expected_.deviants[source].depth > 0;
+            expectRaise_ = source == d || expected_.deviants[source].depth > 0 ||
+                           !expected_.merge(e, static_cast<int>(source));
             model.mergeDeviant(views_[source].model.getDeviant());
-            expected_.merge(e, static_cast<int>(source));
             break;
         }
+        case Action::EndOrRestoreFar:
+            endOrRestoreFar(command.far);
+            break;
         case Action::DropHandle:
-            if (picked > 0) {
+            // Two things may have one given id, in different deviants: those are kept.
+            if (picked > 0 && ids_[static_cast<std::size_t>(picked)] < FirstGivenId &&
+                isListedWhereItExists(picked)) {
                 things_[static_cast<std::size_t>(picked)] = sample::Thing();
             }
             break;
@@ -380,6 +416,42 @@ private:
         }
     }
 
+    bool isListedWhereItExists(reference::Thing thing) {
+        for (unsigned d = 0; d < views_.size(); ++d) {
+            int const e = static_cast<int>(d);
+            if (expected_.deviants[d].alive && expected_.exists(e, thing)) {
+                std::vector<reference::Thing> const list =
+                    expected_.read(e, reference::ModelItself).list;
+                if (std::find(list.begin(), list.end(), thing) == list.end()) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    }
+
+    /// A branch that wrote to a thing still reads the root's list of things: without a handle, the
+    /// thing ends with its place there.
+    bool endsForAll(unsigned d, reference::Thing thing) {
+        bool const isHeld = things_[static_cast<std::size_t>(thing)].get() != nullptr;
+        return d == 0 && !isHeld && expected_.deviants[0].depth == 0 &&
+               std::any_of(expected_.deviants.begin(), expected_.deviants.end(), [&](auto& each) {
+                   return !each.isRoot && each.slots[thing].kind == reference::Slot::Real;
+               });
+    }
+
+    void endOrRestoreFar(unsigned number) {
+        bool& exists = expected_.farExists[number];
+        if (exists) {
+            QOB::Transaction transaction(others_[number]);
+            far_[number].destroy();
+            transaction.commit();
+        } else {
+            others_[number].undo();
+        }
+        exists = !exists;
+    }
+
     void compare() {
         compareKeptIterators();
         for (unsigned d = 0; d < views_.size(); ++d) {
@@ -401,15 +473,48 @@ private:
                     fail(place(number, d) + " has number " + std::to_string(seen.getNumber()) +
                          " instead of " + std::to_string(values.number));
                 }
-                sample::Thing const link = seen.getLink();
-                QOB::Integer const linked =
-                    link.get() != nullptr ? link.getObjectId() : QOB::Integer();
-                if (linked != idOf(values.link)) {
+                if (!isThing(seen.getLink(), values.link, d)) {
                     fail(place(number, d) + " links to something else than thing " +
                          std::to_string(values.link));
                 }
             }
             compareList(d);
+            compareIds(d);
+            compareReferredModels(d);
+        }
+    }
+
+    bool isThing(sample::Thing const& seen, reference::Thing number, unsigned d) const {
+        if (seen.get() == nullptr || number == reference::None) {
+            return seen.get() == nullptr && number == reference::None;
+        }
+        sample::Thing const expected = thing(number, d);
+        return expected.get() != nullptr
+                   ? seen == expected
+                   : seen.getObjectId() == ids_.at(static_cast<std::size_t>(number));
+    }
+
+    /// No deviant has two things under one id, and finds each by its own.
+    void compareIds(unsigned d) {
+        for (reference::Thing number = 1; number <= expected_.lastThing; ++number) {
+            if (expected_.exists(static_cast<int>(d), number) &&
+                views_[d].model.findObject(ids_[static_cast<std::size_t>(number)]) !=
+                    QOB::ClassObject(thing(number, d))) {
+                fail(place(number, d) + " is not found by its id");
+            }
+        }
+    }
+
+    void compareReferredModels(unsigned d) {
+        std::set<reference::Thing> const referred = expected_.referred(static_cast<int>(d));
+        std::vector<QOB::Model> const models = views_[d].model.getReferredModels();
+        bool same = models.size() == referred.size();
+        for (reference::Thing const far : referred) {
+            QOB::Model const& other = others_[static_cast<std::size_t>(far - reference::FirstFar)];
+            same = same && std::find(models.begin(), models.end(), other) != models.end();
+        }
+        if (!same) {
+            fail("deviant " + std::to_string(d) + " refers to other models");
         }
     }
 
@@ -430,10 +535,6 @@ private:
         }
     }
 
-    QOB::Integer idOf(reference::Thing number) const {
-        return number == -1 ? QOB::Integer() : ids_.at(static_cast<std::size_t>(number));
-    }
-
     static std::string place(reference::Thing number, unsigned d) {
         return "thing " + std::to_string(number) + " in deviant " + std::to_string(d);
     }
@@ -443,6 +544,8 @@ private:
     QOB::Deviant outside_[2];
     std::vector<View> views_;
     std::vector<sample::Thing> things_;
+    sample::Thing far_[reference::FarCount];
+    std::vector<QOB::Model> others_;
     std::vector<QOB::Integer> ids_{QOB::Integer()};
     reference::Model expected_;
     bool expectRaise_ = false;

@@ -14,11 +14,18 @@ namespace reference {
 
 using Thing = int;
 constexpr Thing ModelItself = 0;
+constexpr Thing None = -1;
+/// Things of other models: the last one of `FarCount`, each in a model of its own, and those above.
+constexpr int FarCount = 3;
+constexpr Thing FirstFar = -1 - FarCount;
+inline bool isFar(Thing thing) {
+    return thing < None;
+}
 
 /// All that one thing is in one deviant.
 struct Values {
     int number = 0;
-    Thing link = -1;         ///< -1: none
+    Thing link = None;
     std::vector<Thing> list; ///< of the model: its things in order of creation
 
     friend bool operator==(Values const&, Values const&) = default;
@@ -66,6 +73,8 @@ class Model {
 public:
     std::vector<Deviant> deviants; ///< the root first, then in order of creation
     Thing lastThing = ModelItself;
+    std::vector<int> ids{0};                       ///< of each thing
+    bool farExists[FarCount] = {true, true, true}; ///< in its own model
 
     Model() {
         deviants.emplace_back().isRoot = true;
@@ -89,7 +98,9 @@ public:
         return !at(d).isRoot && slot.readsRoot() ? baseline(thing) : slot;
     }
 
-    bool exists(int d, Thing thing) { return seen(d, thing).kind == Slot::Real; }
+    bool exists(int d, Thing thing) {
+        return isFar(thing) ? farExists[thing - FirstFar] : seen(d, thing).kind == Slot::Real;
+    }
     Values read(int d, Thing thing) { return seen(d, thing).values; }
     bool writable(int d) { return !at(d).undoEnabled || at(d).depth > 0; }
 
@@ -111,22 +122,47 @@ public:
         return slot.values;
     }
 
-    Thing create(int d, int number) {
+    /// Whether a new thing may have the id: no other one has it in a deviant that will know both.
+    bool isFree(int d, int id) {
+        for (Thing other = 1; other <= lastThing; ++other) {
+            for (int e = 0; ids[static_cast<std::size_t>(other)] == id && e < count(); ++e) {
+                bool const seesNew = e == d || (d == 0 && at(0).depth == 0);
+                if (at(e).alive && seesNew &&
+                    (exists(e, other) || (e != d && mayComeBack(e, other)))) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    }
+
+    Thing create(int d, int id, int number) {
         Thing const thing = ++lastThing;
-        bringIn(d, thing);
+        ids.push_back(id);
+        bringIn(d, thing, true);
         if (number != 0) { // the default is there already
             write(d, thing).number = number;
         }
         return thing;
     }
 
-    void bringIn(int d, Thing thing) {
+    void bringIn(int d, Thing thing, bool listed) {
         Deviant& deviant = at(d);
         if (deviant.depth > 0 && deviant.saved(thing) == nullptr) {
-            deviant.open.push_back({thing, deviant.slots[thing], true});
+            Slot before = deviant.slots[thing];
+            if (!deviant.isRoot && before.readsRoot()) {
+                before.kind = Slot::Invalid; // without it, whatever the root has by then
+            }
+            deviant.open.push_back({thing, before, true});
         }
         deviant.slots[thing] = Slot{Slot::Real, Values(), false};
-        write(d, ModelItself).list.push_back(thing);
+        if (!listed) {
+            return;
+        }
+        // Where a branch still reads the root's list, that may have the thing already.
+        if (std::vector<Thing>& list = write(d, ModelItself).list; !contains(list, thing)) {
+            list.push_back(thing);
+        }
     }
 
     void setNumber(int d, Thing thing, int number) {
@@ -136,9 +172,9 @@ public:
     }
 
     void setLink(int d, Thing thing, Thing link) {
-        if (link == -1 || !exists(d, link)) {
-            if (read(d, thing).link != -1) {
-                write(d, thing).link = -1;
+        if (link == None || !exists(d, link)) {
+            if (read(d, thing).link != None) {
+                write(d, thing).link = None;
             }
         } else if (read(d, thing).link != link) {
             write(d, thing).link = link;
@@ -209,7 +245,8 @@ public:
     bool undo(int d) { return travel(d, at(d).undo, at(d).redo); }
     bool redo(int d) { return travel(d, at(d).redo, at(d).undo); }
 
-    void merge(int target, int source) {
+    /// False, with nothing changed, if two things would share an id.
+    bool merge(int target, int source) {
         std::vector<Thing> assigned;
         std::vector<Thing> broughtIn;
         std::vector<Thing> destroyed;
@@ -218,7 +255,7 @@ public:
             if (slot.kind == Slot::Real) {
                 if (exists(target, thing)) {
                     assigned.push_back(thing);
-                } else if (at(target).slots[thing].kind != Slot::Invalid) {
+                } else if (!knowsAsDestroyed(target, thing)) {
                     broughtIn.push_back(thing);
                     assigned.push_back(thing);
                 }
@@ -226,9 +263,21 @@ public:
                 destroyed.push_back(thing);
             }
         }
+        std::multiset<int> there;
+        for (Thing thing = 1; thing <= lastThing; ++thing) {
+            if (contains(broughtIn, thing) ||
+                (exists(target, thing) && !contains(destroyed, thing))) {
+                there.insert(ids[static_cast<std::size_t>(thing)]);
+            }
+        }
+        for (Thing const thing : broughtIn) {
+            if (there.count(ids[static_cast<std::size_t>(thing)]) != 1) {
+                return false;
+            }
+        }
         begin(target);
         for (Thing const thing : broughtIn) {
-            bringIn(target, thing);
+            bringIn(target, thing, contains(read(source, ModelItself).list, thing));
         }
         for (Thing const thing : assigned) {
             Values const values = at(source).slots[thing].values;
@@ -239,9 +288,49 @@ public:
             destroy(target, thing);
         }
         commit(target);
+        return true;
+    }
+
+    /// Of the other models, those with a thing that is referred to.
+    std::set<Thing> referred(int d) {
+        std::set<Thing> found;
+        for (Thing thing = 1; thing <= lastThing; ++thing) {
+            if (Thing const link = exists(d, thing) ? read(d, thing).link : None;
+                isFar(link) && exists(d, link)) {
+                found.insert(link);
+            }
+        }
+        return found;
     }
 
 private:
+    int count() const { return static_cast<int>(deviants.size()); }
+    static bool contains(std::vector<Thing> const& things, Thing thing) {
+        return std::find(things.begin(), things.end(), thing) != things.end();
+    }
+
+    bool knowsAsDestroyed(int d, Thing thing) {
+        Slot const& slot = at(d).slots[thing];
+        if (at(d).isRoot || !slot.readsRoot()) {
+            return slot.kind == Slot::Invalid && (at(d).isRoot || slot.destroyedHere);
+        }
+        return at(0).slots[thing].kind == Slot::Invalid && at(0).saved(thing) == nullptr;
+    }
+
+    /// Whether undo, redo or rollback may show the thing again.
+    bool mayComeBack(int d, Thing thing) {
+        auto const leadsBack = [thing](Step const& step) {
+            return std::any_of(step.begin(), step.end(), [thing](Saved const& saved) {
+                return saved.thing == thing &&
+                       (saved.slot.kind == Slot::Real || saved.slot.kind == Slot::Fallback);
+            });
+        };
+        Deviant const& deviant = at(d);
+        return leadsBack(deviant.open) ||
+               std::any_of(deviant.undo.begin(), deviant.undo.end(), leadsBack) ||
+               std::any_of(deviant.redo.begin(), deviant.redo.end(), leadsBack);
+    }
+
     /// What the root's commit leaves to the branches; it ends at one that could go back to the
     /// root.
     void protectReaders(Thing thing) {

@@ -1,7 +1,8 @@
 // Random sequences of what a host does to objects of the metaclasses, in several deviants, with
-// transactions and undo. After each step, in every deviant: both ends of each association agree,
-// what an object contains knows it as its container, the other deviants show what they showed
-// before, and undo, redo and rollback lead back to what was printed then.
+// transactions, undo and merges. After each step, in every deviant: both ends of each association
+// agree, what an object contains knows it as its container, the model tells which others it refers
+// to, the other deviants show what they showed before, undo, redo and rollback lead back to what
+// was printed then, and a merge gave each object that its source changed the source's values.
 //
 //     frame_random_test [--sequences N] [--seed S] [--length L]
 //
@@ -40,9 +41,10 @@ enum class Action {
     Rollback,
     Undo,
     Redo,
+    Merge,
     UseRemoved ///< anything in a deviant that is gone
 };
-constexpr int ActionCount = 11;
+constexpr int ActionCount = 12;
 char const* const ActionNames[ActionCount] = {"create",
                                               "write",
                                               "destroy",
@@ -53,6 +55,7 @@ char const* const ActionNames[ActionCount] = {"create",
                                               "rollback",
                                               "undo",
                                               "redo",
+                                              "merge",
                                               "useRemoved"};
 
 /// One step; the numbers pick among what is there when it runs.
@@ -79,7 +82,8 @@ struct rc::Arbitrary<Command> {
         auto const action = gen::weightedOneOf<int>({
             {5, gen::just(static_cast<int>(Action::Create))},
             {20, gen::just(static_cast<int>(Action::Write))},
-            {8, gen::inRange(0, ActionCount)},
+            {2, gen::just(static_cast<int>(Action::Merge))},
+            {9, gen::inRange(0, ActionCount)},
         });
         return gen::build<Command>(gen::set(&Command::action, action),
                                    gen::set(&Command::deviant, gen::inRange(0U, 4U)),
@@ -170,6 +174,13 @@ class Run {
 public:
     Run() : model_(world_.model), outside_(stranger_.model.createDeviant()) {
         views_.push_back(std::make_unique<View>(View{model_, {}}));
+        for (Kind const& kind : kinds()) {
+            foreign_.push_back({kind.of.create(foreignWorld_.model), &kind});
+            // Shown by their ids, they differ from all others.
+            foreignWorld_.model->bindObjectId(foreignWorld_.root,
+                                              foreign_.back().object,
+                                              1000 + static_cast<int>(foreign_.size()));
+        }
     }
 
     ~Run() = default;
@@ -379,6 +390,11 @@ private:
                 require(same(snapshot(view), view.atBegin), "rollback leads elsewhere");
             }
             break;
+        case Action::Merge:
+            if (mayWrite(d)) {
+                merge(d, command.object % views_.size());
+            }
+            break;
         case Action::Undo:
         case Action::Redo:
             if (view.open == nullptr && mayWrite(d)) {
@@ -426,6 +442,81 @@ private:
         }
     }
 
+    void merge(std::size_t d, std::size_t source) {
+        View const& from = *views_[source];
+        View const& to = *views_[d];
+        if (source == d || from.open != nullptr) {
+            return;
+        }
+        std::vector<bool> changed;
+        Snapshot const before = snapshot(to);
+        for (Thing const& thing : things_) {
+            changed.push_back(
+                QOB::isRealState(thing.object->internal_getDeviation(from.deviant())));
+        }
+        write(d, [&] { to.model.mergeDeviant(from.deviant()); });
+        Snapshot const after = snapshot(to);
+        bool destroyed = false;
+        for (std::size_t i = 0; i < things_.size(); ++i) {
+            destroyed = destroyed || (before[i] != "gone" && after[i] == "gone");
+        }
+        for (std::size_t i = 0; i < things_.size(); ++i) {
+            if (!changed[i]) {
+                continue;
+            }
+            if (after[i] != "gone") {
+                checkMerged(things_[i], from, to);
+            } else {
+                require(before[i] == "gone" || destroyed, "a merge destroyed an object");
+            }
+        }
+    }
+
+    void checkMerged(Thing const& thing, View const& from, View const& to) const {
+        ClassObject const there = in(from, thing);
+        ClassObject const here = in(to, thing);
+        for (Property const& property : thing.kind->all) {
+            if (!property.isDerived()) {
+                std::string const expected = shown(property, there, to);
+                std::string const text = shown(property, here, to);
+                require(text == expected,
+                        std::string(property.description->name) + " is " + text +
+                            ", but in the source " + expected);
+            }
+        }
+        ClassObject const container(there.getContainerQOB().get(), to.deviant());
+        require(here.getContainerQOB() == (container.isValid() ? container : ClassObject()),
+                "the container isn't that of the source");
+    }
+
+    /// The value of a property; of objects, those that exist in a view.
+    static std::string
+    shown(Property const& property, ClassObject const& object, View const& where) {
+        if (!property.isReference()) {
+            return property.isMany() ? VelumTest::showElements(property.elements(object))
+                                     : VelumTest::show(property.get(object)) +
+                                           (property.isThere(object) ? "" : " isn't there");
+        }
+        std::string text;
+        for (ClassObject const& value : valuesOf(property, object)) {
+            ClassObject const there(value.get(), where.deviant());
+            text += there.isValid() ? VelumTest::show(there) + " " : "";
+        }
+        return text;
+    }
+
+    static std::vector<ClassObject> valuesOf(Property const& property, ClassObject const& object) {
+        std::vector<ClassObject> values;
+        if (property.isMany()) {
+            for (Object const& element : property.elements(object)) {
+                values.emplace_back(element);
+            }
+        } else if (ClassObject const value(property.get(object)); value.get() != nullptr) {
+            values.push_back(value);
+        }
+        return values;
+    }
+
     void create(View const& view, Command const& command) {
         Kind const& kind = kinds()[command.object % kinds().size()];
         things_.push_back({kind.of.create(view.model), &kind});
@@ -442,12 +533,14 @@ private:
     }
 
     static bool isInside(ClassObject part, ClassObject const& whole) {
-        for (; part.isValid(); part = part.getContainerQOB()) {
+        // Two deviants can put two objects into each other: merged, each lies in the other.
+        for (int steps = 0; part.isValid() && steps != 100; ++steps) {
             if (part == whole) {
                 return true;
             }
+            part = part.getContainerQOB();
         }
-        return false;
+        return part.isValid();
     }
 
     /// An object that the property takes; empty if there is none.
@@ -481,6 +574,13 @@ private:
                 continue;
             }
             fitting.emplace_back(value);
+        }
+        for (Thing const& thing : foreign_) {
+            if (!property.hasOpposite() && !property.ownsObjects() &&
+                property.description->subsettedCount == 0 &&
+                VelumTest::isA(thing.kind->of.methods, valid.type())) {
+                fitting.emplace_back(thing.object);
+            }
         }
         return fitting.empty() ? Object() : fitting[number % fitting.size()];
     }
@@ -587,9 +687,30 @@ private:
                 checkContained(object, *thing.kind);
             }
         }
+        checkReferredModels(view);
         for (ClassObject const& rootObject : view.model.getRootObjects()) {
             require(rootObject.isValid(), "the model lists an object that is gone");
         }
+    }
+
+    void checkReferredModels(View const& view) const {
+        bool refers = false;
+        for (Thing const& thing : things_) {
+            ClassObject const object = in(view, thing);
+            for (Property const& property : thing.kind->all) {
+                if (!object.isValid() || !property.isReference() || property.isDerived()) {
+                    continue;
+                }
+                for (ClassObject const& value : valuesOf(property, object)) {
+                    refers = refers || value->getRootDeviant() == foreignWorld_.root;
+                }
+            }
+        }
+        std::vector<QOB::Model> expected;
+        if (refers) {
+            expected.push_back(foreignWorld_.model);
+        }
+        require(view.model.getReferredModels() == expected, "the model refers to other models");
     }
 
     static void checkEnds(ClassObject const& object, Kind const& kind) {
@@ -614,13 +735,8 @@ private:
     static void checkContained(ClassObject const& object, Kind const& kind) {
         std::vector<ClassObject> owned;
         for (Property const& property : kind.owning) {
-            if (property.isMany()) {
-                for (Object const& element : property.elements(object)) {
-                    owned.emplace_back(element);
-                }
-            } else if (ClassObject const value(property.get(object)); value.get() != nullptr) {
-                owned.push_back(value);
-            }
+            std::vector<ClassObject> const values = valuesOf(property, object);
+            owned.insert(owned.end(), values.begin(), values.end());
         }
         for (ClassObject const& part : owned) {
             require(part.isValid(), "an object contains one that is gone");
@@ -640,11 +756,13 @@ private:
 
     VelumTest::World world_;
     VelumTest::World stranger_;
+    VelumTest::World foreignWorld_; ///< another model, with one object of each kind
     QOB::Model model_;
     Deviant outside_;
     std::vector<Deviant> removed_;
     std::vector<std::unique_ptr<View>> views_;
     std::vector<Thing> things_;
+    std::vector<Thing> foreign_;
 };
 
 void property(std::vector<Command> const& commands) {
