@@ -65,6 +65,9 @@ void DiffCommand::addTo(CLI::App& app) {
         ->type_name("CLASS");
     command->add_flag("--json", isJson_, "Print the differences as JSON");
     command->add_flag("--summary", isSummary_, "Print only how many objects differ");
+    command->footer(
+        "Exit codes: 0 the releases are the same; 1 they differ; 2 wrong usage; 3 a file "
+        "cannot be read, or the report cannot be written.");
 }
 
 int DiffCommand::run() const {

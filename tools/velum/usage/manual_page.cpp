@@ -80,7 +80,7 @@ std::string manualPage(Command const& program, std::string const& version) {
     for (Command const& command : program.commands) {
         text += ".SS " + bold(program.name + " " + command.name) + "\n";
         text += plain(command.description) + "\n" + optionsOf(command);
-        if (!command.footer.empty()) {
+        if (command.footer != program.footer) { // otherwise it is the program's
             text += ".PP\n" + plain(command.footer) + "\n";
         }
     }
