@@ -350,6 +350,24 @@ nothing -> EnumerationLiteral "high"
 )");
 }
 
+TEST_F(TwoModels, KnowObjectsWithoutAnIdByWhatRefersToThem) {
+    auto const matrix = [](QOB::Model const& in, char const* name, bool isSigned) {
+        auto const base = types::Integer::create(in);
+        base.setIsSigned(isSigned);
+        types::Matrix::create(in, base, name).setExternalId(name);
+    };
+    matrix(model, "/a", true);
+    matrix(model, "/c", false);
+    matrix(second.model, "/b", true);
+    matrix(second.model, "/c", true);
+    matrix(second.model, "/a", true);
+    EXPECT_EQ("\n" + found(), R"(
+Integer: IsSigned: false -> true
+nothing -> Matrix "/b"
+nothing -> Integer
+)");
+}
+
 TEST_F(TwoModels, TellOrderedValuesApartFromOtherValues) {
     auto const method = types::CompuMethod::create(model);
     auto const far = types::CompuMethod::create(second.model);

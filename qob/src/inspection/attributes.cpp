@@ -103,8 +103,11 @@ private:
             properties_.push_back(property);
         }
     }
+    static bool hasObjects(ImmutableProperty const& property) {
+        return ImmutableClass(property.getType()).isValid();
+    }
     static bool ownsObjects(ImmutableProperty const& property) {
-        return property.isComposite() && ImmutableClass(property.getType()).isValid();
+        return property.isComposite() && hasObjects(property);
     }
     /// The other end of single references: what it lists follows from them.
     static bool isOtherEnd(ImmutableProperty const& property) {
@@ -117,6 +120,7 @@ private:
                 .isMultiValued = property.isMultiValued(),
                 .isOrdered = property.isOrdered(),
                 .ownsObjects = ownsObjects(property),
+                .isReference = hasObjects(property) && !property.isComposite(),
                 .isWayToOwner = property.hasOpposite() && ownsObjects(property.getOpposite()),
                 .isOtherEnd = isOtherEnd(property)};
     }

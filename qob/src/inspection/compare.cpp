@@ -11,6 +11,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace QOB {
@@ -26,6 +27,27 @@ using Values = std::vector<Object>;
 
 bool haveSameClass(ClassObject const& left, ClassObject const& right) {
     return std::string_view(left.getLumvoName(false)) == right.getLumvoName(false);
+}
+
+/// The objects of a model that nothing contains.
+struct FreeObjects {
+    std::vector<ClassObject> known;           ///< By an external id or a name.
+    std::vector<ClassObject> anonymous;       ///< With neither.
+    std::unordered_set<void const*> referred; ///< The anonymous ones to which something refers.
+};
+
+/// Whether the values are objects that are known by this property, and not by one of theirs.
+bool isOwnReference(Attribute const& attribute) {
+    return attribute.isReference && !attribute.isWayToOwner && !attribute.isOtherEnd;
+}
+
+void addAnonymous(Values const& values, std::unordered_set<void const*>& objects) {
+    for (Object const& value : values) {
+        ClassObject const object(value);
+        if (object.isValid() && internal::isAnonymous(object)) {
+            objects.insert(object.get());
+        }
+    }
 }
 
 /// Looks at objects in pairs and collects in what they differ.
@@ -56,21 +78,39 @@ public:
     }
 
     /// Pairs the objects that nothing contains, and all that they contain, then looks at each pair.
-    void compareModels(std::vector<ClassObject> const& lefts,
-                       std::vector<ClassObject> const& rights) {
+    void compareModels(FreeObjects const& left, FreeObjects const& right) {
         std::vector<Pair> all;
-        pairObjects(lefts, rights, internal::identityOf, all);
-        for (std::size_t next = 0; next != all.size(); ++next) {
-            Pair const owners = all[next]; // `all` grows
-            if (haveSameClass(owners.first, owners.second)) {
-                pairParts(owners, all);
-            }
-        }
+        pairObjects(left.known, right.known, internal::identityOf, all);
+        pairWhatTheyHave(all, 0);
+        // What something refers to has its place in the model: nothing else is its partner.
+        std::size_t const known = all.size();
+        pairObjects(unplaced(left, true), unplaced(right, false), internal::identityOf, all);
+        pairWhatTheyHave(all, known);
         std::vector<Difference> const existences = takeDifferences();
-        for (auto const& [left, right] : all) {
-            compareMembers(left, right);
+        for (auto const& [one, other] : all) {
+            compareMembers(one, other);
         }
         differences_.insert(differences_.end(), existences.begin(), existences.end());
+    }
+
+    /// Sorts out the objects of a model that nothing contains.
+    FreeObjects freeObjects(internal::ModelCore const& core, Deviant deviant) {
+        FreeObjects found;
+        core.forEachObject([&](ClassObjectIntf* object) {
+            ClassObject const handle(object, deviant);
+            if (object == core.model() || !handle.isValid()) {
+                return;
+            }
+            if (!handle.hasContainerQOB()) {
+                (internal::isAnonymous(handle) ? found.anonymous : found.known).push_back(handle);
+            }
+            for (Attribute const& attribute : attributes_.of(handle)) {
+                if (isOwnReference(attribute)) {
+                    addAnonymous(attribute.valuesOf(handle), found.referred);
+                }
+            }
+        });
+        return found;
     }
 
     std::vector<Difference> takeDifferences() { return std::exchange(differences_, {}); }
@@ -132,6 +172,50 @@ private:
             ClassObject const right(value);
             if (!pairs_.hasRight(right)) {
                 addExistence({}, right);
+            }
+        }
+    }
+
+    /// Pairs the parts of pairs, and the anonymous objects that they refer to.
+    void pairWhatTheyHave(std::vector<Pair>& all, std::size_t next) {
+        for (; next != all.size(); ++next) {
+            Pair const owners = all[next]; // `all` grows
+            if (haveSameClass(owners.first, owners.second)) {
+                pairParts(owners, all);
+                pairAnonymous(owners, all);
+            }
+        }
+    }
+
+    /// The anonymous objects to which nothing refers; of the others those without a partner are
+    /// reported.
+    std::vector<ClassObject> unplaced(FreeObjects const& side, bool isLeft) {
+        std::vector<ClassObject> rest;
+        for (ClassObject const& object : side.anonymous) {
+            if (!side.referred.contains(object.get())) {
+                rest.push_back(object);
+            } else if (!(isLeft ? pairs_.hasLeft(object) : pairs_.hasRight(object))) {
+                addExistence(isLeft ? object : ClassObject(), isLeft ? ClassObject() : object);
+            }
+        }
+        return rest;
+    }
+
+    void pairAnonymous(Pair const& users, std::vector<Pair>& all) {
+        for (Attribute const& attribute : attributes_.of(users.first)) {
+            if (!isOwnReference(attribute)) {
+                continue;
+            }
+            Values const lefts = attribute.valuesOf(users.first);
+            Values const rights = attribute.valuesOf(users.second);
+            for (std::size_t i = 0; i != std::min(lefts.size(), rights.size()); ++i) {
+                ClassObject const left(lefts[i]);
+                ClassObject const right(rights[i]);
+                if (left.isValid() && right.isValid() && internal::isAnonymous(left) &&
+                    internal::isAnonymous(right) && !pairs_.hasRight(right) &&
+                    pairs_.add(left, right)) {
+                    all.emplace_back(left, right);
+                }
             }
         }
     }
@@ -259,18 +343,6 @@ private:
     std::vector<Difference> differences_;
 };
 
-/// The objects of a model that nothing contains, but for the model itself.
-std::vector<ClassObject> freeObjects(internal::ModelCore const& core, Deviant deviant) {
-    std::vector<ClassObject> objects;
-    core.forEachObject([&](ClassObjectIntf* object) {
-        ClassObject const handle(object, deviant);
-        if (object != core.model() && handle.isValid() && !handle.hasContainerQOB()) {
-            objects.push_back(handle);
-        }
-    });
-    return objects;
-}
-
 void printValues(std::ostream& out, Values const& values) {
     char const* between = " ";
     for (Object const& value : values) {
@@ -309,8 +381,8 @@ std::vector<Difference> compare(Model const& left, Model const& right) {
     bool const areInTwoModels = &core != &other;
     Comparison comparison(areInTwoModels, areInTwoModels);
     if (areInTwoModels) {
-        comparison.compareModels(freeObjects(core, left.getDeviant()),
-                                 freeObjects(other, right.getDeviant()));
+        comparison.compareModels(comparison.freeObjects(core, left.getDeviant()),
+                                 comparison.freeObjects(other, right.getDeviant()));
         return comparison.takeDifferences();
     }
     core.forEachObject([&](ClassObjectIntf* object) {

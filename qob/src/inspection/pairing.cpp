@@ -70,6 +70,10 @@ Key Pairs::key(Object const& value, ClassObject const& object) const {
     return {object.get()};
 }
 
+bool isAnonymous(ClassObject const& object) {
+    return !object.hasExternalId() && !object.hasContainerQOB() && nameText(object).empty();
+}
+
 std::string identityOf(ClassObject const& object) {
     return object.hasExternalId()
                ? "id " + std::string(object.getExternalId())

@@ -86,6 +86,9 @@ private:
     std::unordered_map<std::string, Queue> byKey_;
 };
 
+/// Whether an object that nothing contains has neither an external id nor a name.
+bool isAnonymous(ClassObject const& object);
+
 /// What identifies an object that nothing contains, among the others of a model.
 std::string identityOf(ClassObject const& object);
 

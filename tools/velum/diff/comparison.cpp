@@ -7,6 +7,7 @@
 #include "model/values.h"
 
 #include <algorithm>
+#include <string_view>
 #include <tuple>
 #include <unordered_set>
 #include <utility>
@@ -39,8 +40,8 @@ public:
         addLoneObjects();
         auto const byPlace = [](Change const& a, Change const& b) { return a.path < b.path; };
         std::stable_sort(result_.changed.begin(), result_.changed.end(), byPlace);
-        auto const gone = result_.removed.size() + result_.renamed.size() + result_.changedCount();
-        result_.sameCount = countOf(left) - gone;
+        result_.sameCount =
+            countOf(left) - result_.removed.size() - result_.renamed.size() - changedWithPath();
         return std::move(result_);
     }
 
@@ -76,7 +77,7 @@ private:
         if (object.hasContainerQOB()) {
             ClassObject const owner = object.getContainerQOB();
             lone.parts.push_back({object,
-                                  side.place(object, model::outermost(object)),
+                                  side.place(object, side.outermost(object)),
                                   side.of(owner) + ' ' + side.owningProperty(object)});
         } else if (std::string const path = model::pathOf(object); !path.empty()) {
             lone.objects.push_back({object, path});
@@ -143,10 +144,10 @@ private:
         bool const isLeft = difference.left.get() != nullptr;
         ClassObject const object = isLeft ? difference.left : difference.right;
         model::Addresses& side = isLeft ? sides_.left : sides_.right;
-        ClassObject const whole = model::outermost(object);
+        ClassObject const whole = side.outermost(object);
         if (options_.ignored.contains(property) || isIgnored(object, side) ||
             !(isWanted(whole) || (difference.right.get() != nullptr &&
-                                  isWanted(model::outermost(difference.right))))) {
+                                  isWanted(sides_.right.outermost(difference.right))))) {
             return;
         }
         change.path = side.of(whole);
@@ -156,7 +157,7 @@ private:
 
     /// Whether a property on the way to the object is ignored.
     bool isIgnored(ClassObject const& object, model::Addresses& side) const {
-        for (ClassObject part = object; part.hasContainerQOB(); part = part.getContainerQOB()) {
+        for (ClassObject part = object; part.get() != nullptr; part = side.around(part)) {
             if (options_.ignored.contains(side.owningProperty(part))) {
                 return true;
             }
@@ -229,6 +230,17 @@ private:
 
     static std::string classNameOf(Lone const& lone) {
         return std::string(model::classOf(lone.object));
+    }
+
+    /// Of the changed objects those that have a path, which begins with a slash.
+    std::size_t changedWithPath() const {
+        std::unordered_set<std::string_view> paths;
+        for (Change const& change : result_.changed) {
+            if (change.path.front() == '/') {
+                paths.insert(change.path);
+            }
+        }
+        return paths.size();
     }
 
     /// How many objects with a path there are to compare.

@@ -43,7 +43,8 @@ std::optional<double> numberIn(std::string const& text) {
 /// Looks at one object after the other.
 class Search {
 public:
-    Search(QOB::Model const& model, Query const& query) : query_(query), references_(model) {
+    Search(QOB::Model const& model, Query const& query)
+        : query_(query), references_(model, addresses_) {
         for (ClassObject const& object : references_.objects()) {
             if (query.usedBy && isIn(object, *query.usedBy)) {
                 auto const& used = references_.usedBy(object);
@@ -78,13 +79,13 @@ public:
     }
 
 private:
-    /// Whether an object goes by the name or is contained in one that does.
-    static bool isIn(ClassObject const& object, std::string const& pattern) {
-        ClassObject around = object;
-        while (!isNamed(around, pattern) && around.hasContainerQOB()) {
-            around = around.getContainerQOB();
+    /// Whether an object goes by the name or belongs to one that does.
+    bool isIn(ClassObject const& object, std::string const& pattern) {
+        ClassObject next = object;
+        while (next.get() != nullptr && !isNamed(next, pattern)) {
+            next = addresses_.around(next);
         }
-        return isNamed(around, pattern);
+        return next.get() != nullptr;
     }
 
     bool fits(ClassObject const& object) {
@@ -163,8 +164,8 @@ private:
     }
 
     Query const& query_;
-    References references_;
     model::Addresses addresses_;
+    References references_;
     std::unordered_set<void const*> used_;
     bool isUserKnown_ = false;
     std::unordered_set<void const*> targets_;

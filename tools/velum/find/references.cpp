@@ -8,30 +8,8 @@ namespace velum::find {
 
 using QOB::ClassObject;
 
-namespace {
-
-/// The object that an object belongs to: itself if it has a path.
-ClassObject ownerOf(ClassObject const& object) {
-    ClassObject owner = object;
-    while (!owner.hasExternalId() && owner.hasContainerQOB()) {
-        owner = owner.getContainerQOB();
-    }
-    return owner;
-}
-
-/// The object and all around it, the outermost last.
-std::vector<ClassObject> withContainers(ClassObject const& object) {
-    std::vector<ClassObject> around{object};
-    while (around.back().hasContainerQOB()) {
-        around.push_back(around.back().getContainerQOB());
-    }
-    return around;
-}
-
-} // namespace
-
-References::References(QOB::Model const& model) {
-    QOB::Attributes attributes;
+References::References(QOB::Model const& model, model::Addresses& addresses)
+    : addresses_(addresses) {
     std::vector<ClassObject> pending = model::freeObjects(model);
     std::vector<ClassObject> parts;
     std::reverse(pending.begin(), pending.end());
@@ -40,7 +18,7 @@ References::References(QOB::Model const& model) {
         pending.pop_back();
         objects_.push_back(object);
         parts.clear();
-        for (QOB::Attribute const& attribute : attributes.of(object)) {
+        for (QOB::Attribute const& attribute : addresses.attributes().of(object)) {
             if (attribute.isWayToOwner || attribute.isOtherEnd) {
                 continue;
             }
@@ -57,11 +35,33 @@ References::References(QOB::Model const& model) {
     }
 }
 
+/// The object that an object belongs to: itself if it has a path.
+ClassObject References::ownerOf(ClassObject const& object) {
+    ClassObject owner = object;
+    while (!owner.hasExternalId()) {
+        ClassObject const next = addresses_.around(owner);
+        if (next.get() == nullptr) {
+            break;
+        }
+        owner = next;
+    }
+    return owner;
+}
+
+/// The object and all around it, the outermost last.
+std::vector<ClassObject> References::withOuter(ClassObject const& object) {
+    std::vector<ClassObject> all;
+    for (ClassObject next = object; next.get() != nullptr; next = addresses_.around(next)) {
+        all.push_back(next);
+    }
+    return all;
+}
+
 void References::add(ClassObject const& user, ClassObject const& target) {
     used_[ownerOf(user).get()].insert(ownerOf(target).get());
-    // What contains the target is used too, unless the user is in there as well.
-    std::vector<ClassObject> const users = withContainers(user);
-    for (ClassObject const& each : withContainers(target)) {
+    // What is around the target is used too, unless the user is in there as well.
+    std::vector<ClassObject> const users = withOuter(user);
+    for (ClassObject const& each : withOuter(target)) {
         if (std::find(users.begin(), users.end(), each) != users.end()) {
             return;
         }

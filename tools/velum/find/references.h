@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string>
+#include "model/addresses.h"
+
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -13,7 +14,7 @@ namespace velum::find {
 /// that has a path of its own.
 class References {
 public:
-    explicit References(QOB::Model const& model);
+    References(QOB::Model const& model, model::Addresses& addresses);
 
     /// All objects of the model, those that are contained behind what contains them.
     std::vector<QOB::ClassObject> const& objects() const { return objects_; }
@@ -27,8 +28,11 @@ public:
 private:
     using Set = std::unordered_set<void const*>;
 
+    QOB::ClassObject ownerOf(QOB::ClassObject const& object);
+    std::vector<QOB::ClassObject> withOuter(QOB::ClassObject const& object);
     void add(QOB::ClassObject const& user, QOB::ClassObject const& target);
 
+    model::Addresses& addresses_;
     std::vector<QOB::ClassObject> objects_;
     std::unordered_map<void const*, Set> used_; ///< By user; both have paths.
     Set usedFromOutside_;

@@ -2,6 +2,8 @@
 
 #include "model/objects.h"
 
+#include <algorithm>
+
 namespace velum::model {
 
 namespace {
@@ -37,36 +39,47 @@ private:
 
 } // namespace
 
-QOB::ClassObject outermost(QOB::ClassObject const& object) {
-    QOB::ClassObject around = object;
-    while (around.hasContainerQOB()) {
-        around = around.getContainerQOB();
+std::string Addresses::of(QOB::ClassObject const& object) {
+    std::string base = pathOf(object);
+    QOB::ClassObject outer = object;
+    while (base.empty()) {
+        QOB::ClassObject const next = around(outer);
+        if (next.get() == nullptr) {
+            base = nameOfPathless(outer);
+        } else {
+            outer = next;
+            base = pathOf(outer);
+        }
     }
-    return around;
+    std::string const inside = place(object, outer);
+    return inside.empty() ? base : base + '#' + inside;
 }
 
-std::string Addresses::of(QOB::ClassObject const& object) {
-    std::string own = pathOf(object);
-    if (!own.empty()) {
-        return own;
+QOB::ClassObject Addresses::around(QOB::ClassObject const& object) {
+    if (object.hasContainerQOB()) {
+        return object.getContainerQOB();
     }
-    QOB::ClassObject around = object;
-    std::string base;
-    while (around.hasContainerQOB() && base.empty()) {
-        around = around.getContainerQOB();
-        base = pathOf(around);
+    if (object.hasExternalId() || !nameOf(object).empty()) {
+        return {};
     }
-    if (base.empty()) {
-        base = nameOfPathless(around);
+    findUsers(object.getModelQOB());
+    auto const found = users_.find(object.get());
+    return found != users_.end() ? found->second : QOB::ClassObject();
+}
+
+QOB::ClassObject Addresses::outermost(QOB::ClassObject const& object) {
+    QOB::ClassObject outer = object;
+    for (QOB::ClassObject next = around(outer); next.get() != nullptr; next = around(outer)) {
+        outer = next;
     }
-    std::string const inside = place(object, around);
-    return inside.empty() ? base : base + '#' + inside;
+    return outer;
 }
 
 std::string Addresses::place(QOB::ClassObject const& object, QOB::ClassObject const& within) {
     std::string text;
-    for (QOB::ClassObject part = object; part.get() != within.get() && part.hasContainerQOB();
-         part = part.getContainerQOB()) {
+    for (QOB::ClassObject part = object;
+         part.get() != within.get() && around(part).get() != nullptr;
+         part = around(part)) {
         std::string const& step = stepOf(part).text;
         text = text.empty() ? step : step + '/' + text;
     }
@@ -75,12 +88,59 @@ std::string Addresses::place(QOB::ClassObject const& object, QOB::ClassObject co
 
 std::string const& Addresses::owningProperty(QOB::ClassObject const& object) {
     static std::string const none;
-    return object.hasContainerQOB() ? stepOf(object).property : none;
+    return around(object).get() != nullptr ? stepOf(object).property : none;
+}
+
+// Goes from the objects with a path or a name to what they contain and refer to, so that no two
+// objects belong to each other.
+void Addresses::findUsers(QOB::Model const& model) {
+    if (areUsersFound_) {
+        return;
+    }
+    areUsersFound_ = true;
+    std::vector<QOB::ClassObject> pending = freeObjects(model);
+    std::erase_if(pending, [](QOB::ClassObject const& each) {
+        return !each.hasExternalId() && nameOf(each).empty();
+    });
+    std::reverse(pending.begin(), pending.end());
+    std::vector<QOB::ClassObject> reached;
+    while (!pending.empty()) {
+        QOB::ClassObject const user = pending.back();
+        pending.pop_back();
+        reached.clear();
+        addUses(user, reached);
+        pending.insert(pending.end(), reached.rbegin(), reached.rend());
+    }
+}
+
+void Addresses::addUses(QOB::ClassObject const& user, std::vector<QOB::ClassObject>& reached) {
+    for (QOB::Attribute const& attribute : attributes_.of(user)) {
+        bool const isWay = attribute.isWayToOwner || attribute.isOtherEnd;
+        if (isWay || !(attribute.ownsObjects || attribute.isReference)) {
+            continue;
+        }
+        int place = 0;
+        for (QOB::Object const& value : attribute.valuesOf(user)) {
+            QOB::ClassObject const target(value);
+            ++place;
+            if (attribute.ownsObjects) {
+                reached.push_back(target);
+            } else if (target.isValid() && !target.hasExternalId() && !target.hasContainerQOB() &&
+                       nameOf(target).empty() && users_.emplace(target.get(), user).second) {
+                std::string const property(attribute.name);
+                std::string const number = '[' + std::to_string(place) + ']';
+                steps_.emplace(
+                    target.get(),
+                    Step{property, attribute.isMultiValued ? property + number : property});
+                reached.push_back(target);
+            }
+        }
+    }
 }
 
 Addresses::Step const& Addresses::stepOf(QOB::ClassObject const& object) {
     if (!steps_.contains(object.get())) {
-        addSteps(object.getContainerQOB());
+        addSteps(around(object));
     }
     // What no property owns stands in its container by class.
     return steps_.emplace(object.get(), Step{{}, std::string(classOf(object))}).first->second;

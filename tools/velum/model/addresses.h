@@ -9,24 +9,29 @@
 
 namespace velum::model {
 
-/// The object itself, or what contains it, up to the one that nothing contains.
-QOB::ClassObject outermost(QOB::ClassObject const& object);
-
 /// Names for all objects of a model, those without a path too. Keeps what it found out: it is for a
 /// model that doesn't change meanwhile.
 class Addresses {
 public:
-    /// The path of the object. If it has none, the path of what contains it and the place in there
-    /// ("/P/Kinds#OwnedLiteral/low"); if nothing contains it, class and name ("#Dimension/Length").
-    /// No two objects of a model share an address.
+    /// The path of the object. If it has none, that of what is around it and the place in there
+    /// ("/P/Kinds#OwnedLiteral/low"); if nothing is, class and name ("#Dimension/Length"). No two
+    /// objects of a model share an address.
     std::string of(QOB::ClassObject const& object);
 
-    /// The place of an object in what contains it, however far out: property and name for each step
+    /// What contains the object. What nothing contains and has neither path nor name, as the type
+    /// of the values of an array, belongs to the first object that refers to it. Empty if there is
+    /// none.
+    QOB::ClassObject around(QOB::ClassObject const& object);
+    /// The last object on the way outwards.
+    QOB::ClassObject outermost(QOB::ClassObject const& object);
+
+    /// The place of an object in what is around it, however far out: property and name for each
+    /// step
     /// ("Elements/speed/InlineType"). Objects of one name are numbered ("Slot/x[2]"), those without
     /// a name too ("ownedCell[3]"). Empty for the object itself.
     std::string place(QOB::ClassObject const& object, QOB::ClassObject const& within);
 
-    /// The property by which an object is contained; empty if nothing contains it.
+    /// The property by which an object belongs to what is around it; empty if nothing is.
     std::string const& owningProperty(QOB::ClassObject const& object);
 
     QOB::Attributes& attributes() { return attributes_; }
@@ -39,10 +44,15 @@ private:
 
     Step const& stepOf(QOB::ClassObject const& object);
     void addSteps(QOB::ClassObject const& owner);
+    void findUsers(QOB::Model const& model);
+    void addUses(QOB::ClassObject const& user, std::vector<QOB::ClassObject>& reached);
     std::string const& nameOfPathless(QOB::ClassObject const& object);
 
     QOB::Attributes attributes_;
     std::unordered_map<void const*, Step> steps_;
+    std::unordered_map<void const*, QOB::ClassObject>
+        users_; ///< Of what belongs to its first user.
+    bool areUsersFound_ = false;
     std::unordered_map<void const*, std::string> pathless_;
 };
 

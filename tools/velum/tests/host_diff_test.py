@@ -69,6 +69,13 @@ def compared(old, new, *options, before="P", after="P"):
         return folder.run("diff", *options, "old.arxml", "new.arxml")
 
 
+def block(name, unit):
+    """An array whose values have a type without a name or path."""
+    return named("UNIT", unit) * (name == "a") + named(
+        "APPLICATION-PRIMITIVE-DATA-TYPE", name, "<CATEGORY>VAL_BLK</CATEGORY>" + properties(
+            f"<SW-VALUE-BLOCK-SIZE>4</SW-VALUE-BLOCK-SIZE><UNIT-REF>/P/{unit}</UNIT-REF>"))
+
+
 class DiffTest(unittest.TestCase):
     def diff(self, old, new, *options, **packages):
         result = compared(old, new, "--json", *options, **packages)
@@ -161,6 +168,21 @@ class DiffTest(unittest.TestCase):
         two = self.diff(BYTE + integer("t"), BYTE + integer("t2") + integer("t3"))
         self.assertEqual((two["renamed"], two["added"]), ([], ["/P/t2", "/P/t3"]),
                          "which of the two can't be told")
+
+    def test_types_without_a_name(self):
+        old = named("UNIT", "v") + block("a", "u") + block("c", "u")
+        more = self.diff(old, old + block("b", "v"))
+        self.assertEqual(more, {"added": ["/P/b"], "removed": [], "renamed": [], "changed": []})
+        less = self.diff(old + block("b", "v"), named("UNIT", "v") + block("a", "u") +
+                         block("b", "v"))
+        self.assertEqual(less, {"added": [], "removed": ["/P/c"], "renamed": [], "changed": []})
+        (other,) = self.diff(old, old.replace("<UNIT-REF>/P/u", "<UNIT-REF>/P/v"), "--class",
+                             "Matrix")["changed"][:1]
+        self.assertEqual((other["path"], other["part"], other["property"], other["old"]),
+                         ("/P/a", "BaseType", "Unit", "/P/u"))
+        renamed = self.diff(old, old.replace(">c<", ">d<"))
+        self.assertEqual(renamed["renamed"], [{"from": "/P/c", "to": "/P/d"}])
+        self.assertFalse(renamed["changed"])
 
     def test_a_renamed_package(self):
         inside = BYTE + integer("t") + integer("u") + structure("s", a="/P/t", s="/P/s")

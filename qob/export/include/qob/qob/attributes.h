@@ -23,6 +23,7 @@ struct Attribute {
     bool isMultiValued = false;
     bool isOrdered = false;
     bool ownsObjects = false;  ///< The values are contained in the object.
+    bool isReference = false;  ///< The values are objects that aren't contained in it.
     bool isWayToOwner = false; ///< Leads from a contained object to what contains it.
     /// Lists the objects that refer to this one by a property of theirs, as
     /// CompuMethod.PrimitiveType does for PrimitiveType.CompuMethod.

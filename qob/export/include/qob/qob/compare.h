@@ -49,12 +49,13 @@ QOB_EXPORT std::vector<Difference> compare(ClassObject const& left, ClassObject 
 /// look at the properties of those only that don't share their state.
 ///
 /// In two models objects that nothing contains are a pair if they have the same external id, and
-/// those without one if they have the same class and name; contained objects are a pair if the same
-/// property of a pair owns them under the same name. Where several have one name, or none, the
-/// first is paired with the first and so on; the value of a single-valued property is paired
-/// whatever its name. An object without a partner is a difference; what it contains is not
-/// reported. Order counts for every property; lists that only mirror the references of other
-/// objects are left out.
+/// those without one if they have the same class and name. Those with neither are a pair if the
+/// same property of a pair refers to them; if nothing refers to them, by their class alone.
+/// Contained objects are a pair if the same property of a pair owns them under the same name. Where
+/// several have one name, or none, the first is paired with the first and so on; the value of a
+/// single-valued property is paired whatever its name. An object without a partner is a difference;
+/// what it contains is not reported. Order counts for every property; lists that only mirror the
+/// references of other objects are left out.
 ///
 /// Raises QOB::Exception for an empty handle.
 QOB_EXPORT std::vector<Difference> compare(Model const& left, Model const& right);
