@@ -95,6 +95,12 @@ struct rc::Arbitrary<Command> {
             {6, gen::just(static_cast<int>(Action::SetNumber))},
             {3, gen::just(static_cast<int>(Action::SetLink))},
             {2, gen::just(static_cast<int>(Action::Merge))},
+            {1, gen::just(static_cast<int>(Action::WriteFromOutside))},
+            {1, gen::just(static_cast<int>(Action::EndFromOutside))},
+            {1, gen::just(static_cast<int>(Action::UseRemoved))},
+            {1, gen::just(static_cast<int>(Action::KeepIterator))},
+            {1, gen::just(static_cast<int>(Action::BeRefused))},
+            {1, gen::just(static_cast<int>(Action::EndOrRestoreFar))},
             {9, gen::inRange(0, ActionCount)},
         });
         return gen::build<Command>(gen::set(&Command::action, action),
@@ -229,11 +235,11 @@ private:
                     command.value < 4 ? pickThing(command.value)
                                       : reference::FirstFar + static_cast<int>(command.far);
                 bool const reachable = expected_.exists(e, target);
-                bool const same = present && expected_.read(e, picked).link ==
-                                                 (reachable ? target : reference::None);
+                reference::Thing const wanted = reachable ? target : reference::None;
+                bool const same = present && expected_.read(e, picked).link == wanted;
                 expectRaise_ = !present || (!same && !writable);
                 thing(picked, d).setLink(reachable ? thing(target, d) : sample::Thing());
-                expected_.setLink(e, picked, reachable ? target : -1);
+                expected_.setLink(e, picked, wanted);
             }
             break;
         case Action::Destroy:
