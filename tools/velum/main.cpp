@@ -7,16 +7,21 @@
 #include "commands/export_command.h"
 #include "commands/find_command.h"
 #include "commands/import_command.h"
+#include "commands/output.h"
 #include "commands/show_command.h"
 #include "commands/usage_commands.h"
 #include "report/printers.h"
 
 #include <CLI/CLI.hpp>
 
+#include <cstdlib>
 #include <exception>
 #include <functional>
 #include <iostream>
+#include <new>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 #include <utility>
 #include <velum_types/version.h>
 
@@ -67,7 +72,10 @@ int run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? ExitCode::done : ExitCode::wrongUsage;
+        if (app.exit(error) != 0) {
+            return ExitCode::wrongUsage;
+        }
+        return velum::commands::print("") ? ExitCode::done : ExitCode::failed; // what --help wrote
     }
     for (const auto& [name, runs] : commands) {
         if (app.got_subcommand(name)) {
@@ -77,14 +85,25 @@ int run(int argc, char** argv) {
     return ExitCode::wrongUsage; // not reached: a command is required
 }
 
+/// Ends the program where memory runs out: going back through what is half done could need more.
+[[noreturn]] void endWithoutMemory() {
+    constexpr std::string_view line =
+        "velum: The memory is used up. Read fewer files at a time, or allow more memory.\n";
+    [[maybe_unused]] const auto written = write(STDERR_FILENO, line.data(), line.size());
+    std::_Exit(ExitCode::failed);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
+    std::set_new_handler(endWithoutMemory);
     try {
         return run(argc, argv);
     } catch (const velum::arxml::InputError& error) {
         std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
         return ExitCode::inputAtFault;
+    } catch (const std::bad_alloc&) {
+        endWithoutMemory();
     } catch (const std::exception& error) {
         std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
         return ExitCode::failed;

@@ -2,6 +2,8 @@
 
 #include "arxml/pull_reader.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -67,11 +69,13 @@ private:
         Role role = Role::skipped;
         Reason reason = Reason::noClass; // of a skipped one
         bool isNamed = false;
+        bool isFormula = false; // with system constants in its text
         Position position;
         PathId path = PathTree::root;    // of the nearest named element, itself included
         PathId package = PathTree::root; // of the nearest package, itself included
         ElementStore::Index node = ElementStore::none;
         std::string text;
+        std::size_t textBegin = std::string::npos; // behind the blanks that the text begins with
         // Of a skipped one that is a reference.
         std::optional<std::string> base;
     };
@@ -95,10 +99,12 @@ private:
         frame.name = name;
         frame.position = reader_.position();
         frame.isNamed = false;
+        frame.isFormula = false;
         frame.node = ElementStore::none;
         frame.path = PathTree::root;
         frame.package = PathTree::root;
         frame.text.clear();
+        frame.textBegin = std::string::npos;
         if (depth_ == 1) {
             frame.role = Role::document;
             return;
@@ -198,12 +204,23 @@ private:
         }
         frame.node = store_.add(parent.node, frame.name, frame.position, frame.path);
         bool fits = frame.node != ElementStore::none;
+        if (fits && parent.role == Role::collected) {
+            placeInText(frame, frames_[depth_ - 2]);
+        }
         for (const PullReader::Attribute& attribute : reader_.attributes()) {
             fits = fits && store_.addAttribute(attribute.name, attribute.value);
         }
         if (!fits) {
             refuseSize();
         }
+    }
+
+    /// A formula keeps its blanks, since constants stand between them.
+    void placeInText(const Frame& frame, Frame& parent) {
+        parent.isFormula = parent.isFormula || frame.name == element::syscRef;
+        const std::size_t begin = parent.isFormula ? 0 : parent.textBegin;
+        store_.setPlaceInText(frame.node,
+                              begin == std::string::npos ? 0 : parent.text.size() - begin);
     }
 
     [[noreturn]] void refuseSize() const {
@@ -222,13 +239,18 @@ private:
             if (frame.text.size() + reader_.text().size() > ElementStore::mostText) {
                 refuseSize();
             }
+            if (frame.textBegin == std::string::npos) {
+                const std::size_t begin = reader_.text().find_first_not_of(" \t\r\n");
+                frame.textBegin = begin == std::string::npos ? begin : frame.text.size() + begin;
+            }
             frame.text += reader_.text();
         }
     }
 
     void end() {
         Frame& frame = top();
-        const std::string_view text = withoutOuterSpace(frame.text);
+        const std::string_view text =
+            frame.isFormula ? std::string_view(frame.text) : withoutOuterSpace(frame.text);
         if (frame.role == Role::collected && !text.empty() && !store_.setText(frame.node, text)) {
             refuseSize();
         }
@@ -281,14 +303,42 @@ private:
         }
         Frame& nameFrame = top();
         nameFrame.path = parent.path;
+        reportLength(parent, name);
         if (parent.node != ElementStore::none) {
             store_.setPath(parent.node, parent.path);
             store_.setPath(nameFrame.node, parent.path);
         }
     }
 
+    /// What lies below a path that is too long is counted and not reported again.
+    void reportLength(const Frame& frame, std::string_view name) {
+        constexpr std::size_t longestName = 128;
+        const std::size_t size =
+            static_cast<std::size_t>(std::count_if(name.begin(), name.end(), [](char c) {
+                return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
+            }));
+        if (size > longestName) {
+            report_.note(placeOf(frame),
+                         Reason::longName,
+                         "The name has " + std::to_string(size) +
+                             " characters; the format allows " + std::to_string(longestName) + ".");
+        }
+        const PathTree& paths = documents_.index.paths();
+        if (!paths.isTooLong(frame.path) || paths.isTooLong(paths.parent(frame.path))) {
+            return;
+        }
+        const std::string text = "The path is longer than " +
+                                 std::to_string(PathTree::longestPath) +
+                                 " bytes; nothing at it or below it is known by its path.";
+        if (frame.role == Role::skipped) {
+            report_.note(placeOf(frame), Reason::longPath, text);
+        } else {
+            report_.find(placeOf(frame), Reason::longPath, text);
+        }
+    }
+
     void keepReference(const Frame& frame, std::string_view text) {
-        LooseReference loose{id_, frame.position, frame.path, {}};
+        LooseReference loose{id_, frame.name, frame.position, frame.path, {}};
         loose.reference.target = documents_.texts.keep(text);
         if (frame.base) {
             loose.reference.base = documents_.texts.keep(*frame.base);

@@ -14,6 +14,7 @@ namespace velum::arxml {
 /// somewhere. Its texts are in the documents' arena.
 struct LooseReference {
     FileId file;
+    NameId name;
     Position position;
     PathId path; ///< Of the nearest element with a name.
     Reference reference;

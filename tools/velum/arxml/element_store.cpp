@@ -57,6 +57,18 @@ bool ElementStore::addAttribute(std::string_view name, std::string_view value) {
     return true;
 }
 
+void ElementStore::setPlaceInText(Index element, std::size_t bytes) {
+    if (bytes > 0) {
+        placesInText_.emplace(element, bytes);
+    }
+}
+
+std::size_t Element::placeInText() const {
+    const auto found = store_->placesInText_.find(index_);
+    const std::size_t bytes = found == store_->placesInText_.end() ? 0 : found->second;
+    return std::min(bytes, parent().text().size());
+}
+
 std::optional<std::string_view> Element::attribute(std::string_view name) const {
     if (store_ == nullptr) {
         return std::nullopt;

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <optional>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace velum::arxml {
@@ -55,6 +56,9 @@ public:
     bool setText(Index element, std::string_view text);
     bool addAttribute(std::string_view name, std::string_view value); ///< To the newest element.
     void setPath(Index element, PathId path) { nodes_[element].path = path; }
+    /// So many bytes of the parent's text, without the blanks at its start, stand before it. Only
+    /// kept of elements that stand in the middle of a text.
+    void setPlaceInText(Index element, std::size_t bytes);
     /// Closes an element: what is added from now on is not in it.
     void end(Index element) { nodes_[element].end = size(); }
 
@@ -81,6 +85,7 @@ private:
     std::vector<Tree> trees_;
     std::vector<Node> nodes_;
     std::vector<Attribute> attributes_;
+    std::unordered_map<Index, std::size_t> placesInText_; // where it isn't 0
     TextArena texts_;
     std::size_t textOfTree_ = 0;
 };
@@ -107,6 +112,8 @@ public:
     /// The text directly in the element, without white space at both ends.
     std::string_view text() const { return store_ == nullptr ? std::string_view() : node().text; }
     std::optional<std::string_view> attribute(std::string_view name) const;
+    /// How many bytes of the parent's text stand before the element.
+    std::size_t placeInText() const;
 
     Element parent() const;
     /// The first child of that name.

@@ -13,7 +13,8 @@ PathId PathTree::enter(PathId parent, std::string_view name) {
         return found->second;
     }
     const auto path = static_cast<PathId>(nodes_.size());
-    const Node& node = nodes_.emplace_back(Node{parent, std::string(name)});
+    const std::size_t size = nodes_[parent].size + 1 + name.size();
+    const Node& node = nodes_.emplace_back(Node{parent, std::string(name), size});
     children_.emplace(Key{parent, node.name}, path);
     return path;
 }
@@ -40,9 +41,17 @@ std::string PathTree::text(PathId path) const {
         upwards.push_back(path);
     }
     std::string text;
-    for (; !upwards.empty(); upwards.pop_back()) {
+    for (; !upwards.empty() && text.size() <= longestPath; upwards.pop_back()) {
         text += '/';
-        text += name(upwards.back());
+        text += name(upwards.back()).substr(0, longestPath);
+    }
+    if (text.size() > longestPath) {
+        std::size_t end = longestPath;
+        while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+            --end; // not within a character
+        }
+        text.resize(end);
+        text += "...";
     }
     return text.empty() ? "/" : text;
 }

@@ -20,6 +20,10 @@ public:
     /// The path of what lies in no package, written "/".
     static constexpr PathId root = 0;
 
+    /// The most bytes of a path by which anything is known: an object holds its path as a text, so
+    /// longer ones would need much more memory than the file.
+    static constexpr std::size_t longestPath = 4096;
+
     PathTree();
     PathTree(const PathTree&) = delete;
     PathTree& operator=(const PathTree&) = delete;
@@ -35,12 +39,16 @@ public:
 
     PathId parent(PathId path) const { return nodes_[path].parent; }
     std::string_view name(PathId path) const { return nodes_[path].name; }
+
+    /// "/A/B/C"; of a path that is too long its beginning, with "..." behind.
     std::string text(PathId path) const;
+    bool isTooLong(PathId path) const { return nodes_[path].size > longestPath; }
 
 private:
     struct Node {
         PathId parent;
         std::string name;
+        std::size_t size = 0; // of the path as a text
     };
     struct Key {
         PathId parent;

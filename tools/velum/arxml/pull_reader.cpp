@@ -4,9 +4,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <filesystem>
-#include <system_error>
+#include <new>
 #include <utility>
 
 namespace velum::arxml {
@@ -19,11 +17,6 @@ std::string_view view(const xmlChar* text) {
 
 std::string inBrackets(std::string_view text) {
     return " (" + std::string(text) + ")";
-}
-
-/// What the system says about `code`.
-std::string systemCause(const char* what, int code) {
-    return std::string(what) + inBrackets(std::generic_category().message(code)) + ".";
 }
 
 /// The parser's message in one line without its full stop.
@@ -61,17 +54,15 @@ void PullReader::FreeReader::operator()(_xmlTextReader* reader) const {
 PullReader::PullReader(std::string file,
                        Names& names,
                        std::function<void(std::uint64_t)> onProgress)
-    : file_(std::move(file)), names_(names), onProgress_(std::move(onProgress)) {
-    std::error_code ignored;
-    if (std::filesystem::is_directory(file_, ignored)) {
-        throw InputError(file_, "This is a directory, not a file.");
-    }
-    stream_.reset(std::fopen(file_.c_str(), "rb"));
-    if (!stream_) {
-        throw InputError(file_, systemCause("The file cannot be opened", errno));
-    }
-    reader_.reset(xmlReaderForIO(
-        &PullReader::supply, nullptr, this, nullptr, nullptr, XML_PARSE_NONET | XML_PARSE_COMPACT));
+    : file_(std::move(file)), names_(names), onProgress_(std::move(onProgress)), source_(file_) {
+    // The source hands out UTF-16 as UTF-8, whatever the file declares.
+    const char* const encoding = source_.isUtf16() ? "UTF-8" : nullptr;
+    reader_.reset(xmlReaderForIO(&PullReader::supply,
+                                 nullptr,
+                                 this,
+                                 nullptr,
+                                 encoding,
+                                 XML_PARSE_NONET | XML_PARSE_COMPACT));
     raiseIfFaulty(); // the first bytes are read at once
     if (!reader_) {
         throw std::bad_alloc();
@@ -82,49 +73,70 @@ PullReader::PullReader(std::string file,
 
 PullReader::~PullReader() = default;
 
+/// Nothing may be raised through the parser.
 int PullReader::supply(void* self, char* buffer, int size) {
-    return static_cast<PullReader*>(self)->read(buffer, size);
+    auto& reader = *static_cast<PullReader*>(self);
+    try {
+        return reader.read(buffer, size);
+    } catch (std::bad_alloc const&) {
+        reader.isOutOfMemory_ = true;
+        return -1;
+    }
 }
 
 int PullReader::read(char* buffer, int size) {
     if (fault_) {
         return -1;
     }
-    const std::size_t count = std::fread(buffer, 1, static_cast<std::size_t>(size), stream_.get());
-    if (count == 0 && std::ferror(stream_.get()) != 0) {
-        fault_.emplace(file_, systemCause("The file cannot be read", errno));
-        return -1;
-    }
+    const std::size_t count = source_.read(buffer, static_cast<std::size_t>(size));
+    const std::string_view bytes(buffer, count);
     anyByte_ = anyByte_ || count > 0;
+    isBlank_ = isBlank_ && bytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF") == bytes.npos;
     if (onProgress_) {
-        onProgress_(count);
+        onProgress_(source_.takeProgress());
     }
-    switch (scanner_.scan({buffer, count})) {
+    noteScan(scanner_.scan(bytes));
+    if (count == 0 && source_.fault() && !fault_) {
+        const ByteSource::Fault& fault = *source_.fault();
+        if (fault.hasPlace) {
+            fault_.emplace(file_, scanner_.here(), fault.cause);
+        } else {
+            fault_.emplace(file_, fault.cause);
+        }
+    }
+    return fault_ ? -1 : static_cast<int>(count);
+}
+
+void PullReader::noteScan(TagScanner::Refusal refusal) {
+    switch (refusal) {
     case TagScanner::Refusal::documentType:
         fault_.emplace(file_, scanner_.refusedAt(), "Document type declarations are not read.");
-        return -1;
+        break;
     case TagScanner::Refusal::longPiece:
         fault_.emplace(file_,
                        scanner_.refusedAt(),
                        "This tag, comment or text is longer than " +
                            std::to_string(TagScanner::longestPiece) + " bytes.");
-        return -1;
+        break;
     case TagScanner::Refusal::manyAttributes:
         fault_.emplace(file_,
                        scanner_.refusedAt(),
                        "This element has more than " + std::to_string(TagScanner::mostAttributes) +
                            " attributes.");
-        return -1;
+        break;
     case TagScanner::Refusal::none:
         break;
     }
-    return static_cast<int>(count);
 }
 
 void PullReader::onError(void* self, _xmlError* error) {
     auto& reader = *static_cast<PullReader*>(self);
     if (error->level < XML_ERR_ERROR || reader.fault_) {
         return; // what follows the first fault is its consequence
+    }
+    if (error->code == XML_ERR_NO_MEMORY) {
+        reader.isOutOfMemory_ = true;
+        return;
     }
     reader.fault_.emplace(reader.faultOf(*error));
 }
@@ -138,10 +150,13 @@ InputError PullReader::faultOf(const _xmlError& error) const {
     if (beginsWith(message, "Excessive depth")) {
         return {file_, place, "Elements are nested more than 256 deep."};
     }
+    if (anyByte_ && isBlank_) {
+        return {file_, place, "The file is blank: there is nothing but white space in it."};
+    }
     if (error.code == XML_ERR_DOCUMENT_EMPTY) {
         return {file_, place, "The file is no well-formed XML (it does not begin with a tag)."};
     }
-    if (error.code == XML_ERR_DOCUMENT_END && std::feof(stream_.get()) != 0) {
+    if (error.code == XML_ERR_DOCUMENT_END && source_.isAtEnd()) {
         if (!anyByte_) {
             return {file_, place, "The file is empty."};
         }
@@ -153,6 +168,9 @@ InputError PullReader::faultOf(const _xmlError& error) const {
 }
 
 void PullReader::raiseIfFaulty() const {
+    if (isOutOfMemory_) {
+        throw std::bad_alloc();
+    }
     if (fault_) {
         throw InputError(*fault_);
     }
@@ -202,12 +220,15 @@ void PullReader::enterElement() {
 }
 
 void PullReader::checkEncoding() const {
+    if (source_.isUtf16()) {
+        return;
+    }
     const std::string_view encoding = view(xmlTextReaderConstEncoding(reader_.get()));
     if (!keepsAscii(encoding)) {
         throw InputError(file_,
                          Position{1, 1},
                          "The encoding" + inBrackets(encoding) +
-                             " is none of UTF-8, ASCII, ISO-8859 and Windows-125x.");
+                             " is none of UTF-8, UTF-16, ASCII, ISO-8859 and Windows-125x.");
     }
 }
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "arxml/byte_source.h"
 #include "arxml/input_error.h"
 #include "arxml/names.h"
 #include "arxml/position.h"
 #include "arxml/tag_scanner.h"
 
 #include <cstdint>
-#include <cstdio>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -38,8 +38,8 @@ public:
 
     enum class Event { start, end, text, finished };
 
-    /// Opens `file`. `names` must outlive the reader. `onProgress` is told the size of each portion
-    /// that is read.
+    /// Opens `file`, or the standard input if it is "-". `names` must outlive the reader.
+    /// `onProgress` is told the size of each portion that is read.
     PullReader(std::string file, Names& names, std::function<void(std::uint64_t)> onProgress = {});
     ~PullReader();
     PullReader(const PullReader&) = delete;
@@ -71,9 +71,6 @@ public:
     [[noreturn]] void refuse(const std::string& cause) const;
 
 private:
-    struct CloseFile {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
     struct FreeReader {
         void operator()(_xmlTextReader* reader) const;
     };
@@ -82,6 +79,7 @@ private:
     static void onError(void* self, _xmlError* error);
 
     int read(char* buffer, int size);
+    void noteScan(TagScanner::Refusal refusal);
     void enterElement();
     void checkEncoding() const;
     InputError faultOf(const _xmlError& error) const;
@@ -91,7 +89,7 @@ private:
     std::string file_;
     Names& names_;
     std::function<void(std::uint64_t)> onProgress_;
-    std::unique_ptr<std::FILE, CloseFile> stream_;
+    ByteSource source_;
     TagScanner scanner_;
     std::optional<InputError> fault_; // the first one; set from within the parser's callbacks
     std::unordered_map<const void*, NameId> namesByPointer_; // the parser keeps each name once
@@ -99,6 +97,8 @@ private:
     NameId name_ = 0;
     Position position_{1, 1};
     bool anyByte_ = false;
+    bool isBlank_ = true; // nothing but white space so far
+    bool isOutOfMemory_ = false;
     bool anyElement_ = false;
     bool endPending_ = false; // an empty element was started
 };

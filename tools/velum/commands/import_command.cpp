@@ -31,9 +31,12 @@ bool printObjects(const QOB::Model& model) {
 void ImportCommand::addTo(CLI::App& app) {
     CLI::App* const command = app.add_subcommand(
         "import", "Read AUTOSAR R4 files and report what became of everything in them");
-    command->add_option("FILE", files_, "The files to read (.arxml)")->required();
+    command->add_option("FILE", files_, whatFilesAre)->required();
     CLI::Option* const json = command->add_flag("--json", isJson_, "Print the report as JSON");
     command->add_flag("--strict", isStrict_, "Keep nothing if anything is wrong in the files");
+    command->add_flag(
+        "--skipped", withOmissions_, "List the types and methods of which no object is made");
+    failOn_.addTo(*command);
     command
         ->add_flag(
             "--verbose", isVerbose_, "After the report, print every object with all that it holds")
@@ -42,15 +45,18 @@ void ImportCommand::addTo(CLI::App& app) {
 
 int ImportCommand::run() const {
     dictionary::Dictionary dictionary;
-    const dictionary::Import import = load(files_, dictionary, isStrict_);
-    const report::PrintJob job{import.report(), import.names(), import.paths()};
+    dictionary::ImportOptions options;
+    options.isStrict = isStrict_;
+    options.failOn = failOn_.value();
+    const dictionary::Import import = load(files_, dictionary, options);
+    const report::PrintJob job{import.report(), import.names(), import.paths(), withOmissions_};
     if (!print(isJson_ ? report::printJson(job) : report::printText(job))) {
         return failed;
     }
     if (isVerbose_ && !printObjects(dictionary.model())) {
         return failed;
     }
-    return import.report().hasFaults() ? inputAtFault : done;
+    return options.failOn.fails(import.report()) ? inputAtFault : done;
 }
 
 } // namespace velum::commands

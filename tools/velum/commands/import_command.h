@@ -1,5 +1,7 @@
 #pragma once
 
+#include "commands/fail_on_option.h"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -18,6 +20,8 @@ private:
     bool isJson_ = false;
     bool isStrict_ = false;
     bool isVerbose_ = false;
+    bool withOmissions_ = false;
+    FailOnOption failOn_;
 };
 
 } // namespace velum::commands

@@ -1,5 +1,6 @@
 #include "commands/load.h"
 
+#include "commands/input_files.h"
 #include "report/progress.h"
 
 #include <filesystem>
@@ -21,11 +22,11 @@ std::uint64_t sizeOf(const std::vector<std::string>& files) {
 
 } // namespace
 
-dictionary::Import
-load(const std::vector<std::string>& files, dictionary::Dictionary& dictionary, bool isStrict) {
+dictionary::Import load(const std::vector<std::string>& arguments,
+                        dictionary::Dictionary& dictionary,
+                        dictionary::ImportOptions options) {
+    const std::vector<std::string> files = inputFiles(arguments);
     report::Progress progress(sizeOf(files));
-    dictionary::ImportOptions options;
-    options.isStrict = isStrict;
     options.onProgress = [&progress](std::uint64_t bytes) { progress.advance(bytes); };
     return {files, dictionary, options};
 }

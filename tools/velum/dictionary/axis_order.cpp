@@ -4,15 +4,18 @@
 
 #include <algorithm>
 #include <limits>
+#include <map>
 #include <utility>
 
 namespace velum::dictionary {
 
 namespace element = arxml::element;
 using arxml::Element;
+using report::Reason;
 
 std::vector<Element> inAxisOrder(const ImportContext& context, Element set, arxml::NameId name) {
     std::vector<std::pair<std::int32_t, Element>> axes;
+    std::map<std::int32_t, Element> byIndex;
     for (const Element axis : set.children()) {
         if (!axis.is(name)) {
             continue;
@@ -23,6 +26,14 @@ std::vector<Element> inAxisOrder(const ImportContext& context, Element set, arxm
             if (number.value) {
                 place = *number.value;
                 context.account.consume(index);
+                const auto [first, isNew] = byIndex.emplace(place, axis);
+                if (!isNew) {
+                    context.find(index,
+                                 Reason::contradiction,
+                                 "Another axis has the index " + bracketed(index.text()) +
+                                     " too, at " + context.whereabouts(first->second) +
+                                     "; the two stand in the order of the file.");
+                }
             } else {
                 context.refuse(index,
                                *number.fault,

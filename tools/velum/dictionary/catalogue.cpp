@@ -1,5 +1,7 @@
 #include "dictionary/catalogue.h"
 
+#include "dictionary/duplicates.h"
+
 #include <algorithm>
 #include <array>
 
@@ -66,20 +68,31 @@ void Catalogue::admit(const ImportContext& context, Element element) {
         context.refuse(element, Reason::noName, "This " + kind + " has no SHORT-NAME.");
         return;
     }
+    if (context.documents.index.paths().isTooLong(element.path())) {
+        context.account.skip(element, Reason::longPath); // reported where the path gets too long
+        return;
+    }
     Element& first = byPath_[element.path()];
-    if (!first) {
-        first = element;
+    if (!first || (element.is(element::dataTypeMappingSet) && first.is(element.name()))) {
+        first = first ? first : element;
         byKind_[element.name()].push_back(element);
         return;
     }
-    if (haveEqualContent(context.documents.store, first, element)) {
+    const auto difference = differenceOf(context, first, element);
+    if (!difference) {
         context.account.shareFate(element, first);
         return;
     }
-    context.refuse(element,
-                   Reason::duplicatePath,
-                   "Another " + std::string(context.kind(first)) +
-                       " of this path stands before; that one counts.");
+    const std::string text = "Another " + std::string(context.kind(first)) +
+                             " of this path counts, at " + context.whereabouts(first) + ": ";
+    if (difference->isHeld) {
+        context.find(element, Reason::duplicatePath, text + difference->text + ".");
+    } else {
+        context.note(element,
+                     Reason::duplicatePath,
+                     text + difference->text + ", which makes no difference to the model.");
+    }
+    context.account.skip(element, Reason::duplicatePath);
 }
 
 } // namespace velum::dictionary

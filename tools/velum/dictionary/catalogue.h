@@ -13,7 +13,8 @@ bool isWanted(arxml::NameId name);
 /// The elements that objects are made of, by kind and by path.
 ///
 /// One path stands for one element. Where several have it, the first counts; those that say the
-/// same share its fate, any other is reported and skipped, as is an element without a name.
+/// same share its fate, any other is reported and skipped, as is an element without a name. Mapping
+/// sets identify nothing, so all of them count.
 class Catalogue {
 public:
     explicit Catalogue(const ImportContext& context);

@@ -42,6 +42,13 @@ void CompuMethodImporter::build(const Catalogue& catalogue) {
         const CompuMethodPlan& plan = methods_.at(method);
         if (plan.kind != Kind::none) {
             build(plan);
+        } else {
+            context_.fileOf(method).omissions.push_back(
+                {ImportContext::placeOf(method),
+                 method.name(),
+                 Reason::noClass,
+                 "The model has no class for the category " +
+                     bracketed(method.child(element::category).text()) + "."});
         }
     }
 }

@@ -159,8 +159,12 @@ private:
     void readCoefficients() {
         const bool isWanted = plan_.kind == Kind::linear || plan_.kind == Kind::rational ||
                               plan_.kind == Kind::linearAndTextTable;
-        // Pieces of a function have no place, whole or in part.
-        if (!isWanted || rationalScales().size() != 1) {
+        if (!isWanted || rationalScales().empty()) {
+            return;
+        }
+        if (rationalScales().size() > 1) {
+            leaveOut(rationalScales().front(),
+                     "The function has several pieces; the model holds none of them.");
             return;
         }
         const Element written = rationalScales().front();
@@ -170,6 +174,8 @@ private:
         }
         const bool isLine = read->numerator.size() <= 2 && read->denominator.size() == 1;
         if (plan_.kind == Kind::linearAndTextTable && !isLine) {
+            plan_.coefficientElements.clear();
+            leaveOut(written, "Beside texts the model holds a straight line only; this is none.");
             return;
         }
         if (!toInternal_.rational.empty()) {
@@ -189,9 +195,21 @@ private:
         plan_.toInternal = turned;
     }
 
+    /// Says why coefficients are not held though nothing is wrong with them.
+    void leaveOut(Element written, std::string text) {
+        context_.find(written, Reason::noProperty, std::move(text));
+    }
+
     /// The other direction must say the same; its elements are consumed then.
     void compareWithOther(const Coefficients& toInternal) {
-        if (toPhysical_.rational.size() != 1) {
+        if (toPhysical_.rational.empty()) {
+            return;
+        }
+        if (toPhysical_.rational.size() > 1) {
+            context_.refuse(toPhysical_.rational.front(),
+                            Reason::notInvertible,
+                            "The function to physical values has several pieces; only the one from "
+                            "physical to internal values is held.");
             return;
         }
         const std::size_t before = plan_.coefficientElements.size();
@@ -203,10 +221,10 @@ private:
         }
         plan_.coefficientElements.resize(before);
         if (read) {
-            context_.find(written,
-                          Reason::noProperty,
-                          "This is not the inverse of the function from physical to internal "
-                          "values, which counts.");
+            context_.refuse(written,
+                            Reason::notInvertible,
+                            "This is not the inverse of the function from physical to internal "
+                            "values, which counts; this direction is lost.");
         }
     }
 
@@ -278,7 +296,8 @@ std::optional<Line> CompuMethods::lineOf(Element method) const {
     }
     const CompuMethodPlan& plan = at(method);
     Line line;
-    if (plan.kind != Kind::linear || !plan.toInternal || !readLine(*plan.toInternal, line)) {
+    const bool isLine = plan.kind == Kind::linear || plan.kind == Kind::linearAndTextTable;
+    if (!isLine || !plan.toInternal || !readLine(*plan.toInternal, line)) {
         return std::nullopt;
     }
     return line;

@@ -1,6 +1,7 @@
 #include "dictionary/constraints.h"
 
 #include "dictionary/number.h"
+#include "model/tool_notes.h"
 
 #include <cmath>
 #include <utility>
@@ -78,6 +79,7 @@ Constraints::Limit Constraints::readLimit(Element element) {
         context_.note(element,
                       Reason::outOfRange,
                       "The number " + bracketed(element.text()) + " is held rounded.");
+        limit.exact = element.text();
     }
     limit.value = number.value;
     limit.isOpen = interval == "OPEN";
@@ -103,6 +105,12 @@ void Constraints::setBounds(const types::Real& type,
     type.setIsMinOpen(QOB::Boolean(limits->lower.isOpen));
     type.setMaxValue(bound(limits->upper));
     type.setIsMaxOpen(QOB::Boolean(limits->upper.isOpen));
+    if (!limits->lower.exact.empty()) {
+        model::tool_note::set(type, model::tool_note::minValue, std::string(limits->lower.exact));
+    }
+    if (!limits->upper.exact.empty()) {
+        model::tool_note::set(type, model::tool_note::maxValue, std::string(limits->upper.exact));
+    }
     for (const Limit* limit : {&limits->lower, &limits->upper}) {
         if (limit->element && !context_.account.markedReason(limit->element)) {
             context_.account.consume(limit->element);
@@ -126,6 +134,7 @@ std::optional<Constraints::Limits> Constraints::throughMethod(const Limits& inte
     for (Limit* limit : {&physical.lower, &physical.upper}) {
         if (limit->value) {
             limit->value = line->bias + line->slope * *limit->value;
+            limit->exact = {};
         }
     }
     if (line->slope < 0.0) {

@@ -6,6 +6,7 @@
 #include "dictionary/unit_importer.h"
 
 #include <optional>
+#include <string_view>
 
 namespace velum::dictionary {
 
@@ -37,6 +38,7 @@ private:
         arxml::Element element;
         std::optional<double> value; // none: without bound
         bool isOpen = true;
+        std::string_view exact{}; // as written, if the value is rounded
     };
     struct Limits {
         Limit lower;

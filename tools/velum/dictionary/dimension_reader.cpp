@@ -1,5 +1,6 @@
 #include "dictionary/dimension_reader.h"
 
+#include "dictionary/formula.h"
 #include "dictionary/number.h"
 
 namespace velum::dictionary {
@@ -10,22 +11,25 @@ using report::Reason;
 
 void addDimension(const ImportContext& context, const types::Matrix& matrix, Element size) {
     const auto dimensions = matrix.getDimensionses();
-    if (const Element constant = size.child(element::syscRef)) {
-        std::string_view name = constant.text();
-        name.remove_prefix(name.rfind('/') + 1);
-        context.find(
-            size, Reason::symbolic, "The size is the system constant " + bracketed(name) + ".");
+    if (const auto formula = formulaOf(size)) {
+        context.find(size, Reason::symbolic, "The size is " + formula->description() + ".");
         dimensions.push_back(QOB::Integer(0));
         context.account.consume(size);
         const auto names = matrix.getSymbolicDimensionses();
         const auto before = names.size();
-        names.push_back(toString(name));
-        if (names.size() == before) {
-            context.refuse(constant,
-                           Reason::duplicateValue,
-                           "The constant " + bracketed(name) + " is there already.");
-        } else {
-            context.account.consume(constant);
+        names.push_back(toString(formula->text));
+        const bool isThere = names.size() == before;
+        if (isThere) {
+            context.find(formula->constants.front(),
+                         Reason::duplicateValue,
+                         "The size " + bracketed(formula->text) + " is there already.");
+        }
+        for (const Element constant : formula->constants) {
+            if (isThere) {
+                context.account.skip(constant, Reason::duplicateValue);
+            } else {
+                context.account.consume(constant);
+            }
         }
         return;
     }

@@ -19,7 +19,7 @@ public:
           objects_(model, context),
           baseTypes_(context, catalogue_),
           methods_(context, catalogue_),
-          maps_(catalogue_, references_),
+          maps_(context, catalogue_, references_),
           planner_(context, references_, baseTypes_, methods_, maps_),
           units_(context, references_, objects_),
           methodObjects_(context, methods_, units_, objects_),
@@ -42,6 +42,7 @@ public:
         constraints_.build(catalogue_);
         types_.build(catalogue_);
         values_.buildConstants(catalogue_);
+        references_.reportRest();
         return objects_.counts();
     }
 
@@ -86,9 +87,9 @@ Import::Import(std::vector<std::string> files,
     std::sort(files.begin(), files.end());
     files.erase(std::unique(files.begin(), files.end()), files.end());
     read(files, options.onProgress);
-    build(dictionary, options.isStrict);
+    build(dictionary, options);
     for (report::FileReport& file : report_.files) {
-        file.sortFindings();
+        file.sort();
         if (!file.tally.isBalanced()) {
             throw std::logic_error("The elements of " + file.file + " are not all accounted for.");
         }
@@ -98,17 +99,17 @@ Import::Import(std::vector<std::string> files,
 void Import::read(const std::vector<std::string>& files, const arxml::OnProgress& onProgress) {
     for (const std::string& file : files) {
         const auto id = static_cast<arxml::FileId>(report_.files.size());
-        report_.files.push_back({file, {}, {}});
+        report_.files.emplace_back(file);
         arxml::readDocument(file, id, documents_, isWanted, report_.files.back(), onProgress);
     }
 }
 
-void Import::build(Dictionary& dictionary, bool isStrict) {
+void Import::build(Dictionary& dictionary, const ImportOptions& options) {
     arxml::Account account(documents_.store);
     const ImportContext context{documents_, account, report_};
     QOB::Transaction transaction(dictionary.model());
     report_.classes = Builders(context, dictionary.model()).build();
-    if (isStrict && report_.hasFaults()) {
+    if (options.isStrict && options.failOn.fails(report_)) {
         transaction.rollback();
         report_.classes.clear();
         report_.isKept = false;

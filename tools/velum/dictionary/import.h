@@ -2,6 +2,7 @@
 
 #include "arxml/document_reader.h"
 #include "arxml/documents.h"
+#include "report/fail_on.h"
 #include "report/report.h"
 
 #include <string>
@@ -14,6 +15,7 @@ class Dictionary;
 /// How an import goes about its work.
 struct ImportOptions {
     bool isStrict = false;          ///< Keep nothing if anything is wrong in the input.
+    report::FailOn failOn{};        ///< What is wrong.
     arxml::OnProgress onProgress{}; ///< Told what is read; may be empty.
 };
 
@@ -36,9 +38,12 @@ public:
     const arxml::Names& names() const { return documents_.names; }
     const arxml::PathTree& paths() const { return documents_.index.paths(); }
 
+    /// All that was read.
+    const arxml::Documents& documents() const { return documents_; }
+
 private:
     void read(const std::vector<std::string>& files, const arxml::OnProgress& onProgress);
-    void build(Dictionary& dictionary, bool isStrict);
+    void build(Dictionary& dictionary, const ImportOptions& options);
 
     arxml::Documents documents_;
     report::Report report_;

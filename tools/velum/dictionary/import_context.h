@@ -23,27 +23,19 @@ struct ImportContext {
     }
 
     /// Reports something at an element; whether it is a fault follows from the reason.
-    void find(arxml::Element element, report::Reason reason, std::string text) const {
-        fileOf(element).find(placeOf(element), reason, std::move(text));
-    }
+    void find(arxml::Element element, report::Reason reason, std::string text) const;
     /// Reports something that is no fault.
-    void note(arxml::Element element, report::Reason reason, std::string text) const {
-        fileOf(element).note(placeOf(element), reason, std::move(text));
-    }
+    void note(arxml::Element element, report::Reason reason, std::string text) const;
     /// Reports something at an element and skips the element for it.
-    void refuse(arxml::Element element, report::Reason reason, std::string text) const {
-        find(element, reason, std::move(text));
-        account.skip(element, reason);
-    }
-    /// The same with a text that is no number, if it is not a system constant's.
-    void refuseNumber(arxml::Element element, report::Reason fault, std::string text) const {
-        if (element.child(arxml::element::syscRef)) {
-            refuse(element, report::Reason::symbolic, "The number is a system constant.");
-        } else {
-            refuse(element, fault, std::move(text));
-        }
-    }
+    void refuse(arxml::Element element, report::Reason reason, std::string text) const;
+    /// The same with a text that is no number, if no system constants stand in its place.
+    void refuseNumber(arxml::Element element, report::Reason fault, std::string text) const;
 
+    /// The same of a reference: the findings about one target of a file are one.
+    void refuseReference(arxml::Element reference, report::Reason reason, std::string text) const;
+
+    /// "FILE:LINE:COLUMN".
+    std::string whereabouts(arxml::Element element) const;
     std::string path(arxml::Element element) const {
         return documents.index.paths().text(element.path());
     }

@@ -42,7 +42,9 @@ public:
     Handle makeOf(arxml::Element element) {
         const arxml::Element name = element.child(arxml::element::shortName);
         Handle object = make<Handle>(name.text());
-        object.setExternalId(toString(context_.path(element)));
+        if (!context_.documents.index.paths().isTooLong(element.path())) {
+            object.setExternalId(toString(context_.path(element)));
+        }
         context_.account.consume(element);
         context_.account.consume(name);
         return object;

@@ -39,10 +39,9 @@ bool destFits(std::string_view dest, std::string_view kind) {
     return dest == "ABSTRACT-IMPLEMENTATION-DATA-TYPE" && kind == "IMPLEMENTATION-DATA-TYPE";
 }
 
-std::string causeOf(const arxml::DocumentIndex::Resolution& resolution,
-                    const arxml::Reference& reference) {
+std::string causeOf(const arxml::DocumentIndex& index, const arxml::Reference& reference) {
     const std::string target = bracketed(reference.target);
-    if (resolution.hasBase) {
+    if (index.resolve(reference).hasBase) {
         return "The target " + target + " is not in the files.";
     }
     const std::string base = reference.base ? " " + bracketed(*reference.base) : std::string();
@@ -56,32 +55,50 @@ References::References(const ImportContext& context, const Catalogue& catalogue)
       catalogue_(catalogue),
       paths_(context.documents.store.size(), nowhere),
       isJudged_(context.documents.store.size(), false) {
-    checkLoose();
     const arxml::Documents& documents = context_.documents;
     for (arxml::ElementStore::Index i = 0; i < documents.store.size(); ++i) {
         const Element reference = documents.store.at(i);
         if (!documents.names.isReference(reference.name()) || reference.text().empty()) {
             continue;
         }
-        const arxml::Reference written = arxml::referenceAt(reference);
-        const auto resolution = documents.index.resolve(written);
+        const auto resolution = documents.index.resolve(arxml::referenceAt(reference));
         if (resolution.path) {
             paths_[i] = *resolution.path;
         } else {
-            context_.refuse(reference, Reason::dangling, causeOf(resolution, written));
+            context_.account.skip(reference, Reason::dangling);
         }
     }
 }
 
-void References::checkLoose() const {
-    for (const arxml::LooseReference& loose : context_.documents.looseReferences) {
-        const auto resolution = context_.documents.index.resolve(loose.reference);
-        if (!resolution.path) {
-            context_.report.files[loose.file].find({loose.position, loose.path},
-                                                   Reason::dangling,
-                                                   causeOf(resolution, loose.reference));
+void References::reportRest() {
+    reportLoose();
+    const arxml::Documents& documents = context_.documents;
+    for (arxml::ElementStore::Index i = 0; i < documents.store.size(); ++i) {
+        const Element reference = documents.store.at(i);
+        if (documents.names.isReference(reference.name()) && !reference.text().empty() &&
+            paths_[i] == nowhere && !isJudged_[i]) {
+            context_.fileOf(reference).note(ImportContext::placeOf(reference),
+                                            Reason::dangling,
+                                            causeOf(documents.index, arxml::referenceAt(reference)),
+                                            reference.text());
         }
     }
+}
+
+void References::reportLoose() const {
+    const arxml::DocumentIndex& index = context_.documents.index;
+    for (const arxml::LooseReference& loose : context_.documents.looseReferences) {
+        if (!index.resolve(loose.reference).path) {
+            context_.report.files[loose.file].note({loose.position, loose.path},
+                                                   Reason::dangling,
+                                                   causeOf(index, loose.reference),
+                                                   loose.reference.target);
+        }
+    }
+}
+
+bool References::leadsSomewhere(Element reference) const {
+    return reference && paths_[reference.index()] != nowhere;
 }
 
 Element References::target(Element reference, std::initializer_list<arxml::NameId> wanted) {
@@ -91,8 +108,15 @@ Element References::target(Element reference, std::initializer_list<arxml::NameI
     arxml::PathId& path = paths_[reference.index()];
     const bool isJudged = isJudged_[reference.index()];
     isJudged_[reference.index()] = true;
-    if (path == nowhere && reference.text().empty() && !isJudged) {
-        context_.refuse(reference, Reason::dangling, "The reference is empty.");
+    if (path == nowhere && !isJudged) {
+        if (reference.text().empty()) {
+            context_.refuse(reference, Reason::dangling, "The reference is empty.");
+        } else {
+            context_.refuseReference(
+                reference,
+                Reason::dangling,
+                causeOf(context_.documents.index, arxml::referenceAt(reference)));
+        }
     }
     if (path == nowhere || path == refused) {
         return {};
@@ -110,28 +134,30 @@ bool References::isAccepted(Element reference,
                             std::initializer_list<arxml::NameId> wanted) const {
     const std::string text = bracketed(reference.text());
     if (!target || std::find(wanted.begin(), wanted.end(), target.name()) == wanted.end()) {
-        context_.refuse(reference,
-                        Reason::wrongTarget,
-                        "The target " + text + " is no " +
-                            std::string(context_.documents.names.text(*wanted.begin())) + ".");
+        context_.refuseReference(reference,
+                                 Reason::wrongTarget,
+                                 "The target " + text + " is no " +
+                                     std::string(context_.documents.names.text(*wanted.begin())) +
+                                     ".");
         return false;
     }
     const std::string kind(context_.kind(target));
     const std::string_view dest = reference.attribute("DEST").value_or(kind);
     if (!destFits(dest, kind)) {
-        context_.refuse(reference,
-                        Reason::wrongTarget,
-                        "The target " + text + " is a " + kind + ", not the " + std::string(dest) +
-                            " that DEST says.");
-        return false;
+        context_.fileOf(reference).note(ImportContext::placeOf(reference),
+                                        Reason::wrongTarget,
+                                        "The target " + text + " is a " + kind + ", not the " +
+                                            std::string(dest) + " that DEST says; it is used.",
+                                        reference.text());
     }
     return true;
 }
 
 void References::reportNoObject(Element reference, Element target) const {
-    context_.refuse(reference,
-                    Reason::dangling,
-                    "No object is made of the target " + bracketed(context_.path(target)) + ".");
+    context_.refuseReference(reference,
+                             Reason::dangling,
+                             "No object is made of the target " + bracketed(context_.path(target)) +
+                                 ".");
 }
 
 } // namespace velum::dictionary

@@ -8,10 +8,10 @@
 
 namespace velum::dictionary {
 
-/// Finds what references lead to, and reports those that lead nowhere.
+/// Finds what references lead to, and reports those that lead nowhere: as a fault if an object
+/// lacks something by it, else as a note.
 class References {
 public:
-    /// Reports every reference of the files whose target is not in them, once.
     References(const ImportContext& context, const Catalogue& catalogue);
 
     /// The element that a reference leads to, of one of the wanted kinds. Empty, with the reference
@@ -19,14 +19,20 @@ public:
     /// itself says, is reported.
     arxml::Element target(arxml::Element reference, std::initializer_list<arxml::NameId> wanted);
 
+    /// Whether the reference leads to something, of whatever kind.
+    bool leadsSomewhere(arxml::Element reference) const;
+
     /// Reports that a reference leads to an element of which no object was made, and skips it.
     void reportNoObject(arxml::Element reference, arxml::Element target) const;
+
+    /// Notes the references that lead nowhere and that no object needs.
+    void reportRest();
 
 private:
     static constexpr arxml::PathId nowhere = static_cast<arxml::PathId>(-1);
     static constexpr arxml::PathId refused = static_cast<arxml::PathId>(-2);
 
-    void checkLoose() const;
+    void reportLoose() const;
     bool isAccepted(arxml::Element reference,
                     arxml::Element target,
                     std::initializer_list<arxml::NameId> wanted) const;

@@ -138,14 +138,10 @@ void TableBuilder::setPoints(const types::Axis& axis, Element individual) {
     if (!most) {
         return;
     }
-    if (most.child(element::syscRef)) {
-        context_.refuse(most, Reason::symbolic, "The number of points is a system constant.");
-        return;
-    }
     const WholeNumber points = readCount(most.text());
     if (points.fault) {
         const bool isNumber = *points.fault == Reason::outOfRange;
-        context_.refuse(
+        context_.refuseNumber(
             most,
             *points.fault,
             "The number of points " + bracketed(most.text()) +

@@ -1,6 +1,7 @@
 #include "dictionary/type_importer.h"
 
 #include "dictionary/dimension_reader.h"
+#include "model/tool_notes.h"
 
 #include <string_view>
 #include <unordered_set>
@@ -32,6 +33,28 @@ void consumeFixedSize(const ImportContext& context, Element array) {
     }
 }
 
+/// Keeps the name of the type that an object should have.
+void noteMissing(const QOB::ClassObject& object, Element reference) {
+    if (!reference.text().empty()) {
+        model::tool_note::set(object, model::tool_note::missingType, std::string(reference.text()));
+    }
+}
+
+/// Why no object is made of a type, where its reason leaves that open.
+std::string causeOfOmission(Element type, const TypePlan& plan) {
+    if (plan.reason != Reason::noClass) {
+        return "What it refers to is missing, or no object is made of it.";
+    }
+    if (plan.baseType != nullptr) {
+        const Element written = plan.baseType->element;
+        return "The model has no class for values of the encoding " +
+               bracketed(written.child(element::baseTypeEncoding).text()) + " with the size " +
+               bracketed(plan.baseType->size.text()) + ".";
+    }
+    return "The model has no class for the category " +
+           bracketed(type.child(element::category).text()) + ".";
+}
+
 } // namespace
 
 void TypeImporter::build(const Catalogue& catalogue) {
@@ -41,6 +64,10 @@ void TypeImporter::build(const Catalogue& catalogue) {
             const TypePlan& plan = planner_.plan(type);
             if (plan.metaclass == Metaclass::none) {
                 context_.account.skip(type, plan.reason);
+                context_.fileOf(type).omissions.push_back({ImportContext::placeOf(type),
+                                                           type.name(),
+                                                           plan.reason,
+                                                           causeOfOmission(type, plan)});
             } else {
                 made_.add(type, make(plan, {type, {}}));
             }
@@ -125,8 +152,7 @@ void TypeImporter::setReference(const types::PrimitiveType& object,
     }
     object.setReference(target);
     if (const TypeMaps::Map* const map = isApplication(type) ? maps_.find(type) : nullptr) {
-        context_.account.consume(map->applicationRef);
-        context_.account.consume(map->implementationRef);
+        maps_.consume(*map);
     } else {
         context_.account.consume(propertiesOf(type).child(element::implementationDataTypeRef));
     }
@@ -175,6 +201,8 @@ void TypeImporter::fillArray(const types::Matrix& matrix, Element type) {
             typeAt(propertiesOf(innermost).child(element::implementationDataTypeRef));
         if (base.isValid()) {
             matrix.setBaseType(base);
+        } else {
+            noteMissing(matrix, propertiesOf(innermost).child(element::implementationDataTypeRef));
         }
         return;
     }
@@ -221,8 +249,11 @@ void TypeImporter::fillApplicationArray(const types::Matrix& matrix, Element typ
         addDimension(context_, matrix, size);
         consumeFixedSize(context_, part);
     }
-    if (const ValueType base = typeAt(part.child(element::typeTref)); base.isValid()) {
+    const Element reference = part.child(element::typeTref);
+    if (const ValueType base = typeAt(reference); base.isValid()) {
         matrix.setBaseType(base);
+    } else {
+        noteMissing(matrix, reference);
     }
 }
 
@@ -285,8 +316,11 @@ void TypeImporter::addMember(const types::Structure& structure, Element member) 
     const auto object = objects_.makeOf<types::StructElement>(member);
     object.setStructure(structure);
     if (member.is(element::applicationRecordElement)) {
-        if (const ValueType type = typeAt(member.child(element::typeTref)); type.isValid()) {
+        const Element reference = member.child(element::typeTref);
+        if (const ValueType type = typeAt(reference); type.isValid()) {
             object.setType(type);
+        } else {
+            noteMissing(object, reference);
         }
         return;
     }
@@ -303,6 +337,8 @@ void TypeImporter::setMemberType(const types::StructElement& object, Element mem
         }
         if (const ValueType type = typeAt(reference); type.isValid()) {
             object.setType(type);
+        } else {
+            noteMissing(object, reference);
         }
         return;
     }

@@ -4,25 +4,32 @@
 #include "dictionary/references.h"
 
 #include <unordered_map>
+#include <vector>
 
 namespace velum::dictionary {
 
 /// Which implementation type stands for an application type, by the DATA-TYPE-MAPs.
 ///
-/// Several maps of one application type may differ from each other; the first one counts.
+/// The maps of all sets count, of sets of one path in several files too. Of those of one
+/// application type that differ from each other the first one counts, and the others are reported.
 class TypeMaps {
 public:
-    TypeMaps(const Catalogue& catalogue, References& references);
+    TypeMaps(const ImportContext& context, const Catalogue& catalogue, References& references);
 
     struct Map {
-        arxml::Element applicationRef;
-        arxml::Element implementationRef;
-        arxml::Element implementation; ///< empty if the map leads nowhere
+        arxml::Element implementation;    ///< Empty if the map leads nowhere.
+        std::vector<arxml::Element> maps; ///< The elements that say so, the first one in front.
     };
     /// Null if the type is not mapped.
     const Map* find(arxml::Element applicationType) const;
 
+    /// Consumes the references of all maps that say this.
+    void consume(const Map& map) const;
+
 private:
+    void add(arxml::Element map, References& references);
+
+    ImportContext context_;
     std::unordered_map<arxml::ElementStore::Index, Map> byType_;
 };
 

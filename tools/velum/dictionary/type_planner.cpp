@@ -100,8 +100,6 @@ void TypePlanner::planImplementation(Element type) {
 /// Decides a type that refers to no other one; true if it does and the target is to be decided.
 bool TypePlanner::step(Element type, TypePlan& plan) {
     const Element properties = propertiesOf(type);
-    plan.method = methodOf(properties);
-    plan.constraint = constraintOf(properties);
     const TypeForm form = formOf(type);
     if (form != TypeForm::other && type.child(element::category).text().empty()) {
         inferCategory(type, categoryOf(form));
@@ -148,7 +146,11 @@ void TypePlanner::planValue(Element type, TypePlan& plan) {
         return;
     }
     plan.baseType = &baseTypes_.at(baseType);
-    plan.metaclass = metaclassOf(*plan.baseType, plan.method);
+    if (metaclassOf(*plan.baseType, {}) != Metaclass::none) {
+        plan.method = methodOf(propertiesOf(type));
+        plan.constraint = constraintOf(propertiesOf(type));
+        plan.metaclass = metaclassOf(*plan.baseType, plan.method);
+    }
 }
 
 /// A type is what the type it refers to is, but its own method and constraint come first.
@@ -164,6 +166,8 @@ void TypePlanner::finishReference(Element type, TypePlan& plan) {
     plan.origin = target.origin ? target.origin : plan.target;
     plan.baseType = target.baseType;
     plan.metaclass = target.metaclass;
+    plan.method = methodOf(propertiesOf(type));
+    plan.constraint = constraintOf(propertiesOf(type));
     if (!plan.method) {
         plan.method = target.method;
     }

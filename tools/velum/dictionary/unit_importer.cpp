@@ -1,6 +1,8 @@
 #include "dictionary/unit_importer.h"
 
+#include "dictionary/display_name.h"
 #include "dictionary/number.h"
+#include "model/tool_notes.h"
 
 #include <cmath>
 #include <limits>
@@ -102,6 +104,9 @@ void UnitImporter::buildUnit(Element element) {
     if (const Element display = element.child(element::displayName)) {
         unit.setSymbol(toString(display.text()));
         context_.account.consume(display);
+        if (const std::string name = displayNameOf(display); name != display.text()) {
+            model::tool_note::set(unit, model::tool_note::displayName, name);
+        }
         for (const Element part : display.children()) {
             const bool isSuperscript = part.is(element::sup);
             if (!isSuperscript && !part.is(element::sub)) {

@@ -62,11 +62,14 @@ void ValueBuilder::buildConstants(const Catalogue& catalogue) {
         constants_.add(constant, objects_.makeOf<types::ConstantSpecification>(constant));
     }
     for (const Element constant : constants) {
+        owner_ = constant;
         const ValueSpecification value = makeIn(constant.child(element::valueSpec), ValueType());
         if (value.isValid()) {
             constants_.find(constant).setConstantValue(value);
         }
     }
+    owner_ = Element();
+    circles_.report();
 }
 
 ValueSpecification ValueBuilder::makeIn(Element holder, const ValueType& type) {
@@ -137,6 +140,9 @@ ValueSpecification ValueBuilder::makeReference(Element value) {
     if (const Element target = references_.target(written, {element::constantSpecification})) {
         reference.setValue(constants_.find(target));
         context_.account.consume(written);
+        if (owner_) {
+            circles_.add(owner_, target, written);
+        }
     }
     return ValueSpecification(reference);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dictionary/constant_circles.h"
 #include "dictionary/objects.h"
 #include "dictionary/references.h"
 
@@ -11,7 +12,7 @@ namespace velum::dictionary {
 class ValueBuilder {
 public:
     ValueBuilder(const ImportContext& context, References& references, Objects& objects)
-        : context_(context), references_(references), objects_(objects) {}
+        : context_(context), references_(references), objects_(objects), circles_(context) {}
 
     /// Makes all constants. They come first and are filled then, since they refer to each other.
     void buildConstants(const Catalogue& catalogue);
@@ -50,6 +51,8 @@ private:
     References& references_;
     Objects& objects_;
     ObjectsOf<types::ConstantSpecification> constants_;
+    ConstantCircles circles_;
+    arxml::Element owner_; // the constant being filled; empty for an invalid value
 };
 
 } // namespace velum::dictionary

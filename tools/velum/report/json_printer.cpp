@@ -42,11 +42,32 @@ Json skippedElements(const Tally& tally, const PrintJob& job) {
 
 Json findings(const FileReport& file, const arxml::PathTree& paths) {
     Json list = Json::array();
-    for (const Finding& finding : file.findings) {
-        Json entry = placeIn(finding.place, paths);
+    for (const Finding& finding : file.findings()) {
+        Json entry = placeIn(finding.places.front(), paths);
         entry["reason"] = code(finding.reason);
         entry["fault"] = finding.isFault;
         entry["text"] = finding.text;
+        if (!finding.target.empty()) {
+            Json places = Json::array();
+            for (const Place& place : finding.places) {
+                places.push_back(placeIn(place, paths));
+            }
+            entry["target"] = finding.target;
+            entry["count"] = finding.count;
+            entry["places"] = std::move(places);
+        }
+        list.push_back(std::move(entry));
+    }
+    return list;
+}
+
+Json omissions(const FileReport& file, const PrintJob& job) {
+    Json list = Json::array();
+    for (const Omission& omission : file.omissions) {
+        Json entry = placeIn(omission.place, job.paths);
+        entry["element"] = job.names.text(omission.element);
+        entry["reason"] = code(omission.reason);
+        entry["text"] = omission.text;
         list.push_back(std::move(entry));
     }
     return list;
@@ -68,6 +89,7 @@ std::string printJson(const PrintJob& job) {
                            {"skipped", file.tally.skipped()}}},
                          {"consumed", consumedElements(file.tally, job.names)},
                          {"skipped", skippedElements(file.tally, job)},
+                         {"omitted", omissions(file, job)},
                          {"findings", findings(file, job.paths)}});
     }
     const Json all = {

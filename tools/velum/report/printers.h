@@ -14,6 +14,7 @@ struct PrintJob {
     const Report& report;
     const arxml::Names& names;
     const arxml::PathTree& paths;
+    bool withOmissions = false; ///< List what could be an object and is none; JSON always does.
 };
 
 /// As tables for a person.

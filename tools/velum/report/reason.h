@@ -12,14 +12,20 @@ enum class Reason : std::uint8_t {
     dangling,       ///< The target of the reference is not in the files.
     wrongTarget,    ///< The target is not of the kind that is needed.
     noName,         ///< An element that needs a SHORT-NAME has none.
+    longName,       ///< A name is longer than the format allows; it is held as it is.
+    longPath,       ///< A path is longer than any that objects are known by.
     duplicatePath,  ///< An element of the same kind has the same path; the first one counts.
     badNumber,      ///< The text is no number.
     outOfRange,     ///< The number is one that the model can't hold.
     inferred,       ///< A value was missing or unusual and follows from another one.
     duplicateValue, ///< The model's list refuses a value that it holds already.
     notInvertible,  ///< The coefficients can't be turned into the direction that the model holds.
-    symbolic,       ///< A system constant stands in the place of a number.
+    symbolic,       ///< System constants stand in the place of a number.
+    contradiction,  ///< Two places of the files say different things of one object.
 };
+
+/// How many there are.
+inline constexpr unsigned countOfReasons = static_cast<unsigned>(Reason::contradiction) + 1;
 
 /// The word for it in reports.
 constexpr std::string_view code(Reason reason) {
@@ -34,6 +40,10 @@ constexpr std::string_view code(Reason reason) {
         return "wrong-dest";
     case Reason::noName:
         return "no-name";
+    case Reason::longName:
+        return "long-name";
+    case Reason::longPath:
+        return "long-path";
     case Reason::duplicatePath:
         return "duplicate-path";
     case Reason::badNumber:
@@ -48,19 +58,24 @@ constexpr std::string_view code(Reason reason) {
         return "not-invertible";
     case Reason::symbolic:
         return "symbolic";
+    case Reason::contradiction:
+        return "contradiction";
     }
     return "";
 }
 
-/// Whether the input is at fault, as opposed to what the model has no place for.
+/// Whether an object is wrong or incomplete by a fault of the input, as opposed to what the model
+/// has no place for.
 constexpr bool isFault(Reason reason) {
     switch (reason) {
     case Reason::dangling:
     case Reason::wrongTarget:
     case Reason::noName:
+    case Reason::longPath:
     case Reason::duplicatePath:
     case Reason::badNumber:
     case Reason::outOfRange:
+    case Reason::contradiction:
         return true;
     default:
         return false;

@@ -2,6 +2,7 @@
 
 #include "report/file_report.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,8 +21,14 @@ struct Report {
     std::vector<FileReport> files;
     bool isKept = true; ///< False if nothing was kept, since something was wrong.
 
-    /// Whether any file has a fault, as opposed to elements without a place in the model.
-    bool hasFaults() const;
+    /// Whether any object is wrong or incomplete by a fault of the input.
+    bool hasFaults() const {
+        return std::any_of(files.begin(), files.end(), [](FileReport const& file) {
+            return std::any_of(file.findings().begin(), file.findings().end(), [](auto const& one) {
+                return one.isFault;
+            });
+        });
+    }
 };
 
 } // namespace velum::report

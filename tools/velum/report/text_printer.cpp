@@ -34,6 +34,59 @@ std::uint64_t printClasses(std::string& text, const Report& report) {
     return total;
 }
 
+/// "FILE:LINE:COLUMN: WORD: PATH: SENTENCE".
+std::string lineOf(const PrintJob& job,
+                   const FileReport& file,
+                   const Place& place,
+                   const std::string& word,
+                   const std::string& sentence) {
+    return inOneLine(file.file) + ":" + lineAndColumn(place) + ": " + word + ": " +
+           inOneLine(job.paths.text(place.path)) + ": " + inOneLine(sentence);
+}
+
+void printOmissions(std::string& text, const PrintJob& job, const FileReport& file) {
+    if (!job.withOmissions || file.omissions.empty()) {
+        return;
+    }
+    text += "\nNo object is made of these:\n";
+    for (const Omission& omission : file.omissions) {
+        const std::string kind(job.names.text(omission.element));
+        text += lineOf(job,
+                       file,
+                       omission.place,
+                       std::string(code(omission.reason)),
+                       kind + (omission.text.empty() ? "." : ". " + omission.text)) +
+                "\n";
+    }
+}
+
+/// " [57 times, also at 345:9 and 351:9]"; nothing for a single one.
+std::string repetitionOf(const Finding& finding) {
+    if (finding.count < 2) {
+        return {};
+    }
+    std::string text = " [" + std::to_string(finding.count) + " times, also at ";
+    for (std::size_t i = 1; i < finding.places.size(); ++i) {
+        text += i == 1 ? "" : " and ";
+        text += lineAndColumn(finding.places[i]);
+    }
+    return text + "]";
+}
+
+void printFindings(std::string& text, const PrintJob& job, const FileReport& file) {
+    text += file.findings().empty() ? "" : "\n";
+    for (const Finding& finding : file.findings()) {
+        const std::string reason(code(finding.reason));
+        const bool isUnexpectedNote = isFault(finding.reason) && !finding.isFault;
+        text += lineOf(job,
+                       file,
+                       finding.places.front(),
+                       isUnexpectedNote ? "note: " + reason : reason,
+                       finding.text) +
+                repetitionOf(finding) + "\n";
+    }
+}
+
 void printFile(std::string& text, const PrintJob& job, const FileReport& file) {
     const std::string name = inOneLine(file.file);
     text += name + ": " + counted(file.tally.met(), "element") + ", " +
@@ -51,21 +104,8 @@ void printFile(std::string& text, const PrintJob& job, const FileReport& file) {
     if (!skips.empty()) {
         text += "\n" + skips.text();
     }
-    if (!file.findings.empty()) {
-        text += "\n";
-    }
-    for (const Finding& finding : file.findings) {
-        text += name;
-        text += ':';
-        text += lineAndColumn(finding.place);
-        text += ": ";
-        text += code(finding.reason);
-        text += ": ";
-        text += inOneLine(job.paths.text(finding.place.path));
-        text += ": ";
-        text += inOneLine(finding.text);
-        text += '\n';
-    }
+    printOmissions(text, job, file);
+    printFindings(text, job, file);
 }
 
 } // namespace

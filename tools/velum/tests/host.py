@@ -84,11 +84,14 @@ def classes(result):
     return {row["class"]: row["count"] for row in json.loads(result.stdout)["objects"]}
 
 
-def shown(elements, *path):
-    """What is shown of a document with one package P that holds the elements."""
+def shown(elements, *path, with_relations=False):
+    """What is shown of a document with one package P that holds the elements: what an object is, and
+    only if asked for how it stands to others."""
     with Folder() as folder:
         folder.write("f.arxml", document(package("P", elements)))
-        return folder.run("show", "f.arxml", *path).stdout.decode().splitlines()
+        lines = folder.run("show", "f.arxml", *path).stdout.decode().splitlines()
+        relations = ("  refers to ", "  invalid value ", "  used by ")
+        return [line for line in lines if with_relations or not line.startswith(relations)]
 
 
 def held(elements):
@@ -97,7 +100,8 @@ def held(elements):
     objects = {}
     for block in text.split("\n\n"):
         lines = re.sub(r" #\d+", "", block).splitlines()
-        path = re.fullmatch(r'  ExternalId: "(.*)"', lines[-1])
-        if path:
-            objects[path[1]] = lines[:-1]
+        for place, line in enumerate(lines):
+            path = re.fullmatch(r'  ExternalId: "(.*)"', line)
+            if path:
+                objects[path[1]] = lines[:place]
     return objects

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "report/report.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace velum::report {
+
+/// Which findings make a run fail.
+class FailOn {
+public:
+    /// Faults: what makes an object wrong or incomplete.
+    FailOn() = default;
+
+    /// The reasons of a list, "dangling,symbolic", or "none". Notes don't count, unless they and
+    /// skipped elements are all that there is of a reason. Raises `std::invalid_argument` with the
+    /// known reasons if one is unknown.
+    explicit FailOn(std::string_view list);
+
+    bool fails(Report const& report) const;
+
+private:
+    bool fails(FileReport const& file) const;
+
+    bool isDefault_ = true;
+    std::array<bool, countOfReasons> isChosen_{};
+};
+
+} // namespace velum::report
