@@ -3,6 +3,11 @@
 #include "model/metaclasses.h"
 #include "model/objects.h"
 
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
 namespace velum::check {
 
 namespace {
@@ -39,38 +44,58 @@ bool hasValue(const QOB::IntrospectiveMethods& record,
     }
 }
 
-/// Whether the property makes a tree of objects of one class, of which the object is a leaf.
-bool isLeaf(const model::Metaclass& metaclass,
-            const MetaPropertyDescription& property,
-            const QOB::ClassObject& object) {
-    return property.package()->classes[property.typeIndex] == metaclass.record &&
-           object.hasContainerQOB() &&
-           model::classOf(object.getContainerQOB()) == model::classOf(object);
+/// A property that files need not give.
+struct Exception {
+    std::string_view metaclass;
+    std::string_view property;
+    std::string_view replacement; ///< Only where this property has a value; empty: always.
+};
+
+constexpr std::array exceptions = {
+    Exception{"Axis", "Dimensions", "SharedAxis"},
+    Exception{"CompuMethod", "DisplayFormat", ""},
+    Exception{"LookupTableSpecification", "Axes", ""}, // those of shared axes stand elsewhere
+    Exception{"LookupTableType", "BaseType", "ValueAxisDataType"},
+    Exception{"LookupTableType", "SwRecordLayout", ""},
+    Exception{"SharedAxisType", "SwRecordLayout", ""},
+    Exception{"ValueElement", "Value", ""}, // the file gives one of a kind that has no class
+    Exception{"VoidPointer", "SwBaseType", ""}};
+
+bool mayBeMissing(const model::Metaclass& metaclass,
+                  const MetaPropertyDescription& property,
+                  const QOB::ClassObject& object) {
+    return std::any_of(exceptions.begin(), exceptions.end(), [&](Exception const& exception) {
+        if (exception.metaclass != metaclass.name || exception.property != property.name) {
+            return false;
+        }
+        for (const MetaPropertyDescription* other : model::propertiesOf(metaclass)) {
+            if (exception.replacement == other->name) {
+                return hasValue(*metaclass.record, *other, object);
+            }
+        }
+        return exception.replacement.empty();
+    });
 }
 
-/// A missing text or number is common in files; a missing object leaves a hole in the model.
-Severity severityOf(const MetaPropertyDescription& property) {
-    return property.package() == QOB::get_QOB_PackageIntrospectiveMethods() ? Severity::note
-                                                                            : Severity::warning;
+/// Whether the file gives a constant a value, of a kind that no object is made of.
+bool isLeftOut(arxml::Element element) {
+    const arxml::Element value = element.child(arxml::element::valueSpec);
+    return element.is(arxml::element::constantSpecification) &&
+           value.children().begin() != value.children().end();
 }
 
 } // namespace
 
-void checkMandatory(const QOB::ClassObject& object,
-                    const std::string& path,
-                    std::vector<Issue>& issues) {
+void checkMandatory(QOB::ClassObject const& object, arxml::Element element, Sink const& sink) {
     const model::Metaclass* metaclass = model::findMetaclass(model::classOf(object));
     while (metaclass != nullptr && metaclass->isOfTypes) {
         for (const MetaPropertyDescription* property : model::propertiesOf(*metaclass)) {
             const bool isMandatory =
                 property->lower > 0 && (property->flags & QOB::PropertyDerived) == 0;
             if (isMandatory && !hasValue(*metaclass->record, *property, object) &&
-                !isLeaf(*metaclass, *property, object)) {
-                issues.push_back(
-                    {path,
-                     "mandatory-property",
-                     severityOf(*property),
-                     std::string(model::classOf(object)) + " has no " + property->name + "."});
+                !mayBeMissing(*metaclass, *property, object) && !isLeftOut(element)) {
+                sink.add("mandatory-property",
+                         std::string(model::classOf(object)) + " has no " + property->name + ".");
             }
         }
         const auto supers = model::supersOf(*metaclass);

@@ -1,150 +1,120 @@
 #include "check/rules.h"
 
+#include "check/file_rules.h"
 #include "check/mandatory.h"
-#include "dictionary/number.h"
+#include "check/type_rules.h"
+#include "check/value_rules.h"
 #include "model/objects.h"
 
-#include <cstdint>
-#include <map>
+#include <algorithm>
+#include <tuple>
+#include <unordered_map>
 #include <utility>
 
 namespace velum::check {
 
 namespace types = Zorvane::metamodel::types;
-using dictionary::numberText;
+namespace foundation = Zorvane::metamodel::foundation;
 
 namespace {
 
-/// Where the issues of one object go.
-struct Sink {
-    const std::string& path;
-    std::vector<Issue>& issues;
-
-    void add(std::string_view rule, Severity severity, std::string text) const {
-        issues.push_back({path, rule, severity, std::move(text)});
+/// Visits every object once, and keeps those that rules over several objects ask for.
+class Walk {
+public:
+    Walk(QOB::Model const& model, Sources const& sources)
+        : model_(model), sources_(sources), initialValues_(initialValues(sources)) {
+        for (InitialValue const& value : initialValues_) {
+            byPath_.try_emplace(value.type);
+            byPath_.try_emplace(value.constant);
+        }
     }
+
+    std::vector<Issue> run() {
+        std::vector<std::pair<QOB::ClassObject, std::string>> pending;
+        for (QOB::ClassObject const& free : model::freeObjects(model_)) {
+            pending.emplace_back(free, "");
+            while (!pending.empty()) {
+                const auto [object, around] = pending.back();
+                pending.pop_back();
+                const std::string own = model::pathOf(object);
+                std::string const& path = own.empty() ? around : own;
+                visit(object, own, path);
+                const auto contained = model::containedIn(object);
+                for (auto part = contained.rbegin(); part != contained.rend(); ++part) {
+                    pending.emplace_back(*part, path);
+                }
+            }
+        }
+        checkInitialValues();
+        checkBaseTypes(sources_, issues_);
+        return std::move(issues_);
+    }
+
+private:
+    void visit(QOB::ClassObject const& object, std::string const& own, std::string const& path) {
+        if (const auto wanted = byPath_.find(own); wanted != byPath_.end()) {
+            wanted->second = object;
+        }
+        const std::size_t before = issues_.size();
+        checkObject(object, sources_.elementAt(own), Sink(path, issues_));
+        if (issues_.size() == before) {
+            return;
+        }
+        if (const arxml::Element element = sources_.elementAt(path)) {
+            for (std::size_t i = before; i < issues_.size(); ++i) {
+                issues_[i].place = sources_.originOf(element);
+            }
+        }
+    }
+
+    static void
+    checkObject(QOB::ClassObject const& object, arxml::Element element, Sink const& sink) {
+        checkMandatory(object, element, sink);
+        if (const types::Real type(object); type.isValid()) {
+            checkType(type, sink);
+        } else if (const types::Unit unit(object); unit.isValid()) {
+            checkUnit(unit, element, sink);
+        } else if (const types::CompuMethod method(object); method.isValid()) {
+            checkMethod(method, element, sink);
+        } else if (const types::ApplicationValueSpecification value(object); value.isValid()) {
+            checkValues(value, sink);
+        }
+    }
+
+    void checkInitialValues() {
+        for (InitialValue const& value : initialValues_) {
+            const foundation::ValueType type(byPath_.at(value.type));
+            const types::ConstantSpecification constant(byPath_.at(value.constant));
+            if (!type.isValid() || !constant.isValid()) {
+                continue;
+            }
+            const std::size_t before = issues_.size();
+            checkAgainstType(constant.getConstantValue(), type, Sink(value.path, issues_));
+            for (std::size_t i = before; i < issues_.size(); ++i) {
+                issues_[i].place = value.place;
+            }
+        }
+    }
+
+    QOB::Model const& model_;
+    Sources const& sources_;
+    std::vector<InitialValue> initialValues_;
+    std::unordered_map<std::string, QOB::ClassObject> byPath_; // of what these refer to
+    std::vector<Issue> issues_;
 };
 
-void checkRange(const types::Real& type, const Sink& sink) {
-    if (!type.hasMinValue() || !type.hasMaxValue()) {
-        return;
+bool standsBefore(Issue const& a, Issue const& b) {
+    if (!a.place || !b.place) {
+        return a.place.has_value() && !b.place;
     }
-    const double min = type.getMinValue();
-    const double max = type.getMaxValue();
-    const bool isOpen =
-        type.isMinOpen() == QOB::Boolean(true) || type.isMaxOpen() == QOB::Boolean(true);
-    if (min > max) {
-        sink.add("empty-range",
-                 Severity::error,
-                 "The minimum " + numberText(min) + " is above the maximum " + numberText(max) +
-                     ".");
-    } else if (min == max && isOpen) {
-        sink.add("empty-range",
-                 Severity::error,
-                 "The range from " + numberText(min) + " to itself excludes it.");
-    }
-}
-
-void checkLiterals(const types::Enumeration& type, const Sink& sink) {
-    std::map<int, std::string> first;
-    for (const types::EnumerationLiteral literal : type.getOwnedLiterals()) {
-        const QOB::Integer value = literal.getValue();
-        if (!value.isValid()) {
-            continue;
-        }
-        const std::string name = literal.getName();
-        const auto [entry, isNew] = first.emplace(static_cast<int>(value), name);
-        if (!isNew) {
-            sink.add("shared-value",
-                     Severity::warning,
-                     "The literals " + entry->second + " and " + name + " share the value " +
-                         std::to_string(entry->first) + ".");
-        }
-    }
-}
-
-void checkFactor(double factor, const char* what, const Sink& sink) {
-    if (factor == 0.0) {
-        sink.add("zero-factor", Severity::error, std::string(what) + " is 0.");
-    }
-}
-
-void checkMethod(const types::CompuMethod& method, const Sink& sink) {
-    using Category = types::CompuMethodCategory;
-    const Category category = method.getCategory();
-    const bool isFunction = category == Category(Category::Linear) ||
-                            category == Category(Category::RatFunc) ||
-                            category == Category(Category::LinearAndTextTable);
-    if (isFunction && (method.getCalToInternalCompuNumerators().empty() ||
-                       method.getCalToInternalCompuDenominators().empty())) {
-        sink.add("no-coefficients",
-                 Severity::warning,
-                 "A method of category " + std::string(category.toString()) +
-                     " has no coefficients.");
-    }
-}
-
-/// The product of the sizes, none if one is unknown or there are no sizes.
-std::int64_t productOf(const QOB::Sequence<QOB::Integer>& sizes) {
-    constexpr std::int64_t most = std::int64_t{1} << 40U;
-    std::int64_t product = sizes.empty() ? -1 : 1;
-    for (const QOB::Integer size : sizes) {
-        if (!size.isValid() || static_cast<int>(size) < 0) {
-            return -1;
-        }
-        product = std::min(product * static_cast<int>(size), most);
-    }
-    return product;
-}
-
-void checkSizes(const types::ApplicationValueSpecification& value, const Sink& sink) {
-    const std::int64_t expected = productOf(value.getDimensionses());
-    const std::int64_t held = value.getVs().size();
-    if (expected >= 0 && expected != held) {
-        sink.add("size-mismatch",
-                 Severity::warning,
-                 "The dimensions tell " + std::to_string(expected) + " values, there are " +
-                     std::to_string(held) + ".");
-    }
-}
-
-void checkObject(const QOB::ClassObject& object, const Sink& sink) {
-    checkMandatory(object, sink.path, sink.issues);
-    if (const types::Real type(object); type.isValid()) {
-        checkRange(type, sink);
-        if (const types::Enumeration enumeration(object); enumeration.isValid()) {
-            checkLiterals(enumeration, sink);
-        } else if (const types::FixedPoint fixed(object); fixed.isValid()) {
-            checkFactor(fixed.getSlope(), "The slope of the fixed point type", sink);
-        }
-    } else if (const types::Unit unit(object); unit.isValid()) {
-        checkFactor(unit.getConvFactor(), "The conversion factor of the unit", sink);
-    } else if (const types::CompuMethod method(object); method.isValid()) {
-        checkMethod(method, sink);
-    } else if (const types::ApplicationValueSpecification value(object); value.isValid()) {
-        checkSizes(value, sink);
-    }
+    return std::tie(a.place->file, a.place->position) < std::tie(b.place->file, b.place->position);
 }
 
 } // namespace
 
-std::vector<Issue> checkModel(const QOB::Model& model) {
-    std::vector<Issue> issues;
-    std::vector<std::pair<QOB::ClassObject, std::string>> pending;
-    for (const QOB::ClassObject& free : model::freeObjects(model)) {
-        pending.emplace_back(free, "");
-        while (!pending.empty()) {
-            const auto [object, around] = pending.back();
-            pending.pop_back();
-            const std::string own = model::pathOf(object);
-            const std::string& path = own.empty() ? around : own;
-            checkObject(object, {path, issues});
-            const auto contained = model::containedIn(object);
-            for (auto part = contained.rbegin(); part != contained.rend(); ++part) {
-                pending.emplace_back(*part, path);
-            }
-        }
-    }
+std::vector<Issue> checkModel(QOB::Model const& model, Sources const& sources) {
+    std::vector<Issue> issues = Walk(model, sources).run();
+    std::stable_sort(issues.begin(), issues.end(), standsBefore);
     return issues;
 }
 

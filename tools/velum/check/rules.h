@@ -7,7 +7,8 @@
 
 namespace velum::check {
 
-/// The issues of all objects of a model, in the order of their paths.
-std::vector<Issue> checkModel(const QOB::Model& model);
+/// The issues of all objects of a model and of the files that they were made of, in the order of
+/// the files; those of objects that came from none are in the order of their paths.
+std::vector<Issue> checkModel(QOB::Model const& model, Sources const& sources = {});
 
 } // namespace velum::check

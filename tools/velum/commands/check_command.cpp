@@ -1,13 +1,12 @@
 #include "commands/check_command.h"
 
+#include "check/baseline.h"
+#include "check/printers.h"
 #include "check/rules.h"
 #include "commands/exit_code.h"
 #include "commands/load.h"
 #include "commands/output.h"
 #include "dictionary/dictionary.h"
-#include "report/printers.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <iostream>
@@ -16,32 +15,12 @@ namespace velum::commands {
 
 namespace {
 
-std::string asText(const std::vector<check::Issue>& issues) {
-    std::string text;
-    for (const check::Issue& issue : issues) {
-        text += report::inOneLine(issue.path);
-        text += ": ";
-        text += word(issue.severity);
-        text += ": ";
-        text += issue.rule;
-        text += ": ";
-        text += report::inOneLine(issue.text);
-        text += '\n';
+std::vector<std::string> ruleIds() {
+    std::vector<std::string> ids;
+    for (check::Rule const& rule : check::rules()) {
+        ids.emplace_back(rule.id);
     }
-    return text;
-}
-
-std::string asJson(const std::vector<check::Issue>& issues) {
-    using Json = nlohmann::ordered_json;
-    Json list = Json::array();
-    for (const check::Issue& issue : issues) {
-        list.push_back({{"path", issue.path},
-                        {"rule", issue.rule},
-                        {"severity", word(issue.severity)},
-                        {"text", issue.text}});
-    }
-    const Json all = {{"issues", std::move(list)}};
-    return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return ids;
 }
 
 } // namespace
@@ -49,24 +28,71 @@ std::string asJson(const std::vector<check::Issue>& issues) {
 void CheckCommand::addTo(CLI::App& app) {
     CLI::App* const command =
         app.add_subcommand("check", "Report what AUTOSAR files say that is legal and yet doubtful");
-    command->add_option("FILE", files_, "The files to read (.arxml)")->required();
-    command->add_flag("--json", isJson_, "Print the issues as JSON");
+    command->add_option("FILE", files_, whatFilesAre)->required();
+    command->add_option("--rule", rules_, "Report the issues of these rules only")
+        ->type_name("RULE,...")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->check(CLI::IsMember(ruleIds()));
+    command->add_option("--severity", severity_, "Report issues of this severity or a higher one")
+        ->check(CLI::IsMember({"error", "warning", "note"}));
+    command->add_option("--baseline", baseline_, "Leave out the issues of an earlier --json")
+        ->type_name("FILE");
+    CLI::Option* const format =
+        command->add_option("--format", format_, "text, json or sarif (SARIF 2.1.0)")
+            ->check(CLI::IsMember({"text", "json", "sarif"}));
+    command->add_flag("--json", isJson_, "The same as --format json")->excludes(format);
+    failOn_.addTo(*command);
+}
+
+bool CheckCommand::isWanted(check::Issue const& issue) const {
+    using check::Severity;
+    const Severity least = severity_ == "error"     ? Severity::error
+                           : severity_ == "warning" ? Severity::warning
+                                                    : Severity::note;
+    return issue.rule->severity <= least &&
+           (rules_.empty() ||
+            std::find(rules_.begin(), rules_.end(), issue.rule->id) != rules_.end());
+}
+
+std::string CheckCommand::printed(std::vector<check::Issue> const& issues) const {
+    if (format_ == "sarif") {
+        return printSarif(issues);
+    }
+    return isJson_ || format_ == "json" ? printJson(issues) : printText(issues);
 }
 
 int CheckCommand::run() const {
+    std::optional<check::Baseline> baseline;
+    if (baseline_) {
+        baseline.emplace(*baseline_);
+    }
     dictionary::Dictionary dictionary;
     const dictionary::Import import = load(files_, dictionary);
-    const auto issues = check::checkModel(dictionary.model());
-    if (!print(isJson_ ? asJson(issues) : asText(issues))) {
+    std::vector<std::string> files;
+    for (report::FileReport const& file : import.report().files) {
+        files.push_back(file.file);
+    }
+    auto issues =
+        check::checkModel(dictionary.model(), check::Sources(import.documents(), std::move(files)));
+    issues.erase(std::remove_if(issues.begin(),
+                                issues.end(),
+                                [this](check::Issue const& issue) { return !isWanted(issue); }),
+                 issues.end());
+    if (baseline) {
+        issues = baseline->withoutKnown(std::move(issues));
+    }
+    if (!print(printed(issues))) {
         return failed;
     }
-    const bool hasErrors = std::any_of(issues.begin(), issues.end(), [](const check::Issue& issue) {
-        return issue.severity == check::Severity::error;
+    const bool hasErrors = std::any_of(issues.begin(), issues.end(), [](check::Issue const& issue) {
+        return issue.rule->severity == check::Severity::error;
     });
-    if (import.report().hasFaults()) {
-        std::cerr << "velum: Something is wrong in the files; \"velum import\" tells what.\n";
+    const bool isInputAtFault = failOn_.value().fails(import.report());
+    if (isInputAtFault) {
+        std::cerr << whereFaultsAre;
     }
-    return hasErrors || import.report().hasFaults() ? inputAtFault : done;
+    return hasErrors || isInputAtFault ? inputAtFault : done;
 }
 
 } // namespace velum::commands

@@ -33,8 +33,8 @@ TEST(Checks, TellFactorsOfZero) {
     transaction.commit();
     std::set<std::pair<std::string, std::string>> found;
     for (const Issue& issue : checkModel(model)) {
-        if (issue.rule == "zero-factor") {
-            EXPECT_EQ(issue.severity, Severity::error);
+        if (issue.rule->id == "zero-factor") {
+            EXPECT_EQ(issue.rule->severity, Severity::error);
             found.emplace(issue.path, issue.text);
         }
     }
