@@ -1,25 +1,66 @@
 #include "commands/show_command.h"
 
 #include "commands/exit_code.h"
+#include "commands/input_files.h"
 #include "commands/load.h"
 #include "commands/output.h"
 #include "dictionary/dictionary.h"
+#include "find/references.h"
 #include "model/objects.h"
 #include "report/printers.h"
 #include "show/object_printer.h"
+#include "show/selection.h"
 
-#include <filesystem>
+#include <algorithm>
 #include <iostream>
+#include <unordered_map>
 
 namespace velum::commands {
 
 namespace {
 
-/// A path in the files begins like an absolute file name; the file wins.
-bool isPath(const std::string& argument) {
-    std::error_code ignored;
-    return !argument.empty() && argument.front() == '/' &&
-           !std::filesystem::exists(argument, ignored);
+/// The paths of what refers to an object, by the object.
+using Users = std::unordered_map<void const*, std::vector<std::string>>;
+
+Users usersIn(QOB::Model const& model) {
+    const find::References references(model);
+    Users users;
+    for (QOB::ClassObject const& user : references.objects()) {
+        for (void const* target : references.usedBy(user)) {
+            if (target != user.get() && user.hasExternalId()) {
+                users[target].push_back(model::pathOf(user));
+            }
+        }
+    }
+    return users;
+}
+
+/// "  used by /A, /B and 12 more"; nothing if there is none.
+std::string usersText(std::vector<std::string> const& users) {
+    constexpr std::size_t most = 5;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(users.size(), most); ++i) {
+        text += (i == 0 ? "  used by " : ", ") + report::inOneLine(users[i]);
+    }
+    if (users.size() > most) {
+        text += " and " + std::to_string(users.size() - most) + " more";
+    }
+    return text.empty() ? text : text + "\n";
+}
+
+/// What has no path was made for something that has one, and is told there.
+std::string textsOf(std::vector<QOB::ClassObject> const& objects, Users const& users) {
+    std::string text;
+    for (QOB::ClassObject const& object : objects) {
+        if (model::pathOf(object).empty()) {
+            continue;
+        }
+        text += show::objectText(object);
+        if (const auto known = users.find(object.get()); known != users.end()) {
+            text += usersText(known->second);
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -27,40 +68,46 @@ bool isPath(const std::string& argument) {
 void ShowCommand::addTo(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("show", "Print the types that AUTOSAR files hold");
     command
-        ->add_option("FILE", arguments_, "The files to read (.arxml), then the path (/A/B) to show")
+        ->add_option(
+            "FILE",
+            arguments_,
+            std::string(whatFilesAre) +
+                ", then what to show: paths (/A/B), patterns (/A*/**/Speed*), names (Speed)")
         ->required();
+    failOn_.addTo(*command);
 }
 
 int ShowCommand::run() const {
-    std::vector<std::string> files = arguments_;
-    std::string path;
-    if (files.size() > 1 && isPath(files.back())) {
-        path = files.back();
-        files.pop_back();
+    std::vector<std::string> files = {arguments_.front()};
+    std::vector<std::string> wanted;
+    for (std::size_t i = 1; i < arguments_.size(); ++i) {
+        (arguments_[i] != "/" && isInput(arguments_[i]) ? files : wanted).push_back(arguments_[i]);
     }
     dictionary::Dictionary dictionary;
     const dictionary::Import import = load(files, dictionary);
-    const auto objects = model::objectsAt(dictionary.model(), path);
-    if (objects.empty() && !path.empty()) {
-        std::cerr << "velum: Nothing in the files has the path (" << report::inOneLine(path)
-                  << ").\n";
-        return inputAtFault;
-    }
+    const Users users = usersIn(dictionary.model());
+    bool isAllThere = true;
     std::string text;
-    for (const QOB::ClassObject& object : objects) {
-        // What has no path was made for something that has one, and is told there.
-        if (!model::pathOf(object).empty()) {
-            text += show::objectText(object);
+    if (wanted.empty()) {
+        text = textsOf(model::objectsAt(dictionary.model(), ""), users);
+    }
+    for (std::string const& one : wanted) {
+        const std::vector<QOB::ClassObject> objects = show::select(dictionary.model(), one);
+        if (objects.empty()) {
+            std::cerr << "velum: Nothing in the files has the path (" << report::inOneLine(one)
+                      << ").\n";
+            isAllThere = false;
         }
+        text += textsOf(objects, users);
     }
     if (!print(text)) {
         return failed;
     }
-    if (import.report().hasFaults()) {
-        std::cerr << "velum: Something is wrong in the files; \"velum import\" tells what.\n";
-        return inputAtFault;
+    const bool isInputAtFault = failOn_.value().fails(import.report());
+    if (isAllThere && isInputAtFault) {
+        std::cerr << whereFaultsAre;
     }
-    return done;
+    return isAllThere && !isInputAtFault ? done : inputAtFault;
 }
 
 } // namespace velum::commands

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "commands/fail_on_option.h"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -15,6 +17,7 @@ public:
 
 private:
     std::vector<std::string> arguments_;
+    FailOnOption failOn_;
 };
 
 } // namespace velum::commands

@@ -6,6 +6,7 @@
 #include "show/texts.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <vector>
 
 namespace velum::show {
@@ -28,6 +29,7 @@ public:
         text_ += ": ";
         if (const ValueType type(object); type.isValid()) {
             text_ += typeText(type) + "\n";
+            printRelations(type);
             printParts(type, 1);
         } else if (const types::StructElement member(object); member.isValid()) {
             printMemberType(member, 0);
@@ -57,11 +59,7 @@ private:
         if (const types::Structure structure(type); structure.isValid()) {
             printMembers(structure, depth);
         } else if (const types::Enumeration enumeration(type); enumeration.isValid()) {
-            for (const types::EnumerationLiteral literal : enumeration.getOwnedLiterals()) {
-                line(depth,
-                     std::to_string(static_cast<int>(literal.getValue())) + " = " +
-                         nameOf(literal));
-            }
+            printLiterals(enumeration, depth);
         } else if (const types::Matrix matrix(type); matrix.isValid()) {
             if (const ValueType base = matrix.getBaseType(); base.isValid()) {
                 printParts(base, depth);
@@ -72,6 +70,30 @@ private:
             printShared(shared, depth);
         }
         around_.pop_back();
+    }
+
+    /// Those of an enumeration that several parts share are told at the first one.
+    void printLiterals(const types::Enumeration& enumeration, std::size_t depth) {
+        if (!told_.insert(enumeration.get()).second) {
+            return;
+        }
+        for (const types::EnumerationLiteral literal : enumeration.getOwnedLiterals()) {
+            line(depth,
+                 std::to_string(static_cast<int>(literal.getValue())) + " = " + nameOf(literal));
+        }
+    }
+
+    /// What a type is beside what it holds.
+    void printRelations(const ValueType& type) {
+        if (const types::PrimitiveType primitive(type);
+            primitive.isValid() && primitive.hasReference()) {
+            const types::PrimitiveType target = primitive.getReference();
+            const std::string path = report::inOneLine(model::pathOf(target));
+            line(1, "refers to " + (path.empty() ? nameOf(target) : path));
+        }
+        if (type.hasInvalidValue()) {
+            line(1, "invalid value " + valueText(type.getInvalidValue()));
+        }
     }
 
     void printMembers(const types::Structure& structure, std::size_t depth) {
@@ -95,7 +117,7 @@ private:
                                    ? member.getInlineType()
                                    : member.getZorvane_metamodel_types_StructElement_Type();
         if (!type.isValid()) {
-            text_ += "of an unknown type\n";
+            text_ += "of " + unknownTypeText(member) + "\n";
             return;
         }
         text_ += (member.hasInlineType() ? typeText(type) : usedTypeText(type)) + "\n";
@@ -212,6 +234,7 @@ private:
     std::string text_;
     std::size_t lines_ = 0;
     std::vector<ValueType> around_;
+    std::unordered_set<const void*> told_; // enumerations whose literals stand above
 };
 
 } // namespace

@@ -25,7 +25,10 @@ std::string typeText(const foundation::ValueType& type);
 /// The same with the name of the type before it, as where it is used.
 std::string usedTypeText(const foundation::ValueType& type);
 
-/// The symbol of a unit, or else its name.
+/// "an unknown type", with what the file calls it: of an object whose type is not there.
+std::string unknownTypeText(const QOB::ClassObject& object);
+
+/// The symbol of a unit with its raised and lowered parts, or else its name.
 std::string unitText(const types::Unit& unit);
 
 /// What a method computes.

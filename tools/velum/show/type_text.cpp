@@ -1,8 +1,16 @@
+#include "dictionary/coefficients.h"
+#include "dictionary/display_name.h"
 #include "dictionary/number.h"
+#include "model/tool_notes.h"
 #include "report/printers.h"
 #include "show/texts.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace velum::show {
@@ -21,6 +29,20 @@ std::string widthText(const Handle& type) {
         text += "-bit ";
     }
     return text;
+}
+
+/// Whole numbers of 64 bits with all their digits.
+std::string boundText(double number) {
+    constexpr double exactlyHeld = 9007199254740992.0; // 2 to the power of 53
+    constexpr double most = 18446744073709551616.0;
+    const bool isLong = std::abs(number) > exactlyHeld && std::abs(number) <= most;
+    if (!isLong || std::trunc(number) != number) {
+        return numberText(number);
+    }
+    std::array<char, 32> digits{};
+    const auto [end, error] = std::to_chars(
+        digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed);
+    return {digits.data(), end};
 }
 
 std::string lineText(const types::FixedPoint& type) {
@@ -46,31 +68,107 @@ std::string scalarText(const types::Real& type) {
     return "boolean";
 }
 
-/// Nothing without a bound.
-std::string rangeText(const types::Real& type) {
-    const bool hasMin = type.hasMinValue();
-    const bool hasMax = type.hasMaxValue();
-    if (!hasMin && !hasMax) {
-        return {};
+/// A range of values; without a bound an end is open.
+struct Range {
+    struct End {
+        std::optional<double> value;
+        bool isOpen = true;
+        std::string exact{}; ///< What the file says, if the value is rounded.
+    };
+    End lower;
+    End upper;
+
+    bool isUnbounded() const { return !lower.value && !upper.value; }
+};
+
+/// The limits of a type, in the numbers that they are given in.
+Range rangeOf(const types::Real& type) {
+    const auto end = [&type](bool hasValue,
+                             const QOB::Real& value,
+                             const QOB::Boolean& isOpen,
+                             const char* key) {
+        Range::End read;
+        if (hasValue) {
+            read.value = static_cast<double>(value);
+            read.isOpen = isOpen == QOB::Boolean(true);
+            read.exact = report::inOneLine(model::tool_note::get(type, key).value_or(""));
+        }
+        return read;
+    };
+    return {
+        end(type.hasMinValue(), type.getMinValue(), type.isMinOpen(), model::tool_note::minValue),
+        end(type.hasMaxValue(), type.getMaxValue(), type.isMaxOpen(), model::tool_note::maxValue)};
+}
+
+/// "[0, 255)"
+std::string rangeText(const Range& range) {
+    const auto number = [](const Range::End& end, const char* unbounded) {
+        if (!end.exact.empty()) {
+            return end.exact;
+        }
+        return end.value ? boundText(*end.value) : std::string(unbounded);
+    };
+    return (range.lower.isOpen ? "(" : "[") + number(range.lower, "-inf") + ", " +
+           number(range.upper, "inf") + (range.upper.isOpen ? ")" : "]");
+}
+
+/// The line from internal to physical values; none if the method is none.
+std::optional<dictionary::Line> lineOf(const types::CompuMethod& method) {
+    using Category = types::CompuMethodCategory;
+    const Category category =
+        method.isValid() ? method.getCategory() : Category(Category::Identical);
+    dictionary::Line line;
+    if (category == Category(Category::Identical)) {
+        return line;
     }
-    const auto isOpen = [](const QOB::Boolean& flag) { return flag == QOB::Boolean(true); };
-    std::string text = hasMin && !isOpen(type.isMinOpen()) ? ", [" : ", (";
-    text += hasMin ? numberText(type.getMinValue()) : "-inf";
-    text += ", ";
-    text += hasMax ? numberText(type.getMaxValue()) : "inf";
-    text += hasMax && !isOpen(type.isMaxOpen()) ? "]" : ")";
-    return text;
+    dictionary::Coefficients toInternal;
+    for (const QOB::Real number : method.getCalToInternalCompuNumerators()) {
+        toInternal.numerator.push_back(number);
+    }
+    for (const QOB::Real number : method.getCalToInternalCompuDenominators()) {
+        toInternal.denominator.push_back(number);
+    }
+    const bool isLine = !toInternal.numerator.empty() && !toInternal.denominator.empty() &&
+                        dictionary::readLine(toInternal, line);
+    return isLine ? std::optional(line) : std::nullopt;
+}
+
+Range physical(Range range, const dictionary::Line& line) {
+    for (Range::End* const end : {&range.lower, &range.upper}) {
+        if (end->value) {
+            end->value = line.bias + line.slope * *end->value;
+            end->exact.clear();
+        }
+    }
+    if (line.slope < 0.0) {
+        std::swap(range.lower, range.upper);
+    }
+    return range;
+}
+
+/// Where a unit says what the numbers are, the limits are physical too; those of an implementation
+/// type are internal and said to be so where the two differ.
+std::string rangeAndUnitText(const types::PrimitiveType& type, const types::Unit& unit) {
+    const Range range = rangeOf(types::Real(type));
+    const std::string unitPart = unit.isValid() ? ", unit " + unitText(unit) : std::string();
+    if (range.isUnbounded()) {
+        return unitPart;
+    }
+    const bool isPhysical = type.isApplication() == QOB::Boolean(true) || !unit.isValid();
+    const std::optional<dictionary::Line> line = lineOf(type.getCompuMethod());
+    if (isPhysical || (line && line->bias == 0.0 && line->slope == 1.0)) {
+        return ", " + rangeText(range) + unitPart;
+    }
+    const std::string internal = ", internal " + rangeText(range);
+    return line ? ", " + rangeText(physical(range, *line)) + unitPart + internal
+                : unitPart + internal;
 }
 
 std::string primitiveText(const types::PrimitiveType& type) {
-    const types::Real real(type);
-    std::string text = scalarText(real) + rangeText(real);
     const types::CompuMethod method = type.getCompuMethod();
-    if (type.hasUnit()) {
-        text += ", unit " + unitText(type.getUnit());
-    } else if (method.isValid() && method.hasUnit()) {
-        text += ", unit " + unitText(method.getUnit());
-    }
+    const types::Unit unit =
+        type.hasUnit() || !method.isValid() ? type.getUnit() : method.getUnit();
+    std::string text = scalarText(types::Real(type)) + rangeAndUnitText(type, unit);
     if (method.isValid()) {
         text += ", by " + nameOf(method);
     }
@@ -100,7 +198,7 @@ std::string arrayText(const types::Matrix& outermost) {
         text += "array [" + dimensionsText(matrix) + "] of ";
         const foundation::ValueType base = matrix.getBaseType();
         if (!base.isValid()) {
-            return text + "an unknown type";
+            return text + unknownTypeText(matrix);
         }
         matrix = types::Matrix(base);
         if (!matrix.isValid()) {
@@ -121,9 +219,26 @@ std::string nameOf(const foundation::NamedElement& element) {
     return element.isValid() && element.hasName() ? textOf(element.getName()) : std::string();
 }
 
+std::string unknownTypeText(const QOB::ClassObject& object) {
+    const auto name = model::tool_note::get(object, model::tool_note::missingType);
+    return "an unknown type" + (name ? " (" + report::inOneLine(*name) + ")" : "");
+}
+
 std::string unitText(const types::Unit& unit) {
-    const std::string symbol = unit.hasSymbol() ? textOf(unit.getSymbol()) : std::string();
-    return symbol.empty() ? nameOf(unit) : symbol;
+    if (const auto name = model::tool_note::get(unit, model::tool_note::displayName)) {
+        return report::inOneLine(*name);
+    }
+    std::string symbol = unit.hasSymbol() ? textOf(unit.getSymbol()) : std::string();
+    if (symbol.empty()) {
+        return nameOf(unit);
+    }
+    for (const QOB::String part : unit.getSuperscripts()) {
+        symbol += dictionary::superscript(textOf(part));
+    }
+    for (const QOB::String part : unit.getSubscripts()) {
+        symbol += dictionary::subscript(textOf(part));
+    }
+    return symbol;
 }
 
 std::string dimensionsText(const types::Matrix& matrix) {
