@@ -20,22 +20,6 @@ protected:
     types::Enumeration const enumeration = types::Enumeration::create(model, "Gear");
 };
 
-TEST_F(EnumerationTest, NewEnumerationIsEmpty) {
-    EXPECT_TRUE(enumeration.getOwnedLiterals().empty());
-    EXPECT_FALSE(enumeration.hasDefaultValue());
-    EXPECT_FALSE(enumeration.getDefaultValue().isValid());
-    EXPECT_TRUE(enumeration.hasLength());
-    EXPECT_EQ(enumeration.getLength(), types::DataSize(32, types::DataSizeUnitKind::bit));
-    EXPECT_EQ(enumeration.isSigned(), true);
-    enumeration.setIsSigned(false);
-    enumeration.setLength({8, types::DataSizeUnitKind::bit});
-    enumeration.removeIsSigned();
-    enumeration.removeLength();
-    enumeration.removeOnlyLength();
-    EXPECT_EQ(enumeration.isSigned(), false);
-    EXPECT_EQ(enumeration.getLength(), types::DataSize(8, types::DataSizeUnitKind::bit));
-}
-
 TEST_F(EnumerationTest, NewLiteralHasNoNumberAndNobodyGivesItOne) {
     auto const first = types::EnumerationLiteral::create(model);
     enumeration.getOwnedLiterals().push_back(first);

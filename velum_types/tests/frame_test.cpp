@@ -2,6 +2,7 @@
 // descriptions in the metamodel's tables.
 
 #include "qob/qob/transaction.h"
+#include "qob/qob/valueobjectfactory.h"
 #include "support/failure.h"
 #include "velum_types/tests/support/concreteclasses.h"
 #include "velum_types/tests/support/described.h"
@@ -127,6 +128,27 @@ TEST(Frame, SingleValuesAreReadBackUntilTheyAreRemoved) {
         } else {
             EXPECT_EQ(show(property.get(object)), last) << "a mandatory value stays";
         }
+    });
+}
+
+bool isPrimitive(Property const& property) {
+    return isStoredSingle(property) &&
+           property.description->package() == QOB::get_QOB_PackageIntrospectiveMethods();
+}
+
+TEST(Frame, AnInvalidPrimitiveActsAsARemoval) {
+    forEach(isPrimitive, [](ConcreteClass const& of, Property const& property) {
+        World world;
+        ClassObject const object = world.create(of);
+        Object const value = world.another(object, property, of.methods);
+        property.set(object, value);
+        property.remove(object);
+        std::string const removed = show(property.get(object));
+        property.set(object, value);
+        std::string const type = QOB::ImmutableValueObject(value).getValueTypeName();
+        property.set(object, QOB::ValueObjectFactory::create(type));
+        EXPECT_EQ(show(property.get(object)), removed);
+        EXPECT_EQ(property.isThere(object), !property.isOptional());
     });
 }
 
@@ -382,6 +404,35 @@ TEST(Frame, AnObjectThatIsGoneActsAsARemovalInEveryForm) {
             } else if (valid.hasOpposite()) {
                 EXPECT_EQ(valid.opposite().elements(present).size(), 0);
             }
+        }
+    });
+}
+
+TEST(Frame, OnlyReferencesWithoutAnotherEndLeadIntoAnotherModel) {
+    forEach(isSetReference, [](ConcreteClass const& of, Property const& property) {
+        Property const valid = VelumTest::inPlaceOf(property, of.methods);
+        if (VelumTest::comesDownTo(valid, "Unit") && valid.description->subsettedCount != 0) {
+            return; // the other end is that of the list that it is a part of
+        }
+        World world;
+        World other;
+        ClassObject const object = world.create(of);
+        Object const foreign = other.create(VelumTest::partnerClass(property, of.methods));
+        std::string const before = world.print(world.root);
+        auto const& methods = *property.methods;
+        for (auto const function : {methods.setSingleValued, methods.setOnlySingleValued}) {
+            auto const set = [&] { function(object.get(), world.root, property.id(), foreign); };
+            if (valid.hasOpposite() || valid.ownsObjects()) {
+                EXPECT_EQ(VelumTest::messageOf(set),
+                          "Cross-model bi-directional associations are currently disallowed!");
+            } else {
+                set();
+                EXPECT_EQ(property.get(object), foreign);
+                EXPECT_EQ(world.model.getReferredModels().size(), 1U);
+                property.remove(object);
+            }
+            EXPECT_EQ(world.print(world.root), before);
+            EXPECT_TRUE(world.model.getReferredModels().empty());
         }
     });
 }

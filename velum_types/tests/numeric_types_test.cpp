@@ -24,28 +24,6 @@ protected:
     }
 };
 
-TEST_F(NumericTypesTest, NewTypeIsOpenWithoutBoundsOrLinks) {
-    for (types::Real const& type : unboundedTypes()) {
-        SCOPED_TRACE(type.getName());
-        EXPECT_FALSE(type.hasMinValue());
-        EXPECT_FALSE(type.getMinValue().isValid());
-        EXPECT_FALSE(type.hasMaxValue());
-        EXPECT_FALSE(type.getMaxValue().isValid());
-        EXPECT_TRUE(type.hasIsMinOpen());
-        EXPECT_EQ(type.isMinOpen(), true);
-        EXPECT_TRUE(type.hasIsMaxOpen());
-        EXPECT_EQ(type.isMaxOpen(), true);
-        EXPECT_FALSE(type.hasCompuMethod());
-        EXPECT_FALSE(type.hasUnit());
-        EXPECT_FALSE(type.hasDataConstr());
-        EXPECT_FALSE(type.hasSwBaseType());
-        EXPECT_FALSE(type.hasReference());
-        EXPECT_TRUE(type.hasIsApplication());
-        EXPECT_EQ(type.isApplication(), false);
-        EXPECT_EQ(type.getGroundValue(), 0.0);
-    }
-}
-
 TEST_F(NumericTypesTest, BoundsAreWhatTheUserStoredAndNothingElse) {
     for (types::Real const& type : unboundedTypes()) {
         SCOPED_TRACE(type.getName());
@@ -72,51 +50,6 @@ TEST_F(NumericTypesTest, BoundsAreWhatTheUserStoredAndNothingElse) {
     byte.setLength(DataSize(8, DataSizeUnitKind::bit));
     byte.setIsSigned(false);
     EXPECT_FALSE(byte.getMaxValue().isValid()) << "no bound follows from the width";
-}
-
-TEST_F(NumericTypesTest, OnlyLinksWithTwoEndsStayWithinTheModel) {
-    QOB::Model const other = types::NSInterface::FactoryIntf::createNewModel();
-    std::string const refusal = "Cross-model bi-directional associations are currently disallowed!";
-    types::Integer const type = types::Integer::create(model);
-    types::PrimitiveType const foreign = types::Integer::create(other);
-    EXPECT_EQ(VelumTest::messageOf([&] { type.setCompuMethod(types::CompuMethod::create(other)); }),
-              refusal);
-    EXPECT_EQ(VelumTest::messageOf([&] { type.setDataConstr(types::DataConstr::create(other)); }),
-              refusal);
-    EXPECT_EQ(VelumTest::messageOf([&] { type.setSwBaseType(types::SwBaseType::create(other)); }),
-              refusal);
-    EXPECT_FALSE(type.hasCompuMethod());
-    EXPECT_FALSE(type.hasDataConstr());
-    EXPECT_FALSE(type.hasSwBaseType());
-    auto const unit = types::Unit::create(other);
-    type.setUnit(unit);
-    type.setReference(foreign);
-    EXPECT_EQ(type.getUnit(), unit);
-    EXPECT_EQ(type.getReference(), foreign);
-    type.removeUnit();
-    type.removeReference();
-    other.destroy();
-}
-
-TEST_F(NumericTypesTest, TypesAreListedByWhatTheyShare) {
-    auto const method = types::CompuMethod::create(model);
-    auto const constraint = types::DataConstr::create(model);
-    auto const base = types::SwBaseType::create(model);
-    std::vector<types::PrimitiveType> all;
-    for (types::Real const& type : unboundedTypes()) {
-        type.setCompuMethod(method);
-        type.setDataConstr(constraint);
-        type.setSwBaseType(base);
-        all.emplace_back(type);
-    }
-    EXPECT_EQ(VelumTest::elementsOf(method.getPrimitiveTypes()), all);
-    EXPECT_EQ(VelumTest::elementsOf(constraint.getPrimitiveTypes()), all);
-    EXPECT_EQ(VelumTest::elementsOf(base.getPrimitiveTypes()), all);
-    method.getPrimitiveTypes().clear();
-    for (types::PrimitiveType const& type : all) {
-        EXPECT_FALSE(type.hasCompuMethod());
-        EXPECT_EQ(type.getDataConstr(), constraint);
-    }
 }
 
 TEST_F(NumericTypesTest, FixedPointStartsInItsDefaultsAndFallsBackToThem) {

@@ -71,22 +71,6 @@ TEST_F(StructureTest, NamespaceThatIsNoStructureIsARemoval) {
     EXPECT_TRUE(enumeration.getOwnedMembers().empty());
 }
 
-TEST_F(StructureTest, NamespaceOfAnotherModelIsRefused) {
-    QOB::Model const other = types::NSInterface::FactoryIntf::createNewModel();
-    auto const foreign = types::Structure::create(other);
-    auto const foreignEnumeration = types::Enumeration::create(other);
-    x.setStructure(point);
-    foundation::NamedElement const named = x;
-    std::string const refusal = "Cross-model bi-directional associations are currently disallowed!";
-    EXPECT_EQ(VelumTest::messageOf([&] { named.setNamespace(foreign); }), refusal);
-    EXPECT_EQ(VelumTest::messageOf([&] { named.setOnlyNamespace(foreign); }), refusal);
-    EXPECT_EQ(VelumTest::messageOf([&] { named.setNamespace(foreignEnumeration); }), refusal)
-        << "before it is asked whether it is a structure";
-    EXPECT_EQ(VelumTest::messageOf([&] { x.setStructure(foreign); }), refusal);
-    EXPECT_EQ(x.getStructure(), point);
-    other.destroy();
-}
-
 TEST_F(StructureTest, ElementHasAReferredAndAnInlineTypeSideBySide) {
     auto const inlined = types::Integer::create(model);
     x.setType(real);

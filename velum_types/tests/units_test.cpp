@@ -18,25 +18,6 @@ protected:
     types::Dimension const time = types::Dimension::create(model, "time");
 };
 
-TEST_F(UnitsTest, MandatoryValuesTakeEveryNumberAndKeepIt) {
-    second.setConvFactor(0);
-    second.setConvOffset(-273.15);
-    second.removeConvFactor();
-    second.removeConvOffset();
-    second.setConvFactor(QOB::Real());
-    EXPECT_EQ(second.getConvFactor(), 0.0);
-    EXPECT_EQ(second.getConvOffset(), -273.15);
-    auto const method = types::CompuMethod::create(model, "%6.2", "method");
-    method.setCategory(types::CompuMethodCategory::RatFunc);
-    method.removeCategory();
-    method.removeOnlyCategory();
-    method.removeDisplayFormat();
-    method.setDisplayFormat(QOB::String());
-    EXPECT_EQ(method.getCategory(), types::CompuMethodCategory::RatFunc);
-    EXPECT_EQ(method.getDisplayFormat(), "%6.2");
-    EXPECT_TRUE(method.getCalToInternalCompuNumerators().empty()) << "legal without coefficients";
-}
-
 TEST_F(UnitsTest, BaseUnitIsAUnitOfItsDimension) {
     time.setBaseUnit(second);
     EXPECT_EQ(time.getBaseUnit(), second);
@@ -91,14 +72,6 @@ TEST_F(UnitsTest, BaseUnitBringsItsOtherEndsInStepWhereverTheyWere) {
             EXPECT_TRUE(other.getUnits().empty());
         }
     }
-}
-
-TEST_F(UnitsTest, SettingTheSameBaseUnitWritesNothing) {
-    time.setBaseUnit(second);
-    QOB::Deviant const branch = model.createDeviant();
-    seenIn(branch, time).setBaseUnit(second);
-    EXPECT_FALSE(isWrittenIn(branch, time));
-    EXPECT_FALSE(isWrittenIn(branch, second));
 }
 
 TEST_F(UnitsTest, BaseUnitOfAnotherModelIsRefusedAndLeavesAllAsItWas) {

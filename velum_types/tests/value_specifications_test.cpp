@@ -49,30 +49,6 @@ TEST_F(ValueSpecificationsTest, ConstantsExpressionIsNotBuiltYet) {
     EXPECT_FALSE(methods.hasSingleValued(object, root(), 1));
 }
 
-TEST_F(ValueSpecificationsTest, ReferencesAreUnknownToWhatTheyReferTo) {
-    auto const constant = types::ConstantSpecification::create(model, number(1), "one");
-    auto const reference = types::ConstantReference::create(model, constant, "to one");
-    EXPECT_EQ(reference.getValue(), constant);
-    EXPECT_FALSE(types::ConstantReference::create(model).hasValue());
-    EXPECT_TRUE(reference.getContaineeQOBs().empty());
-    EXPECT_FALSE(constant.hasContainerQOB());
-
-    auto const literal = types::EnumerationLiteral::create(model);
-    literal.setName("first");
-    auto const named = types::EnumerationLiteralReference::create(model, "name");
-    EXPECT_EQ(named.getName(), "name");
-    EXPECT_FALSE(named.hasValue());
-    EXPECT_FALSE(named.hasLiteralText());
-    EXPECT_FALSE(named.getLiteralText().isValid());
-    named.setLiteralText("second");
-    named.setValue(literal);
-    EXPECT_EQ(named.getLiteralText(), "second") << "text and link are independent";
-    EXPECT_EQ(named.getValue(), literal);
-    named.setLiteralText(QOB::String());
-    EXPECT_FALSE(named.hasLiteralText());
-    EXPECT_TRUE(named.hasValue());
-}
-
 TEST_F(ValueSpecificationsTest, OperationsOfALiteralReferenceAreNotBuiltYet) {
     auto const reference = types::EnumerationLiteralReference::create(model);
     EXPECT_THROW(reference.isComputable(), QOB::UnImplementedException);
@@ -153,27 +129,6 @@ TEST_F(ValueSpecificationsTest, CompositeOfOneKindTakesNoElementOfTheOther) {
     EXPECT_NE(VelumTest::failureOf([&] { matrix.getOwnedValues().push_back(slot); }), "");
     EXPECT_TRUE(matrix.getOwnedCells().empty());
     EXPECT_FALSE(slot.hasOwningComposite());
-}
-
-TEST_F(ValueSpecificationsTest, ValuesOfATableAreATreeOfThemselves) {
-    auto const table = types::LookupTableSpecification::create(model, "map");
-    EXPECT_TRUE(table.getAxeses().empty());
-    auto const axis = types::LookupTableSpecification::create(model, "x");
-    auto const nested = types::LookupTableSpecification::create(model, "x of x");
-    table.getAxeses().push_back(axis);
-    axis.getAxeses().push_back(nested);
-    EXPECT_EQ(axis.getContainerQOB(), QOB::ClassObject(table));
-    EXPECT_EQ(elementsOf(table.getContaineeQOBs()), list(QOB::ClassObject(axis)));
-
-    auto const& own = types::NSInterface::LookupTableSpecificationIntf::sIntrospectiveMethods;
-    auto const& base = types::NSInterface::ApplicationValueSpecificationIntf::sIntrospectiveMethods;
-    QOB::NSInterface::ObjectIntf* const object = QOB::Object(table).get();
-    table.getVs().push_back("0");
-    EXPECT_EQ(own.getMultiValued(object, root(), 1, false).generic_size(), 1);
-    EXPECT_EQ(QOB::Sequence<QOB::String>(base.getMultiValued(object, root(), 1, false)).front(),
-              "0");
-    table.destroy();
-    EXPECT_FALSE(nested.isValid());
 }
 
 TEST_F(ValueSpecificationsTest, ValueInsideItselfEnds) {
