@@ -160,6 +160,7 @@ TEST_F(IntegerTest, ReadsAndWritesThatChangeNothingAllocateNothing) {
     QOB::Deviant const written = model.createDeviant();
     types::Integer(integer.get(), written).setIsSigned(false);
     types::Integer(integer.get(), written).setIsSigned(true);
+    foundation::NamedElement const first = integer; // makes the table of casts of the class
     for (QOB::Deviant const deviant : {model.getDeviant(), fresh, written}) {
         types::Integer const handle(integer.get(), deviant);
         std::size_t const before = VelumTest::allocationCount();

@@ -6,6 +6,7 @@
 #include "commands/output.h"
 #include "dictionary/dictionary.h"
 #include "find/references.h"
+#include "model/addresses.h"
 #include "model/objects.h"
 #include "report/printers.h"
 #include "show/object_printer.h"
@@ -23,7 +24,8 @@ namespace {
 using Users = std::unordered_map<void const*, std::vector<std::string>>;
 
 Users usersIn(QOB::Model const& model) {
-    const find::References references(model);
+    model::Addresses addresses;
+    const find::References references(model, addresses);
     Users users;
     for (QOB::ClassObject const& user : references.objects()) {
         for (void const* target : references.usedBy(user)) {

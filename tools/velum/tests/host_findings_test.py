@@ -184,7 +184,8 @@ class MappingTest(unittest.TestCase):
             self.assertEqual([[row["element"] for row in file["skipped"]]
                               for file in data["files"][1:]], [["SHORT-NAME"]] * 2)
             self.assertEqual(
-                folder.run("show", ".", "/P/c").stdout, b"/P/c: unsigned 8-bit integer\n")
+                folder.run("show", ".", "/P/c").stdout,
+                b"/P/c: unsigned 8-bit integer\n  refers to /P/j\n")
 
     def test_maps_that_disagree(self):
         sets = mapping_set(data_map("/P/a", "/P/i")) + "\n" + mapping_set(

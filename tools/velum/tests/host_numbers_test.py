@@ -657,7 +657,7 @@ class ReferenceTest(unittest.TestCase):
             folder.write("1.arxml", document(package("P", byte), package("P", named("UNIT", "u"))))
             result = folder.run("import", "--json", "2.arxml", "1.arxml")
             self.assertEqual(folder.run("show", "2.arxml", "1.arxml", "/P").stdout.decode(), (
-                "/P/b: base type of 1 type\n/P/t: unsigned 8-bit integer\n/P/u: unit u\n"))
+                "/P/b: base type of 1 type\n  used by /P/t\n/P/t: unsigned 8-bit integer\n/P/u: unit u\n"))
             self.assertEqual(folder.run("import", "1.arxml").returncode, 1)
         self.assertEqual(
             [file["findings"] for file in json.loads(result.stdout)["files"]], [[], []])

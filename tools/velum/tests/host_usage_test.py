@@ -88,7 +88,7 @@ class ManualTest(unittest.TestCase):
             section = plain.split(f".SS velum {command}\n")[1].split("\n.S")[0].splitlines()
             for name, said in help_of(command).items():
                 headings = [i for i, line in enumerate(section)
-                            if re.search(rf"(^|[ ,]){re.escape(name)}(\b|$)", line)
+                            if re.search(rf"(^|{', ' if name[0] == '-' else '^'}){re.escape(name)}(\b|$)", line)
                             and section[i - 1] == ".TP"]
                 self.assertEqual(len(headings), 1, (command, name))
                 self.assertIn(section[headings[0] + 1], " ".join(said.split()))

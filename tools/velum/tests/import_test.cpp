@@ -209,12 +209,14 @@ TEST(Import, PutsTogetherWhatIsScatteredOverFiles) {
     std::iota(each.rbegin(), each.rend(), std::size_t{0});
     EXPECT_EQ(importScattered(files, each),
               "/A/pressure: unsigned 8-bit fixed point 0 + 0.25 x, unit bar, by m\n"
+              "  refers to /T/alias\n"
               "/A/record: structure\n"
               "  field  pressure: unsigned 8-bit fixed point 0 + 0.25 x, unit bar, by m\n"
               "/B/u8: base type of 1 type\n"
               "/D/p: dimension T^-2\n"
               "/M/m: computation method, Linear, unit bar, internal = (4 p) / (1)\n"
               "/T/alias: unsigned 8-bit integer\n"
+              "  refers to /T/byte\n"
               "/T/byte: unsigned 8-bit integer\n"
               "/U/bar: unit bar of p, pa = 0 + 99999.99999999999 x\n"
               "/U/pa: unit pa of p\n");

@@ -202,6 +202,7 @@ bool isA(IntrospectiveMethods const* methods, IntrospectiveMethods const* base) 
 }
 
 std::vector<Property> propertiesOf(IntrospectiveMethods const* methods) {
+    types::initialize(); // fills the tables
     std::vector<Property> found;
     for (IntrospectiveMethods const* declaring : classesOf(methods)) {
         for (unsigned id = 1; id <= countOf(declaring); ++id) {
