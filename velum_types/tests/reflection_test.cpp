@@ -137,6 +137,7 @@ struct DescribedClass {
 
 /// All of the package, abstract ones too.
 std::vector<DescribedClass> allClasses() {
+    types::initialize(); // fills the tables
     std::vector<DescribedClass> found;
     auto const* const package = types::get_types_PackageIntrospectiveMethods();
     for (unsigned index = 0; index != std::size(VelumTest::PackageTable); ++index) {
