@@ -45,27 +45,14 @@ enum class Action {
     UseRemoved,       ///< anything in a deviant that is gone
 };
 constexpr int ActionCount = 21;
-char const* const ActionNames[ActionCount] = {"create",
-                                              "createWithId",
-                                              "setNumber",
-                                              "setLink",
-                                              "destroy",
-                                              "branch",
-                                              "removeBranch",
-                                              "begin",
-                                              "commit",
-                                              "rollback",
-                                              "undo",
-                                              "redo",
-                                              "enableUndo",
-                                              "merge",
-                                              "dropHandle",
-                                              "keepIterator",
-                                              "beRefused",
-                                              "endOrRestoreFar",
-                                              "writeFromOutside",
-                                              "endFromOutside",
-                                              "useRemoved"};
+char const* const ActionNames[ActionCount] = {
+    "create",           "createWithId",   "setNumber",
+    "setLink",          "destroy",        "branch",
+    "removeBranch",     "begin",          "commit",
+    "rollback",         "undo",           "redo",
+    "enableUndo",       "merge",          "dropHandle",
+    "keepIterator",     "beRefused",      "endOrRestoreFar",
+    "writeFromOutside", "endFromOutside", "useRemoved"};
 
 /// Ids that a host gives begin here, and few of them come again and again.
 constexpr int FirstGivenId = 1000;
