@@ -40,29 +40,32 @@ std::vector<ImmortalEntry>& immortals() {
 
 /// Stands where an object was whose library has gone, for the handles that still count it. It is
 /// valid nowhere. Its two parts stand where those of a class with a doubled base do.
-class FirstPart : public ClassObjectIntf {};
-class SecondPart : public ClassObjectIntf {};
-class Remnant final : public JoinedBases<FirstPart, SecondPart> {
+class FirstHalf : public ClassObjectIntf {};
+class SecondHalf : public ClassObjectIntf {
+public:
+    using SecondPart = SecondHalf;
+};
+class Remnant final : public JoinedBases<FirstHalf, SecondHalf> {
 public:
     using ObjectIntf = NSInterface::ObjectIntf;
     using ClassObjectIntf = NSInterface::ClassObjectIntf;
 
     explicit Remnant(int count) noexcept {
-        FirstPart::referenceCount_ = count;
-        FirstPart::countInPlace();
+        FirstHalf::referenceCount_ = count;
+        FirstHalf::countInPlace();
     }
     static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void*, void*) noexcept {}
     /// The memory is that of the object, which was larger.
     static void operator delete(void* memory) noexcept { ::operator delete(memory); }
 
-    void incRef() const override { ++FirstPart::referenceCount_; }
+    void incRef() const override { ++FirstHalf::referenceCount_; }
     void decRef() const override {
-        if (--FirstPart::referenceCount_ == 0) {
+        if (--FirstHalf::referenceCount_ == 0) {
             delete this;
         }
     }
-    int numRef() const override { return FirstPart::referenceCount_; }
+    int numRef() const override { return FirstHalf::referenceCount_; }
     bool deviant_isValid(Deviant) const override { return false; }
 
     using JoinedBases::getReadDeviantI;
