@@ -91,8 +91,10 @@ Cost costOf(Create const& create) {
 }
 
 /// Instrumented code keeps what the optimizer takes away: allocations that are given back at once.
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__)
 constexpr bool isInstrumented = true;
+#elif defined(__has_feature)
+constexpr bool isInstrumented = __has_feature(address_sanitizer);
 #else
 constexpr bool isInstrumented = false;
 #endif

@@ -176,8 +176,7 @@ class BoundsTest(unittest.TestCase):
             self.assertLess(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss, 100_000)
 
     def test_memory_that_runs_out(self):
-        libraries = subprocess.run(["ldd", PROGRAM], capture_output=True, check=False).stdout
-        if b"libasan" in libraries:
+        if b"__asan_init" in pathlib.Path(PROGRAM).read_bytes():
             self.skipTest("a sanitizer reserves address space for itself")
         units = "".join(named("UNIT", f"u{i}") for i in range(200_000))
         content = document(package("P", units)).encode()
