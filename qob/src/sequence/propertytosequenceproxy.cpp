@@ -1,6 +1,8 @@
 #include "qob/kernel/containers/sequence/views/propertytosequenceproxy.h"
 
+#include "../meta/propertyindex.h"
 #include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
+#include "qob/qob/class.h"
 
 #include <utility>
 
@@ -68,8 +70,25 @@ ClassObject GenericPropertyToSequenceProxy::value(Deviant const& deviant) const 
     return result.isValid() ? result : ClassObject();
 }
 
+namespace {
+
+/// Whether an object can be a value of the property; true for what the meta-registry doesn't know.
+bool takesIn(IntrospectiveMethods const& methods,
+             unsigned propertyId,
+             NSInterface::ClassObjectIntf const* object) {
+    MetaPropertyDescription const* const property =
+        methods.properties != nullptr ? methods.properties[propertyId] : nullptr;
+    ImmutableClass const meta = object->getMetaClass(object->getRootDeviant());
+    return property == nullptr || meta.get() == nullptr ||
+           meta->internal_propertyIndex().isKindOf(
+               internal::recordAt(property->package, property->typeIndex));
+}
+
+} // namespace
+
+/// The property's setter would take an object of another class as a removal.
 void GenericPropertyToSequenceProxy::set(Deviant const& deviant, Ref const& element) {
-    if (element.data == nullptr) {
+    if (element.data == nullptr || !takesIn(*methods_, propertyId_, Generic::objectOf(element))) {
         MultiIndexImplInternal::failNullElement(SequenceNames<ClassObject>::names[0][0]);
     }
     auto const function =
