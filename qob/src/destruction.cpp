@@ -110,6 +110,9 @@ void EndingWalk::run() {
 }
 
 void EndingWalk::call(ClassObject const& part) {
+    if (part->getRootDeviant() != deviant_.getRootDeviant()) {
+        return; // what a list holds of another model stays there
+    }
     Calling const calling({this, part.get()});
     if (phase_ == Phase::Disconnect) {
         part->internal_disconnect(deviant_);
@@ -152,10 +155,12 @@ void EndingWalk::discard(ClassObjectIntf* object, bool detach) const {
 }
 
 void disconnect(DeviationsBase& object, Deviant deviant, PartsOf parts, CutLinks cut) {
+    object.requireOwn(deviant);
     EndingWalk::enter(EndingWalk::Phase::Disconnect, deviant, {&object, parts, cut, false});
 }
 
 void discard(DeviationsBase& object, Deviant deviant, bool detach, PartsOf parts) {
+    object.requireOwn(deviant);
     EndingWalk::enter(EndingWalk::Phase::Discard, deviant, {&object, parts, nullptr, detach});
 }
 

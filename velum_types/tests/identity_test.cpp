@@ -2,6 +2,8 @@
 // both ends, and deviants that are gone, null or another model's. Over every concrete class; what
 // is expected follows from the descriptions in the metamodel's tables.
 
+#include "qob/kernel/containers/sequence/views/associationsequence.h"
+#include "qob/kernel/containers/sequence/views/propertytosequenceproxy.h"
 #include "qob/qob/property.h"
 #include "qob/qob/transaction.h"
 #include "tests/support/failure.h"
@@ -279,6 +281,8 @@ void expectLifeCycleRefused(ClassObject const& object, Deviant deviant, char con
     Deviant const own = object->getRootDeviant();
     auto* const copy = object->deviant_getCopyOfDeviation(own);
     EXPECT_EQ(messageOf([&] { object->destroy(deviant); }), refusal);
+    EXPECT_EQ(messageOf([&] { object->internal_disconnect(deviant); }), refusal);
+    EXPECT_EQ(messageOf([&] { object->internal_discard(deviant, true); }), refusal);
     EXPECT_EQ(messageOf([&] { object->internal_createDeviation(deviant); }), refusal);
     EXPECT_EQ(messageOf([&] { object->internal_destroyDeviation(deviant); }), refusal);
     EXPECT_EQ(messageOf([&] { object->internal_setDeviation(deviant, copy); }), refusal);
@@ -286,6 +290,73 @@ void expectLifeCycleRefused(ClassObject const& object, Deviant deviant, char con
     bool const previous = QOB::DeviantAssertions::enableAssertions(false);
     EXPECT_EQ(messageOf([&] { object->destroy(deviant); }), refusal) << "with assertions off too";
     QOB::DeviantAssertions::enableAssertions(previous);
+}
+
+TEST(Identity, AnOwnedValueSeenAsAListTakesObjectsOfItsClassOnly) {
+    constexpr char const* refusal = "null object while inserting into QOB.SequenceOfClassObject";
+    int refused = 0;
+    for (ConcreteClass const& of : concreteClasses()) {
+        for (Property const& property : VelumTest::propertiesOf(of.methods)) {
+            if (property.isMany() || property.isDerived() || !property.ownsObjects()) {
+                continue;
+            }
+            SCOPED_TRACE(std::string(of.name) + "." + property.description->name);
+            World world;
+            ClassObject const owner = world.create(of);
+            QOB::Generic::SequencePtr const alone(new QOB::GenericPropertyToSequenceProxy(
+                owner,
+                property.methods,
+                property.id(),
+                QOB::GenericPropertyToSequenceProxy::OneEnd));
+            QOB::Sequence<ClassObject> const view(
+                new QOB::GenericAssociationSequence(
+                    owner,
+                    alone,
+                    &QOB::NSInterface::ClassObjectIntf::sIntrospectiveMethods,
+                    QOB::NSInterface::ClassObjectIntf::ContainerQOBId,
+                    true),
+                world.root);
+            ClassObject present(world.another(owner, property, of.methods));
+            view.push_back(present);
+            for (ConcreteClass const& kind : concreteClasses()) {
+                ClassObject const part = world.create(kind);
+                std::string const before = world.print(world.root);
+                std::string const failure = messageOf([&] { view.push_back(part); });
+                if (VelumTest::takes(property, of.methods, kind)) {
+                    EXPECT_EQ(failure, NoFailure);
+                    EXPECT_EQ(part.getContainerQOB(), owner);
+                    EXPECT_FALSE(present.hasContainerQOB());
+                    present = part;
+                } else {
+                    EXPECT_EQ(failure, refusal);
+                    EXPECT_EQ(messageOf([&] { view.replace(0, part); }), refusal);
+                    EXPECT_EQ(world.print(world.root), before);
+                    ++refused;
+                }
+                EXPECT_EQ(view.front(), present);
+            }
+        }
+    }
+    EXPECT_GT(refused, 100);
+}
+
+TEST(Identity, WhatAListHoldsOfAnotherModelOutlivesTheOwner) {
+    for (ConcreteClass const& of : concreteClasses()) {
+        for (Property const& list : VelumTest::ownedLists(of.methods)) {
+            SCOPED_TRACE(std::string(of.name) + "." + list.description->name);
+            World world;
+            World other;
+            ClassObject const owner = world.create(of);
+            ClassObject const foreign = other.create(VelumTest::partnerClass(list, of.methods));
+            std::string const before = other.print(other.root);
+            list.methods->getOnlyMultiValued(owner.get(), world.root, list.id(), true)
+                .generic_push_back(QOB::Generic::toRef(foreign));
+            owner.destroy();
+            EXPECT_FALSE(owner.isValid());
+            EXPECT_TRUE(foreign.isValid());
+            EXPECT_EQ(other.print(other.root), before);
+        }
+    }
 }
 
 TEST(Identity, AHandleWithARemovedDeviantActsNowhere) {
