@@ -28,6 +28,9 @@ public:
         std::size_t next = 0;
     };
 
+    EndingWalk(EndingWalk const&) = delete;
+    EndingWalk& operator=(EndingWalk const&) = delete;
+
     /// Returns at once for an object that is in a phase already or doesn't exist.
     static void enter(Phase phase, Deviant deviant, Frame frame);
 
@@ -49,8 +52,6 @@ private:
     };
 
     EndingWalk(Phase phase, Deviant deviant) noexcept : phase_(phase), deviant_(deviant) {}
-    EndingWalk(EndingWalk const&) = delete;
-    EndingWalk& operator=(EndingWalk const&) = delete;
     /// What is left after a failure ends innermost first: an object keeps its parts.
     ~EndingWalk() {
         while (!frames_.empty()) {
