@@ -72,6 +72,12 @@ int run(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
+        if (app.get_subcommands().empty() && !app.remaining().empty()) {
+            std::cerr << "velum: There is no command ("
+                      << velum::report::inOneLine(app.remaining().front())
+                      << "); \"velum --help\" lists them.\n";
+            return ExitCode::wrongUsage;
+        }
         if (app.exit(error) != 0) {
             return ExitCode::wrongUsage;
         }

@@ -26,6 +26,8 @@ Baseline::Baseline(std::string const& file) {
                            issue.at("path").get<std::string>(),
                            issue.at("text").get<std::string>())];
         }
+    } catch (std::ios::failure const&) {
+        throw arxml::InputError(file, "The baseline cannot be read; is it a file?");
     } catch (nlohmann::json::exception const&) {
         throw arxml::InputError(
             file, "This is no baseline; write one with \"velum check --json FILE... >BASELINE\".");

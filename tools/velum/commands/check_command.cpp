@@ -88,10 +88,7 @@ int CheckCommand::run() const {
     const bool hasErrors = std::any_of(issues.begin(), issues.end(), [](check::Issue const& issue) {
         return issue.rule->severity == check::Severity::error;
     });
-    const bool isInputAtFault = failOn_.value().fails(import.report());
-    if (isInputAtFault) {
-        std::cerr << whereFaultsAre;
-    }
+    const bool isInputAtFault = tellFailure(import, failOn_.value());
     return hasErrors || isInputAtFault ? inputAtFault : done;
 }
 

@@ -30,7 +30,8 @@ bool findClass(std::string const& name, model::Metaclass const*& found) {
     if (found != nullptr || name.empty()) {
         return true;
     }
-    std::cerr << "velum: There is no class (" << report::inOneLine(name) << ").";
+    std::cerr << "velum: There is no class (" << report::inOneLine(name)
+              << "); \"velum classes\" lists them.";
     if (auto const like = describe::Metamodel().namesLike(name); !like.empty()) {
         std::cerr << " Like it: " << describe::joined(like) << ".";
     }

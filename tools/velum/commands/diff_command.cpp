@@ -19,13 +19,8 @@ namespace {
 enum DiffExitCode { isSame = 0, isDifferent = 1, isWrongUsage = 2, isUnreadable = 3 };
 
 /// Reads one release; what is wrong in it is only hinted at.
-void read(std::vector<std::string> const& files,
-          std::string const& which,
-          dictionary::Dictionary& dictionary) {
-    if (load(files, dictionary).report().hasFaults()) {
-        std::cerr << "velum: Something is wrong in the files of the " << which
-                  << " release; \"velum import\" tells what.\n";
-    }
+void read(std::vector<std::string> const& files, dictionary::Dictionary& dictionary) {
+    tellFailure(load(files, dictionary));
 }
 
 std::string
@@ -85,8 +80,8 @@ int DiffCommand::run() const {
     try {
         dictionary::Dictionary older;
         dictionary::Dictionary newer;
-        read(areLists ? oldFiles_ : std::vector{oldRelease_}, "old", older);
-        read(areLists ? newFiles_ : std::vector{newRelease_}, "new", newer);
+        read(areLists ? oldFiles_ : std::vector{oldRelease_}, older);
+        read(areLists ? newFiles_ : std::vector{newRelease_}, newer);
         model::Addresses oldAddresses;
         model::Addresses newAddresses;
         diff::Sides const sides{oldAddresses, newAddresses};

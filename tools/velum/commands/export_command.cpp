@@ -95,14 +95,14 @@ bool exportTables(QOB::Model const& model, fs::path const& folder) {
 void ExportCommand::addTo(CLI::App& app) {
     CLI::App* const command = app.add_subcommand(
         "export", "Write every object with its properties, as JSON or as tables (CSV)");
-    command->add_option("FILE", files_, "The files to read (.arxml)")->required();
+    command->add_option("FILE", files_, whatFilesAre)->required();
     command->add_option("--format", format_, "json, or csv: a table for each class")
         ->check(CLI::IsMember({"json", "csv"}));
     command
         ->add_option("-o,--output",
                      output_,
                      "Where to write: a file (json), else the standard output, or a folder (csv)")
-        ->type_name("PATH");
+        ->type_name("FILE");
 }
 
 int ExportCommand::run() const {
@@ -112,9 +112,7 @@ int ExportCommand::run() const {
         return wrongUsage;
     }
     dictionary::Dictionary dictionary;
-    if (load(files_, dictionary).report().hasFaults()) {
-        std::cerr << "velum: Something is wrong in the files; \"velum import\" tells what.\n";
-    }
+    tellFailure(load(files_, dictionary));
     bool const isWritten = isTables ? exportTables(dictionary.model(), output_)
                                     : exportJson(dictionary.model(), output_);
     return isWritten ? done : failed;

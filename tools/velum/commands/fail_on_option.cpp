@@ -24,7 +24,7 @@ void FailOnOption::addTo(CLI::App& command) {
             "without "
             "it for what makes an object wrong or incomplete")
         ->type_name("REASON,...")
-        ->check(CLI::Validator(check, std::string()));
+        ->check(CLI::Validator(check, "{" + report::FailOn::knownReasons(",") + "}"));
 }
 
 } // namespace velum::commands

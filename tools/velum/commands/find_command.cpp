@@ -48,7 +48,7 @@ find::PropertyFilter filterOf(std::string const& text) {
 void FindCommand::addTo(CLI::App& app) {
     CLI::App* const command = app.add_subcommand(
         "find", "Print the paths of the objects that fit all conditions, one a line");
-    command->add_option("FILE", files_, "The files to read (.arxml)")->required();
+    command->add_option("FILE", files_, whatFilesAre)->required();
     command->add_option("--name", name_, "By a pattern for the name, or for the path if it has a /")
         ->type_name("GLOB");
     command->add_option("--class", class_, "Of this class or one below it")->type_name("CLASS");
@@ -91,9 +91,7 @@ int FindCommand::run() const {
         return wrongUsage;
     }
     dictionary::Dictionary dictionary;
-    if (load(files_, dictionary).report().hasFaults()) {
-        std::cerr << "velum: Something is wrong in the files; \"velum import\" tells what.\n";
-    }
+    tellFailure(load(files_, dictionary));
     find::Result const result = find::find(dictionary.model(), query);
     for (std::string const& name : result.unknown) {
         std::cerr << "velum: No object in the files has this name or path ("

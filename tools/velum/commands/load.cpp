@@ -4,6 +4,7 @@
 #include "report/progress.h"
 
 #include <filesystem>
+#include <iostream>
 #include <system_error>
 
 namespace velum::commands {
@@ -29,6 +30,15 @@ dictionary::Import load(const std::vector<std::string>& arguments,
     report::Progress progress(sizeOf(files));
     options.onProgress = [&progress](std::uint64_t bytes) { progress.advance(bytes); };
     return {files, dictionary, options};
+}
+
+bool tellFailure(dictionary::Import const& import, report::FailOn const& failOn) {
+    const std::string first = failOn.firstFailure(import.report());
+    if (first.empty()) {
+        return false;
+    }
+    std::cerr << "velum: " << first << " \"velum import\" lists all that is wrong.\n";
+    return true;
 }
 
 } // namespace velum::commands

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dictionary/import.h"
+#include "report/fail_on.h"
 
 #include <string>
 #include <vector>
@@ -11,14 +12,14 @@ namespace velum::commands {
 inline constexpr char whatFilesAre[] =
     "Files to read (.arxml, .arxml.gz), folders of them, or - for the standard input";
 
-/// What a command that reports something else says where the import has found faults.
-inline constexpr char whereFaultsAre[] =
-    "velum: Something is wrong in the files; \"velum import\" tells what.\n";
-
 /// Imports the files that the arguments stand for into the dictionary, and tells a person at a
 /// terminal how far it is.
 dictionary::Import load(const std::vector<std::string>& arguments,
                         dictionary::Dictionary& dictionary,
                         dictionary::ImportOptions options = {});
+
+/// Says on the standard error what is wrong in the files, if something is: what a command does that
+/// reports something else. Returns whether it is.
+bool tellFailure(dictionary::Import const& import, report::FailOn const& failOn = {});
 
 } // namespace velum::commands

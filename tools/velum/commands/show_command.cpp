@@ -97,7 +97,7 @@ int ShowCommand::run() const {
         const std::vector<QOB::ClassObject> objects = show::select(dictionary.model(), one);
         if (objects.empty()) {
             std::cerr << "velum: Nothing in the files has the path (" << report::inOneLine(one)
-                      << ").\n";
+                      << "); \"velum find\" lists the paths.\n";
             isAllThere = false;
         }
         text += textsOf(objects, users);
@@ -105,10 +105,7 @@ int ShowCommand::run() const {
     if (!print(text)) {
         return failed;
     }
-    const bool isInputAtFault = failOn_.value().fails(import.report());
-    if (isAllThere && isInputAtFault) {
-        std::cerr << whereFaultsAre;
-    }
+    const bool isInputAtFault = tellFailure(import, failOn_.value());
     return isAllThere && !isInputAtFault ? done : inputAtFault;
 }
 

@@ -1,5 +1,7 @@
 #include "report/fail_on.h"
 
+#include "report/printers.h"
+
 #include <algorithm>
 #include <optional>
 #include <stdexcept>
@@ -17,16 +19,25 @@ std::optional<Reason> reasonOf(std::string_view word) {
     return std::nullopt;
 }
 
-std::string knownReasons() {
-    std::string list;
-    for (unsigned number = 0; number < countOfReasons; ++number) {
-        list += code(static_cast<Reason>(number));
-        list += ", ";
-    }
-    return list + "none";
+std::string failureLine(FileReport const& file,
+                        Place const& place,
+                        Reason reason,
+                        std::string const& sentence) {
+    return inOneLine(file.file) + ":" + std::to_string(place.position.line) + ":" +
+           std::to_string(place.position.column) + ": " + std::string(code(reason)) + ": " +
+           inOneLine(sentence);
 }
 
 } // namespace
+
+std::string FailOn::knownReasons(std::string_view separator) {
+    std::string list;
+    for (unsigned number = 0; number < countOfReasons; ++number) {
+        list += code(static_cast<Reason>(number));
+        list += separator;
+    }
+    return list + "none";
+}
 
 FailOn::FailOn(std::string_view list) : isDefault_(false) {
     while (!list.empty()) {
@@ -38,34 +49,41 @@ FailOn::FailOn(std::string_view list) : isDefault_(false) {
         const std::optional<Reason> reason = reasonOf(word);
         if (!reason) {
             throw std::invalid_argument("There is no reason (" + std::string(word) +
-                                        "); there are: " + knownReasons() + ".");
+                                        "); there are: " + knownReasons(", ") + ".");
         }
         isChosen_[static_cast<unsigned>(*reason)] = true;
     }
 }
 
-bool FailOn::fails(Report const& report) const {
-    return isDefault_ ? report.hasFaults()
-                      : std::any_of(report.files.begin(),
-                                    report.files.end(),
-                                    [this](FileReport const& file) { return fails(file); });
+bool FailOn::isFailure(Finding const& finding) const {
+    return isDefault_ ? finding.isFault
+                      : isChosen_[static_cast<unsigned>(finding.reason)] &&
+                            (finding.isFault || !isFault(finding.reason));
 }
 
-bool FailOn::fails(FileReport const& file) const {
-    const auto isChosen = [this](Reason reason) {
-        return isChosen_[static_cast<unsigned>(reason)];
-    };
+std::string FailOn::firstFailure(Report const& report) const {
+    for (FileReport const& file : report.files) {
+        if (std::string failure = firstFailure(file); !failure.empty()) {
+            return failure;
+        }
+    }
+    return {};
+}
+
+std::string FailOn::firstFailure(FileReport const& file) const {
     for (Finding const& finding : file.findings()) {
-        if (isChosen(finding.reason) && (finding.isFault || !isFault(finding.reason))) {
-            return true;
+        if (isFailure(finding)) {
+            return failureLine(file, finding.places.front(), finding.reason, finding.text);
         }
     }
     // Faults have findings; of what the model has no place for there may be only a count.
-    const auto& skips = file.tally.skips();
-    return std::any_of(skips.begin(), skips.end(), [&](auto const& entry) {
-        const Reason reason = entry.first.second;
-        return !isFault(reason) && isChosen(reason);
-    });
+    for (auto const& [key, skip] : file.tally.skips()) {
+        const Reason reason = key.second;
+        if (!isFault(reason) && isChosen_[static_cast<unsigned>(reason)]) {
+            return failureLine(file, skip.first, reason, "The element is skipped.");
+        }
+    }
+    return {};
 }
 
 } // namespace velum::report

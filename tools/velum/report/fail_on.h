@@ -19,10 +19,18 @@ public:
     /// known reasons if one is unknown.
     explicit FailOn(std::string_view list);
 
-    bool fails(Report const& report) const;
+    bool fails(Report const& report) const { return !firstFailure(report).empty(); }
+
+    /// All that a list may name.
+    static std::string knownReasons(std::string_view separator);
+
+    /// What makes a run fail, of several the first, as "FILE:LINE:COLUMN: REASON: SENTENCE"; empty
+    /// if nothing does.
+    std::string firstFailure(Report const& report) const;
 
 private:
-    bool fails(FileReport const& file) const;
+    bool isFailure(Finding const& finding) const;
+    std::string firstFailure(FileReport const& file) const;
 
     bool isDefault_ = true;
     std::array<bool, countOfReasons> isChosen_{};

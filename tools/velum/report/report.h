@@ -2,7 +2,6 @@
 
 #include "report/file_report.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -20,15 +19,6 @@ struct Report {
     std::vector<ClassCount> classes; ///< By name.
     std::vector<FileReport> files;
     bool isKept = true; ///< False if nothing was kept, since something was wrong.
-
-    /// Whether any object is wrong or incomplete by a fault of the input.
-    bool hasFaults() const {
-        return std::any_of(files.begin(), files.end(), [](FileReport const& file) {
-            return std::any_of(file.findings().begin(), file.findings().end(), [](auto const& one) {
-                return one.isFault;
-            });
-        });
-    }
 };
 
 } // namespace velum::report

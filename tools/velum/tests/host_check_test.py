@@ -183,6 +183,10 @@ class RuleTest(unittest.TestCase):
 
     def test_void_value(self):
         self.check("void-value", base("b", "VOID"))
+        self.check("void-value", base("b", "VOID") + named(
+            "IMPLEMENTATION-DATA-TYPE", "p", "<CATEGORY>DATA_REFERENCE</CATEGORY>" + properties(
+                "<SW-POINTER-TARGET-PROPS><TARGET-CATEGORY>VALUE</TARGET-CATEGORY>" + properties(
+                    reference("BASE-TYPE", "/P/b")) + "</SW-POINTER-TARGET-PROPS>")))
         self.check("void-value", base("b", "VOID") + implementation("t", ""), (
             "/P/t", "The base type (/P/b) of this type of values has the encoding VOID."))
 
@@ -376,7 +380,8 @@ class CheckCommandTest(unittest.TestCase):
     def test_faults_of_the_import_count(self):
         result = imported("<UNIT/>", "check")
         self.assertEqual((result.returncode, result.stdout, result.stderr), (
-            1, b"", b"velum: Something is wrong in the files; \"velum import\" tells what.\n"))
+            1, b"", b"velum: f.arxml:2:1: no-name: This UNIT has no SHORT-NAME. \"velum import\" "
+            b"lists all that is wrong.\n"))
 
     def test_a_baseline_leaves_out_what_is_known(self):
         moved = "\n\n" + self.ELEMENTS

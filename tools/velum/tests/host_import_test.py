@@ -209,7 +209,8 @@ Unit #\d+ "RevolutionsPerMinute"
         result = run("show", *self.DICTIONARY, "/Gearbox/None")
         self.assertEqual((result.returncode, result.stdout), (1, b""))
         self.assertEqual(
-            result.stderr, b"velum: Nothing in the files has the path (/Gearbox/None).\n")
+            result.stderr, b"velum: Nothing in the files has the path (/Gearbox/None); \"velum find\" "
+            b"lists the paths.\n")
 
     def test_checks_of_the_dictionary(self):
         result = run("check", *self.DICTIONARY)

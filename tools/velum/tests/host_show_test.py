@@ -201,13 +201,14 @@ class ShowTest(unittest.TestCase):
             result = folder.run("show", "f.arxml", "/Q/Torque", "none")
             self.assertEqual((result.returncode, result.stdout, result.stderr), (
                 1, b"/Q/Torque: unit Torque\n",
-                b"velum: Nothing in the files has the path (none).\n"))
+                b"velum: Nothing in the files has the path (none); \"velum find\" lists the paths.\n"))
 
     def test_faults_of_the_files_count(self):
         result = imported(named("UNIT", "u") + "<UNIT/>", "show")
         self.assertEqual((result.returncode, result.stdout, result.stderr), (
             1, b"/P/u: unit u\n",
-            b"velum: Something is wrong in the files; \"velum import\" tells what.\n"))
+            b"velum: f.arxml:2:40: no-name: This UNIT has no SHORT-NAME. \"velum import\" lists all "
+            b"that is wrong.\n"))
 
     def test_texts_of_files_stay_in_their_lines(self):
         text = "x&#10;/P/z: unit z&#9;y"

@@ -189,7 +189,7 @@ std::string importScattered(const TemporaryFiles& files,
     }
     Dictionary dictionary;
     const Import import(names, dictionary);
-    RC_ASSERT(!import.report().hasFaults());
+    RC_ASSERT(!report::FailOn().fails(import.report()));
     return contentOf(dictionary);
 }
 
