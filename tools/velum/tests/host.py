@@ -23,6 +23,22 @@ def run(*arguments, cwd=SAMPLES, **options):
         [PROGRAM, *arguments], cwd=cwd, capture_output=True, timeout=300, check=False, **options)
 
 
+def help_of(*command):
+    """The options, arguments and commands of a help text, with what it says of each."""
+    text = run(*command, "--help").stdout.decode()
+    entries = {}
+    for line in text.splitlines():
+        entry = re.fullmatch(r"  (\S.*?)(?:  +(\S.*))?", re.sub(r"(:\{.*?\}) ", r"\1  ", line))
+        if entry:
+            key, said = entry[1], entry[2] or ""
+            name = key.split(" ")[0].split(",")[-1] if key.startswith("-") else key.split(" ")[0]
+            entries[name] = said
+        elif entries and line.startswith("     "):
+            last = list(entries)[-1]
+            entries[last] = f"{entries[last]} {line.strip()}".strip()
+    return entries
+
+
 class Folder:
     """A temporary folder to run the program in."""
 

@@ -9,24 +9,7 @@ import subprocess
 import sys
 import unittest
 
-from host import SAMPLES, Folder, run
-
-
-def help_of(*command):
-    """The options, arguments and commands of a help text, with what it says of each."""
-    text = run(*command, "--help").stdout.decode()
-    entries = {}
-    for line in text.splitlines():
-        entry = re.fullmatch(r"  (\S.*?)(?:  +(\S.*))?", re.sub(r"(:\{.*?\}) ", r"\1  ", line))
-        if entry:
-            key, said = entry[1], entry[2] or ""
-            name = key.split(" ")[0].split(",")[-1] if key.startswith("-") else key.split(" ")[0]
-            entries[name] = said
-        elif entries and line.startswith("     "):
-            last = list(entries)[-1]
-            entries[last] = f"{entries[last]} {line.strip()}".strip()
-    return entries
-
+from host import SAMPLES, Folder, document, help_of, package, run
 
 COMMANDS = [name for name in help_of() if not name.startswith("-")]
 
@@ -65,6 +48,13 @@ class CompletionTest(unittest.TestCase):
         self.assertEqual(self.complete("describe", "FloatingP"), ["FloatingPoint"])
         self.assertIn("OwnedLiteral", self.complete("diff", "--ignore", "Own"))
         self.assertEqual(self.complete("find", "--name", ""), [])
+        self.assertEqual(self.complete("check", "--severity", ""), ["error", "note", "warning"])
+        self.assertEqual(self.complete("check", "--format", "s"), ["sarif"])
+        for option, first, second, start in (("--rule", "axis-order", "void-value", "vo"),
+                                             ("--fail-on", "dangling", "symbolic", "sy")):
+            self.assertEqual(self.complete("check", option, first[:3]), [first])
+            self.assertEqual(self.complete("check", option, f"{first},{start}"),
+                             [f"{first},{second}"])
 
     def test_files(self):
         with Folder() as folder:
@@ -74,7 +64,34 @@ class CompletionTest(unittest.TestCase):
             for words in (["import", ""], ["diff", "a b.arxml", ""], ["diff", "--old", ""]):
                 self.assertEqual(self.complete(*words, cwd=folder.path),
                                  ["a b.arxml", "b.arxml.gz", "more"], words)
-            self.assertIn("notes.txt", self.complete("export", "-o", "", cwd=folder.path))
+            for words in (["export", "-o", ""], ["check", "--baseline", ""]):
+                self.assertIn("notes.txt", self.complete(*words, cwd=folder.path))
+            self.assertEqual(self.complete("find", "--uses", "", cwd=folder.path), [])
+
+
+class MistakeTest(unittest.TestCase):
+    def test_messages_say_what_is_wrong_and_what_to_do(self):
+        for arguments, code, said in [
+                (["imprt", "x"], 2, 'There is no command (imprt); "velum --help" lists them.'),
+                (["find", "--class", "Nothing", "platform.arxml"], 2,
+                 'There is no class (Nothing); "velum classes" lists them.'),
+                (["check", "--baseline", ".", "platform.arxml"], 1,
+                 ".: The baseline cannot be read; is it a file?")]:
+            result = run(*arguments)
+            self.assertEqual((result.returncode, result.stdout, result.stderr.decode()),
+                             (code, b"", f"velum: {said}\n"))
+        self.assertEqual(run().stderr.splitlines()[0], b"A subcommand is required")
+
+    def test_the_first_thing_that_is_wrong_is_told(self):
+        with Folder() as folder:
+            folder.write("fine.arxml", document())
+            folder.write("g.arxml", document(package("P", "<UNIT/>\n<UNIT/>")))
+            for command in (["check"], ["show"], ["find"], ["export", "-o", "o"], ["diff", "fine.arxml"]):
+                said = folder.run(*command, "g.arxml").stderr.decode()
+                self.assertEqual(said, "velum: g.arxml:2:1: no-name: This UNIT has no SHORT-NAME. "
+                                 '"velum import" lists all that is wrong.\n')
+            result = folder.run("check", "--fail-on", "no-class", "g.arxml")
+            self.assertEqual((result.returncode, result.stderr), (0, b""))
 
 
 class ManualTest(unittest.TestCase):

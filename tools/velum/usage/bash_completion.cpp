@@ -13,6 +13,15 @@ _velum_words() {
     mapfile -t COMPREPLY < <(compgen -W "$1" -- "$current")
 }
 
+# The last one of "a,b,c".
+_velum_list() {
+    local before=''
+    if [[ $current == *,* ]]; then
+        before=${current%,*},
+    fi
+    mapfile -t COMPREPLY < <(compgen -P "$before" -W "$1" -- "${current##*,}")
+}
+
 _velum_files() {
     compopt -o filenames 2>/dev/null
     mapfile -t COMPREPLY < <(
@@ -55,7 +64,8 @@ std::string joined(std::vector<std::string> const& words) {
 /// The call that completes a value.
 std::string valueCall(Option const& option) {
     if (!option.choices.empty()) {
-        return "_velum_words '" + joined(option.choices) + "'";
+        return (option.value.ends_with(",...") ? "_velum_list '" : "_velum_words '") +
+               joined(option.choices) + "'";
     }
     std::string const& value = option.isArgument ? option.names.front() : option.value;
     if (value == "CLASS") {
@@ -64,11 +74,11 @@ std::string valueCall(Option const& option) {
     if (value.starts_with("PROPERTY")) {
         return "_velum_words \"$properties\"";
     }
-    if (option.value == "PATH") {
-        return "_velum_paths";
+    if (value != "FILE" && option.value != "FILE") {
+        return "true";
     }
-    bool const isFile = value == "FILE" || option.value == "FILE";
-    return isFile ? "_velum_files" : "true";
+    bool const isDocument = option.isArgument || option.isMany;
+    return isDocument ? "_velum_files" : "_velum_paths";
 }
 
 std::string namesOf(Command const& command) {
