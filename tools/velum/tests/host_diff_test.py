@@ -233,6 +233,26 @@ class CommandTest(unittest.TestCase):
         self.assertEqual(json.loads(back)["summary"]["changed"],
                          json.loads(there)["summary"]["changed"])
 
+    def test_folders_are_releases(self):
+        """The files of each are read together: references lead from one to another."""
+        with Folder() as folder:
+            for release, size in (("old", "8"), ("new", "16")):
+                (folder.path / release).mkdir()
+                folder.write(f"{release}/base.arxml", document(
+                    package("B", BYTE.replace(">8<", f">{size}<"))))
+                folder.write(f"{release}/types.arxml", document(
+                    package("P", integer("t", "<BASE-TYPE-REF>/B/b</BASE-TYPE-REF>"))))
+            result = folder.run("diff", "old", "new")
+            self.assertEqual((result.returncode, result.stderr), (1, b""))
+            self.assertEqual(result.stdout.decode().split("\n\n"), [
+                "/P\n  changed  t\n    Length: 8|bit -> 16|bit",
+                "0 added, 0 removed, 0 renamed, 1 changed (1 difference), 1 object the same.\n"])
+            self.assertEqual(folder.run("diff", "old", "old").returncode, 0)
+            (folder.path / "none").mkdir()
+            empty = folder.run("diff", "old", "none")
+            self.assertEqual((empty.returncode, empty.stdout), (3, b""))
+            self.assertIn(b"velum: none: ", empty.stderr)
+
     def test_exit_codes(self):
         self.assertEqual(run("diff", *self.OLD, *self.NEW).returncode, 1)
         same = run("diff", self.PLATFORM, self.PLATFORM)
