@@ -1,0 +1,68 @@
+"""Runs every command that the pages show after "$", and compares what it prints with the page.
+
+A line of three dots stands for any number of lines.
+
+usage: host_pages_test.py PROGRAM SAMPLES REPOSITORY [UNITTEST ARGUMENT...]
+"""
+
+import itertools
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from host import PROGRAM, SAMPLES, help_of, run
+
+PAGES = [(pathlib.Path(sys.argv[3]) / name).read_text(encoding="utf-8")
+         for name in ("docs/velum.md", "README.md")]
+
+
+def sessions(text):
+    """Each command of a page, with the lines that follow it in the same block."""
+    for block in re.findall(r"(?:^    .*\n(?:^\n)*)+", text, re.MULTILINE):
+        lines = [line[4:] for line in block.rstrip("\n").splitlines()]
+        starts = [i for i, line in enumerate(lines) if line.startswith("$ ")]
+        for start, end in zip(starts, [*starts[1:], len(lines)]):
+            yield lines[start][2:], lines[start + 1:end]
+
+
+class PageTest(unittest.TestCase):
+    def test_each_command_prints_what_the_page_shows(self):
+        shown = set()
+        with tempfile.TemporaryDirectory() as folder:
+            samples = pathlib.Path(folder) / "examples" / "data"
+            shutil.copytree(SAMPLES, samples)
+            for command, expected in itertools.chain(*map(sessions, PAGES)):
+                shown.update(re.findall(r"\bvelum (\w+)", command))
+                pattern = "".join("(?:.*\n)*?" if line == "..." else re.escape(line) + "\n"
+                                  for line in expected)
+                with self.subTest(command):
+                    printed = self.run_in(samples, command)
+                    self.assertTrue(re.fullmatch(pattern, printed), printed)
+        self.assertLessEqual({name for name in help_of() if not name.startswith("-")}, shown)
+
+    def test_each_rule_has_an_example_and_each_reason_a_meaning(self):
+        usage = run("check", "--help").stdout.decode()
+        rules, reasons = (re.search(rf"{option} .*?\{{(.*?)\}}", usage)[1].split(",")
+                          for option in ("--rule", "--fail-on"))
+        for rule in rules:
+            self.assertRegex(
+                PAGES[0], rf"(?m)^\| `{rule}` \| (error|warning) \| [^|]+ \| [^|]+\w[^|]+ \|$")
+        for reason in set(reasons) - {"none"}:
+            self.assertRegex(PAGES[0], rf"(?m)^\| `{reason}` \| [^|]+ \|")
+
+    @staticmethod
+    def run_in(folder, command):
+        script = f'velum() {{ "$PROGRAM" "$@"; }}\n{command}'
+        return subprocess.run(
+            ["bash", "--norc", "-c", script], cwd=folder,
+            env={**os.environ, "PROGRAM": PROGRAM}, capture_output=True, encoding="utf-8",
+            timeout=300, check=False).stdout
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
