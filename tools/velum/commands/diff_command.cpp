@@ -1,5 +1,6 @@
 #include "commands/diff_command.h"
 
+#include "arxml/byte_source.h"
 #include "arxml/input_error.h"
 #include "commands/class_names.h"
 #include "commands/load.h"
@@ -9,6 +10,7 @@
 #include "diff/printers.h"
 #include "report/printers.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace velum::commands {
@@ -18,9 +20,8 @@ namespace {
 /// What the command ends with: 1 is for a difference, as it is with other programs that compare.
 enum DiffExitCode { isSame = 0, isDifferent = 1, isWrongUsage = 2, isUnreadable = 3 };
 
-/// Reads one release; what is wrong in it is only hinted at.
-void read(std::vector<std::string> const& files, dictionary::Dictionary& dictionary) {
-    tellFailure(load(files, dictionary));
+bool isStandardInputIn(std::vector<std::string> const& files) {
+    return std::find(files.begin(), files.end(), arxml::standardInput) != files.end();
 }
 
 std::string
@@ -77,11 +78,19 @@ int DiffCommand::run() const {
     if (!areProperties(ignored_) || !findClass(class_, options.onlyClass)) {
         return isWrongUsage;
     }
+    auto const oldOnes = areLists ? oldFiles_ : std::vector{oldRelease_};
+    auto const newOnes = areLists ? newFiles_ : std::vector{newRelease_};
+    if (isStandardInputIn(oldOnes) && isStandardInputIn(newOnes)) {
+        std::cerr
+            << "velum: The standard input (-) can be read once only; give one of the releases "
+               "as a file.\n";
+        return isWrongUsage;
+    }
     try {
         dictionary::Dictionary older;
         dictionary::Dictionary newer;
-        read(areLists ? oldFiles_ : std::vector{oldRelease_}, older);
-        read(areLists ? newFiles_ : std::vector{newRelease_}, newer);
+        tellFailure(load(oldOnes, older));
+        tellFailure(load(newOnes, newer));
         model::Addresses oldAddresses;
         model::Addresses newAddresses;
         diff::Sides const sides{oldAddresses, newAddresses};

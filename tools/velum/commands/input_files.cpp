@@ -32,7 +32,8 @@ std::vector<std::string> filesIn(std::string const& folder) {
     fs::recursive_directory_iterator entry(folder, fault);
     while (!fault && entry != fs::recursive_directory_iterator()) {
         std::error_code unknown;
-        if (!entry->is_directory(unknown) && hasArxmlName(entry->path())) {
+        const bool isFile = !entry->is_directory(unknown) && !entry->is_other(unknown);
+        if (isFile && hasArxmlName(entry->path())) {
             files.push_back(entry->path().string());
         }
         entry.increment(fault);

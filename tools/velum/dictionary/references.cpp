@@ -146,8 +146,8 @@ bool References::isAccepted(Element reference,
     if (!destFits(dest, kind)) {
         context_.fileOf(reference).note(ImportContext::placeOf(reference),
                                         Reason::wrongTarget,
-                                        "The target " + text + " is a " + kind + ", not the " +
-                                            std::string(dest) + " that DEST says; it is used.",
+                                        "The target " + text + " is of the kind " + kind +
+                                            "; DEST says " + std::string(dest) + ". It is used.",
                                         reference.text());
     }
     return true;

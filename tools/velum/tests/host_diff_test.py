@@ -258,7 +258,8 @@ class CommandTest(unittest.TestCase):
         same = run("diff", self.PLATFORM, self.PLATFORM)
         self.assertEqual(same.returncode, 0)
         self.assertTrue(same.stdout.startswith(b"No difference in "), same.stdout)
-        for arguments in ((), (self.PLATFORM,), (*self.OLD,), (self.PLATFORM, *self.NEW)):
+        for arguments in ((), (self.PLATFORM,), (*self.OLD,), (self.PLATFORM, *self.NEW), ("-", "-"),
+                          ("--old", self.PLATFORM, "-", "--new", "-")):
             self.assertEqual(run("diff", *arguments).returncode, 2, arguments)
         missing = run("diff", self.PLATFORM, "missing.arxml")
         self.assertEqual((missing.returncode, missing.stdout), (3, b""))

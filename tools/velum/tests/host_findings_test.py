@@ -206,8 +206,8 @@ class MappingTest(unittest.TestCase):
         self.assertEqual(marks(result), [("/P/s", "wrong-dest", False)])
         self.assertEqual(
             findings(result)[0][2],
-            "The target (/P/a) is a APPLICATION-PRIMITIVE-DATA-TYPE, not the "
-            "APPLICATION-RECORD-DATA-TYPE that DEST says; it is used.")
+            "The target (/P/a) is of the kind APPLICATION-PRIMITIVE-DATA-TYPE; DEST says "
+            "APPLICATION-RECORD-DATA-TYPE. It is used.")
         self.assertEqual(
             shown(self.TYPES + sets, "/P/a"), ["/P/a: unsigned 8-bit integer"])
 

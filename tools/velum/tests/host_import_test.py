@@ -463,7 +463,7 @@ class TypeTest(unittest.TestCase):
         result = imported(elements)
         self.assertEqual(findings(result), [
             ("/P/bad", "wrong-dest",
-             "The target (/P/b) is a SW-BASE-TYPE, not the UNIT that DEST says; it is used.")])
+             "The target (/P/b) is of the kind SW-BASE-TYPE; DEST says UNIT. It is used.")])
         self.assertEqual(result.returncode, 0)
         self.assertEqual(json.loads(result.stdout)["objects"][0], {"class": "Integer", "count": 3})
 

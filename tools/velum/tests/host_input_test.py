@@ -5,6 +5,7 @@ usage: host_input_test.py PROGRAM SAMPLES [UNITTEST ARGUMENT...]
 
 import gzip
 import json
+import os
 import pathlib
 import resource
 import subprocess
@@ -68,6 +69,8 @@ class KindsOfInputTest(unittest.TestCase):
                 folder.write(name, document(package("P", named("UNIT", name[-7]))))
             folder.write("d/c.arxml.gz", gzip.compress(
                 document(package("P", named("UNIT", "c"))).encode()))
+            os.mkfifo(folder.path / "d" / "pipe.arxml")  # nobody writes into it
+            (folder.path / "d" / "e" / "up").symlink_to("..")
             files = ["d/b.arxml", "d/c.arxml.gz", "d/e/a.ARXML"]
             for arguments in (["d"], ["d/"], ["d", "d/b.arxml", "./d/b.arxml", "d/e"], files):
                 with self.subTest(arguments):

@@ -566,7 +566,7 @@ class ReferenceTest(unittest.TestCase):
             result = folder.run("import", "--json", "f.arxml")
         objects = classes(result)
         said = findings(result)
-        is_kept = all(text.endswith("it is used.") for _, _, text in said)
+        is_kept = all(text.endswith("It is used.") for _, _, text in said)
         self.assertEqual(objects.get("Integer", 0), 1 if is_kept else 0)
         self.assertEqual(result.returncode, 0 if is_kept else 1)
         return [(reason, text) for _, reason, text in said]
@@ -601,8 +601,8 @@ class ReferenceTest(unittest.TestCase):
         for dest in ["UNIT", "AUTOSAR-DATA-TYPE", "APPLICATION-DATA-TYPE", "sw-base-type"]:
             self.assertEqual(self.said("/C/b", attributes=f' DEST="{dest}"'), [
                 ("wrong-dest",
-                 f"The target (/C/b) is a SW-BASE-TYPE, not the {dest} that DEST says; it is "
-                 "used.")])
+                 f"The target (/C/b) is of the kind SW-BASE-TYPE; DEST says {dest}. "
+                 "It is used.")])
         self.assertEqual(self.said("/C"), [
             ("wrong-dest", "The target (/C) is no SW-BASE-TYPE.")])
 
