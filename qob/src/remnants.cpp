@@ -57,6 +57,7 @@ public:
     static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void*, void*) noexcept {}
     /// The memory is that of the object, which was larger.
+    // NOLINTNEXTLINE(misc-new-delete-overloads): it was allocated by the library that has gone
     static void operator delete(void* memory) noexcept { ::operator delete(memory); }
 
     void incRef() const override { ++FirstHalf::referenceCount_; }
@@ -95,6 +96,7 @@ public:
     }
     static void* operator new(std::size_t, void* place) noexcept { return place; }
     static void operator delete(void*, void*) noexcept {}
+    // NOLINTNEXTLINE(misc-new-delete-overloads): as above
     static void operator delete(void* memory) noexcept { ::operator delete(memory); }
 
     void incRef() const override { ++referenceCount_; }

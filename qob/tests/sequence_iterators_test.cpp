@@ -25,7 +25,8 @@ struct Kind {
 };
 
 SequenceRef boxed(Sequence<Box> const& boxes) {
-    using namespace QOB::filtered_sequence_internal;
+    using QOB::filtered_sequence_internal::GenericFilter;
+    using QOB::filtered_sequence_internal::GenericFilteredSequence;
     return {new GenericFilteredSequence(boxes.pointer(), GenericFilter::boxedObjects()),
             boxes.getDeviant()};
 }
@@ -53,6 +54,7 @@ Kind const Kinds[] = {
 
 std::vector<Ref> elementsOf(SequenceRef const& sequence) {
     std::vector<Ref> result;
+    result.reserve(static_cast<std::size_t>(sequence.generic_size()));
     for (int i = 0; i < sequence.generic_size(); ++i) {
         result.push_back(sequence.generic_at(i));
     }
@@ -79,7 +81,7 @@ class SequenceIterator : public ThingModel {
 protected:
     /// A box with something in each of its lists: in an array, or in so many as chunks hold.
     Box filled(int size) const {
-        Box const b = Box::create(model);
+        Box b = Box::create(model);
         for (int i = 0; i < size; ++i) {
             b.getNumbers().push_back(i);
             b.getNames().push_back(std::to_string(i));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <pthread.h>
 #include <stdexcept>
@@ -15,7 +16,7 @@ void onSmallStack(Body body) {
     } run{body, nullptr};
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, 256 * 1024);
+    pthread_attr_setstacksize(&attributes, std::size_t{256} * 1024);
     auto* const start = +[](void* argument) -> void* {
         auto* const self = static_cast<Run*>(argument);
         try {

@@ -77,7 +77,7 @@ std::vector<Edge> circleThrough(Edge const& first) {
     std::vector<std::vector<Edge>> ways{{first}};
     std::set<ConcreteClass const*> reached{first.part};
     for (std::size_t i = 0; i != ways.size(); ++i) {
-        std::vector<Edge> const way = ways[i];
+        std::vector<Edge> way = ways[i];
         if (way.back().part == first.owner) {
             return way;
         }
@@ -94,7 +94,7 @@ std::vector<Edge> circleThrough(Edge const& first) {
 Link linkOf(Edge const& edge) {
     return {
         edge.name(), edge.part->create, [edge](QOB::Model const& model, ClassObject const& part) {
-            ClassObject const owner = edge.owner->create(model);
+            ClassObject owner = edge.owner->create(model);
             if (edge.property.isMany()) {
                 edge.property.elements(owner).push_back(part);
             } else {

@@ -169,9 +169,8 @@ private:
             }
         }
         for (auto const& value : rights) {
-            ClassObject const right(value);
-            if (!pairs_.hasRight(right)) {
-                addExistence({}, right);
+            if (!pairs_.hasRight(ClassObject(value))) {
+                addExistence({}, ClassObject(value));
             }
         }
     }

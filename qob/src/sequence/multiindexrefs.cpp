@@ -3,6 +3,7 @@
 
 #include <string>
 #include <typeinfo>
+#include <utility>
 
 namespace QOB::MultiIndexImplInternal {
 
@@ -19,9 +20,8 @@ void failNullElement(char const* sequenceName) {
 /// A position in the storage, and a copy of it that keeps what the position is in.
 class Refs::Iterator final : public IteratorProxy {
 public:
-    Iterator(ReferenceStorage const& seen,
-             ReferenceStorage::const_iterator const& position) noexcept
-        : seen_(seen), position_(position) {}
+    Iterator(ReferenceStorage seen, ReferenceStorage::const_iterator const& position) noexcept
+        : seen_(std::move(seen)), position_(position) {}
 
     ReferenceStorage const& seen() const noexcept { return seen_; }
     ReferenceStorage::const_iterator const& position() const noexcept { return position_; }

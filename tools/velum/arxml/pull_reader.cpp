@@ -91,7 +91,7 @@ int PullReader::read(char* buffer, int size) {
     const std::size_t count = source_.read(buffer, static_cast<std::size_t>(size));
     const std::string_view bytes(buffer, count);
     anyByte_ = anyByte_ || count > 0;
-    isBlank_ = isBlank_ && bytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF") == bytes.npos;
+    isBlank_ = isBlank_ && bytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF") == std::string_view::npos;
     if (onProgress_) {
         onProgress_(source_.takeProgress());
     }

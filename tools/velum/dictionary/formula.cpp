@@ -46,8 +46,8 @@ std::optional<Formula> formulaOf(Element number) {
     }
     addWords(formula.text, written.substr(begin));
     formula.text.erase(formula.text.find_last_not_of(' ') + 1);
-    formula.isConstant =
-        formula.constants.size() == 1 && written.find_first_not_of(" \t\r\n") == written.npos;
+    formula.isConstant = formula.constants.size() == 1 &&
+                         written.find_first_not_of(" \t\r\n") == std::string_view::npos;
     return formula;
 }
 

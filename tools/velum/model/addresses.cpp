@@ -80,8 +80,7 @@ std::string Addresses::place(QOB::ClassObject const& object, QOB::ClassObject co
     for (QOB::ClassObject part = object;
          part.get() != within.get() && around(part).get() != nullptr;
          part = around(part)) {
-        std::string const& step = stepOf(part).text;
-        text = text.empty() ? step : step + '/' + text;
+        text.insert(0, text.empty() ? "" : "/").insert(0, stepOf(part).text);
     }
     return text;
 }

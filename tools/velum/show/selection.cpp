@@ -39,6 +39,7 @@ std::vector<QOB::ClassObject> thoseThatFit(QOB::Model const& model, std::string 
     std::stable_sort(
         found.begin(), found.end(), [](auto const& a, auto const& b) { return a.first < b.first; });
     std::vector<QOB::ClassObject> objects;
+    objects.reserve(found.size());
     for (auto const& [path, object] : found) {
         objects.push_back(object);
     }

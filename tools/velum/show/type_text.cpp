@@ -150,7 +150,7 @@ Range physical(Range range, const dictionary::Line& line) {
 /// type are internal and said to be so where the two differ.
 std::string rangeAndUnitText(const types::PrimitiveType& type, const types::Unit& unit) {
     const Range range = rangeOf(types::Real(type));
-    const std::string unitPart = unit.isValid() ? ", unit " + unitText(unit) : std::string();
+    std::string unitPart = unit.isValid() ? ", unit " + unitText(unit) : std::string();
     if (range.isUnbounded()) {
         return unitPart;
     }

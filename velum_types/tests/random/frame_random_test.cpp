@@ -478,10 +478,11 @@ private:
         for (Property const& property : thing.kind->all) {
             if (!property.isDerived()) {
                 std::string const expected = shown(property, there, to);
-                std::string const text = shown(property, here, to);
-                require(text == expected,
-                        std::string(property.description->name) + " is " + text +
-                            ", but in the source " + expected);
+                std::string text = shown(property, here, to);
+                bool const isEqual = text == expected;
+                text.insert(0, " is ").insert(0, property.description->name);
+                text.append(", but in the source ").append(expected);
+                require(isEqual, text);
             }
         }
         ClassObject const container(there.getContainerQOB().get(), to.deviant());

@@ -128,11 +128,13 @@ void staticCreateMetaClass(NSInterface::ClassIntf*& result,
                            char const* dottedName,
                            bool isAbstract,
                            char const** const comments) {
-    if (dottedName == failing) {
+    // Only the kernel's own classes have none.
+    std::string_view const called = dottedName != nullptr ? dottedName : "";
+    if (!called.empty() && called == failing) {
         result = nullptr;
         return;
     }
-    if (!isOwn(dottedName)) {
+    if (!isOwn(called)) {
         real (&staticCreateMetaClass)(
             result, factory, package, properties, count, name, dottedName, isAbstract, comments);
         return;

@@ -22,6 +22,8 @@ QOB_EXPORT void staticCreateMetaClass(NSInterface::ClassIntf*& result,
                                       char const* name,
                                       char const* dottedName,
                                       bool isAbstract,
+                                      // The declaration is fixed as it stands.
+                                      // NOLINTNEXTLINE(readability-avoid-const-params-in-decls)
                                       char const** const comments);
 
 /// Gives the class and its properties what lies in other classes: supers, types, opposites, what
