@@ -2,7 +2,7 @@
 
 #include "check/issue.h"
 
-#include <velum_types/types.h>
+#include <qob/qob.h>
 
 namespace velum::check {
 

@@ -10,6 +10,7 @@
 #include <tuple>
 #include <unordered_map>
 #include <utility>
+#include <velum_types/types.h>
 
 namespace velum::check {
 

@@ -2,8 +2,8 @@
 
 #include "check/issue.h"
 
+#include <qob/qob.h>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::check {
 

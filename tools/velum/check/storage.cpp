@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <velum_types/types.h>
 
 namespace velum::check {
 

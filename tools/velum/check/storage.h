@@ -1,7 +1,7 @@
 #pragma once
 
 #include <optional>
-#include <velum_types/types.h>
+#include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypesreal.h>
 
 namespace velum::check {
 

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <velum_types/types.h>
 
 namespace velum::check {
 

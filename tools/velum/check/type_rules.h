@@ -2,7 +2,9 @@
 
 #include "check/issue.h"
 
-#include <velum_types/types.h>
+#include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypescompumethod.h>
+#include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypesreal.h>
+#include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypesunit.h>
 
 namespace velum::check {
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <velum_types/types.h>
 
 namespace velum::check {
 

@@ -2,7 +2,9 @@
 
 #include "check/issue.h"
 
-#include <velum_types/types.h>
+#include <velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationvaluespecification.h>
+#include <velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationvaluetype.h>
+#include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypesapplicationvaluespecification.h>
 
 namespace velum::check {
 

@@ -1,10 +1,11 @@
 #include "describe/registry_reader.h"
 
 #include <algorithm>
+#include <qob/qob.h>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
-#include <velum_types/types.h>
+#include <velum_types/zorvane/metamodel/types/initialize.h>
 
 namespace velum::describe {
 

@@ -1,5 +1,8 @@
 #include "dictionary/dictionary.h"
 
+#include <velum_types/zorvane/metamodel/types/initialize.h>
+#include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypesfactory.h>
+
 namespace velum::dictionary {
 
 namespace types = Zorvane::metamodel::types;

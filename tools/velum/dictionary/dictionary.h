@@ -1,6 +1,6 @@
 #pragma once
 
-#include <velum_types/types.h>
+#include <qob/qob.h>
 
 namespace velum::dictionary {
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <optional>
+#include <velum_types/types.h>
 
 namespace velum::dictionary {
 

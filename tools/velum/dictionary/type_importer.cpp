@@ -5,6 +5,7 @@
 
 #include <string_view>
 #include <unordered_set>
+#include <velum_types/types.h>
 
 namespace velum::dictionary {
 

@@ -3,10 +3,10 @@
 #include "model/addresses.h"
 
 #include <cstddef>
+#include <qob/qob.h>
 #include <set>
 #include <string>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::model {
 struct Metaclass;

@@ -2,11 +2,11 @@
 
 #include "model/addresses.h"
 
+#include <qob/qob.h>
 #include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::diff {
 

@@ -2,10 +2,10 @@
 
 #include "diff/contents.h"
 
+#include <qob/qob.h>
 #include <string>
 #include <utility>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::diff {
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <functional>
+#include <qob/qob.h>
 #include <string>
 #include <string_view>
-#include <velum_types/types.h>
 
 namespace velum::exporting {
 

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <system_error>
 #include <unordered_set>
+#include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypesunit.h>
 
 namespace velum::find {
 

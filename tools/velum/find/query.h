@@ -1,9 +1,9 @@
 #pragma once
 
 #include <optional>
+#include <qob/qob.h>
 #include <string>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::model {
 struct Metaclass;

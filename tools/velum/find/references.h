@@ -2,10 +2,10 @@
 
 #include "model/addresses.h"
 
+#include <qob/qob.h>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::find {
 

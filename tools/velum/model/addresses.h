@@ -1,11 +1,11 @@
 #pragma once
 
+#include <qob/qob.h>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::model {
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 #include <velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationintrospection.h>
+#include <velum_types/zorvane/metamodel/types/initialize.h>
 #include <velum_types/zorvane/metamodel/types/zorvanemetamodeltypesintrospection.h>
 
 namespace velum::model {

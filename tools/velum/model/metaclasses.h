@@ -1,9 +1,9 @@
 #pragma once
 
+#include <qob/qob.h>
 #include <string>
 #include <string_view>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::model {
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <tuple>
+#include <velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationnamedelement.h>
 
 namespace velum::model {
 

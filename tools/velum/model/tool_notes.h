@@ -1,8 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <qob/qob.h>
 #include <string>
-#include <velum_types/types.h>
 
 /// What files say and no property has a place for, but a reader needs: kept on the objects as notes
 /// of a tool, under these keys.

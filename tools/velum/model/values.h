@@ -2,8 +2,8 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+#include <qob/qob.h>
 #include <string>
-#include <velum_types/types.h>
 
 namespace velum::model {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <qob/qob.h>
 #include <string>
-#include <velum_types/types.h>
 
 namespace velum::show {
 

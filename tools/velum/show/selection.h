@@ -1,8 +1,8 @@
 #pragma once
 
+#include <qob/qob.h>
 #include <string>
 #include <vector>
-#include <velum_types/types.h>
 
 namespace velum::show {
 
