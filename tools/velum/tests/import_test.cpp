@@ -15,6 +15,7 @@
 #include <numeric>
 #include <string>
 #include <vector>
+#include <velum_types/types.h>
 
 namespace velum::dictionary {
 
