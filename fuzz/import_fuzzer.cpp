@@ -1,9 +1,8 @@
 // Imports whatever comes. Bytes that begin like a document are one; any others tell how to build a
 // document of elements that the importers know, so that what they expect is met often.
-#include "arxml/input_error.h"
 #include "check/rules.h"
-#include "dictionary/dictionary.h"
-#include "dictionary/import.h"
+#include "import.h"
+#include "model/dictionary.h"
 #include "model/objects.h"
 #include "show/object_printer.h"
 
@@ -16,12 +15,13 @@
 #include <string_view>
 #include <unistd.h>
 #include <vector>
+#include <velum_arxml/source/input_error.h>
 
 namespace {
 
 constexpr std::array<std::string_view, velum::arxml::element::countOfKnown> elementNames = {
 #define VELUM_KNOWN_NAME(identifier, text) text,
-#include "arxml/known_names.inc"
+#include "source/known_names.inc"
 #undef VELUM_KNOWN_NAME
 };
 
@@ -109,9 +109,9 @@ void require(bool holds, const char* what) {
 
 /// One import; what it made can be shown, checked and undone.
 void importOne(const std::string& file) {
-    velum::dictionary::Dictionary dictionary;
+    velum::model::Dictionary dictionary;
     try {
-        const velum::dictionary::Import import({file}, dictionary);
+        const velum::arxml::Import import({file}, dictionary.model());
         for (const QOB::ClassObject& object : velum::model::freeObjects(dictionary.model())) {
             require(!velum::show::objectText(object).empty(), "An object is shown by no text.");
         }

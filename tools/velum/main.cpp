@@ -1,4 +1,3 @@
-#include "arxml/input_error.h"
 #include "commands/check_command.h"
 #include "commands/classes_command.h"
 #include "commands/describe_command.h"
@@ -23,6 +22,7 @@
 #include <string_view>
 #include <unistd.h>
 #include <utility>
+#include <velum_arxml/source/input_error.h>
 #include <velum_types/version.h>
 
 namespace {

@@ -1,7 +1,5 @@
 #include "check/baseline.h"
 
-#include "arxml/input_error.h"
-
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -9,6 +7,7 @@
 #include <fstream>
 #include <system_error>
 #include <utility>
+#include <velum_arxml/source/input_error.h>
 
 namespace velum::check {
 

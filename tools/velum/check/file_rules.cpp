@@ -1,17 +1,16 @@
 #include "check/file_rules.h"
 
-#include "dictionary/encoding.h"
-#include "dictionary/number.h"
-
 #include <array>
 #include <optional>
 #include <string_view>
+#include <velum_arxml/notation/encoding.h>
+#include <velum_arxml/notation/number.h>
 
 namespace velum::check {
 
 namespace element = arxml::element;
 using arxml::Element;
-using dictionary::Encoding;
+using arxml::Encoding;
 
 namespace {
 
@@ -100,7 +99,7 @@ contradiction(Encoding const& encoding, Declaration const& declaration, std::str
                                  : "the declaration is signed, the encoding is not";
     }
     if (isInteger && declaration.bits && !size.empty() &&
-        dictionary::readWholeNumber(size).value != declaration.bits) {
+        arxml::readWholeNumber(size).value != declaration.bits) {
         return "the size is " + std::string(size) + " bits";
     }
     return {};
@@ -112,7 +111,7 @@ void checkBaseType(Element baseType, Sink const& sink) {
     if (!code || !native) {
         return;
     }
-    const Encoding encoding = dictionary::readEncoding(code.text(), native.text());
+    const Encoding encoding = arxml::readEncoding(code.text(), native.text());
     const std::string said = contradiction(
         encoding, readDeclaration(native.text()), baseType.child(element::baseTypeSize).text());
     if (!said.empty()) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "arxml/documents.h"
+#include "reading/documents.h"
 
 #include <string>
 #include <string_view>

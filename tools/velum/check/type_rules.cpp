@@ -1,13 +1,13 @@
 #include "check/type_rules.h"
 
 #include "check/storage.h"
-#include "dictionary/number.h"
-#include "model/tool_notes.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
+#include <velum_arxml/notation/number.h>
+#include <velum_arxml/notation/tool_notes.h>
 #include <velum_types/types.h>
 
 namespace velum::check {
@@ -15,7 +15,7 @@ namespace velum::check {
 namespace types = Zorvane::metamodel::types;
 namespace element = arxml::element;
 using arxml::Element;
-using dictionary::numberText;
+using arxml::numberText;
 
 namespace {
 
@@ -91,13 +91,13 @@ void checkLimits(types::Real const& type, Sink const& sink) {
         return;
     }
     const auto text = [&type](bool isThere, double value, const char* note) {
-        return isThere ? model::tool_note::get(type, note).value_or(numberText(value))
+        return isThere ? arxml::tool_note::get(type, note).value_or(numberText(value))
                        : std::string("unlimited");
     };
     sink.add("limits-beyond-type",
              "The limits " +
-                 text(type.hasMinValue(), type.getMinValue(), model::tool_note::minValue) + " to " +
-                 text(type.hasMaxValue(), type.getMaxValue(), model::tool_note::maxValue) +
+                 text(type.hasMinValue(), type.getMinValue(), arxml::tool_note::minValue) + " to " +
+                 text(type.hasMaxValue(), type.getMaxValue(), arxml::tool_note::maxValue) +
                  " exceed what the type can hold, " + numberText(range->lowest) + " to " +
                  numberText(range->highest) + ".");
 }
@@ -195,7 +195,7 @@ bool isFlat(Element method) {
     }
     int count = 0;
     for (const Element v : only.child(element::compuNumerator).children()) {
-        const dictionary::RealNumber number = dictionary::readRealNumber(v.text());
+        const arxml::RealNumber number = arxml::readRealNumber(v.text());
         if (!number.value || (count > 0 && *number.value != 0.0)) {
             return false;
         }
@@ -222,7 +222,7 @@ void checkType(types::Real const& type, Sink const& sink) {
 void checkUnit(types::Unit const& unit, Element element, Sink const& sink) {
     const Element written = element.child(element::factorSiToUnit);
     const bool isZeroInFile =
-        written && dictionary::readRealNumber(written.text()).value == std::optional(0.0);
+        written && arxml::readRealNumber(written.text()).value == std::optional(0.0);
     if (isZeroInFile || double(unit.getConvFactor()) == 0.0) {
         sink.add("zero-factor", "The conversion factor of the unit is 0.");
     }

@@ -1,16 +1,15 @@
 #include "check/value_rules.h"
 
-#include "dictionary/number.h"
-
 #include <algorithm>
 #include <cstdint>
+#include <velum_arxml/notation/number.h>
 #include <velum_types/types.h>
 
 namespace velum::check {
 
 namespace types = Zorvane::metamodel::types;
 namespace foundation = Zorvane::metamodel::foundation;
-using dictionary::numberText;
+using arxml::numberText;
 
 namespace {
 
@@ -57,7 +56,7 @@ void checkOrder(types::LookupTableSpecification const& axis, int number, Sink co
     for (const QOB::String text : axis.getVs()) {
         ++point;
         const std::string written = text;
-        const dictionary::RealNumber read = dictionary::readRealNumber(written);
+        const arxml::RealNumber read = arxml::readRealNumber(written);
         if (!read.value) {
             return; // a text, of which there is no order
         }
@@ -129,7 +128,7 @@ private:
         }
         for (const QOB::String text : content.getVs()) {
             const std::string written = text;
-            if (const auto read = dictionary::readRealNumber(written); read.value) {
+            if (const auto read = arxml::readRealNumber(written); read.value) {
                 compareNumber(*read.value, type);
             }
         }

@@ -6,7 +6,7 @@
 #include "commands/exit_code.h"
 #include "commands/load.h"
 #include "commands/output.h"
-#include "dictionary/dictionary.h"
+#include "model/dictionary.h"
 
 #include <algorithm>
 #include <iostream>
@@ -67,10 +67,10 @@ int CheckCommand::run() const {
     if (baseline_) {
         baseline.emplace(*baseline_);
     }
-    dictionary::Dictionary dictionary;
-    const dictionary::Import import = load(files_, dictionary);
+    model::Dictionary dictionary;
+    const arxml::Import import = load(files_, dictionary);
     std::vector<std::string> files;
-    for (report::FileReport const& file : import.report().files) {
+    for (arxml::FileReport const& file : import.report().files) {
         files.push_back(file.file);
     }
     auto issues =

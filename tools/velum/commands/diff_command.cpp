@@ -1,17 +1,17 @@
 #include "commands/diff_command.h"
 
-#include "arxml/byte_source.h"
-#include "arxml/input_error.h"
 #include "commands/class_names.h"
 #include "commands/load.h"
 #include "commands/output.h"
-#include "dictionary/dictionary.h"
 #include "diff/comparison.h"
 #include "diff/printers.h"
+#include "model/dictionary.h"
 #include "report/printers.h"
+#include "source/byte_source.h"
 
 #include <algorithm>
 #include <iostream>
+#include <velum_arxml/source/input_error.h>
 
 namespace velum::commands {
 
@@ -87,8 +87,8 @@ int DiffCommand::run() const {
         return isWrongUsage;
     }
     try {
-        dictionary::Dictionary older;
-        dictionary::Dictionary newer;
+        model::Dictionary older;
+        model::Dictionary newer;
         tellFailure(load(oldOnes, older));
         tellFailure(load(newOnes, newer));
         model::Addresses oldAddresses;

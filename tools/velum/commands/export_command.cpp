@@ -3,8 +3,8 @@
 #include "commands/exit_code.h"
 #include "commands/load.h"
 #include "commands/output.h"
-#include "dictionary/dictionary.h"
 #include "export/writers.h"
+#include "model/dictionary.h"
 #include "report/printers.h"
 
 #include <cerrno>
@@ -111,7 +111,7 @@ int ExportCommand::run() const {
         std::cerr << "velum: Tables need a folder: --output FOLDER.\n";
         return wrongUsage;
     }
-    dictionary::Dictionary dictionary;
+    model::Dictionary dictionary;
     tellFailure(load(files_, dictionary));
     bool const isWritten = isTables ? exportTables(dictionary.model(), output_)
                                     : exportJson(dictionary.model(), output_);

@@ -4,8 +4,8 @@
 #include "commands/exit_code.h"
 #include "commands/load.h"
 #include "commands/output.h"
-#include "dictionary/dictionary.h"
 #include "find/query.h"
+#include "model/dictionary.h"
 #include "report/printers.h"
 
 #include <nlohmann/json.hpp>
@@ -90,7 +90,7 @@ int FindCommand::run() const {
     if (!areProperties(names) || !findClass(class_, query.metaclass)) {
         return wrongUsage;
     }
-    dictionary::Dictionary dictionary;
+    model::Dictionary dictionary;
     tellFailure(load(files_, dictionary));
     find::Result const result = find::find(dictionary.model(), query);
     for (std::string const& name : result.unknown) {

@@ -3,7 +3,7 @@
 #include "commands/exit_code.h"
 #include "commands/load.h"
 #include "commands/output.h"
-#include "dictionary/dictionary.h"
+#include "model/dictionary.h"
 #include "model/objects.h"
 #include "report/printers.h"
 
@@ -44,11 +44,15 @@ void ImportCommand::addTo(CLI::App& app) {
 }
 
 int ImportCommand::run() const {
-    dictionary::Dictionary dictionary;
-    dictionary::ImportOptions options;
-    options.isStrict = isStrict_;
-    options.failOn = failOn_.value();
-    const dictionary::Import import = load(files_, dictionary, options);
+    model::Dictionary dictionary;
+    arxml::ImportOptions options;
+    const report::FailOn failOn = failOn_.value();
+    if (isStrict_) {
+        options.isAcceptable = [&failOn](arxml::Report const& report) {
+            return !failOn.fails(report);
+        };
+    }
+    const arxml::Import import = load(files_, dictionary, options);
     const report::PrintJob job{import.report(), import.names(), import.paths(), withOmissions_};
     if (!print(isJson_ ? report::printJson(job) : report::printText(job))) {
         return failed;
@@ -56,7 +60,7 @@ int ImportCommand::run() const {
     if (isVerbose_ && !printObjects(dictionary.model())) {
         return failed;
     }
-    return options.failOn.fails(import.report()) ? inputAtFault : done;
+    return failOn.fails(import.report()) ? inputAtFault : done;
 }
 
 } // namespace velum::commands

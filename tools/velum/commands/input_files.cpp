@@ -1,13 +1,13 @@
 #include "commands/input_files.h"
 
-#include "arxml/byte_source.h"
-#include "arxml/input_error.h"
+#include "source/byte_source.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <unordered_set>
+#include <velum_arxml/source/input_error.h>
 
 namespace velum::commands {
 

@@ -23,16 +23,16 @@ std::uint64_t sizeOf(const std::vector<std::string>& files) {
 
 } // namespace
 
-dictionary::Import load(const std::vector<std::string>& arguments,
-                        dictionary::Dictionary& dictionary,
-                        dictionary::ImportOptions options) {
+arxml::Import load(const std::vector<std::string>& arguments,
+                   model::Dictionary& dictionary,
+                   arxml::ImportOptions options) {
     const std::vector<std::string> files = inputFiles(arguments);
     report::Progress progress(sizeOf(files));
     options.onProgress = [&progress](std::uint64_t bytes) { progress.advance(bytes); };
-    return {files, dictionary, options};
+    return {files, dictionary.model(), options};
 }
 
-bool tellFailure(dictionary::Import const& import, report::FailOn const& failOn) {
+bool tellFailure(arxml::Import const& import, report::FailOn const& failOn) {
     const std::string first = failOn.firstFailure(import.report());
     if (first.empty()) {
         return false;

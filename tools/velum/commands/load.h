@@ -1,6 +1,7 @@
 #pragma once
 
-#include "dictionary/import.h"
+#include "import.h"
+#include "model/dictionary.h"
 #include "report/fail_on.h"
 
 #include <string>
@@ -14,12 +15,12 @@ inline constexpr char whatFilesAre[] =
 
 /// Imports the files that the arguments stand for into the dictionary, and tells a person at a
 /// terminal how far it is.
-dictionary::Import load(const std::vector<std::string>& arguments,
-                        dictionary::Dictionary& dictionary,
-                        dictionary::ImportOptions options = {});
+arxml::Import load(const std::vector<std::string>& arguments,
+                   model::Dictionary& dictionary,
+                   arxml::ImportOptions options = {});
 
 /// Says on the standard error what is wrong in the files, if something is: what a command does that
 /// reports something else. Returns whether it is.
-bool tellFailure(dictionary::Import const& import, report::FailOn const& failOn = {});
+bool tellFailure(arxml::Import const& import, report::FailOn const& failOn = {});
 
 } // namespace velum::commands

@@ -4,9 +4,9 @@
 #include "commands/input_files.h"
 #include "commands/load.h"
 #include "commands/output.h"
-#include "dictionary/dictionary.h"
 #include "find/references.h"
 #include "model/addresses.h"
+#include "model/dictionary.h"
 #include "model/objects.h"
 #include "report/printers.h"
 #include "show/object_printer.h"
@@ -85,8 +85,8 @@ int ShowCommand::run() const {
     for (std::size_t i = 1; i < arguments_.size(); ++i) {
         (arguments_[i] != "/" && isInput(arguments_[i]) ? files : wanted).push_back(arguments_[i]);
     }
-    dictionary::Dictionary dictionary;
-    const dictionary::Import import = load(files, dictionary);
+    model::Dictionary dictionary;
+    const arxml::Import import = load(files, dictionary);
     const Users users = usersIn(dictionary.model());
     bool isAllThere = true;
     std::string text;

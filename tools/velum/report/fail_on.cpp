@@ -10,18 +10,18 @@ namespace velum::report {
 
 namespace {
 
-std::optional<Reason> reasonOf(std::string_view word) {
-    for (unsigned number = 0; number < countOfReasons; ++number) {
-        if (code(static_cast<Reason>(number)) == word) {
-            return static_cast<Reason>(number);
+std::optional<arxml::Reason> reasonOf(std::string_view word) {
+    for (unsigned number = 0; number < arxml::countOfReasons; ++number) {
+        if (arxml::code(static_cast<arxml::Reason>(number)) == word) {
+            return static_cast<arxml::Reason>(number);
         }
     }
     return std::nullopt;
 }
 
-std::string failureLine(FileReport const& file,
-                        Place const& place,
-                        Reason reason,
+std::string failureLine(arxml::FileReport const& file,
+                        arxml::Place const& place,
+                        arxml::Reason reason,
                         std::string const& sentence) {
     return inOneLine(file.file) + ":" + std::to_string(place.position.line) + ":" +
            std::to_string(place.position.column) + ": " + std::string(code(reason)) + ": " +
@@ -32,8 +32,8 @@ std::string failureLine(FileReport const& file,
 
 std::string FailOn::knownReasons(std::string_view separator) {
     std::string list;
-    for (unsigned number = 0; number < countOfReasons; ++number) {
-        list += code(static_cast<Reason>(number));
+    for (unsigned number = 0; number < arxml::countOfReasons; ++number) {
+        list += arxml::code(static_cast<arxml::Reason>(number));
         list += separator;
     }
     return list + "none";
@@ -46,7 +46,7 @@ FailOn::FailOn(std::string_view list) : isDefault_(false) {
         if (word == "none") {
             continue;
         }
-        const std::optional<Reason> reason = reasonOf(word);
+        const std::optional<arxml::Reason> reason = reasonOf(word);
         if (!reason) {
             throw std::invalid_argument("There is no reason (" + std::string(word) +
                                         "); there are: " + knownReasons(", ") + ".");
@@ -55,14 +55,14 @@ FailOn::FailOn(std::string_view list) : isDefault_(false) {
     }
 }
 
-bool FailOn::isFailure(Finding const& finding) const {
+bool FailOn::isFailure(arxml::Finding const& finding) const {
     return isDefault_ ? finding.isFault
                       : isChosen_[static_cast<unsigned>(finding.reason)] &&
                             (finding.isFault || !isFault(finding.reason));
 }
 
-std::string FailOn::firstFailure(Report const& report) const {
-    for (FileReport const& file : report.files) {
+std::string FailOn::firstFailure(arxml::Report const& report) const {
+    for (arxml::FileReport const& file : report.files) {
         if (std::string failure = firstFailure(file); !failure.empty()) {
             return failure;
         }
@@ -70,15 +70,15 @@ std::string FailOn::firstFailure(Report const& report) const {
     return {};
 }
 
-std::string FailOn::firstFailure(FileReport const& file) const {
-    for (Finding const& finding : file.findings()) {
+std::string FailOn::firstFailure(arxml::FileReport const& file) const {
+    for (arxml::Finding const& finding : file.findings()) {
         if (isFailure(finding)) {
             return failureLine(file, finding.places.front(), finding.reason, finding.text);
         }
     }
     // Faults have findings; of what the model has no place for there may be only a count.
     for (auto const& [key, skip] : file.tally.skips()) {
-        const Reason reason = key.second;
+        const arxml::Reason reason = key.second;
         if (!isFault(reason) && isChosen_[static_cast<unsigned>(reason)]) {
             return failureLine(file, skip.first, reason, "The element is skipped.");
         }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "report/report.h"
+#include "findings/report.h"
 
 #include <array>
 #include <string>
@@ -19,21 +19,21 @@ public:
     /// known reasons if one is unknown.
     explicit FailOn(std::string_view list);
 
-    bool fails(Report const& report) const { return !firstFailure(report).empty(); }
+    bool fails(arxml::Report const& report) const { return !firstFailure(report).empty(); }
 
     /// All that a list may name.
     static std::string knownReasons(std::string_view separator);
 
     /// What makes a run fail, of several the first, as "FILE:LINE:COLUMN: REASON: SENTENCE"; empty
     /// if nothing does.
-    std::string firstFailure(Report const& report) const;
+    std::string firstFailure(arxml::Report const& report) const;
 
 private:
-    bool isFailure(Finding const& finding) const;
-    std::string firstFailure(FileReport const& file) const;
+    bool isFailure(arxml::Finding const& finding) const;
+    std::string firstFailure(arxml::FileReport const& file) const;
 
     bool isDefault_ = true;
-    std::array<bool, countOfReasons> isChosen_{};
+    std::array<bool, arxml::countOfReasons> isChosen_{};
 };
 
 } // namespace velum::report

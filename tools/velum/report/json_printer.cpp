@@ -9,13 +9,13 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json placeIn(const Place& place, const arxml::PathTree& paths) {
+Json placeIn(const arxml::Place& place, const arxml::PathTree& paths) {
     return {{"line", place.position.line},
             {"column", place.position.column},
             {"path", paths.text(place.path)}};
 }
 
-Json consumedElements(const Tally& tally, const arxml::Names& names) {
+Json consumedElements(const arxml::Tally& tally, const arxml::Names& names) {
     std::map<std::string_view, std::uint64_t> sorted;
     for (arxml::NameId name = 0; name < tally.endOfNames(); ++name) {
         if (const std::uint64_t count = tally.consumed(name); count > 0) {
@@ -29,7 +29,7 @@ Json consumedElements(const Tally& tally, const arxml::Names& names) {
     return list;
 }
 
-Json skippedElements(const Tally& tally, const PrintJob& job) {
+Json skippedElements(const arxml::Tally& tally, const PrintJob& job) {
     Json list = Json::array();
     for (const SkipEntry& entry : skipList(tally, job.names)) {
         list.push_back({{"element", entry.element},
@@ -40,16 +40,16 @@ Json skippedElements(const Tally& tally, const PrintJob& job) {
     return list;
 }
 
-Json findings(const FileReport& file, const arxml::PathTree& paths) {
+Json findings(const arxml::FileReport& file, const arxml::PathTree& paths) {
     Json list = Json::array();
-    for (const Finding& finding : file.findings()) {
+    for (const arxml::Finding& finding : file.findings()) {
         Json entry = placeIn(finding.places.front(), paths);
         entry["reason"] = code(finding.reason);
         entry["fault"] = finding.isFault;
         entry["text"] = finding.text;
         if (!finding.target.empty()) {
             Json places = Json::array();
-            for (const Place& place : finding.places) {
+            for (const arxml::Place& place : finding.places) {
                 places.push_back(placeIn(place, paths));
             }
             entry["target"] = finding.target;
@@ -61,9 +61,9 @@ Json findings(const FileReport& file, const arxml::PathTree& paths) {
     return list;
 }
 
-Json omissions(const FileReport& file, const PrintJob& job) {
+Json omissions(const arxml::FileReport& file, const PrintJob& job) {
     Json list = Json::array();
-    for (const Omission& omission : file.omissions) {
+    for (const arxml::Omission& omission : file.omissions) {
         Json entry = placeIn(omission.place, job.paths);
         entry["element"] = job.names.text(omission.element);
         entry["reason"] = code(omission.reason);
@@ -77,11 +77,11 @@ Json omissions(const FileReport& file, const PrintJob& job) {
 
 std::string printJson(const PrintJob& job) {
     Json classes = Json::array();
-    for (const ClassCount& row : job.report.classes) {
+    for (const arxml::ClassCount& row : job.report.classes) {
         classes.push_back({{"class", row.metaclass}, {"count", row.count}});
     }
     Json files = Json::array();
-    for (const FileReport& file : job.report.files) {
+    for (const arxml::FileReport& file : job.report.files) {
         files.push_back({{"file", file.file},
                          {"elements",
                           {{"met", file.tally.met()},

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "arxml/names.h"
-#include "arxml/path_tree.h"
-#include "report/report.h"
+#include "findings/report.h"
+#include "source/names.h"
+#include "source/path_tree.h"
 
 #include <string>
 #include <string_view>
@@ -11,7 +11,7 @@ namespace velum::report {
 
 /// A report with what its ids stand for.
 struct PrintJob {
-    const Report& report;
+    const arxml::Report& report;
     const arxml::Names& names;
     const arxml::PathTree& paths;
     bool withOmissions = false; ///< List what could be an object and is none; JSON always does.

@@ -5,7 +5,7 @@
 
 namespace velum::report {
 
-std::vector<SkipEntry> skipList(const Tally& tally, const arxml::Names& names) {
+std::vector<SkipEntry> skipList(const arxml::Tally& tally, const arxml::Names& names) {
     std::vector<SkipEntry> list;
     list.reserve(tally.skips().size());
     for (const auto& [key, skip] : tally.skips()) {

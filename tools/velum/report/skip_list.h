@@ -1,7 +1,7 @@
 #pragma once
 
-#include "arxml/names.h"
-#include "report/tally.h"
+#include "findings/tally.h"
+#include "source/names.h"
 
 #include <string_view>
 #include <vector>
@@ -11,10 +11,10 @@ namespace velum::report {
 /// What a file has and the model does not hold, by element name in alphabetical order.
 struct SkipEntry {
     std::string_view element;
-    Reason reason;
-    const Tally::Skip* skip;
+    arxml::Reason reason;
+    const arxml::Tally::Skip* skip;
 };
 
-std::vector<SkipEntry> skipList(const Tally& tally, const arxml::Names& names);
+std::vector<SkipEntry> skipList(const arxml::Tally& tally, const arxml::Names& names);
 
 } // namespace velum::report

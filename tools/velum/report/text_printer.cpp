@@ -17,14 +17,14 @@ std::string counted(std::uint64_t count, const std::string& noun) {
     return text;
 }
 
-std::string lineAndColumn(const Place& place) {
+std::string lineAndColumn(const arxml::Place& place) {
     return std::to_string(place.position.line) + ":" + std::to_string(place.position.column);
 }
 
-std::uint64_t printClasses(std::string& text, const Report& report) {
+std::uint64_t printClasses(std::string& text, const arxml::Report& report) {
     std::uint64_t total = 0;
     Table table({{"count", Table::Align::right}, {"class"}});
-    for (const ClassCount& row : report.classes) {
+    for (const arxml::ClassCount& row : report.classes) {
         table.addRow({std::to_string(row.count), row.metaclass});
         total += row.count;
     }
@@ -36,20 +36,20 @@ std::uint64_t printClasses(std::string& text, const Report& report) {
 
 /// "FILE:LINE:COLUMN: WORD: PATH: SENTENCE".
 std::string lineOf(const PrintJob& job,
-                   const FileReport& file,
-                   const Place& place,
+                   const arxml::FileReport& file,
+                   const arxml::Place& place,
                    const std::string& word,
                    const std::string& sentence) {
     return inOneLine(file.file) + ":" + lineAndColumn(place) + ": " + word + ": " +
            inOneLine(job.paths.text(place.path)) + ": " + inOneLine(sentence);
 }
 
-void printOmissions(std::string& text, const PrintJob& job, const FileReport& file) {
+void printOmissions(std::string& text, const PrintJob& job, const arxml::FileReport& file) {
     if (!job.withOmissions || file.omissions.empty()) {
         return;
     }
     text += "\nNo object is made of these:\n";
-    for (const Omission& omission : file.omissions) {
+    for (const arxml::Omission& omission : file.omissions) {
         const std::string kind(job.names.text(omission.element));
         text += lineOf(job,
                        file,
@@ -61,7 +61,7 @@ void printOmissions(std::string& text, const PrintJob& job, const FileReport& fi
 }
 
 /// " [57 times, also at 345:9 and 351:9]"; nothing for a single one.
-std::string repetitionOf(const Finding& finding) {
+std::string repetitionOf(const arxml::Finding& finding) {
     if (finding.count < 2) {
         return {};
     }
@@ -73,9 +73,9 @@ std::string repetitionOf(const Finding& finding) {
     return text + "]";
 }
 
-void printFindings(std::string& text, const PrintJob& job, const FileReport& file) {
+void printFindings(std::string& text, const PrintJob& job, const arxml::FileReport& file) {
     text += file.findings().empty() ? "" : "\n";
-    for (const Finding& finding : file.findings()) {
+    for (const arxml::Finding& finding : file.findings()) {
         const std::string reason(code(finding.reason));
         const bool isUnexpectedNote = isFault(finding.reason) && !finding.isFault;
         text += lineOf(job,
@@ -87,7 +87,7 @@ void printFindings(std::string& text, const PrintJob& job, const FileReport& fil
     }
 }
 
-void printFile(std::string& text, const PrintJob& job, const FileReport& file) {
+void printFile(std::string& text, const PrintJob& job, const arxml::FileReport& file) {
     const std::string name = inOneLine(file.file);
     text += name + ": " + counted(file.tally.met(), "element") + ", " +
             std::to_string(file.tally.consumed()) + " consumed, " +
@@ -140,7 +140,7 @@ std::string printText(const PrintJob& job) {
         text += "Nothing is kept: something is wrong in the files.\n";
     }
     text += counted(total, "object") + " from " + counted(job.report.files.size(), "file") + ".\n";
-    for (const FileReport& file : job.report.files) {
+    for (const arxml::FileReport& file : job.report.files) {
         printFile(text, job, file);
     }
     return text;

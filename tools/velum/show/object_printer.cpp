@@ -1,6 +1,5 @@
 #include "show/object_printer.h"
 
-#include "dictionary/number.h"
 #include "model/objects.h"
 #include "report/printers.h"
 #include "show/texts.h"
@@ -8,10 +7,11 @@
 #include <algorithm>
 #include <unordered_set>
 #include <vector>
+#include <velum_arxml/notation/number.h>
 
 namespace velum::show {
 
-using dictionary::numberText;
+using arxml::numberText;
 using foundation::ValueType;
 
 namespace {

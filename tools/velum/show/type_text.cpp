@@ -1,7 +1,3 @@
-#include "dictionary/coefficients.h"
-#include "dictionary/display_name.h"
-#include "dictionary/number.h"
-#include "model/tool_notes.h"
 #include "report/printers.h"
 #include "show/texts.h"
 
@@ -12,10 +8,14 @@
 #include <optional>
 #include <utility>
 #include <vector>
+#include <velum_arxml/notation/coefficients.h>
+#include <velum_arxml/notation/number.h>
+#include <velum_arxml/notation/scripts.h>
+#include <velum_arxml/notation/tool_notes.h>
 
 namespace velum::show {
 
-using dictionary::numberText;
+using arxml::numberText;
 
 namespace {
 
@@ -91,13 +91,13 @@ Range rangeOf(const types::Real& type) {
         if (hasValue) {
             read.value = static_cast<double>(value);
             read.isOpen = isOpen == QOB::Boolean(true);
-            read.exact = report::inOneLine(model::tool_note::get(type, key).value_or(""));
+            read.exact = report::inOneLine(arxml::tool_note::get(type, key).value_or(""));
         }
         return read;
     };
     return {
-        end(type.hasMinValue(), type.getMinValue(), type.isMinOpen(), model::tool_note::minValue),
-        end(type.hasMaxValue(), type.getMaxValue(), type.isMaxOpen(), model::tool_note::maxValue)};
+        end(type.hasMinValue(), type.getMinValue(), type.isMinOpen(), arxml::tool_note::minValue),
+        end(type.hasMaxValue(), type.getMaxValue(), type.isMaxOpen(), arxml::tool_note::maxValue)};
 }
 
 /// "[0, 255)"
@@ -113,15 +113,15 @@ std::string rangeText(const Range& range) {
 }
 
 /// The line from internal to physical values; none if the method is none.
-std::optional<dictionary::Line> lineOf(const types::CompuMethod& method) {
+std::optional<arxml::Line> lineOf(const types::CompuMethod& method) {
     using Category = types::CompuMethodCategory;
     const Category category =
         method.isValid() ? method.getCategory() : Category(Category::Identical);
-    dictionary::Line line;
+    arxml::Line line;
     if (category == Category(Category::Identical)) {
         return line;
     }
-    dictionary::Coefficients toInternal;
+    arxml::Coefficients toInternal;
     for (const QOB::Real number : method.getCalToInternalCompuNumerators()) {
         toInternal.numerator.push_back(number);
     }
@@ -129,11 +129,11 @@ std::optional<dictionary::Line> lineOf(const types::CompuMethod& method) {
         toInternal.denominator.push_back(number);
     }
     const bool isLine = !toInternal.numerator.empty() && !toInternal.denominator.empty() &&
-                        dictionary::readLine(toInternal, line);
+                        arxml::readLine(toInternal, line);
     return isLine ? std::optional(line) : std::nullopt;
 }
 
-Range physical(Range range, const dictionary::Line& line) {
+Range physical(Range range, const arxml::Line& line) {
     for (Range::End* const end : {&range.lower, &range.upper}) {
         if (end->value) {
             end->value = line.bias + line.slope * *end->value;
@@ -155,7 +155,7 @@ std::string rangeAndUnitText(const types::PrimitiveType& type, const types::Unit
         return unitPart;
     }
     const bool isPhysical = type.isApplication() == QOB::Boolean(true) || !unit.isValid();
-    const std::optional<dictionary::Line> line = lineOf(type.getCompuMethod());
+    const std::optional<arxml::Line> line = lineOf(type.getCompuMethod());
     if (isPhysical || (line && line->bias == 0.0 && line->slope == 1.0)) {
         return ", " + rangeText(range) + unitPart;
     }
@@ -220,12 +220,12 @@ std::string nameOf(const foundation::NamedElement& element) {
 }
 
 std::string unknownTypeText(const QOB::ClassObject& object) {
-    const auto name = model::tool_note::get(object, model::tool_note::missingType);
+    const auto name = arxml::tool_note::get(object, arxml::tool_note::missingType);
     return "an unknown type" + (name ? " (" + report::inOneLine(*name) + ")" : "");
 }
 
 std::string unitText(const types::Unit& unit) {
-    if (const auto name = model::tool_note::get(unit, model::tool_note::displayName)) {
+    if (const auto name = arxml::tool_note::get(unit, arxml::tool_note::displayName)) {
         return report::inOneLine(*name);
     }
     std::string symbol = unit.hasSymbol() ? textOf(unit.getSymbol()) : std::string();
@@ -233,10 +233,10 @@ std::string unitText(const types::Unit& unit) {
         return nameOf(unit);
     }
     for (const QOB::String part : unit.getSuperscripts()) {
-        symbol += dictionary::superscript(textOf(part));
+        symbol += arxml::superscript(textOf(part));
     }
     for (const QOB::String part : unit.getSubscripts()) {
-        symbol += dictionary::subscript(textOf(part));
+        symbol += arxml::subscript(textOf(part));
     }
     return symbol;
 }

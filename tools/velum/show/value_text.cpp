@@ -1,9 +1,10 @@
-#include "dictionary/number.h"
 #include "show/texts.h"
+
+#include <velum_arxml/notation/number.h>
 
 namespace velum::show {
 
-using dictionary::numberText;
+using arxml::numberText;
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include "check/rules.h"
-#include "dictionary/dictionary.h"
+#include "model/dictionary.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace types = Zorvane::metamodel::types;
 
 /// No file gives such a factor, since the import refuses it; other programs may.
 TEST(Checks, TellFactorsOfZero) {
-    const dictionary::Dictionary dictionary;
+    const model::Dictionary dictionary;
     const QOB::Model& model = dictionary.model();
     QOB::Transaction transaction(model);
     const std::pair<const char*, double> rows[] = {

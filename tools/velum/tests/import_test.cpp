@@ -1,8 +1,9 @@
 #include "check/rules.h"
-#include "dictionary/dictionary.h"
-#include "dictionary/import.h"
+#include "import.h"
+#include "model/dictionary.h"
 #include "model/metaclasses.h"
 #include "model/objects.h"
+#include "report/fail_on.h"
 #include "show/object_printer.h"
 #include "support/temporary_files.h"
 
@@ -17,7 +18,7 @@
 #include <vector>
 #include <velum_types/types.h>
 
-namespace velum::dictionary {
+namespace velum {
 
 namespace {
 
@@ -38,7 +39,7 @@ std::vector<std::string> samples() {
 }
 
 /// Everything that has a path, as text.
-std::string contentOf(const Dictionary& dictionary) {
+std::string contentOf(const model::Dictionary& dictionary) {
     std::string text;
     for (const QOB::ClassObject& object : model::freeObjects(dictionary.model())) {
         text += model::pathOf(object).empty() ? std::string() : show::objectText(object);
@@ -46,16 +47,16 @@ std::string contentOf(const Dictionary& dictionary) {
     return text;
 }
 
-std::uint64_t countOf(const report::Report& report) {
+std::uint64_t countOf(const arxml::Report& report) {
     return std::accumulate(
         report.classes.begin(),
         report.classes.end(),
         std::uint64_t{0},
-        [](std::uint64_t sum, const report::ClassCount& row) { return sum + row.count; });
+        [](std::uint64_t sum, const arxml::ClassCount& row) { return sum + row.count; });
 }
 
 /// The objects of a model, contained ones too.
-std::uint64_t objectsIn(const Dictionary& dictionary) {
+std::uint64_t objectsIn(const model::Dictionary& dictionary) {
     std::uint64_t count = 0;
     std::vector<QOB::ClassObject> pending = model::freeObjects(dictionary.model());
     while (!pending.empty()) {
@@ -78,8 +79,8 @@ TEST(Import, IsOneStepThatUndoTakesBack) {
     }
     for (const auto& files : runs) {
         SCOPED_TRACE(files.front());
-        Dictionary dictionary;
-        const Import import(files, dictionary);
+        model::Dictionary dictionary;
+        const arxml::Import import(files, dictionary.model());
         const std::string before = contentOf(dictionary);
         ASSERT_EQ(objectsIn(dictionary), countOf(import.report()));
         EXPECT_TRUE(dictionary.model().undo());
@@ -92,15 +93,18 @@ TEST(Import, IsOneStepThatUndoTakesBack) {
 }
 
 TEST(Import, KeepsNothingOfAFaultyFileWhenStrict) {
-    ImportOptions strict;
-    strict.isStrict = true;
-    Dictionary dictionary;
-    const Import faulty(
-        {std::string(VELUM_SAMPLES) + "/faulty_references.arxml"}, dictionary, strict);
+    arxml::ImportOptions strict;
+    strict.isAcceptable = [](arxml::Report const& report) {
+        return !report::FailOn().fails(report);
+    };
+    model::Dictionary dictionary;
+    const arxml::Import faulty(
+        {std::string(VELUM_SAMPLES) + "/faulty_references.arxml"}, dictionary.model(), strict);
     EXPECT_FALSE(faulty.report().isKept);
     EXPECT_TRUE(faulty.report().classes.empty());
     EXPECT_EQ(objectsIn(dictionary), 0U);
-    const Import good({std::string(VELUM_SAMPLES) + "/integer_types.arxml"}, dictionary, strict);
+    const arxml::Import good(
+        {std::string(VELUM_SAMPLES) + "/integer_types.arxml"}, dictionary.model(), strict);
     EXPECT_TRUE(good.report().isKept);
     EXPECT_EQ(objectsIn(dictionary), countOf(good.report()));
 }
@@ -188,8 +192,8 @@ std::string importScattered(const TemporaryFiles& files,
     for (const auto& [number, content] : contents) {
         names.push_back(files.write(std::to_string(number) + ".arxml", document(content)));
     }
-    Dictionary dictionary;
-    const Import import(names, dictionary);
+    model::Dictionary dictionary;
+    const arxml::Import import(names, dictionary.model());
     RC_ASSERT(!report::FailOn().fails(import.report()));
     return contentOf(dictionary);
 }
@@ -251,7 +255,7 @@ std::vector<std::string> issuesOf(const QOB::Model& model) {
 }
 
 TEST(CheckRules, TellWhatTheLibraryHoldsWithoutComplaint) {
-    const Dictionary dictionary;
+    const model::Dictionary dictionary;
     const QOB::Model& model = dictionary.model();
     model.setUndoEnabled(false);
     const auto add = [](const auto& object, const char* path) {
@@ -299,4 +303,4 @@ TEST(CheckRules, TellWhatTheLibraryHoldsWithoutComplaint) {
 
 } // namespace
 
-} // namespace velum::dictionary
+} // namespace velum

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <vector>
+
+namespace velum::arxml {
+
+/// The quotient of two polynomials; the coefficient at position i belongs to x to the power of i.
+struct Coefficients {
+    std::vector<double> numerator;
+    std::vector<double> denominator;
+
+    friend bool operator==(const Coefficients&, const Coefficients&) = default;
+};
+
+/// Without zeros at the high ends, the last one of only zeros excepted, and with 0 for -0.
+Coefficients trimmed(Coefficients coefficients);
+
+/// Turns y = f(x) into x = g(y). Only a quotient of two linear functions that is not constant can
+/// be turned; anything else gives empty coefficients.
+Coefficients inverted(const Coefficients& coefficients);
+
+/// Whether the two are the same function but for the last digits of their numbers.
+bool areEquivalent(const Coefficients& a, const Coefficients& b);
+
+/// A straight line: physical = bias + slope * internal.
+struct Line {
+    double bias = 0.0;
+    double slope = 1.0;
+};
+
+/// The line of which `toInternal` is the inverse; false if it is none, or has no slope.
+bool readLine(const Coefficients& toInternal, Line& line);
+
+} // namespace velum::arxml

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "making/primitive_builder.h"
+
+#include <functional>
+
+namespace velum::arxml {
+
+/// Fills lookup tables and shared axes, which the type importer has made.
+class TableBuilder {
+public:
+    /// `typeAt` gives the object made of a type; empty if there is none.
+    using TypeAt = std::function<foundation::ValueType(Element)>;
+
+    TableBuilder(const ImportContext& context,
+                 References& references,
+                 TypePlanner& planner,
+                 PrimitiveBuilder& primitives,
+                 Objects& objects,
+                 TypeAt typeAt)
+        : context_(context),
+          references_(references),
+          planner_(planner),
+          primitives_(primitives),
+          objects_(objects),
+          typeAt_(std::move(typeAt)) {}
+
+    /// Makes the SwRecordLayout objects, by name only: the model has no place for what they hold.
+    void buildLayouts(const Catalogue& catalogue);
+
+    void fillTable(const types::LookupTableType& table, Element type);
+    void fillSharedAxis(const types::SharedAxisType& shared, Element type);
+
+    /// The anonymous primitive type of what `properties` refers to; empty if it refers to nothing
+    /// that a primitive type has.
+    types::PrimitiveType makePart(Element properties);
+
+private:
+    template <class Handle>
+    void setCommon(const Handle& object, Element properties);
+    types::Axis makeAxis(Element element);
+    void fillIndividual(const types::Axis& axis, Element individual);
+    void fillGrouped(const types::Axis& axis, Element grouped);
+    void setPoints(const types::Axis& axis, Element individual);
+    types::PrimitiveType primitiveAt(Element reference);
+    void compareCategory(const types::LookupTableType& table, Element category) const;
+
+    ImportContext context_;
+    References& references_;
+    TypePlanner& planner_;
+    PrimitiveBuilder& primitives_;
+    Objects& objects_;
+    TypeAt typeAt_;
+    ObjectsOf<types::SwRecordLayout> layouts_;
+};
+
+} // namespace velum::arxml

@@ -1,0 +1,38 @@
+#include "source/names.h"
+
+#include <array>
+
+namespace velum::arxml {
+
+namespace {
+
+constexpr std::array<std::string_view, element::countOfKnown> knownNames = {
+#define VELUM_KNOWN_NAME(identifier, text) text,
+#include "source/known_names.inc"
+#undef VELUM_KNOWN_NAME
+};
+
+bool endsWith(std::string_view text, std::string_view end) {
+    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
+}
+
+} // namespace
+
+Names::Names() {
+    for (const std::string_view name : knownNames) {
+        intern(name);
+    }
+}
+
+NameId Names::intern(std::string_view name) {
+    if (const auto found = ids_.find(name); found != ids_.end()) {
+        return found->second;
+    }
+    const auto id = static_cast<NameId>(texts_.size());
+    const std::string& kept = texts_.emplace_back(name);
+    ids_.emplace(kept, id);
+    isReference_.push_back(endsWith(name, "-REF") || endsWith(name, "-TREF"));
+    return id;
+}
+
+} // namespace velum::arxml
