@@ -75,7 +75,7 @@ constexpr std::array<std::string_view, 48> texts = {"a",
                                                     "TAB_NOINTP"};
 
 /// Each byte opens an element, writes a text or closes an element.
-std::string buildDocument(const std::uint8_t* data, std::size_t size) {
+std::string buildDocument(std::uint8_t const* data, std::size_t size) {
     constexpr std::size_t deepest = 200;
     std::string document = "<AUTOSAR xmlns=\"http://autosar.org/schema/r4.0\"><AR-PACKAGES>"
                            "<AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>";
@@ -100,7 +100,7 @@ std::string buildDocument(const std::uint8_t* data, std::size_t size) {
     return document + "</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>";
 }
 
-void require(bool holds, const char* what) {
+void require(bool holds, char const* what) {
     if (!holds) {
         std::fprintf(stderr, "%s\n", what);
         std::abort();
@@ -108,18 +108,18 @@ void require(bool holds, const char* what) {
 }
 
 /// One import; what it made can be shown, checked and undone.
-void importOne(const std::string& file) {
+void importOne(std::string const& file) {
     velum::model::Dictionary dictionary;
     try {
         const velum::arxml::Import import({file}, dictionary.model());
-        for (const QOB::ClassObject& object : velum::model::freeObjects(dictionary.model())) {
+        for (QOB::ClassObject const& object : velum::model::freeObjects(dictionary.model())) {
             require(!velum::show::objectText(object).empty(), "An object is shown by no text.");
         }
         velum::check::checkModel(dictionary.model());
         if (!import.report().classes.empty()) {
             require(dictionary.model().undo(), "The import is no step.");
         }
-    } catch (const velum::arxml::InputError&) {
+    } catch (velum::arxml::InputError const&) {
         // Refused, with nothing kept.
     }
     require(dictionary.model().getRootObjects().empty(), "Something is left.");
@@ -127,11 +127,11 @@ void importOne(const std::string& file) {
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     static const std::string file = std::filesystem::temp_directory_path() /
                                     ("velum_import_fuzzer_" + std::to_string(getpid()));
     const bool isDocument = size > 0 && (data[0] == '<' || data[0] == 0xEF);
-    const std::string document = isDocument ? std::string(reinterpret_cast<const char*>(data), size)
+    const std::string document = isDocument ? std::string(reinterpret_cast<char const*>(data), size)
                                             : buildDocument(data, size);
     std::FILE* const stream = std::fopen(file.c_str(), "wb");
     require(stream != nullptr, "The temporary file cannot be written.");

@@ -2,6 +2,6 @@
 
 extern "C" {
 
-const char* const velum_types_version = VELUM_VERSION;
-const char* const velum_types_build_date = VELUM_BUILD_DATE;
+char const* const velum_types_version = VELUM_VERSION;
+char const* const velum_types_build_date = VELUM_BUILD_DATE;
 }

@@ -12,7 +12,7 @@ namespace {
 /// The importers of all kinds, put together.
 class Builders {
 public:
-    Builders(const ImportContext& context, const QOB::Model& model)
+    Builders(ImportContext const& context, QOB::Model const& model)
         : catalogue_(context),
           references_(context, catalogue_),
           objects_(model, context),
@@ -62,10 +62,10 @@ private:
 };
 
 /// Brings what became of the kept elements into the tallies of their files.
-void settle(const ImportContext& context) {
+void settle(ImportContext const& context) {
     context.account.settle();
-    const ElementStore& store = context.documents.store;
-    for (const ElementStore::Tree& tree : store.trees()) {
+    ElementStore const& store = context.documents.store;
+    for (ElementStore::Tree const& tree : store.trees()) {
         Tally& tally = context.report.files[tree.file].tally;
         for (ElementStore::Index i = tree.first; i < store.at(tree.first).end(); ++i) {
             const Element element = store.at(i);
@@ -82,7 +82,7 @@ void settle(const ImportContext& context) {
 
 Import::Import(std::vector<std::string> files,
                QOB::Model const& model,
-               const ImportOptions& options) {
+               ImportOptions const& options) {
     std::sort(files.begin(), files.end());
     files.erase(std::unique(files.begin(), files.end()), files.end());
     read(files, options.onProgress);
@@ -95,15 +95,15 @@ Import::Import(std::vector<std::string> files,
     }
 }
 
-void Import::read(const std::vector<std::string>& files, const OnProgress& onProgress) {
-    for (const std::string& file : files) {
+void Import::read(std::vector<std::string> const& files, OnProgress const& onProgress) {
+    for (std::string const& file : files) {
         const auto id = static_cast<FileId>(report_.files.size());
         report_.files.emplace_back(file);
         readDocument(file, id, documents_, isWanted, report_.files.back(), onProgress);
     }
 }
 
-void Import::build(QOB::Model const& model, const ImportOptions& options) {
+void Import::build(QOB::Model const& model, ImportOptions const& options) {
     Account account(documents_.store);
     const ImportContext context{documents_, account, report_};
     QOB::Transaction transaction(model);

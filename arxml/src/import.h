@@ -29,20 +29,20 @@ public:
     /// then. Everything short of that is in the report.
     Import(std::vector<std::string> files,
            QOB::Model const& model,
-           const ImportOptions& options = {});
+           ImportOptions const& options = {});
 
-    const Report& report() const { return report_; }
+    Report const& report() const { return report_; }
 
     /// What the ids in the report stand for.
-    const Names& names() const { return documents_.names; }
-    const PathTree& paths() const { return documents_.index.paths(); }
+    Names const& names() const { return documents_.names; }
+    PathTree const& paths() const { return documents_.index.paths(); }
 
     /// All that was read.
-    const Documents& documents() const { return documents_; }
+    Documents const& documents() const { return documents_; }
 
 private:
-    void read(const std::vector<std::string>& files, const OnProgress& onProgress);
-    void build(QOB::Model const& model, const ImportOptions& options);
+    void read(std::vector<std::string> const& files, OnProgress const& onProgress);
+    void build(QOB::Model const& model, ImportOptions const& options);
 
     Documents documents_;
     Report report_;

@@ -29,7 +29,7 @@ TEST(Coefficients, AreInvertedWhenTheyCanBe) {
         {{{0, 1, 1}, {1}}, {}},                   // a true polynomial
         {{{0}, {1}}, {}},
     };
-    for (const Row& row : rows) {
+    for (Row const& row : rows) {
         EXPECT_EQ(inverted(row.written), row.inverse);
         if (!row.inverse.numerator.empty()) {
             EXPECT_TRUE(areEquivalent(inverted(row.inverse), row.written));

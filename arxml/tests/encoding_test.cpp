@@ -45,7 +45,7 @@ TEST(Encodings, TellTheValuesAndTheSign) {
         {"uint16", "long unsigned int", Values::integer, false, true, true},
         {"sint8", "char", Values::integer, true, true, true}, // plain "char" says nothing
     };
-    for (const Row& row : rows) {
+    for (Row const& row : rows) {
         const Encoding encoding = readEncoding(row.code, row.declaration);
         SCOPED_TRACE(row.code.value_or("(none)"));
         EXPECT_EQ(encoding.values, row.values);

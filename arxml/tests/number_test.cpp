@@ -16,7 +16,7 @@ TEST(WholeNumbers, AreReadInEveryBaseOfTheSchema) {
                                                               {"0B101", 5},
                                                               {"017", 15},
                                                               {"2147483647", 2147483647}};
-    for (const auto& [text, value] : rows) {
+    for (auto const& [text, value] : rows) {
         EXPECT_EQ(readWholeNumber(text).value, value) << text;
         EXPECT_FALSE(readWholeNumber(text).fault.has_value()) << text;
     }
@@ -60,7 +60,7 @@ TEST(RealNumbers, AreReadInEveryFormOfTheSchemaAndOfRealFiles) {
                                                         {"INF", infinity},
                                                         {"+INF", infinity},
                                                         {"-INF", -infinity}};
-    for (const auto& [text, value] : rows) {
+    for (auto const& [text, value] : rows) {
         EXPECT_EQ(readRealNumber(text).value, value) << text;
         EXPECT_FALSE(readRealNumber(text).isRounded) << text;
     }

@@ -15,16 +15,16 @@ namespace {
 /// A file with the given bytes, gone with the test.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string& bytes)
+    explicit TemporaryFile(std::string const& bytes)
         : path_(testing::TempDir() + "pull_reader_" +
                 testing::UnitTest::GetInstance()->current_test_info()->name() + ".arxml") {
         std::ofstream(path_, std::ios::binary) << bytes;
     }
     ~TemporaryFile() { std::filesystem::remove(path_); }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    TemporaryFile(TemporaryFile const&) = delete;
+    TemporaryFile& operator=(TemporaryFile const&) = delete;
 
-    const std::string& path() const { return path_; }
+    std::string const& path() const { return path_; }
 
 private:
     std::string path_;
@@ -34,7 +34,7 @@ const std::string opening = "<AUTOSAR xmlns=\"http://autosar.org/schema/r4.0\">"
 
 using Placed = std::pair<std::string, Position>;
 
-std::vector<Placed> placesOf(const std::string& bytes) {
+std::vector<Placed> placesOf(std::string const& bytes) {
     const TemporaryFile file(bytes);
     Names names;
     PullReader reader(file.path(), names);

@@ -23,7 +23,7 @@ protected:
     }
 
     void addBase(PathId package,
-                 const std::string& label,
+                 std::string const& label,
                  bool isDefault,
                  std::string_view target,
                  std::optional<std::string_view> base = std::nullopt) {

@@ -5,8 +5,8 @@
 extern "C" {
 
 /// The version of the library: four numbers joined by points.
-extern VELUM_TYPES_EXPORT const char* const velum_types_version;
+extern VELUM_TYPES_EXPORT char const* const velum_types_version;
 
 /// The date of the build: month as three letters, day, four-digit year.
-extern VELUM_TYPES_EXPORT const char* const velum_types_build_date;
+extern VELUM_TYPES_EXPORT char const* const velum_types_build_date;
 }

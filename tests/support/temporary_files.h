@@ -22,11 +22,11 @@ public:
         std::error_code ignored;
         std::filesystem::remove_all(folder_, ignored);
     }
-    TemporaryFiles(const TemporaryFiles&) = delete;
-    TemporaryFiles& operator=(const TemporaryFiles&) = delete;
+    TemporaryFiles(TemporaryFiles const&) = delete;
+    TemporaryFiles& operator=(TemporaryFiles const&) = delete;
 
     /// Writes a file and gives its path.
-    std::string write(const std::string& name, const std::string& bytes) const {
+    std::string write(std::string const& name, std::string const& bytes) const {
         std::string path = folder_ + "/" + name;
         std::ofstream(path, std::ios::binary) << bytes;
         return path;
@@ -37,13 +37,13 @@ private:
 };
 
 /// A document with the given packages.
-inline std::string document(const std::string& packages) {
+inline std::string document(std::string const& packages) {
     return "<AUTOSAR xmlns=\"http://autosar.org/schema/r4.0\"><AR-PACKAGES>" + packages +
            "</AR-PACKAGES></AUTOSAR>";
 }
 
 /// A package with the given elements.
-inline std::string package(const std::string& name, const std::string& elements) {
+inline std::string package(std::string const& name, std::string const& elements) {
     return "<AR-PACKAGE><SHORT-NAME>" + name + "</SHORT-NAME><ELEMENTS>" + elements +
            "</ELEMENTS></AR-PACKAGE>";
 }

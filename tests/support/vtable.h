@@ -38,16 +38,16 @@ requires std::is_member_function_pointer_v<Member> std::size_t slotOf(Member mem
 /// What stands in a slot of an object's table. Equal for two objects if they share the operation.
 /// `object` is a pointer to the class (the sub-object) whose table is meant.
 template <class Class>
-const void* entryAt(const Class* object, std::size_t slot) {
+void const* entryAt(Class const* object, std::size_t slot) {
     static_assert(std::is_polymorphic_v<Class>);
-    const void* const* table = nullptr;
-    std::memcpy(&table, static_cast<const void*>(object), sizeof(table));
+    void const* const* table = nullptr;
+    std::memcpy(&table, static_cast<void const*>(object), sizeof(table));
     return table[slot];
 }
 
 /// The entry that a call of the operation on this object runs.
 template <class Class, class Member>
-const void* entryOf(const Class* object, Member member) {
+void const* entryOf(Class const* object, Member member) {
     return entryAt(object, slotOf(member));
 }
 
@@ -58,7 +58,7 @@ __attribute__((no_sanitize("undefined"))) // the call is not by the destructor's
 #endif
 void destroyThrough(Class* object, std::size_t slot) {
     using Destructor = void (*)(void*);
-    const void* const entry = entryAt(object, slot);
+    void const* const entry = entryAt(object, slot);
     Destructor destructor = nullptr;
     std::memcpy(&destructor, &entry, sizeof(destructor));
     destructor(object);

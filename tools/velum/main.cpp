@@ -47,7 +47,7 @@ int run(int argc, char** argv) {
     velum::commands::DescribeCommand describe;
     velum::commands::CompletionCommand completion;
     velum::commands::ManualCommand manual;
-    const std::pair<const char*, std::function<int()>> commands[] = {
+    const std::pair<char const*, std::function<int()>> commands[] = {
         {"import", [&] { return import.run(); }},
         {"show", [&] { return show.run(); }},
         {"check", [&] { return check.run(); }},
@@ -71,7 +71,7 @@ int run(int argc, char** argv) {
 
     try {
         app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
+    } catch (CLI::ParseError const& error) {
         if (app.get_subcommands().empty() && !app.remaining().empty()) {
             std::cerr << "velum: There is no command ("
                       << velum::report::inOneLine(app.remaining().front())
@@ -83,7 +83,7 @@ int run(int argc, char** argv) {
         }
         return velum::commands::print("") ? ExitCode::done : ExitCode::failed; // what --help wrote
     }
-    for (const auto& [name, runs] : commands) {
+    for (auto const& [name, runs] : commands) {
         if (app.got_subcommand(name)) {
             return runs();
         }
@@ -105,12 +105,12 @@ int main(int argc, char** argv) {
     std::set_new_handler(endWithoutMemory);
     try {
         return run(argc, argv);
-    } catch (const velum::arxml::InputError& error) {
+    } catch (velum::arxml::InputError const& error) {
         std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
         return ExitCode::inputAtFault;
-    } catch (const std::bad_alloc&) {
+    } catch (std::bad_alloc const&) {
         endWithoutMemory();
-    } catch (const std::exception& error) {
+    } catch (std::exception const& error) {
         std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
         return ExitCode::failed;
     }

@@ -12,11 +12,11 @@ std::uint64_t& Tally::slot(Counts& counts, NameId name) {
     return counts[name];
 }
 
-std::uint64_t Tally::at(const Counts& counts, NameId name) {
+std::uint64_t Tally::at(Counts const& counts, NameId name) {
     return name < counts.size() ? counts[name] : 0;
 }
 
-void Tally::skip(NameId name, Reason reason, const Place& place) {
+void Tally::skip(NameId name, Reason reason, Place const& place) {
     Skip& skip = skips_[{name, reason}];
     if (skip.count == 0 || place.position < skip.first.position) {
         skip.first = place;
@@ -34,7 +34,7 @@ std::uint64_t Tally::consumed() const {
 
 std::uint64_t Tally::skipped() const {
     std::uint64_t sum = 0;
-    for (const auto& [key, skip] : skips_) {
+    for (auto const& [key, skip] : skips_) {
         sum += skip.count;
     }
     return sum;
@@ -42,7 +42,7 @@ std::uint64_t Tally::skipped() const {
 
 bool Tally::isBalanced() const {
     Counts accounted = consumed_;
-    for (const auto& [key, skip] : skips_) {
+    for (auto const& [key, skip] : skips_) {
         slot(accounted, key.first) += skip.count;
     }
     accounted.resize(std::max(accounted.size(), met_.size()));

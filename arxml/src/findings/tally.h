@@ -29,7 +29,7 @@ public:
 
     void meet(NameId name) { ++slot(met_, name); }
     void consume(NameId name) { ++slot(consumed_, name); }
-    void skip(NameId name, Reason reason, const Place& place);
+    void skip(NameId name, Reason reason, Place const& place);
 
     std::uint64_t met(NameId name) const { return at(met_, name); }
     std::uint64_t consumed(NameId name) const { return at(consumed_, name); }
@@ -38,7 +38,7 @@ public:
     std::uint64_t skipped() const;
 
     /// By name and reason.
-    const std::map<std::pair<NameId, Reason>, Skip>& skips() const { return skips_; }
+    std::map<std::pair<NameId, Reason>, Skip> const& skips() const { return skips_; }
 
     /// Names from this one on were not met.
     NameId endOfNames() const { return static_cast<NameId>(met_.size()); }
@@ -50,7 +50,7 @@ private:
     using Counts = std::vector<std::uint64_t>; // by name
 
     static std::uint64_t& slot(Counts& counts, NameId name);
-    static std::uint64_t at(const Counts& counts, NameId name);
+    static std::uint64_t at(Counts const& counts, NameId name);
 
     Counts met_;
     Counts consumed_;

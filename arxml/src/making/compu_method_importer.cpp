@@ -25,7 +25,7 @@ types::CompuMethodCategory categoryOf(Kind kind) {
 }
 
 /// The model's lists refuse a number that they hold already.
-bool pushAll(const QOB::Sequence<QOB::Real>& list, const std::vector<double>& numbers) {
+bool pushAll(QOB::Sequence<QOB::Real> const& list, std::vector<double> const& numbers) {
     for (const double number : numbers) {
         list.push_back(QOB::Real(number));
     }
@@ -34,9 +34,9 @@ bool pushAll(const QOB::Sequence<QOB::Real>& list, const std::vector<double>& nu
 
 } // namespace
 
-void CompuMethodImporter::build(const Catalogue& catalogue) {
+void CompuMethodImporter::build(Catalogue const& catalogue) {
     for (const Element method : catalogue.ofKind(element::compuMethod)) {
-        const CompuMethodPlan& plan = methods_.at(method);
+        CompuMethodPlan const& plan = methods_.at(method);
         if (plan.kind != Kind::none) {
             build(plan);
         } else {
@@ -50,7 +50,7 @@ void CompuMethodImporter::build(const Catalogue& catalogue) {
     }
 }
 
-void CompuMethodImporter::build(const CompuMethodPlan& plan) {
+void CompuMethodImporter::build(CompuMethodPlan const& plan) {
     const auto method = objects_.makeOf<types::CompuMethod>(plan.element);
     made_.add(plan.element, method);
     method.setCategory(categoryOf(plan.kind));
@@ -66,8 +66,8 @@ void CompuMethodImporter::build(const CompuMethodPlan& plan) {
 }
 
 /// Half a function is worse than none: if one number is refused, nothing is held.
-void CompuMethodImporter::setCoefficients(const types::CompuMethod& method,
-                                          const CompuMethodPlan& plan) {
+void CompuMethodImporter::setCoefficients(types::CompuMethod const& method,
+                                          CompuMethodPlan const& plan) {
     const auto numerators = method.getCalToInternalCompuNumerators();
     const auto denominators = method.getCalToInternalCompuDenominators();
     if (pushAll(numerators, plan.toInternal->numerator) &&
@@ -85,11 +85,11 @@ void CompuMethodImporter::setCoefficients(const types::CompuMethod& method,
                     "Two coefficients are equal, which the model can't hold; none is held.");
 }
 
-void CompuMethodImporter::addLiterals(const types::Enumeration& enumeration, Element method) {
+void CompuMethodImporter::addLiterals(types::Enumeration const& enumeration, Element method) {
     if (!method) {
         return;
     }
-    for (const CompuMethodPlan::Text& text : methods_.at(method).texts) {
+    for (CompuMethodPlan::Text const& text : methods_.at(method).texts) {
         const auto literal = objects_.make<types::EnumerationLiteral>(text.name);
         literal.setValue(QOB::Integer(text.value));
         literal.setPvalue(QOB::Integer(text.value));

@@ -10,26 +10,26 @@ namespace velum::arxml {
 /// Makes `CompuMethod` of COMPU-METHOD.
 class CompuMethodImporter {
 public:
-    CompuMethodImporter(const ImportContext& context,
-                        const CompuMethods& methods,
+    CompuMethodImporter(ImportContext const& context,
+                        CompuMethods const& methods,
                         UnitImporter& units,
                         Objects& objects)
         : context_(context), methods_(methods), units_(units), objects_(objects) {}
 
-    void build(const Catalogue& catalogue);
+    void build(Catalogue const& catalogue);
 
     /// Empty for a category without a class.
     types::CompuMethod find(Element element) const { return made_.find(element); }
 
     /// Gives an enumeration the texts of a method as its own literals.
-    void addLiterals(const types::Enumeration& enumeration, Element method);
+    void addLiterals(types::Enumeration const& enumeration, Element method);
 
 private:
-    void build(const CompuMethodPlan& plan);
-    void setCoefficients(const types::CompuMethod& method, const CompuMethodPlan& plan);
+    void build(CompuMethodPlan const& plan);
+    void setCoefficients(types::CompuMethod const& method, CompuMethodPlan const& plan);
 
     ImportContext context_;
-    const CompuMethods& methods_;
+    CompuMethods const& methods_;
     UnitImporter& units_;
     Objects& objects_;
     ObjectsOf<types::CompuMethod> made_;

@@ -29,7 +29,7 @@ Element ruleOf(Element constraint) {
 
 } // namespace
 
-void Constraints::build(const Catalogue& catalogue) {
+void Constraints::build(Catalogue const& catalogue) {
     for (const Element constraint : catalogue.ofKind(element::dataConstr)) {
         const auto object = objects_.makeOf<types::DataConstr>(constraint);
         made_.add(constraint, object);
@@ -81,11 +81,11 @@ Constraints::Limit Constraints::readLimit(Element element) {
     return limit;
 }
 
-void Constraints::setBounds(const types::Real& type,
+void Constraints::setBounds(types::Real const& type,
                             Element constraint,
                             bool isApplication,
                             std::optional<Element> method) {
-    const Plan& plan = plans_.at(constraint.index());
+    Plan const& plan = plans_.at(constraint.index());
     std::optional<Limits> limits = isApplication ? plan.physical : plan.internal;
     if (isApplication && !limits && plan.internal) {
         limits = throughMethod(*plan.internal, method);
@@ -93,7 +93,7 @@ void Constraints::setBounds(const types::Real& type,
     if (!limits) {
         return;
     }
-    const auto bound = [](const Limit& limit) {
+    const auto bound = [](Limit const& limit) {
         return limit.value ? QOB::Real(*limit.value) : QOB::Real();
     };
     type.setMinValue(bound(limits->lower));
@@ -106,14 +106,14 @@ void Constraints::setBounds(const types::Real& type,
     if (!limits->upper.exact.empty()) {
         tool_note::set(type, tool_note::maxValue, std::string(limits->upper.exact));
     }
-    for (const Limit* limit : {&limits->lower, &limits->upper}) {
+    for (Limit const* limit : {&limits->lower, &limits->upper}) {
         if (limit->element && !context_.account.markedReason(limit->element)) {
             context_.account.consume(limit->element);
         }
     }
 }
 
-std::optional<Constraints::Limits> Constraints::throughMethod(const Limits& internal,
+std::optional<Constraints::Limits> Constraints::throughMethod(Limits const& internal,
                                                               std::optional<Element> method) const {
     if (!method) {
         return std::nullopt;

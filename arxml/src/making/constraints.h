@@ -14,20 +14,20 @@ namespace velum::arxml {
 /// object itself has no place for them.
 class Constraints {
 public:
-    Constraints(const ImportContext& context,
-                const CompuMethods& methods,
+    Constraints(ImportContext const& context,
+                CompuMethods const& methods,
                 UnitImporter& units,
                 Objects& objects)
         : context_(context), methods_(methods), units_(units), objects_(objects) {}
 
-    void build(const Catalogue& catalogue);
+    void build(Catalogue const& catalogue);
 
     types::DataConstr find(Element element) const { return made_.find(element); }
 
     /// Gives a type the limits of a constraint: an implementation type those of its internal
     /// values; an application type those of its physical values, or else the internal ones through
     /// its method: an empty one takes them as they are, with an unknown one they aren't held.
-    void setBounds(const types::Real& type,
+    void setBounds(types::Real const& type,
                    Element constraint,
                    bool isApplication,
                    std::optional<Element> method);
@@ -52,11 +52,11 @@ private:
     Plan read(Element constraint);
     std::optional<Limits> readLimits(Element constraints);
     Limit readLimit(Element element);
-    std::optional<Limits> throughMethod(const Limits& internal,
+    std::optional<Limits> throughMethod(Limits const& internal,
                                         std::optional<Element> method) const;
 
     ImportContext context_;
-    const CompuMethods& methods_;
+    CompuMethods const& methods_;
     UnitImporter& units_;
     Objects& objects_;
     ObjectsOf<types::DataConstr> made_;

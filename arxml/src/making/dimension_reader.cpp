@@ -6,7 +6,7 @@
 
 namespace velum::arxml {
 
-void addDimension(const ImportContext& context, const types::Matrix& matrix, Element size) {
+void addDimension(ImportContext const& context, types::Matrix const& matrix, Element size) {
     const auto dimensions = matrix.getDimensionses();
     if (const auto formula = formulaOf(size)) {
         context.find(size, Reason::symbolic, "The size is " + formula->description() + ".");

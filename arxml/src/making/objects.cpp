@@ -2,7 +2,7 @@
 
 namespace velum::arxml {
 
-void Objects::count(const char* dottedName) {
+void Objects::count(char const* dottedName) {
     std::string_view name = dottedName;
     name.remove_prefix(name.rfind('.') + 1);
     const auto found = counts_.find(name);
@@ -16,7 +16,7 @@ void Objects::count(const char* dottedName) {
 std::vector<ClassCount> Objects::counts() const {
     std::vector<ClassCount> list;
     list.reserve(counts_.size());
-    for (const auto& [name, count] : counts_) {
+    for (auto const& [name, count] : counts_) {
         list.push_back({name, count});
     }
     return list;

@@ -54,7 +54,7 @@ public:
     std::vector<ClassCount> counts() const;
 
 private:
-    void count(const char* dottedName);
+    void count(char const* dottedName);
 
     QOB::Model model_;
     ImportContext context_;
@@ -65,7 +65,7 @@ private:
 template <class Handle>
 class ObjectsOf {
 public:
-    void add(Element element, const Handle& object) { byElement_.emplace(element.index(), object); }
+    void add(Element element, Handle const& object) { byElement_.emplace(element.index(), object); }
 
     /// Empty if no object was made of the element.
     Handle find(Element element) const {

@@ -9,7 +9,7 @@ namespace {
 /// The sign and the size of the integers of a base type; a size that the file doesn't give is
 /// invalid. Both are always set: their defaults are those of another type.
 template <class Handle>
-void setWidth(const Handle& type, const BaseType* baseType) {
+void setWidth(Handle const& type, BaseType const* baseType) {
     if (baseType == nullptr) {
         return;
     }
@@ -20,7 +20,7 @@ void setWidth(const Handle& type, const BaseType* baseType) {
 
 } // namespace
 
-void PrimitiveBuilder::buildBaseTypes(const Catalogue& catalogue) {
+void PrimitiveBuilder::buildBaseTypes(Catalogue const& catalogue) {
     for (const Element baseType : catalogue.ofKind(element::swBaseType)) {
         baseTypeObjects_.add(baseType, objects_.makeOf<types::SwBaseType>(baseType));
         if (baseType.child(element::category).text() == "FIXED_LENGTH") {
@@ -38,7 +38,7 @@ types::SwBaseType PrimitiveBuilder::baseType(Element reference) {
     return baseTypeObjects_.find(target);
 }
 
-types::PrimitiveType PrimitiveBuilder::make(const TypePlan& plan, const Identity& identity) {
+types::PrimitiveType PrimitiveBuilder::make(TypePlan const& plan, Identity const& identity) {
     if (plan.baseType != nullptr) {
         consumeBaseType(context_, *plan.baseType);
     }
@@ -63,8 +63,8 @@ types::PrimitiveType PrimitiveBuilder::make(const TypePlan& plan, const Identity
 
 /// physical = bias + slope * internal; with a fraction length of 0 the slope is the fractional one
 /// however the two are put together.
-types::PrimitiveType PrimitiveBuilder::makeFixedPoint(const TypePlan& plan,
-                                                      const Identity& identity) {
+types::PrimitiveType PrimitiveBuilder::makeFixedPoint(TypePlan const& plan,
+                                                      Identity const& identity) {
     const auto type = identity.make<types::FixedPoint>(objects_);
     setWidth(type, plan.baseType);
     const Line line = methods_.lineOf(plan.method).value_or(Line());
@@ -74,8 +74,8 @@ types::PrimitiveType PrimitiveBuilder::makeFixedPoint(const TypePlan& plan,
     return types::PrimitiveType(type);
 }
 
-types::PrimitiveType PrimitiveBuilder::makeFloatingPoint(const TypePlan& plan,
-                                                         const Identity& identity) {
+types::PrimitiveType PrimitiveBuilder::makeFloatingPoint(TypePlan const& plan,
+                                                         Identity const& identity) {
     constexpr std::int32_t singleBits = 32;
     const auto type = identity.make<types::FloatingPoint>(objects_);
     const bool isSingle = plan.baseType != nullptr && plan.baseType->bits == singleBits;
@@ -84,8 +84,8 @@ types::PrimitiveType PrimitiveBuilder::makeFloatingPoint(const TypePlan& plan,
     return types::PrimitiveType(type);
 }
 
-types::PrimitiveType PrimitiveBuilder::makeEnumeration(const TypePlan& plan,
-                                                       const Identity& identity) {
+types::PrimitiveType PrimitiveBuilder::makeEnumeration(TypePlan const& plan,
+                                                       Identity const& identity) {
     const auto type = identity.make<types::Enumeration>(objects_);
     setWidth(type,
              plan.baseType != nullptr && plan.baseType->isInteger() ? plan.baseType : nullptr);
@@ -93,8 +93,8 @@ types::PrimitiveType PrimitiveBuilder::makeEnumeration(const TypePlan& plan,
     return types::PrimitiveType(type);
 }
 
-void PrimitiveBuilder::setProperties(const types::PrimitiveType& type,
-                                     const TypePlan& plan,
+void PrimitiveBuilder::setProperties(types::PrimitiveType const& type,
+                                     TypePlan const& plan,
                                      Element properties,
                                      bool isApplication) {
     type.setIsApplication(QOB::Boolean(isApplication));

@@ -24,9 +24,9 @@ struct Identity {
 /// Makes primitive types and sets what all of them have.
 class PrimitiveBuilder {
 public:
-    PrimitiveBuilder(const ImportContext& context,
+    PrimitiveBuilder(ImportContext const& context,
                      References& references,
-                     const CompuMethods& methods,
+                     CompuMethods const& methods,
                      UnitImporter& units,
                      CompuMethodImporter& methodObjects,
                      Constraints& constraints,
@@ -40,29 +40,29 @@ public:
           objects_(objects) {}
 
     /// Makes the SwBaseType objects.
-    void buildBaseTypes(const Catalogue& catalogue);
+    void buildBaseTypes(Catalogue const& catalogue);
 
     /// Empty if there is none.
     types::SwBaseType baseType(Element reference);
 
     /// An object of the plan's metaclass, which must be one of primitive types, with what follows
     /// from its base type and method.
-    types::PrimitiveType make(const TypePlan& plan, const Identity& identity);
+    types::PrimitiveType make(TypePlan const& plan, Identity const& identity);
 
     /// Sets what the references in `properties` lead to, and the limits of the constraint.
-    void setProperties(const types::PrimitiveType& type,
-                       const TypePlan& plan,
+    void setProperties(types::PrimitiveType const& type,
+                       TypePlan const& plan,
                        Element properties,
                        bool isApplication);
 
 private:
-    types::PrimitiveType makeFixedPoint(const TypePlan& plan, const Identity& identity);
-    types::PrimitiveType makeFloatingPoint(const TypePlan& plan, const Identity& identity);
-    types::PrimitiveType makeEnumeration(const TypePlan& plan, const Identity& identity);
+    types::PrimitiveType makeFixedPoint(TypePlan const& plan, Identity const& identity);
+    types::PrimitiveType makeFloatingPoint(TypePlan const& plan, Identity const& identity);
+    types::PrimitiveType makeEnumeration(TypePlan const& plan, Identity const& identity);
 
     ImportContext context_;
     References& references_;
-    const CompuMethods& methods_;
+    CompuMethods const& methods_;
     UnitImporter& units_;
     CompuMethodImporter& methodObjects_;
     Constraints& constraints_;

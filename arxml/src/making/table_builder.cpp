@@ -26,7 +26,7 @@ bool hasOwnAxis(Element sharedAxis) {
 
 } // namespace
 
-void TableBuilder::buildLayouts(const Catalogue& catalogue) {
+void TableBuilder::buildLayouts(Catalogue const& catalogue) {
     for (const Element layout : catalogue.ofKind(element::swRecordLayout)) {
         layouts_.add(layout, objects_.makeOf<types::SwRecordLayout>(layout));
     }
@@ -34,7 +34,7 @@ void TableBuilder::buildLayouts(const Catalogue& catalogue) {
 
 /// What tables and shared axes have in common.
 template <class Handle>
-void TableBuilder::setCommon(const Handle& object, Element properties) {
+void TableBuilder::setCommon(Handle const& object, Element properties) {
     const Element layoutRef = properties.child(element::swRecordLayoutRef);
     if (const Element target = references_.target(layoutRef, {element::swRecordLayout})) {
         object.setSwRecordLayout(layouts_.find(target));
@@ -46,7 +46,7 @@ void TableBuilder::setCommon(const Handle& object, Element properties) {
     }
 }
 
-void TableBuilder::fillTable(const types::LookupTableType& table, Element type) {
+void TableBuilder::fillTable(types::LookupTableType const& table, Element type) {
     const Element properties = propertiesOf(type);
     setCommon(table, properties);
     if (const auto part = makePart(properties); part.isValid()) {
@@ -60,7 +60,7 @@ void TableBuilder::fillTable(const types::LookupTableType& table, Element type) 
 }
 
 /// The model derives the category from the number of axes.
-void TableBuilder::compareCategory(const types::LookupTableType& table, Element category) const {
+void TableBuilder::compareCategory(types::LookupTableType const& table, Element category) const {
     const std::string derived = table.getCategory();
     if (derived == category.text()) {
         context_.account.consume(category);
@@ -72,7 +72,7 @@ void TableBuilder::compareCategory(const types::LookupTableType& table, Element 
                         std::string(category.text()) + ".");
 }
 
-void TableBuilder::fillSharedAxis(const types::SharedAxisType& shared, Element type) {
+void TableBuilder::fillSharedAxis(types::SharedAxisType const& shared, Element type) {
     const Element properties = propertiesOf(type);
     setCommon(shared, properties);
     if (type.child(element::category).text() == "COM_AXIS") {
@@ -118,7 +118,7 @@ types::Axis TableBuilder::makeAxis(Element element) {
     return axis;
 }
 
-void TableBuilder::fillIndividual(const types::Axis& axis, Element individual) {
+void TableBuilder::fillIndividual(types::Axis const& axis, Element individual) {
     setPoints(axis, individual);
     const auto input = primitiveAt(individual.child(element::inputVariableTypeRef));
     if (input.isValid()) {
@@ -129,7 +129,7 @@ void TableBuilder::fillIndividual(const types::Axis& axis, Element individual) {
     }
 }
 
-void TableBuilder::setPoints(const types::Axis& axis, Element individual) {
+void TableBuilder::setPoints(types::Axis const& axis, Element individual) {
     const Element most = individual.child(element::swMaxAxisPoints);
     const Element least = individual.child(element::swMinAxisPoints);
     if (!most) {
@@ -153,7 +153,7 @@ void TableBuilder::setPoints(const types::Axis& axis, Element individual) {
 }
 
 /// A table asks its shared axes for their sizes, so only a whole one may be set.
-void TableBuilder::fillGrouped(const types::Axis& axis, Element grouped) {
+void TableBuilder::fillGrouped(types::Axis const& axis, Element grouped) {
     const Element reference = grouped.child(element::sharedAxisTypeRef);
     const Element target = references_.target(reference, {element::applicationPrimitiveDataType});
     if (!target) {

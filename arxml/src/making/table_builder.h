@@ -12,7 +12,7 @@ public:
     /// `typeAt` gives the object made of a type; empty if there is none.
     using TypeAt = std::function<foundation::ValueType(Element)>;
 
-    TableBuilder(const ImportContext& context,
+    TableBuilder(ImportContext const& context,
                  References& references,
                  TypePlanner& planner,
                  PrimitiveBuilder& primitives,
@@ -26,10 +26,10 @@ public:
           typeAt_(std::move(typeAt)) {}
 
     /// Makes the SwRecordLayout objects, by name only: the model has no place for what they hold.
-    void buildLayouts(const Catalogue& catalogue);
+    void buildLayouts(Catalogue const& catalogue);
 
-    void fillTable(const types::LookupTableType& table, Element type);
-    void fillSharedAxis(const types::SharedAxisType& shared, Element type);
+    void fillTable(types::LookupTableType const& table, Element type);
+    void fillSharedAxis(types::SharedAxisType const& shared, Element type);
 
     /// The anonymous primitive type of what `properties` refers to; empty if it refers to nothing
     /// that a primitive type has.
@@ -37,13 +37,13 @@ public:
 
 private:
     template <class Handle>
-    void setCommon(const Handle& object, Element properties);
+    void setCommon(Handle const& object, Element properties);
     types::Axis makeAxis(Element element);
-    void fillIndividual(const types::Axis& axis, Element individual);
-    void fillGrouped(const types::Axis& axis, Element grouped);
-    void setPoints(const types::Axis& axis, Element individual);
+    void fillIndividual(types::Axis const& axis, Element individual);
+    void fillGrouped(types::Axis const& axis, Element grouped);
+    void setPoints(types::Axis const& axis, Element individual);
     types::PrimitiveType primitiveAt(Element reference);
-    void compareCategory(const types::LookupTableType& table, Element category) const;
+    void compareCategory(types::LookupTableType const& table, Element category) const;
 
     ImportContext context_;
     References& references_;

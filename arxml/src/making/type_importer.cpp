@@ -24,7 +24,7 @@ bool isApplication(Element type) {
 }
 
 /// The array that a matrix stands for is of fixed size.
-void consumeFixedSize(const ImportContext& context, Element array) {
+void consumeFixedSize(ImportContext const& context, Element array) {
     const Element semantics = array.child(element::arraySizeSemantics);
     if (semantics.text() == "FIXED-SIZE") {
         context.account.consume(semantics);
@@ -32,14 +32,14 @@ void consumeFixedSize(const ImportContext& context, Element array) {
 }
 
 /// Keeps the name of the type that an object should have.
-void noteMissing(const QOB::ClassObject& object, Element reference) {
+void noteMissing(QOB::ClassObject const& object, Element reference) {
     if (!reference.text().empty()) {
         tool_note::set(object, tool_note::missingType, std::string(reference.text()));
     }
 }
 
 /// Why no object is made of a type, where its reason leaves that open.
-std::string causeOfOmission(Element type, const TypePlan& plan) {
+std::string causeOfOmission(Element type, TypePlan const& plan) {
     if (plan.reason != Reason::noClass) {
         return "What it refers to is missing, or no object is made of it.";
     }
@@ -55,11 +55,11 @@ std::string causeOfOmission(Element type, const TypePlan& plan) {
 
 } // namespace
 
-void TypeImporter::build(const Catalogue& catalogue) {
+void TypeImporter::build(Catalogue const& catalogue) {
     tables_.buildLayouts(catalogue);
     for (const NameId kind : typeKinds) {
         for (const Element type : catalogue.ofKind(kind)) {
-            const TypePlan& plan = planner_.plan(type);
+            TypePlan const& plan = planner_.plan(type);
             if (plan.metaclass == Metaclass::none) {
                 context_.account.skip(type, plan.reason);
                 context_.fileOf(type).omissions.push_back({ImportContext::placeOf(type),
@@ -78,12 +78,12 @@ void TypeImporter::build(const Catalogue& catalogue) {
             }
         }
     }
-    for (const auto& [alias, origin] : structureAliases_) {
+    for (auto const& [alias, origin] : structureAliases_) {
         copyMembers(alias, origin);
     }
 }
 
-ValueType TypeImporter::make(const TypePlan& plan, const Identity& identity) {
+ValueType TypeImporter::make(TypePlan const& plan, Identity const& identity) {
     switch (plan.metaclass) {
     case Metaclass::matrix:
         return ValueType(identity.make<types::Matrix>(objects_));
@@ -100,7 +100,7 @@ ValueType TypeImporter::make(const TypePlan& plan, const Identity& identity) {
     }
 }
 
-void TypeImporter::fill(const ValueType& object, Element type, const TypePlan& plan) {
+void TypeImporter::fill(ValueType const& object, Element type, TypePlan const& plan) {
     switch (plan.metaclass) {
     case Metaclass::matrix:
         fillMatrix(types::Matrix(object), type, plan);
@@ -132,24 +132,24 @@ void TypeImporter::fill(const ValueType& object, Element type, const TypePlan& p
     }
 }
 
-void TypeImporter::fillPrimitive(const types::PrimitiveType& object,
+void TypeImporter::fillPrimitive(types::PrimitiveType const& object,
                                  Element type,
-                                 const TypePlan& plan) {
+                                 TypePlan const& plan) {
     context_.account.consume(type.child(element::category));
     primitives_.setProperties(object, plan, propertiesOf(type), isApplication(type));
     setReference(object, type, plan);
 }
 
 /// To the type it refers to, or to the one it is mapped to.
-void TypeImporter::setReference(const types::PrimitiveType& object,
+void TypeImporter::setReference(types::PrimitiveType const& object,
                                 Element type,
-                                const TypePlan& plan) {
+                                TypePlan const& plan) {
     const types::PrimitiveType target(plan.target ? made_.find(plan.target) : ValueType());
     if (!target.isValid()) {
         return;
     }
     object.setReference(target);
-    if (const TypeMaps::Map* const map = isApplication(type) ? maps_.find(type) : nullptr) {
+    if (TypeMaps::Map const* const map = isApplication(type) ? maps_.find(type) : nullptr) {
         maps_.consume(*map);
     } else {
         context_.account.consume(propertiesOf(type).child(element::implementationDataTypeRef));
@@ -175,7 +175,7 @@ ValueType TypeImporter::typeAt(Element reference) {
     return object;
 }
 
-void TypeImporter::fillMatrix(const types::Matrix& matrix, Element type, const TypePlan& plan) {
+void TypeImporter::fillMatrix(types::Matrix const& matrix, Element type, TypePlan const& plan) {
     matrix.setIsApplication(QOB::Boolean(isApplication(type)));
     context_.account.consume(type.child(element::category));
     if (type.is(element::applicationArrayDataType)) {
@@ -188,7 +188,7 @@ void TypeImporter::fillMatrix(const types::Matrix& matrix, Element type, const T
     }
 }
 
-void TypeImporter::fillArray(const types::Matrix& matrix, Element type) {
+void TypeImporter::fillArray(types::Matrix const& matrix, Element type) {
     const Element innermost = addDimensions(matrix, type);
     if (!innermost) {
         return;
@@ -204,7 +204,7 @@ void TypeImporter::fillArray(const types::Matrix& matrix, Element type) {
         }
         return;
     }
-    const TypePlan& plan = planner_.plan(innermost);
+    TypePlan const& plan = planner_.plan(innermost);
     if (plan.metaclass == Metaclass::none) {
         context_.account.skip(innermost, plan.reason);
         return;
@@ -223,7 +223,7 @@ void TypeImporter::fillArray(const types::Matrix& matrix, Element type) {
 }
 
 /// Arrays of anonymous arrays are one matrix; returns the element that is no array any more.
-Element TypeImporter::addDimensions(const types::Matrix& matrix, Element type) {
+Element TypeImporter::addDimensions(types::Matrix const& matrix, Element type) {
     Element array = type;
     for (;;) {
         if (const Element size = array.child(element::arraySize)) {
@@ -241,7 +241,7 @@ Element TypeImporter::addDimensions(const types::Matrix& matrix, Element type) {
     }
 }
 
-void TypeImporter::fillApplicationArray(const types::Matrix& matrix, Element type) {
+void TypeImporter::fillApplicationArray(types::Matrix const& matrix, Element type) {
     const Element part = type.child(element::element);
     if (const Element size = part.child(element::maxNumberOfElements)) {
         addDimension(context_, matrix, size);
@@ -255,7 +255,7 @@ void TypeImporter::fillApplicationArray(const types::Matrix& matrix, Element typ
     }
 }
 
-void TypeImporter::fillValueBlock(const types::Matrix& matrix, Element type) {
+void TypeImporter::fillValueBlock(types::Matrix const& matrix, Element type) {
     const Element properties = propertiesOf(type);
     const Element sizes = properties.child(element::swValueBlockSizeMults);
     for (const Element size : sizes.children()) {
@@ -270,7 +270,7 @@ void TypeImporter::fillValueBlock(const types::Matrix& matrix, Element type) {
     matrix.setBaseType(ValueType(part));
 }
 
-void TypeImporter::fillStructure(const types::Structure& structure, Element type) {
+void TypeImporter::fillStructure(types::Structure const& structure, Element type) {
     structure.setIsApplication(QOB::Boolean(isApplication(type)));
     context_.account.consume(type.child(element::category));
     const bool isRecord = type.is(element::applicationRecordDataType);
@@ -293,7 +293,7 @@ void TypeImporter::fillStructure(const types::Structure& structure, Element type
 /// The model has no reference from structure to structure: another name is another one like it,
 /// whose members have the types of the first one's members. So that a small file can't ask for a
 /// huge model, no more members are copied than the files have elements.
-void TypeImporter::copyMembers(const types::Structure& alias, const types::Structure& origin) {
+void TypeImporter::copyMembers(types::Structure const& alias, types::Structure const& origin) {
     const auto members = origin.getElementses();
     copied_ += static_cast<std::size_t>(members.size());
     if (copied_ > context_.documents.store.size()) {
@@ -310,7 +310,7 @@ void TypeImporter::copyMembers(const types::Structure& alias, const types::Struc
     }
 }
 
-void TypeImporter::addMember(const types::Structure& structure, Element member) {
+void TypeImporter::addMember(types::Structure const& structure, Element member) {
     const auto object = objects_.makeOf<types::StructElement>(member);
     object.setStructure(structure);
     if (member.is(element::applicationRecordElement)) {
@@ -325,7 +325,7 @@ void TypeImporter::addMember(const types::Structure& structure, Element member) 
     setMemberType(object, member);
 }
 
-void TypeImporter::setMemberType(const types::StructElement& object, Element member) {
+void TypeImporter::setMemberType(types::StructElement const& object, Element member) {
     if (formOf(member) == TypeForm::reference && !member.child(element::arraySize)) {
         const Element reference = propertiesOf(member).child(element::implementationDataTypeRef);
         context_.account.consume(member.child(element::category));
@@ -354,7 +354,7 @@ ValueType TypeImporter::makeInline(Element member) {
         fillArray(matrix, member);
         return ValueType(matrix);
     }
-    const TypePlan& plan = planner_.plan(member);
+    TypePlan const& plan = planner_.plan(member);
     if (plan.metaclass == Metaclass::none) {
         context_.account.skip(member.child(element::subElements), plan.reason);
         context_.account.skip(member.child(element::swDataDefProps), plan.reason);
@@ -366,7 +366,7 @@ ValueType TypeImporter::makeInline(Element member) {
     return type;
 }
 
-void TypeImporter::fillPointer(const types::VoidPointer& pointer, Element type) {
+void TypeImporter::fillPointer(types::VoidPointer const& pointer, Element type) {
     const Element properties = propertiesOf(type);
     if (const Element policy = properties.child(element::swImplPolicy)) {
         pointer.setSwImplPolicy(toString(policy.text()));

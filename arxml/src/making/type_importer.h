@@ -13,10 +13,10 @@ namespace velum::arxml {
 /// Makes the objects of implementation and application types.
 class TypeImporter {
 public:
-    TypeImporter(const ImportContext& context,
+    TypeImporter(ImportContext const& context,
                  References& references,
                  TypePlanner& planner,
-                 const TypeMaps& maps,
+                 TypeMaps const& maps,
                  PrimitiveBuilder& primitives,
                  ValueBuilder& values,
                  Objects& objects)
@@ -30,34 +30,34 @@ public:
           tables_(context, references, planner, primitives, objects, [this](Element type) {
               return made_.find(type);
           }) {}
-    TypeImporter(const TypeImporter&) = delete;
-    TypeImporter& operator=(const TypeImporter&) = delete;
+    TypeImporter(TypeImporter const&) = delete;
+    TypeImporter& operator=(TypeImporter const&) = delete;
 
     /// All types are made first and filled then, since they refer to each other.
-    void build(const Catalogue& catalogue);
+    void build(Catalogue const& catalogue);
 
 private:
-    foundation::ValueType make(const TypePlan& plan, const Identity& identity);
-    void fill(const foundation::ValueType& object, Element type, const TypePlan& plan);
-    void fillPrimitive(const types::PrimitiveType& object, Element type, const TypePlan& plan);
-    void setReference(const types::PrimitiveType& object, Element type, const TypePlan& plan);
-    void fillMatrix(const types::Matrix& matrix, Element type, const TypePlan& plan);
-    void fillArray(const types::Matrix& matrix, Element type);
-    Element addDimensions(const types::Matrix& matrix, Element type);
-    void fillApplicationArray(const types::Matrix& matrix, Element type);
-    void fillValueBlock(const types::Matrix& matrix, Element type);
-    void fillStructure(const types::Structure& structure, Element type);
-    void copyMembers(const types::Structure& alias, const types::Structure& origin);
-    void addMember(const types::Structure& structure, Element member);
-    void setMemberType(const types::StructElement& object, Element member);
+    foundation::ValueType make(TypePlan const& plan, Identity const& identity);
+    void fill(foundation::ValueType const& object, Element type, TypePlan const& plan);
+    void fillPrimitive(types::PrimitiveType const& object, Element type, TypePlan const& plan);
+    void setReference(types::PrimitiveType const& object, Element type, TypePlan const& plan);
+    void fillMatrix(types::Matrix const& matrix, Element type, TypePlan const& plan);
+    void fillArray(types::Matrix const& matrix, Element type);
+    Element addDimensions(types::Matrix const& matrix, Element type);
+    void fillApplicationArray(types::Matrix const& matrix, Element type);
+    void fillValueBlock(types::Matrix const& matrix, Element type);
+    void fillStructure(types::Structure const& structure, Element type);
+    void copyMembers(types::Structure const& alias, types::Structure const& origin);
+    void addMember(types::Structure const& structure, Element member);
+    void setMemberType(types::StructElement const& object, Element member);
     foundation::ValueType makeInline(Element member);
-    void fillPointer(const types::VoidPointer& pointer, Element type);
+    void fillPointer(types::VoidPointer const& pointer, Element type);
     foundation::ValueType typeAt(Element reference);
 
     ImportContext context_;
     References& references_;
     TypePlanner& planner_;
-    const TypeMaps& maps_;
+    TypeMaps const& maps_;
     PrimitiveBuilder& primitives_;
     ValueBuilder& values_;
     Objects& objects_;

@@ -13,8 +13,8 @@ namespace {
 
 struct BaseDimension {
     NameId exponent;
-    const char* name;
-    const char* symbol;
+    char const* name;
+    char const* symbol;
 };
 
 /// The dimensions of the international system, in the order of the schema.
@@ -30,7 +30,7 @@ constexpr std::array<BaseDimension, 7> baseDimensionTable = {{
 
 } // namespace
 
-void UnitImporter::build(const Catalogue& catalogue) {
+void UnitImporter::build(Catalogue const& catalogue) {
     for (const Element dimension : catalogue.ofKind(element::physicalDimension)) {
         buildDimension(dimension);
     }
@@ -48,7 +48,7 @@ void UnitImporter::buildDimension(Element element) {
 }
 
 /// All exponents or none: a part of them would be another dimension.
-void UnitImporter::setExponents(const types::Dimension& dimension, Element element) {
+void UnitImporter::setExponents(types::Dimension const& dimension, Element element) {
     std::array<std::int32_t, baseDimensionTable.size()> exponents{};
     std::optional<Reason> fault;
     for (std::size_t i = 0; i < exponents.size(); ++i) {
@@ -130,7 +130,7 @@ void UnitImporter::buildUnit(Element element) {
 }
 
 /// The file converts from the SI unit, the model to it; true if the two are the same.
-bool UnitImporter::setConversion(const types::Unit& unit, Element element) {
+bool UnitImporter::setConversion(types::Unit const& unit, Element element) {
     const Element factorElement = element.child(element::factorSiToUnit);
     const Element offsetElement = element.child(element::offsetSiToUnit);
     const std::optional<double> factor = readConversion(factorElement, 1.0);
@@ -182,9 +182,9 @@ void UnitImporter::relateUnits() {
         if (found == members_.end()) {
             continue;
         }
-        const Member* si = nullptr;
+        Member const* si = nullptr;
         bool isOnlyOne = true;
-        for (const Member& member : found->second) {
+        for (Member const& member : found->second) {
             isOnlyOne = isOnlyOne && (!member.isSi || si == nullptr);
             si = member.isSi ? &member : si;
         }
@@ -192,7 +192,7 @@ void UnitImporter::relateUnits() {
             continue;
         }
         dimensions_.find(element).setBaseUnit(si->unit);
-        for (const Member& member : found->second) {
+        for (Member const& member : found->second) {
             if (!member.isSi) {
                 member.unit.setConvUnit(si->unit);
             }

@@ -12,14 +12,14 @@ namespace velum::arxml {
 /// Makes `Dimension` of PHYSICAL-DIMENSION and `Unit` of UNIT.
 class UnitImporter {
 public:
-    UnitImporter(const ImportContext& context, References& references, Objects& objects)
+    UnitImporter(ImportContext const& context, References& references, Objects& objects)
         : context_(context), references_(references), objects_(objects) {}
 
-    void build(const Catalogue& catalogue);
+    void build(Catalogue const& catalogue);
 
     /// Makes the unit that the reference leads to, if there is one, that of an object.
     template <class Object>
-    void setUnit(const Object& object, Element reference) {
+    void setUnit(Object const& object, Element reference) {
         if (const Element target = references_.target(reference, {element::unit})) {
             object.setUnit(units_.find(target));
             context_.account.consume(reference);
@@ -33,10 +33,10 @@ private:
     };
 
     void buildDimension(Element element);
-    void setExponents(const types::Dimension& dimension, Element element);
+    void setExponents(types::Dimension const& dimension, Element element);
     types::Dimension baseDimension(std::size_t number);
     void buildUnit(Element element);
-    bool setConversion(const types::Unit& unit, Element element);
+    bool setConversion(types::Unit const& unit, Element element);
     std::optional<double> readConversion(Element number, double missing);
     void relateUnits();
 

@@ -53,8 +53,8 @@ std::vector<int> sizesOf(Element list, std::size_t texts) {
 
 } // namespace
 
-void ValueBuilder::buildConstants(const Catalogue& catalogue) {
-    const auto& constants = catalogue.ofKind(element::constantSpecification);
+void ValueBuilder::buildConstants(Catalogue const& catalogue) {
+    auto const& constants = catalogue.ofKind(element::constantSpecification);
     for (const Element constant : constants) {
         constants_.add(constant, objects_.makeOf<types::ConstantSpecification>(constant));
     }
@@ -69,14 +69,14 @@ void ValueBuilder::buildConstants(const Catalogue& catalogue) {
     circles_.report();
 }
 
-ValueSpecification ValueBuilder::makeIn(Element holder, const ValueType& type) {
+ValueSpecification ValueBuilder::makeIn(Element holder, ValueType const& type) {
     for (const Element value : holder.children()) {
         return make(value, type);
     }
     return {};
 }
 
-ValueSpecification ValueBuilder::make(Element value, const ValueType& type) {
+ValueSpecification ValueBuilder::make(Element value, ValueType const& type) {
     switch (value.name()) {
     case element::numericalValueSpecification:
         return makeNumber(value);
@@ -115,7 +115,7 @@ ValueSpecification ValueBuilder::makeNumber(Element value) {
     return ValueSpecification(literal);
 }
 
-ValueSpecification ValueBuilder::makeText(Element value, const ValueType& type) {
+ValueSpecification ValueBuilder::makeText(Element value, ValueType const& type) {
     const auto reference = makeLabelled<types::EnumerationLiteralReference>(value);
     const Element text = value.child(element::value);
     reference.setLiteralText(toString(text.text()));
@@ -146,7 +146,7 @@ ValueSpecification ValueBuilder::makeReference(Element value) {
 
 /// Nested arrays over one matrix of several dimensions become one value, with the row-major
 /// position in each cell; a matrix of a matrix keeps its nesting.
-ValueSpecification ValueBuilder::makeArray(Element value, const ValueType& type) {
+ValueSpecification ValueBuilder::makeArray(Element value, ValueType const& type) {
     const auto made = makeLabelled<types::MatrixValueSpecification>(value);
     const types::Matrix matrix(type);
     int depth = 1;
@@ -160,9 +160,9 @@ ValueSpecification ValueBuilder::makeArray(Element value, const ValueType& type)
     return ValueSpecification(made);
 }
 
-void ValueBuilder::addCells(const types::MatrixValueSpecification& matrix,
+void ValueBuilder::addCells(types::MatrixValueSpecification const& matrix,
                             Element array,
-                            const ValueType& elementType,
+                            ValueType const& elementType,
                             int depth,
                             int& position) {
     for (const Element part : array.child(element::elements).children()) {
@@ -182,7 +182,7 @@ void ValueBuilder::addCells(const types::MatrixValueSpecification& matrix,
 }
 
 /// A field belongs to the member of its label, or else to the one at its place.
-ValueSpecification ValueBuilder::makeRecord(Element value, const ValueType& type) {
+ValueSpecification ValueBuilder::makeRecord(Element value, ValueType const& type) {
     const auto made = makeLabelled<types::StructureValueSpecification>(value);
     const types::Structure structure(type);
     std::vector<types::StructElement> members;
@@ -196,7 +196,7 @@ ValueSpecification ValueBuilder::makeRecord(Element value, const ValueType& type
         const std::string_view label = field.child(element::shortLabel).text();
         types::StructElement member =
             place < members.size() ? members[place] : types::StructElement();
-        for (const types::StructElement& candidate : members) {
+        for (types::StructElement const& candidate : members) {
             if (!label.empty() && std::string(candidate.getName()) == label) {
                 member = candidate;
             }
@@ -242,7 +242,7 @@ ValueSpecification ValueBuilder::makeApplication(Element value) {
     return ValueSpecification(table);
 }
 
-void ValueBuilder::fillContent(const types::ApplicationValueSpecification& content,
+void ValueBuilder::fillContent(types::ApplicationValueSpecification const& content,
                                Element element) {
     if (!element) {
         return;

@@ -11,30 +11,30 @@ namespace velum::arxml {
 /// Makes the value objects of value specifications, of constants and of invalid values.
 class ValueBuilder {
 public:
-    ValueBuilder(const ImportContext& context, References& references, Objects& objects)
+    ValueBuilder(ImportContext const& context, References& references, Objects& objects)
         : context_(context), references_(references), objects_(objects), circles_(context) {}
 
     /// Makes all constants. They come first and are filled then, since they refer to each other.
-    void buildConstants(const Catalogue& catalogue);
+    void buildConstants(Catalogue const& catalogue);
 
     /// The value that the first element in `holder` states, as a value of `type`, which may
     /// be empty. Empty, with the element skipped, if there is no class for it.
-    foundation::ValueSpecification makeIn(Element holder, const foundation::ValueType& type);
+    foundation::ValueSpecification makeIn(Element holder, foundation::ValueType const& type);
 
 private:
-    foundation::ValueSpecification make(Element value, const foundation::ValueType& type);
+    foundation::ValueSpecification make(Element value, foundation::ValueType const& type);
     foundation::ValueSpecification makeNumber(Element value);
-    foundation::ValueSpecification makeText(Element value, const foundation::ValueType& type);
+    foundation::ValueSpecification makeText(Element value, foundation::ValueType const& type);
     foundation::ValueSpecification makeReference(Element value);
-    foundation::ValueSpecification makeArray(Element value, const foundation::ValueType& type);
-    void addCells(const types::MatrixValueSpecification& matrix,
+    foundation::ValueSpecification makeArray(Element value, foundation::ValueType const& type);
+    void addCells(types::MatrixValueSpecification const& matrix,
                   Element array,
-                  const foundation::ValueType& elementType,
+                  foundation::ValueType const& elementType,
                   int depth,
                   int& position);
-    foundation::ValueSpecification makeRecord(Element value, const foundation::ValueType& type);
+    foundation::ValueSpecification makeRecord(Element value, foundation::ValueType const& type);
     foundation::ValueSpecification makeApplication(Element value);
-    void fillContent(const types::ApplicationValueSpecification& content, Element element);
+    void fillContent(types::ApplicationValueSpecification const& content, Element element);
 
     template <class Handle>
     Handle makeLabelled(Element value) {

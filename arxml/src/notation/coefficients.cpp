@@ -16,11 +16,11 @@ void trim(std::vector<double>& polynomial) {
     }
 }
 
-double at(const std::vector<double>& polynomial, std::size_t power) {
+double at(std::vector<double> const& polynomial, std::size_t power) {
     return power < polynomial.size() ? polynomial[power] : 0.0;
 }
 
-std::vector<double> product(const std::vector<double>& a, const std::vector<double>& b) {
+std::vector<double> product(std::vector<double> const& a, std::vector<double> const& b) {
     if (a.empty() || b.empty()) {
         return {};
     }
@@ -46,7 +46,7 @@ Coefficients trimmed(Coefficients coefficients) {
     return coefficients;
 }
 
-Coefficients inverted(const Coefficients& coefficients) {
+Coefficients inverted(Coefficients const& coefficients) {
     const auto [n, d] = trimmed(coefficients);
     if (n.size() > 2 || d.size() > 2) {
         return {};
@@ -61,10 +61,10 @@ Coefficients inverted(const Coefficients& coefficients) {
     return trimmed({{-n0, d0}, {n1, -d1}});
 }
 
-bool areEquivalent(const Coefficients& a, const Coefficients& b) {
+bool areEquivalent(Coefficients const& a, Coefficients const& b) {
     // More coefficients than any real conversion has would make the products expensive.
     constexpr std::size_t most = 64;
-    const auto isLong = [](const Coefficients& c) {
+    const auto isLong = [](Coefficients const& c) {
         return c.numerator.size() > most || c.denominator.size() > most;
     };
     if (isLong(a) || isLong(b)) {
@@ -80,7 +80,7 @@ bool areEquivalent(const Coefficients& a, const Coefficients& b) {
     return true;
 }
 
-bool readLine(const Coefficients& toInternal, Line& line) {
+bool readLine(Coefficients const& toInternal, Line& line) {
     const Coefficients toPhysical = inverted(toInternal);
     if (toPhysical.numerator.empty() || toPhysical.numerator.size() > 2 ||
         toPhysical.denominator.size() != 1) {

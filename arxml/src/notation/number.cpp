@@ -83,7 +83,7 @@ WholeNumber readWholeNumber(std::string_view text) {
     const bool isNegative = isNegativeSign(digits);
     const int base = takeBase(digits);
     std::uint64_t magnitude = 0;
-    const char* const end = digits.data() + digits.size();
+    char const* const end = digits.data() + digits.size();
     const auto [last, error] = std::from_chars(digits.data(), end, magnitude, base);
     if (last != end || error == std::errc::invalid_argument) {
         return {std::nullopt, Reason::badNumber};
@@ -117,7 +117,7 @@ RealNumber readRealNumber(std::string_view text) {
     if (isPrefixed) {
         const int base = takeBase(digits);
         std::uint64_t magnitude = 0;
-        const char* const end = digits.data() + digits.size();
+        char const* const end = digits.data() + digits.size();
         const auto [last, error] = std::from_chars(digits.data(), end, magnitude, base);
         if (last != end || error == std::errc::invalid_argument) {
             return {std::nullopt, Reason::badNumber};
@@ -131,7 +131,7 @@ RealNumber readRealNumber(std::string_view text) {
     // The words that the parser would take ("inf", "nan") are not the schema's.
     const bool isNumber = !digits.empty() && (isDigits(digits.substr(0, 1)) || digits[0] == '.');
     double number = 0.0;
-    const char* const end = digits.data() + digits.size();
+    char const* const end = digits.data() + digits.size();
     const auto [last, error] = std::from_chars(digits.data(), end, number);
     if (!isNumber || last != end || error == std::errc::invalid_argument) {
         return {std::nullopt, Reason::badNumber};

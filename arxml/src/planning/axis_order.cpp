@@ -8,7 +8,7 @@
 
 namespace velum::arxml {
 
-std::vector<Element> inAxisOrder(const ImportContext& context, Element set, NameId name) {
+std::vector<Element> inAxisOrder(ImportContext const& context, Element set, NameId name) {
     std::vector<std::pair<std::int32_t, Element>> axes;
     std::map<std::int32_t, Element> byIndex;
     for (const Element axis : set.children()) {
@@ -39,10 +39,10 @@ std::vector<Element> inAxisOrder(const ImportContext& context, Element set, Name
         axes.emplace_back(place, axis);
     }
     std::stable_sort(
-        axes.begin(), axes.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+        axes.begin(), axes.end(), [](auto const& a, auto const& b) { return a.first < b.first; });
     std::vector<Element> ordered;
     ordered.reserve(axes.size());
-    for (const auto& [place, axis] : axes) {
+    for (auto const& [place, axis] : axes) {
         ordered.push_back(axis);
     }
     return ordered;

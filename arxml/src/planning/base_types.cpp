@@ -15,7 +15,7 @@ std::optional<std::string_view> textOf(Element element) {
 }
 
 /// Reads a number of bits; reports one that is none and takes none then.
-std::optional<std::int32_t> readSize(const ImportContext& context, Element size) {
+std::optional<std::int32_t> readSize(ImportContext const& context, Element size) {
     if (!size) {
         return std::nullopt;
     }
@@ -30,7 +30,7 @@ std::optional<std::int32_t> readSize(const ImportContext& context, Element size)
     return number.value;
 }
 
-void reportInference(const ImportContext& context, Element baseType, const Encoding& encoding) {
+void reportInference(ImportContext const& context, Element baseType, Encoding const& encoding) {
     const Element code = baseType.child(element::baseTypeEncoding);
     std::string text = code.text().empty()
                            ? std::string("The base type has no encoding")
@@ -43,13 +43,13 @@ void reportInference(const ImportContext& context, Element baseType, const Encod
 
 } // namespace
 
-BaseTypes::BaseTypes(const ImportContext& context, const Catalogue& catalogue) {
+BaseTypes::BaseTypes(ImportContext const& context, Catalogue const& catalogue) {
     for (const Element baseType : catalogue.ofKind(element::swBaseType)) {
         byElement_.emplace(baseType.index(), read(context, baseType));
     }
 }
 
-BaseType BaseTypes::read(const ImportContext& context, Element element) {
+BaseType BaseTypes::read(ImportContext const& context, Element element) {
     BaseType read;
     read.element = element;
     read.encoding = readEncoding(textOf(element.child(element::baseTypeEncoding)),
@@ -65,7 +65,7 @@ BaseType BaseTypes::read(const ImportContext& context, Element element) {
     return read;
 }
 
-void consumeBaseType(const ImportContext& context, const BaseType& baseType) {
+void consumeBaseType(ImportContext const& context, BaseType const& baseType) {
     if (baseType.encoding.isExact) {
         context.account.consume(baseType.element.child(element::baseTypeEncoding));
     }

@@ -25,17 +25,17 @@ struct BaseType {
 /// to a base type, so they are kept here until the types are made.
 class BaseTypes {
 public:
-    BaseTypes(const ImportContext& context, const Catalogue& catalogue);
+    BaseTypes(ImportContext const& context, Catalogue const& catalogue);
 
-    const BaseType& at(Element element) const { return byElement_.at(element.index()); }
+    BaseType const& at(Element element) const { return byElement_.at(element.index()); }
 
 private:
-    static BaseType read(const ImportContext& context, Element element);
+    static BaseType read(ImportContext const& context, Element element);
 
     std::unordered_map<ElementStore::Index, BaseType> byElement_;
 };
 
 /// Consumes what a type takes over from its base type.
-void consumeBaseType(const ImportContext& context, const BaseType& baseType);
+void consumeBaseType(ImportContext const& context, BaseType const& baseType);
 
 } // namespace velum::arxml

@@ -24,7 +24,7 @@ constexpr std::array wantedKinds = {element::applicationArrayDataType,
 
 /// What a reference base says is taken by the reader; that everything of a kind lies in it
 /// (IS-GLOBAL) says nothing about a reference that names it.
-void accountForBases(const ImportContext& context, Element bases) {
+void accountForBases(ImportContext const& context, Element bases) {
     for (const Element base : bases.children()) {
         for (const Element part : base.children()) {
             const bool isTaken =
@@ -45,10 +45,10 @@ bool isWanted(NameId name) {
     return std::find(wantedKinds.begin(), wantedKinds.end(), name) != wantedKinds.end();
 }
 
-Catalogue::Catalogue(const ImportContext& context)
+Catalogue::Catalogue(ImportContext const& context)
     : byKind_(element::countOfKnown), byPath_(context.documents.index.paths().end()) {
-    const ElementStore& store = context.documents.store;
-    for (const ElementStore::Tree& tree : store.trees()) {
+    ElementStore const& store = context.documents.store;
+    for (ElementStore::Tree const& tree : store.trees()) {
         const Element outermost = store.at(tree.first);
         if (outermost.is(element::referenceBases)) {
             accountForBases(context, outermost);
@@ -58,7 +58,7 @@ Catalogue::Catalogue(const ImportContext& context)
     }
 }
 
-void Catalogue::admit(const ImportContext& context, Element element) {
+void Catalogue::admit(ImportContext const& context, Element element) {
     const std::string kind(context.kind(element));
     if (element.child(element::shortName).text().empty()) {
         context.refuse(element, Reason::noName, "This " + kind + " has no SHORT-NAME.");

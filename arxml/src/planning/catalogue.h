@@ -17,16 +17,16 @@ bool isWanted(NameId name);
 /// sets identify nothing, so all of them count.
 class Catalogue {
 public:
-    explicit Catalogue(const ImportContext& context);
+    explicit Catalogue(ImportContext const& context);
 
     /// In the order of the files.
-    const std::vector<Element>& ofKind(NameId kind) const { return byKind_[kind]; }
+    std::vector<Element> const& ofKind(NameId kind) const { return byKind_[kind]; }
 
     /// The element at a path; empty if none is kept there.
     Element find(PathId path) const { return byPath_[path]; }
 
 private:
-    void admit(const ImportContext& context, Element element);
+    void admit(ImportContext const& context, Element element);
 
     std::vector<std::vector<Element>> byKind_; // by name
     std::vector<Element> byPath_;

@@ -34,7 +34,7 @@ Scales scalesOf(Element direction) {
 
 class Reader {
 public:
-    Reader(const ImportContext& context, Element method)
+    Reader(ImportContext const& context, Element method)
         : context_(context),
           toPhysical_(scalesOf(method.child(element::compuInternalToPhys))),
           toInternal_(scalesOf(method.child(element::compuPhysToInternal))) {
@@ -74,9 +74,9 @@ private:
     }
 
     void inferCategory() {
-        const std::vector<Element>& rational = rationalScales();
+        std::vector<Element> const& rational = rationalScales();
         const bool hasText = !toPhysical_.text.empty() || !toInternal_.text.empty();
-        const char* word = "IDENTICAL";
+        char const* word = "IDENTICAL";
         plan_.kind = Kind::identical;
         if (hasText && !rational.empty()) {
             plan_.kind = Kind::linearAndTextTable;
@@ -104,7 +104,7 @@ private:
     }
 
     /// The direction towards internal values is what the model holds, so it counts if it is there.
-    const std::vector<Element>& rationalScales() const {
+    std::vector<Element> const& rationalScales() const {
         return toInternal_.rational.empty() ? toPhysical_.rational : toInternal_.rational;
     }
 
@@ -127,7 +127,7 @@ private:
         }
         const RealNumber low = readRealNumber(lower.text());
         const RealNumber high = readRealNumber(upper.text());
-        for (const auto& [limit, number] : {std::pair(lower, low), std::pair(upper, high)}) {
+        for (auto const& [limit, number] : {std::pair(lower, low), std::pair(upper, high)}) {
             if (number.fault) {
                 context_.refuseNumber(limit,
                                       *number.fault,
@@ -197,7 +197,7 @@ private:
     }
 
     /// The other direction must say the same; its elements are consumed then.
-    void compareWithOther(const Coefficients& toInternal) {
+    void compareWithOther(Coefficients const& toInternal) {
         if (toPhysical_.rational.empty()) {
             return;
         }
@@ -280,7 +280,7 @@ private:
 
 } // namespace
 
-CompuMethods::CompuMethods(const ImportContext& context, const Catalogue& catalogue) {
+CompuMethods::CompuMethods(ImportContext const& context, Catalogue const& catalogue) {
     for (const Element method : catalogue.ofKind(element::compuMethod)) {
         byElement_.emplace(method.index(), Reader(context, method).read());
     }
@@ -290,7 +290,7 @@ std::optional<Line> CompuMethods::lineOf(Element method) const {
     if (!method) {
         return std::nullopt;
     }
-    const CompuMethodPlan& plan = at(method);
+    CompuMethodPlan const& plan = at(method);
     Line line;
     const bool isLine = plan.kind == Kind::linear || plan.kind == Kind::linearAndTextTable;
     if (!isLine || !plan.toInternal || !readLine(*plan.toInternal, line)) {

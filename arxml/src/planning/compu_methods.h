@@ -38,9 +38,9 @@ struct CompuMethodPlan {
 /// Reads the computation methods.
 class CompuMethods {
 public:
-    CompuMethods(const ImportContext& context, const Catalogue& catalogue);
+    CompuMethods(ImportContext const& context, Catalogue const& catalogue);
 
-    const CompuMethodPlan& at(Element element) const { return byElement_.at(element.index()); }
+    CompuMethodPlan const& at(Element element) const { return byElement_.at(element.index()); }
 
     /// The method's line from internal to physical values; none if it has no slope or is no line.
     std::optional<Line> lineOf(Element method) const;

@@ -36,7 +36,7 @@ bool destFits(std::string_view dest, std::string_view kind) {
     return dest == "ABSTRACT-IMPLEMENTATION-DATA-TYPE" && kind == "IMPLEMENTATION-DATA-TYPE";
 }
 
-std::string causeOf(const DocumentIndex& index, const Reference& reference) {
+std::string causeOf(DocumentIndex const& index, Reference const& reference) {
     const std::string target = bracketed(reference.target);
     if (index.resolve(reference).hasBase) {
         return "The target " + target + " is not in the files.";
@@ -47,12 +47,12 @@ std::string causeOf(const DocumentIndex& index, const Reference& reference) {
 
 } // namespace
 
-References::References(const ImportContext& context, const Catalogue& catalogue)
+References::References(ImportContext const& context, Catalogue const& catalogue)
     : context_(context),
       catalogue_(catalogue),
       paths_(context.documents.store.size(), nowhere),
       isJudged_(context.documents.store.size(), false) {
-    const Documents& documents = context_.documents;
+    Documents const& documents = context_.documents;
     for (ElementStore::Index i = 0; i < documents.store.size(); ++i) {
         const Element reference = documents.store.at(i);
         if (!documents.names.isReference(reference.name()) || reference.text().empty()) {
@@ -69,7 +69,7 @@ References::References(const ImportContext& context, const Catalogue& catalogue)
 
 void References::reportRest() {
     reportLoose();
-    const Documents& documents = context_.documents;
+    Documents const& documents = context_.documents;
     for (ElementStore::Index i = 0; i < documents.store.size(); ++i) {
         const Element reference = documents.store.at(i);
         if (documents.names.isReference(reference.name()) && !reference.text().empty() &&
@@ -83,8 +83,8 @@ void References::reportRest() {
 }
 
 void References::reportLoose() const {
-    const DocumentIndex& index = context_.documents.index;
-    for (const LooseReference& loose : context_.documents.looseReferences) {
+    DocumentIndex const& index = context_.documents.index;
+    for (LooseReference const& loose : context_.documents.looseReferences) {
         if (!index.resolve(loose.reference).path) {
             context_.report.files[loose.file].note({loose.position, loose.path},
                                                    Reason::dangling,

@@ -12,7 +12,7 @@ namespace velum::arxml {
 /// lacks something by it, else as a note.
 class References {
 public:
-    References(const ImportContext& context, const Catalogue& catalogue);
+    References(ImportContext const& context, Catalogue const& catalogue);
 
     /// The element that a reference leads to, of one of the wanted kinds. Empty, with the reference
     /// skipped, if there is none; a target of another kind than wanted, or than the reference
@@ -36,7 +36,7 @@ private:
     bool isAccepted(Element reference, Element target, std::initializer_list<NameId> wanted) const;
 
     ImportContext context_;
-    const Catalogue& catalogue_;
+    Catalogue const& catalogue_;
     std::vector<PathId> paths_;  // by element: where it leads if it is a reference
     std::vector<bool> isJudged_; // by element: its target was looked at and reported on
 };

@@ -40,7 +40,7 @@ TypeForm formOf(Element type) {
     return hasTarget ? TypeForm::reference : hasBaseType ? TypeForm::value : TypeForm::other;
 }
 
-const char* categoryOf(TypeForm form) {
+char const* categoryOf(TypeForm form) {
     switch (form) {
     case TypeForm::value:
         return "VALUE";

@@ -15,6 +15,6 @@ Element propertiesOf(Element type);
 TypeForm formOf(Element type);
 
 /// The word for a form in reports.
-const char* categoryOf(TypeForm form);
+char const* categoryOf(TypeForm form);
 
 } // namespace velum::arxml

@@ -2,7 +2,7 @@
 
 namespace velum::arxml {
 
-TypeMaps::TypeMaps(const ImportContext& context, const Catalogue& catalogue, References& references)
+TypeMaps::TypeMaps(ImportContext const& context, Catalogue const& catalogue, References& references)
     : context_(context) {
     for (const Element set : catalogue.ofKind(element::dataTypeMappingSet)) {
         for (const Element map : set.child(element::dataTypeMaps).children()) {
@@ -40,12 +40,12 @@ void TypeMaps::add(Element map, References& references) {
     }
 }
 
-const TypeMaps::Map* TypeMaps::find(Element applicationType) const {
+TypeMaps::Map const* TypeMaps::find(Element applicationType) const {
     const auto found = byType_.find(applicationType.index());
     return found == byType_.end() ? nullptr : &found->second;
 }
 
-void TypeMaps::consume(const Map& map) const {
+void TypeMaps::consume(Map const& map) const {
     for (const Element written : map.maps) {
         context_.account.consume(written.child(element::applicationDataTypeRef));
         context_.account.consume(written.child(element::implementationDataTypeRef));

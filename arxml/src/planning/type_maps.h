@@ -14,17 +14,17 @@ namespace velum::arxml {
 /// application type that differ from each other the first one counts, and the others are reported.
 class TypeMaps {
 public:
-    TypeMaps(const ImportContext& context, const Catalogue& catalogue, References& references);
+    TypeMaps(ImportContext const& context, Catalogue const& catalogue, References& references);
 
     struct Map {
         Element implementation;    ///< Empty if the map leads nowhere.
         std::vector<Element> maps; ///< The elements that say so, the first one in front.
     };
     /// Null if the type is not mapped.
-    const Map* find(Element applicationType) const;
+    Map const* find(Element applicationType) const;
 
     /// Consumes the references of all maps that say this.
-    void consume(const Map& map) const;
+    void consume(Map const& map) const;
 
 private:
     void add(Element map, References& references);

@@ -31,7 +31,7 @@ Element TypePlanner::constraintOf(Element properties) {
     return references_.target(properties.child(element::dataConstrRef), {element::dataConstr});
 }
 
-Metaclass TypePlanner::metaclassOf(const BaseType& baseType, Element method) const {
+Metaclass TypePlanner::metaclassOf(BaseType const& baseType, Element method) const {
     switch (baseType.encoding.values) {
     case Encoding::Values::integer:
         return isEnumeration(method) ? Metaclass::enumeration : Metaclass::integer;
@@ -46,7 +46,7 @@ Metaclass TypePlanner::metaclassOf(const BaseType& baseType, Element method) con
     return Metaclass::none;
 }
 
-const TypePlan& TypePlanner::plan(Element type) {
+TypePlan const& TypePlanner::plan(Element type) {
     TypePlan& plan = slot(type);
     if (plan.isDecided) {
         return plan;
@@ -151,7 +151,7 @@ void TypePlanner::planValue(Element type, TypePlan& plan) {
 
 /// A type is what the type it refers to is, but its own method and constraint come first.
 void TypePlanner::finishReference(Element type, TypePlan& plan) {
-    const TypePlan& target = slot(plan.target);
+    TypePlan const& target = slot(plan.target);
     if (target.metaclass == Metaclass::none) {
         plan.reason = Reason::dangling;
         references_.reportNoObject(propertiesOf(type).child(element::implementationDataTypeRef),
@@ -175,7 +175,7 @@ void TypePlanner::finishReference(Element type, TypePlan& plan) {
     }
 }
 
-void TypePlanner::inferCategory(Element type, const char* category) const {
+void TypePlanner::inferCategory(Element type, char const* category) const {
     context_.find(type,
                   Reason::inferred,
                   std::string("The type has no category; it is taken as ") + category + ".");
@@ -207,7 +207,7 @@ void TypePlanner::planApplicationPrimitive(Element type, TypePlan& plan) {
     plan.metaclass = found->second;
     plan.method = methodOf(propertiesOf(type));
     plan.constraint = constraintOf(propertiesOf(type));
-    const TypeMaps::Map* const map = maps_.find(type);
+    TypeMaps::Map const* const map = maps_.find(type);
     if (map != nullptr && map->implementation) {
         plan.target = map->implementation;
         this->plan(plan.target);
@@ -219,7 +219,7 @@ void TypePlanner::planApplicationPrimitive(Element type, TypePlan& plan) {
 
 /// An application type has no base type of its own: what it is mapped to decides.
 void TypePlanner::planApplicationValue(TypePlan& plan) {
-    const TypePlan* const target = plan.target ? &slot(plan.target) : nullptr;
+    TypePlan const* const target = plan.target ? &slot(plan.target) : nullptr;
     plan.baseType = target == nullptr ? nullptr : target->baseType;
     if (isEnumeration(plan.method)) {
         plan.metaclass = Metaclass::enumeration;

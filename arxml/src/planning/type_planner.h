@@ -34,7 +34,7 @@ constexpr bool isPrimitive(Metaclass metaclass) {
 struct TypePlan {
     Metaclass metaclass = Metaclass::none;
     Reason reason = Reason::noClass;    ///< of one that gets no object
-    const BaseType* baseType = nullptr; ///< at the end of the references or of the map
+    BaseType const* baseType = nullptr; ///< at the end of the references or of the map
     Element method;                     ///< its own, or that of the type it refers to
     Element constraint;                 ///< likewise
     Element target;                     ///< what it refers to, or what it is mapped to
@@ -47,11 +47,11 @@ struct TypePlan {
 /// that stand behind it or in another file.
 class TypePlanner {
 public:
-    TypePlanner(const ImportContext& context,
+    TypePlanner(ImportContext const& context,
                 References& references,
-                const BaseTypes& baseTypes,
-                const CompuMethods& methods,
-                const TypeMaps& maps)
+                BaseTypes const& baseTypes,
+                CompuMethods const& methods,
+                TypeMaps const& maps)
         : context_(context),
           references_(references),
           baseTypes_(baseTypes),
@@ -60,7 +60,7 @@ public:
 
     /// The plan of a type, or of an element of an implementation type. It is made once; the
     /// reference stays valid.
-    const TypePlan& plan(Element type);
+    TypePlan const& plan(Element type);
 
     /// The plan of a type that exists only as a part of a table, an axis or a matrix: of what
     /// `properties`, the element around the references, refers to.
@@ -74,8 +74,8 @@ private:
     void finishReference(Element type, TypePlan& plan);
     void planApplicationPrimitive(Element type, TypePlan& plan);
     void planApplicationValue(TypePlan& plan);
-    void inferCategory(Element type, const char* category) const;
-    Metaclass metaclassOf(const BaseType& baseType, Element method) const;
+    void inferCategory(Element type, char const* category) const;
+    Metaclass metaclassOf(BaseType const& baseType, Element method) const;
     bool isEnumeration(Element method) const {
         return method && methods_.at(method).isEnumeration();
     }
@@ -84,9 +84,9 @@ private:
 
     ImportContext context_;
     References& references_;
-    const BaseTypes& baseTypes_;
-    const CompuMethods& methods_;
-    const TypeMaps& maps_;
+    BaseTypes const& baseTypes_;
+    CompuMethods const& methods_;
+    TypeMaps const& maps_;
     std::unordered_map<ElementStore::Index, TypePlan> plans_;
 };
 

@@ -41,7 +41,7 @@ void Account::settle() {
                               skipped + static_cast<unsigned>(above == consumed ? Reason::noProperty
                                                                                 : Reason::noClass));
     }
-    for (const Twins& twins : twins_) {
+    for (Twins const& twins : twins_) {
         for (ElementStore::Index i = twins.tree.index(); i < twins.tree.end(); ++i) {
             fates_[i] = fates_[twins.twin.index() + (i - twins.tree.index())];
         }

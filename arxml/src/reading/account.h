@@ -16,7 +16,7 @@ namespace velum::arxml {
 /// element around it, or has no property in an object, or no class where there is no object.
 class Account {
 public:
-    explicit Account(const ElementStore& store) : store_(store), fates_(store.size(), open) {}
+    explicit Account(ElementStore const& store) : store_(store), fates_(store.size(), open) {}
 
     /// Empty elements are ignored. What was skipped before is consumed now, but not the other way.
     void consume(Element element);
@@ -44,7 +44,7 @@ private:
         Element twin;
     };
 
-    const ElementStore& store_;
+    ElementStore const& store_;
     std::vector<std::uint8_t> fates_; // by element
     std::vector<Twins> twins_;
 };

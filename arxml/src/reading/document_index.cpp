@@ -15,14 +15,14 @@ Reference referenceAt(Element element) {
     return {element.text(), element.attribute("BASE"), element.package()};
 }
 
-void DocumentIndex::addBase(PathId package, const ReferenceBase& base) {
+void DocumentIndex::addBase(PathId package, ReferenceBase const& base) {
     bases_.try_emplace({package, base.label}, base);
     if (base.isDefault) {
         defaultBases_.try_emplace(package, base);
     }
 }
 
-const DocumentIndex::ReferenceBase* DocumentIndex::findBase(const Reference& reference,
+DocumentIndex::ReferenceBase const* DocumentIndex::findBase(Reference const& reference,
                                                             PathId& package) const {
     for (package = reference.package;; package = paths_.parent(package)) {
         if (reference.base) {
@@ -39,14 +39,14 @@ const DocumentIndex::ReferenceBase* DocumentIndex::findBase(const Reference& ref
     }
 }
 
-DocumentIndex::Resolution DocumentIndex::resolve(const Reference& reference) const {
+DocumentIndex::Resolution DocumentIndex::resolve(Reference const& reference) const {
     // Outwards through the bases to one that is absolute, then back through their targets.
-    std::vector<const Reference*> relative;
-    const Reference* current = &reference;
+    std::vector<Reference const*> relative;
+    Reference const* current = &reference;
     std::optional<PathId> from;
     while (current->target.empty() || current->target.front() != '/') {
         PathId package = PathTree::root;
-        const ReferenceBase* base = findBase(*current, package);
+        ReferenceBase const* base = findBase(*current, package);
         if (base == nullptr || relative.size() > longestBaseChain) {
             return {std::nullopt, false};
         }

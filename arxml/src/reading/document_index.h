@@ -27,7 +27,7 @@ Reference referenceAt(Element element);
 class DocumentIndex {
 public:
     PathTree& paths() { return paths_; }
-    const PathTree& paths() const { return paths_; }
+    PathTree const& paths() const { return paths_; }
 
     /// Where relative references of a package, and of the packages in it, begin.
     struct ReferenceBase {
@@ -37,17 +37,17 @@ public:
         Reference package;
     };
     /// Of two with one label, or of two default ones, in one package the first counts.
-    void addBase(PathId package, const ReferenceBase& base);
+    void addBase(PathId package, ReferenceBase const& base);
 
     /// Where a reference leads to.
     struct Resolution {
         std::optional<PathId> path; ///< None if nothing of that path was read.
         bool hasBase = true;        ///< False if a reference base on the way is unknown.
     };
-    Resolution resolve(const Reference& reference) const;
+    Resolution resolve(Reference const& reference) const;
 
 private:
-    const ReferenceBase* findBase(const Reference& reference, PathId& package) const;
+    ReferenceBase const* findBase(Reference const& reference, PathId& package) const;
 
     PathTree paths_;
     std::map<std::pair<PathId, std::string>, ReferenceBase> bases_; // by package and label

@@ -28,12 +28,12 @@ bool isTrue(std::string_view text) {
 /// Walks the document and knows what each open element is to the import.
 class DocumentReader {
 public:
-    DocumentReader(const std::string& file,
+    DocumentReader(std::string const& file,
                    FileId id,
                    Documents& documents,
-                   const IsWanted& isWanted,
+                   IsWanted const& isWanted,
                    FileReport& report,
-                   const OnProgress& onProgress)
+                   OnProgress const& onProgress)
         : reader_(file, documents.names, onProgress),
           id_(id),
           documents_(documents),
@@ -107,7 +107,7 @@ private:
             frame.role = Role::document;
             return;
         }
-        const Frame& parent = frames_[depth_ - 2];
+        Frame const& parent = frames_[depth_ - 2];
         frame.path = parent.path;
         frame.package = parent.package;
         setRole(frame, parent);
@@ -115,7 +115,7 @@ private:
             collect(frame, parent);
         } else if (isLooseReference(frame)) {
             frame.base.reset();
-            for (const PullReader::Attribute& attribute : reader_.attributes()) {
+            for (PullReader::Attribute const& attribute : reader_.attributes()) {
                 if (attribute.name == "BASE") {
                     frame.base = attribute.value;
                 }
@@ -123,7 +123,7 @@ private:
         }
     }
 
-    bool isLooseReference(const Frame& frame) const {
+    bool isLooseReference(Frame const& frame) const {
         return frame.role == Role::skipped && documents_.names.isReference(frame.name);
     }
 
@@ -139,7 +139,7 @@ private:
         }
     }
 
-    void setRole(Frame& frame, const Frame& parent) const {
+    void setRole(Frame& frame, Frame const& parent) const {
         const auto skip = [&frame](Reason reason) {
             frame.role = Role::skipped;
             frame.reason = reason;
@@ -181,7 +181,7 @@ private:
         }
     }
 
-    static void setRoleInPackage(Frame& frame, const Frame& parent) {
+    static void setRoleInPackage(Frame& frame, Frame const& parent) {
         if (frame.name == element::shortName && !parent.isNamed) {
             frame.role = Role::packageName;
         } else if (frame.name == element::elements) {
@@ -196,7 +196,7 @@ private:
         }
     }
 
-    void collect(Frame& frame, const Frame& parent) {
+    void collect(Frame& frame, Frame const& parent) {
         if (parent.role != Role::collected) {
             store_.begin(id_, frame.package);
         }
@@ -205,7 +205,7 @@ private:
         if (fits && parent.role == Role::collected) {
             placeInText(frame, frames_[depth_ - 2]);
         }
-        for (const PullReader::Attribute& attribute : reader_.attributes()) {
+        for (PullReader::Attribute const& attribute : reader_.attributes()) {
             fits = fits && store_.addAttribute(attribute.name, attribute.value);
         }
         if (!fits) {
@@ -214,7 +214,7 @@ private:
     }
 
     /// A formula keeps its blanks, since constants stand between them.
-    void placeInText(const Frame& frame, Frame& parent) {
+    void placeInText(Frame const& frame, Frame& parent) {
         parent.isFormula = parent.isFormula || frame.name == element::syscRef;
         const std::size_t begin = parent.isFormula ? 0 : parent.textBegin;
         store_.setPlaceInText(frame.node,
@@ -284,7 +284,7 @@ private:
         --depth_;
     }
 
-    static Place placeOf(const Frame& frame) { return {frame.position, frame.path}; }
+    static Place placeOf(Frame const& frame) { return {frame.position, frame.path}; }
 
     /// The element around a SHORT-NAME gets its path.
     void nameParent(std::string_view name) {
@@ -309,7 +309,7 @@ private:
     }
 
     /// What lies below a path that is too long is counted and not reported again.
-    void reportLength(const Frame& frame, std::string_view name) {
+    void reportLength(Frame const& frame, std::string_view name) {
         constexpr std::size_t longestName = 128;
         const std::size_t size =
             static_cast<std::size_t>(std::count_if(name.begin(), name.end(), [](char c) {
@@ -321,7 +321,7 @@ private:
                          "The name has " + std::to_string(size) +
                              " characters; the format allows " + std::to_string(longestName) + ".");
         }
-        const PathTree& paths = documents_.index.paths();
+        PathTree const& paths = documents_.index.paths();
         if (!paths.isTooLong(frame.path) || paths.isTooLong(paths.parent(frame.path))) {
             return;
         }
@@ -335,7 +335,7 @@ private:
         }
     }
 
-    void keepReference(const Frame& frame, std::string_view text) {
+    void keepReference(Frame const& frame, std::string_view text) {
         LooseReference loose{id_, frame.name, frame.position, frame.path, {}};
         loose.reference.target = documents_.texts.keep(text);
         if (frame.base) {
@@ -365,7 +365,7 @@ private:
     FileId id_;
     Documents& documents_;
     ElementStore& store_;
-    const IsWanted& isWanted_;
+    IsWanted const& isWanted_;
     FileReport& report_;
     std::vector<Frame> frames_;
     std::size_t depth_ = 0;
@@ -373,12 +373,12 @@ private:
 
 } // namespace
 
-void readDocument(const std::string& file,
+void readDocument(std::string const& file,
                   FileId id,
                   Documents& documents,
-                  const IsWanted& isWanted,
+                  IsWanted const& isWanted,
                   FileReport& report,
-                  const OnProgress& onProgress) {
+                  OnProgress const& onProgress) {
     DocumentReader(file, id, documents, isWanted, report, onProgress).run();
 }
 

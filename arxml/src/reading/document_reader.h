@@ -22,11 +22,11 @@ using OnProgress = std::function<void(std::uint64_t bytes)>;
 ///
 /// Raises `InputError` if the file cannot be read, is no XML or no AUTOSAR R4 document. What was
 /// entered until then is of no use.
-void readDocument(const std::string& file,
+void readDocument(std::string const& file,
                   FileId id,
                   Documents& documents,
-                  const IsWanted& isWanted,
+                  IsWanted const& isWanted,
                   FileReport& report,
-                  const OnProgress& onProgress);
+                  OnProgress const& onProgress);
 
 } // namespace velum::arxml

@@ -8,9 +8,9 @@ Element ElementStore::at(Index index) const {
     return {*this, index};
 }
 
-const ElementStore::Tree& ElementStore::treeOf(Index element) const {
+ElementStore::Tree const& ElementStore::treeOf(Index element) const {
     const auto behind =
-        std::upper_bound(trees_.begin(), trees_.end(), element, [](Index index, const Tree& tree) {
+        std::upper_bound(trees_.begin(), trees_.end(), element, [](Index index, Tree const& tree) {
             return index < tree.first;
         });
     return *(behind - 1);
@@ -73,7 +73,7 @@ std::optional<std::string_view> Element::attribute(std::string_view name) const 
     if (store_ == nullptr) {
         return std::nullopt;
     }
-    const auto& attributes = store_->attributes_;
+    auto const& attributes = store_->attributes_;
     for (std::size_t i = node().firstAttribute;
          i < attributes.size() && attributes[i].owner == index_;
          ++i) {
@@ -107,7 +107,7 @@ Element::Children Element::children() const {
     return {store_, index_ + 1, node().end};
 }
 
-bool haveEqualContent(const ElementStore& store, Element a, Element b) {
+bool haveEqualContent(ElementStore const& store, Element a, Element b) {
     const ElementStore::Index size = a.end() - a.index();
     if (size != b.end() - b.index()) {
         return false;

@@ -38,15 +38,15 @@ public:
     };
 
     ElementStore() = default;
-    ElementStore(const ElementStore&) = delete;
-    ElementStore& operator=(const ElementStore&) = delete;
+    ElementStore(ElementStore const&) = delete;
+    ElementStore& operator=(ElementStore const&) = delete;
 
     Index size() const { return static_cast<Index>(nodes_.size()); }
-    const std::vector<Tree>& trees() const { return trees_; }
+    std::vector<Tree> const& trees() const { return trees_; }
     Element at(Index index) const;
 
     /// The tree that an element belongs to.
-    const Tree& treeOf(Index element) const;
+    Tree const& treeOf(Index element) const;
 
     /// Starts a tree; the next element added is its outermost one.
     void begin(FileId file, PathId package);
@@ -94,10 +94,10 @@ private:
 class Element {
 public:
     Element() = default;
-    Element(const ElementStore& store, ElementStore::Index index) : store_(&store), index_(index) {}
+    Element(ElementStore const& store, ElementStore::Index index) : store_(&store), index_(index) {}
 
     explicit operator bool() const { return store_ != nullptr; }
-    friend bool operator==(const Element& a, const Element& b) { return a.index_ == b.index_; }
+    friend bool operator==(Element const& a, Element const& b) { return a.index_ == b.index_; }
 
     ElementStore::Index index() const { return index_; }
     NameId name() const { return node().name; }
@@ -126,9 +126,9 @@ public:
     Children children() const;
 
 private:
-    const ElementStore::Node& node() const { return store_->nodes_[index_]; }
+    ElementStore::Node const& node() const { return store_->nodes_[index_]; }
 
-    const ElementStore* store_ = nullptr;
+    ElementStore const* store_ = nullptr;
     ElementStore::Index index_ = ElementStore::none;
 };
 
@@ -144,7 +144,7 @@ public:
         using reference = Element;
 
         Iterator() = default;
-        Iterator(const ElementStore* store, ElementStore::Index index)
+        Iterator(ElementStore const* store, ElementStore::Index index)
             : store_(store), index_(index) {}
 
         Element operator*() const { return {*store_, index_}; }
@@ -157,27 +157,27 @@ public:
             ++*this;
             return before;
         }
-        friend bool operator==(const Iterator&, const Iterator&) = default;
+        friend bool operator==(Iterator const&, Iterator const&) = default;
 
     private:
-        const ElementStore* store_ = nullptr;
+        ElementStore const* store_ = nullptr;
         ElementStore::Index index_ = ElementStore::none;
     };
 
-    Children(const ElementStore* store, ElementStore::Index first, ElementStore::Index end)
+    Children(ElementStore const* store, ElementStore::Index first, ElementStore::Index end)
         : store_(store), first_(first), end_(end) {}
 
     Iterator begin() const { return {store_, first_}; }
     Iterator end() const { return {store_, end_}; }
 
 private:
-    const ElementStore* store_;
+    ElementStore const* store_;
     ElementStore::Index first_;
     ElementStore::Index end_;
 };
 
 /// Whether two elements of one store say the same: names, texts and attributes, all the way down.
 /// White space at the ends of texts and what only identifies a file's state (UUID) don't count.
-bool haveEqualContent(const ElementStore& store, Element a, Element b);
+bool haveEqualContent(ElementStore const& store, Element a, Element b);
 
 } // namespace velum::arxml

@@ -11,8 +11,8 @@ namespace velum::arxml {
 
 namespace {
 
-std::string_view view(const xmlChar* text) {
-    return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
+std::string_view view(xmlChar const* text) {
+    return text == nullptr ? std::string_view() : reinterpret_cast<char const*>(text);
 }
 
 std::string inBrackets(std::string_view text) {
@@ -56,7 +56,7 @@ PullReader::PullReader(std::string file,
                        std::function<void(std::uint64_t)> onProgress)
     : file_(std::move(file)), names_(names), onProgress_(std::move(onProgress)), source_(file_) {
     // The source hands out UTF-16 as UTF-8, whatever the file declares.
-    const char* const encoding = source_.isUtf16() ? "UTF-8" : nullptr;
+    char const* const encoding = source_.isUtf16() ? "UTF-8" : nullptr;
     reader_.reset(xmlReaderForIO(&PullReader::supply,
                                  nullptr,
                                  this,
@@ -97,7 +97,7 @@ int PullReader::read(char* buffer, int size) {
     }
     noteScan(scanner_.scan(bytes));
     if (count == 0 && source_.fault() && !fault_) {
-        const ByteSource::Fault& fault = *source_.fault();
+        ByteSource::Fault const& fault = *source_.fault();
         if (fault.hasPlace) {
             fault_.emplace(file_, scanner_.here(), fault.cause);
         } else {
@@ -141,7 +141,7 @@ void PullReader::onError(void* self, _xmlError* error) {
     reader.fault_.emplace(reader.faultOf(*error));
 }
 
-InputError PullReader::faultOf(const _xmlError& error) const {
+InputError PullReader::faultOf(_xmlError const& error) const {
     const auto number = [](int value) { return static_cast<std::uint32_t>(std::max(value, 1)); };
     const Position place{number(error.line), number(error.int2)};
     const std::string message = inOneLine(error.message == nullptr ? "" : error.message);
@@ -232,7 +232,7 @@ void PullReader::checkEncoding() const {
     }
 }
 
-NameId PullReader::nameOf(const _xmlNode& node) {
+NameId PullReader::nameOf(_xmlNode const& node) {
     const std::string_view uri = node.ns == nullptr ? std::string_view() : view(node.ns->href);
     NameId name = 0;
     if (uri != schemaNamespace) {
@@ -269,7 +269,7 @@ std::string_view PullReader::text() const {
 std::vector<PullReader::Attribute> PullReader::attributes() const {
     std::vector<Attribute> all;
     xmlNodePtr node = xmlTextReaderCurrentNode(reader_.get());
-    for (const xmlAttr* attribute = node->properties; attribute != nullptr;
+    for (xmlAttr const* attribute = node->properties; attribute != nullptr;
          attribute = attribute->next) {
         xmlChar* value = xmlNodeListGetString(node->doc, attribute->children, 1);
         all.push_back({view(attribute->name), std::string(view(value))});
@@ -278,7 +278,7 @@ std::vector<PullReader::Attribute> PullReader::attributes() const {
     return all;
 }
 
-void PullReader::refuse(const std::string& cause) const {
+void PullReader::refuse(std::string const& cause) const {
     throw InputError(file_, position_, cause);
 }
 

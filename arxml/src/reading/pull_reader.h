@@ -42,8 +42,8 @@ public:
     /// `onProgress` is told the size of each portion that is read.
     PullReader(std::string file, Names& names, std::function<void(std::uint64_t)> onProgress = {});
     ~PullReader();
-    PullReader(const PullReader&) = delete;
-    PullReader& operator=(const PullReader&) = delete;
+    PullReader(PullReader const&) = delete;
+    PullReader& operator=(PullReader const&) = delete;
 
     /// Steps to the next event. An empty element gives a start and an end.
     Event next();
@@ -68,7 +68,7 @@ public:
     std::string_view text() const;
 
     /// Refuses the file for a cause at the element started last.
-    [[noreturn]] void refuse(const std::string& cause) const;
+    [[noreturn]] void refuse(std::string const& cause) const;
 
 private:
     struct FreeReader {
@@ -82,8 +82,8 @@ private:
     void noteScan(TagScanner::Refusal refusal);
     void enterElement();
     void checkEncoding() const;
-    InputError faultOf(const _xmlError& error) const;
-    NameId nameOf(const _xmlNode& node);
+    InputError faultOf(_xmlError const& error) const;
+    NameId nameOf(_xmlNode const& node);
     void raiseIfFaulty() const;
 
     std::string file_;
@@ -92,7 +92,7 @@ private:
     ByteSource source_;
     TagScanner scanner_;
     std::optional<InputError> fault_; // the first one; set from within the parser's callbacks
-    std::unordered_map<const void*, NameId> namesByPointer_; // the parser keeps each name once
+    std::unordered_map<void const*, NameId> namesByPointer_; // the parser keeps each name once
     std::unique_ptr<_xmlTextReader, FreeReader> reader_;
     NameId name_ = 0;
     Position position_{1, 1};

@@ -29,7 +29,7 @@ NameId Names::intern(std::string_view name) {
         return found->second;
     }
     const auto id = static_cast<NameId>(texts_.size());
-    const std::string& kept = texts_.emplace_back(name);
+    std::string const& kept = texts_.emplace_back(name);
     ids_.emplace(kept, id);
     isReference_.push_back(endsWith(name, "-REF") || endsWith(name, "-TREF"));
     return id;

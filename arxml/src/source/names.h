@@ -26,8 +26,8 @@ enum Known : NameId {
 class Names {
 public:
     Names();
-    Names(const Names&) = delete;
-    Names& operator=(const Names&) = delete;
+    Names(Names const&) = delete;
+    Names& operator=(Names const&) = delete;
 
     /// The id of a name; a name not met before gets the next one.
     NameId intern(std::string_view name);

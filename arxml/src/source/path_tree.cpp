@@ -14,7 +14,7 @@ PathId PathTree::enter(PathId parent, std::string_view name) {
     }
     const auto path = static_cast<PathId>(nodes_.size());
     const std::size_t size = nodes_[parent].size + 1 + name.size();
-    const Node& node = nodes_.emplace_back(Node{parent, std::string(name), size});
+    Node const& node = nodes_.emplace_back(Node{parent, std::string(name), size});
     children_.emplace(Key{parent, node.name}, path);
     return path;
 }

@@ -25,8 +25,8 @@ public:
     static constexpr std::size_t longestPath = 4096;
 
     PathTree();
-    PathTree(const PathTree&) = delete;
-    PathTree& operator=(const PathTree&) = delete;
+    PathTree(PathTree const&) = delete;
+    PathTree& operator=(PathTree const&) = delete;
 
     /// The path of `name` below `parent`, entered if it is new.
     PathId enter(PathId parent, std::string_view name);
@@ -54,10 +54,10 @@ private:
         PathId parent;
         std::string_view name; // points into the node
 
-        friend bool operator==(const Key&, const Key&) = default;
+        friend bool operator==(Key const&, Key const&) = default;
     };
     struct HashKey {
-        std::size_t operator()(const Key& key) const {
+        std::size_t operator()(Key const& key) const {
             return std::hash<std::string_view>()(key.name) ^
                    (std::size_t{key.parent} * 0x9E3779B97F4A7C15U);
         }

@@ -17,9 +17,9 @@ using QOB::MetaPropertyDescription;
 /// The kernel's value types by their index in its table.
 enum ValueType : unsigned { string = 24, real = 27, integer = 28 };
 
-bool hasValue(const QOB::IntrospectiveMethods& record,
-              const MetaPropertyDescription& property,
-              const QOB::ClassObject& object) {
+bool hasValue(QOB::IntrospectiveMethods const& record,
+              MetaPropertyDescription const& property,
+              QOB::ClassObject const& object) {
     QOB::NSInterface::ObjectIntf* const pointer = object.get();
     if ((property.flags & QOB::PropertyMultiValued) != 0) {
         return record.getMultiValued(pointer, object.getDeviant(), property.id, false)
@@ -61,14 +61,14 @@ constexpr std::array exceptions = {
     Exception{"ValueElement", "Value", ""}, // the file gives one of a kind that has no class
     Exception{"VoidPointer", "SwBaseType", ""}};
 
-bool mayBeMissing(const model::Metaclass& metaclass,
-                  const MetaPropertyDescription& property,
-                  const QOB::ClassObject& object) {
+bool mayBeMissing(model::Metaclass const& metaclass,
+                  MetaPropertyDescription const& property,
+                  QOB::ClassObject const& object) {
     return std::any_of(exceptions.begin(), exceptions.end(), [&](Exception const& exception) {
         if (exception.metaclass != metaclass.name || exception.property != property.name) {
             return false;
         }
-        for (const MetaPropertyDescription* other : model::propertiesOf(metaclass)) {
+        for (MetaPropertyDescription const* other : model::propertiesOf(metaclass)) {
             if (exception.replacement == other->name) {
                 return hasValue(*metaclass.record, *other, object);
             }
@@ -87,9 +87,9 @@ bool isLeftOut(arxml::Element element) {
 } // namespace
 
 void checkMandatory(QOB::ClassObject const& object, arxml::Element element, Sink const& sink) {
-    const model::Metaclass* metaclass = model::findMetaclass(model::classOf(object));
+    model::Metaclass const* metaclass = model::findMetaclass(model::classOf(object));
     while (metaclass != nullptr && metaclass->isOfTypes) {
-        for (const MetaPropertyDescription* property : model::propertiesOf(*metaclass)) {
+        for (MetaPropertyDescription const* property : model::propertiesOf(*metaclass)) {
             const bool isMandatory =
                 property->lower > 0 && (property->flags & QOB::PropertyDerived) == 0;
             if (isMandatory && !hasValue(*metaclass->record, *property, object) &&

@@ -90,7 +90,7 @@ void checkLimits(types::Real const& type, Sink const& sink) {
     if (!isBelow && !isAbove) {
         return;
     }
-    const auto text = [&type](bool isThere, double value, const char* note) {
+    const auto text = [&type](bool isThere, double value, char const* note) {
         return isThere ? arxml::tool_note::get(type, note).value_or(numberText(value))
                        : std::string("unlimited");
     };

@@ -13,9 +13,9 @@ namespace velum::commands {
 namespace {
 
 /// "- name multiplicity", and the type if that is a class of the two packages.
-std::string propertyText(const describe::Metamodel& metamodel, const describe::Property& property) {
+std::string propertyText(describe::Metamodel const& metamodel, describe::Property const& property) {
     std::string text = "- " + property.name + " " + multiplicity(property);
-    const describe::Type* const type = property.type;
+    describe::Type const* const type = property.type;
     if (type != nullptr && type->isClass() &&
         (type->package == &metamodel.types() || type->package == &metamodel.foundation())) {
         text += " " + type->name;
@@ -33,13 +33,13 @@ void ClassesCommand::addTo(CLI::App& app) {
 int ClassesCommand::run() const {
     const describe::Metamodel metamodel;
     std::string text;
-    for (const auto& [type, depth] :
+    for (auto const& [type, depth] :
          describe::classTree({&metamodel.foundation(), &metamodel.types()})) {
         text.append(2 * depth, ' ');
         text += type->name;
         text += type->isAbstract ? " (abstract)\n" : "\n";
         if (withProperties_) {
-            for (const describe::Property& property : type->properties) {
+            for (describe::Property const& property : type->properties) {
                 text.append(2 * (depth + 1), ' ');
                 text += propertyText(metamodel, property);
             }

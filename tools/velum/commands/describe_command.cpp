@@ -13,14 +13,14 @@ namespace velum::commands {
 
 namespace {
 
-std::string describeAll(const describe::Metamodel& metamodel, const std::string& format) {
+std::string describeAll(describe::Metamodel const& metamodel, std::string const& format) {
     if (format == "dot") {
         return printDot(metamodel.types());
     }
     return format == "md" ? printMarkdown(metamodel) : printText(metamodel.types());
 }
 
-std::string describeOne(const describe::Type& type, const std::string& format) {
+std::string describeOne(describe::Type const& type, std::string const& format) {
     if (format == "dot") {
         return printDot(type);
     }
@@ -43,7 +43,7 @@ int DescribeCommand::run() const {
     if (!class_) {
         return print(describeAll(metamodel, format_)) ? done : failed;
     }
-    const describe::Type* const type = metamodel.find(*class_);
+    describe::Type const* const type = metamodel.find(*class_);
     if (type == nullptr) {
         std::cerr << "velum: There is no class or data type (" << report::inOneLine(*class_)
                   << ").";

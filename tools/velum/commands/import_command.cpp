@@ -14,8 +14,8 @@ namespace velum::commands {
 namespace {
 
 /// Every object of the model once, those that are contained below what contains them.
-bool printObjects(const QOB::Model& model) {
-    for (const QOB::ClassObject& object : model::freeObjects(model)) {
+bool printObjects(QOB::Model const& model) {
+    for (QOB::ClassObject const& object : model::freeObjects(model)) {
         std::ostringstream text;
         text << '\n';
         QOB::print(text, object);

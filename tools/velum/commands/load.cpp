@@ -11,9 +11,9 @@ namespace velum::commands {
 
 namespace {
 
-std::uint64_t sizeOf(const std::vector<std::string>& files) {
+std::uint64_t sizeOf(std::vector<std::string> const& files) {
     std::uint64_t total = 0;
-    for (const std::string& file : files) {
+    for (std::string const& file : files) {
         std::error_code unknown;
         const std::uintmax_t size = std::filesystem::file_size(file, unknown);
         total += unknown ? 0 : size;
@@ -23,7 +23,7 @@ std::uint64_t sizeOf(const std::vector<std::string>& files) {
 
 } // namespace
 
-arxml::Import load(const std::vector<std::string>& arguments,
+arxml::Import load(std::vector<std::string> const& arguments,
                    model::Dictionary& dictionary,
                    arxml::ImportOptions options) {
     const std::vector<std::string> files = inputFiles(arguments);

@@ -15,7 +15,7 @@ inline constexpr char whatFilesAre[] =
 
 /// Imports the files that the arguments stand for into the dictionary, and tells a person at a
 /// terminal how far it is.
-arxml::Import load(const std::vector<std::string>& arguments,
+arxml::Import load(std::vector<std::string> const& arguments,
                    model::Dictionary& dictionary,
                    arxml::ImportOptions options = {});
 

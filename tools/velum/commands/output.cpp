@@ -4,7 +4,7 @@
 
 namespace velum::commands {
 
-bool print(const std::string& text) {
+bool print(std::string const& text) {
     std::cout << text << std::flush;
     if (!std::cout) {
         std::cerr << "velum: The report cannot be written to the standard output.\n";

@@ -12,26 +12,26 @@ namespace {
 
 class TreeBuilder {
 public:
-    explicit TreeBuilder(const std::vector<const Package*>& packages) {
-        std::vector<const Type*> classes;
-        for (const Package* package : packages) {
+    explicit TreeBuilder(std::vector<Package const*> const& packages) {
+        std::vector<Type const*> classes;
+        for (Package const* package : packages) {
             const auto some = classesOf(*package);
             classes.insert(classes.end(), some.begin(), some.end());
         }
-        std::sort(classes.begin(), classes.end(), [](const Type* a, const Type* b) {
+        std::sort(classes.begin(), classes.end(), [](Type const* a, Type const* b) {
             return a->name < b->name;
         });
-        const auto isThere = [&packages](const Type* type) {
+        const auto isThere = [&packages](Type const* type) {
             return std::find(packages.begin(), packages.end(), type->package) != packages.end();
         };
-        for (const Type* type : classes) {
+        for (Type const* type : classes) {
             const auto super = std::find_if(type->supers.begin(), type->supers.end(), isThere);
             below_[super == type->supers.end() ? nullptr : *super].push_back(type);
         }
     }
 
-    void add(const Type* super, std::size_t depth) {
-        for (const Type* type : below_[super]) {
+    void add(Type const* super, std::size_t depth) {
+        for (Type const* type : below_[super]) {
             tree.push_back({type, depth});
             add(type, depth + 1);
         }
@@ -40,12 +40,12 @@ public:
     std::vector<TreeEntry> tree;
 
 private:
-    std::map<const Type*, std::vector<const Type*>> below_; ///< Of null: the roots.
+    std::map<Type const*, std::vector<Type const*>> below_; ///< Of null: the roots.
 };
 
 } // namespace
 
-std::vector<TreeEntry> classTree(const std::vector<const Package*>& packages) {
+std::vector<TreeEntry> classTree(std::vector<Package const*> const& packages) {
     TreeBuilder builder(packages);
     builder.add(nullptr, 0);
     return std::move(builder.tree);

@@ -44,27 +44,27 @@ std::string inQuotes(std::string_view text) {
     return escaped + '"';
 }
 
-std::string nodeOf(const Type& type) {
+std::string nodeOf(Type const& type) {
     return inQuotes(type.package->name + "." + type.name);
 }
 
 /// In UML a derived property has a slash in front, a private one a minus.
-std::string signOf(const Property& property) {
+std::string signOf(Property const& property) {
     return std::string(property.isPrivate ? "- " : "") + (property.isDerived ? "/" : "");
 }
 
-bool isBothWays(const Property& property) {
+bool isBothWays(Property const& property) {
     return property.opposite != nullptr && property.opposite->opposite == &property;
 }
 
 /// An association with two ends is one line. It is drawn from what owns, else from the end that
 /// refers to a single object.
-bool isDrawnFrom(const Property& property) {
+bool isDrawnFrom(Property const& property) {
     if (!isBothWays(property)) {
         return true;
     }
-    const Property& other = *property.opposite;
-    const auto rank = [](const Property& end) {
+    Property const& other = *property.opposite;
+    const auto rank = [](Property const& end) {
         return std::make_tuple(!end.isComposite, end.upper != 1, end.owner->name, end.name);
     };
     return rank(property) < rank(other);
@@ -73,11 +73,11 @@ bool isDrawnFrom(const Property& property) {
 class Diagram {
 public:
     /// `focus` limits the associations to those at one type; null for all.
-    Diagram(const Package& here, const Type* focus) : here_(here), focus_(focus) {}
+    Diagram(Package const& here, Type const* focus) : here_(here), focus_(focus) {}
 
     /// Types that the package only refers to are drawn small, and values of other packages not at
     /// all: nearly every class has a text or a number.
-    void add(const Type& type) {
+    void add(Type const& type) {
         if (type.isClass() || type.package == &here_) {
             types_.insert(&type);
         }
@@ -89,20 +89,20 @@ public:
                           "  graph [rankdir=BT, nodesep=0.35, ranksep=0.6]\n"
                           "  node [shape=plain, fontname=\"Helvetica\", fontsize=10]\n"
                           "  edge [fontname=\"Helvetica\", fontsize=9, color=\"#444444\"]\n\n";
-        for (const Type* type : sorted()) {
+        for (Type const* type : sorted()) {
             dot += node(*type);
         }
         dot += '\n';
-        for (const Type* type : sorted()) {
-            for (const Type* super : type->supers) {
+        for (Type const* type : sorted()) {
+            for (Type const* super : type->supers) {
                 if (isDrawn(super)) {
                     dot += "  " + nodeOf(*type) + " -> " + nodeOf(*super) + " [arrowhead=empty]\n";
                 }
             }
         }
         dot += '\n';
-        for (const Type* type : sorted()) {
-            for (const Property& property : type->properties) {
+        for (Type const* type : sorted()) {
+            for (Property const& property : type->properties) {
                 if (isAtFocus(property) && isDrawn(property.type) && isDrawnFrom(property)) {
                     dot += edge(property);
                 }
@@ -113,27 +113,27 @@ public:
 
 private:
     /// By name, so that the text doesn't depend on addresses.
-    std::vector<const Type*> sorted() const {
-        std::vector<const Type*> types(types_.begin(), types_.end());
-        std::sort(types.begin(), types.end(), [](const Type* a, const Type* b) {
+    std::vector<Type const*> sorted() const {
+        std::vector<Type const*> types(types_.begin(), types_.end());
+        std::sort(types.begin(), types.end(), [](Type const* a, Type const* b) {
             return std::tie(a->package->name, a->name) < std::tie(b->package->name, b->name);
         });
         return types;
     }
 
-    bool isDrawn(const Type* type) const { return types_.contains(type); }
+    bool isDrawn(Type const* type) const { return types_.contains(type); }
 
     /// Whether a type is drawn with what it has.
-    bool isWhole(const Type& type) const {
+    bool isWhole(Type const& type) const {
         return focus_ == nullptr ? type.package == &here_ : &type == focus_;
     }
 
-    bool isAtFocus(const Property& property) const {
+    bool isAtFocus(Property const& property) const {
         return focus_ == nullptr ? isWhole(*property.owner)
                                  : property.owner == focus_ || property.type == focus_;
     }
 
-    std::string node(const Type& type) const {
+    std::string node(Type const& type) const {
         std::string title = inLabel(nameIn(here_, type));
         title = "<b>" + (type.isAbstract ? "<i>" + title + "</i>" : title) + "</b>";
         if (!type.isClass()) {
@@ -141,14 +141,14 @@ private:
         }
         std::string rows;
         if (isWhole(type)) {
-            for (const Property& property : type.properties) {
+            for (Property const& property : type.properties) {
                 rows += propertyRow(property);
             }
-            for (const std::string& literal : type.literals) {
+            for (std::string const& literal : type.literals) {
                 rows += "<tr><td align=\"left\" colspan=\"3\">" + inLabel(literal) + "</td></tr>";
             }
         }
-        const char* const color = type.package != &here_ ? "#eeeeee"
+        char const* const color = type.package != &here_ ? "#eeeeee"
                                   : type.isClass()       ? "#dbe7f5"
                                                          : "#e3f1dc";
         std::string label = "<table border=\"0\" cellborder=\"1\" cellspacing=\"0\" "
@@ -162,8 +162,8 @@ private:
         return "  " + nodeOf(type) + " [label=<" + label + "</table>>]\n";
     }
 
-    std::string propertyRow(const Property& property) const {
-        const auto cell = [](const std::string& text) {
+    std::string propertyRow(Property const& property) const {
+        const auto cell = [](std::string const& text) {
             return "<td align=\"left\">" + inLabel(text) + "</td>";
         };
         std::string type = property.type == nullptr ? "" : nameIn(here_, *property.type);
@@ -175,7 +175,7 @@ private:
     }
 
     /// An owner stands above what it owns, as a super does: lines go upwards.
-    std::string edge(const Property& property) const {
+    std::string edge(Property const& property) const {
         const std::string owner = nodeOf(*property.owner);
         const std::string type = nodeOf(*property.type);
         // The spaces keep labels apart that stand side by side.
@@ -193,21 +193,21 @@ private:
                "]\n";
     }
 
-    const Package& here_;
-    const Type* focus_;
-    std::set<const Type*> types_;
+    Package const& here_;
+    Type const* focus_;
+    std::set<Type const*> types_;
 };
 
 } // namespace
 
-std::string printDot(const Package& package) {
+std::string printDot(Package const& package) {
     Diagram diagram(package, nullptr);
-    for (const Type& type : package.types) {
+    for (Type const& type : package.types) {
         diagram.add(type);
-        for (const Type* super : type.supers) {
+        for (Type const* super : type.supers) {
             diagram.add(*super);
         }
-        for (const Property& property : type.properties) {
+        for (Property const& property : type.properties) {
             if (property.type != nullptr) {
                 diagram.add(*property.type);
             }
@@ -216,21 +216,21 @@ std::string printDot(const Package& package) {
     return diagram.text();
 }
 
-std::string printDot(const Type& type) {
+std::string printDot(Type const& type) {
     Diagram diagram(*type.package, &type);
     diagram.add(type);
-    for (const Type* ancestor : ancestorsOf(type)) {
+    for (Type const* ancestor : ancestorsOf(type)) {
         diagram.add(*ancestor);
     }
-    for (const Type* sub : type.subs) {
+    for (Type const* sub : type.subs) {
         diagram.add(*sub);
     }
-    for (const Property& property : type.properties) {
+    for (Property const& property : type.properties) {
         if (property.type != nullptr) {
             diagram.add(*property.type);
         }
     }
-    for (const Property* user : type.users) {
+    for (Property const* user : type.users) {
         diagram.add(*user->owner);
     }
     return diagram.text();

@@ -69,21 +69,21 @@ std::string code(std::string_view text) {
     return markdown + "`";
 }
 
-std::string anchor(const std::string& id) {
+std::string anchor(std::string const& id) {
     return "<a id=\"" + id + "\"></a>";
 }
 
-std::string anchorOf(const Type& type) {
+std::string anchorOf(Type const& type) {
     return std::string(shortName(*type.package)) + "." + type.name;
 }
 
-std::string anchorOf(const Property& property) {
+std::string anchorOf(Property const& property) {
     return anchorOf(*property.owner) + "." + property.name;
 }
 
-std::string tagsText(const std::vector<Tag>& tags) {
+std::string tagsText(std::vector<Tag> const& tags) {
     return (tags.size() == 1 ? "tag " : "tags ") +
-           listOf(tags, [](const Tag& tag) { return code(textOf(tag)); });
+           listOf(tags, [](Tag const& tag) { return code(textOf(tag)); });
 }
 
 /// A table without the columns that have nothing in them.
@@ -102,7 +102,7 @@ public:
             markdown += isUsed(i) ? "---|" : "";
         }
         markdown += '\n';
-        for (const Row& row : rows_) {
+        for (Row const& row : rows_) {
             markdown += line(row);
         }
         return markdown;
@@ -111,10 +111,10 @@ public:
 private:
     bool isUsed(std::size_t column) const {
         return std::any_of(
-            rows_.begin(), rows_.end(), [column](const Row& row) { return !row[column].empty(); });
+            rows_.begin(), rows_.end(), [column](Row const& row) { return !row[column].empty(); });
     }
 
-    std::string line(const Row& row) const {
+    std::string line(Row const& row) const {
         std::string markdown = "|";
         for (std::size_t i = 0; i < columnCount; ++i) {
             if (isUsed(i)) {
@@ -131,7 +131,7 @@ private:
 /// Collects a page about some types. What lies on it is linked to.
 class Page {
 public:
-    explicit Page(std::vector<const Type*> types) : types_(std::move(types)) {}
+    explicit Page(std::vector<Type const*> types) : types_(std::move(types)) {}
 
     Page& operator<<(std::string_view markdown) {
         text_ += markdown;
@@ -139,37 +139,37 @@ public:
     }
 
     /// The name of a type as one of the package `here` writes it.
-    std::string link(const Package& here, const Type& type) const {
+    std::string link(Package const& here, Type const& type) const {
         return link(nameIn(here, type), type, anchorOf(type));
     }
 
-    std::string link(const Package& here, const Property& property) const {
+    std::string link(Package const& here, Property const& property) const {
         return link(nameIn(here, property), *property.owner, anchorOf(property));
     }
 
     template <class Elements>
-    std::string links(const Package& here, const Elements& elements) const {
-        return listOf(elements, [&](const auto* element) { return link(here, *element); });
+    std::string links(Package const& here, Elements const& elements) const {
+        return listOf(elements, [&](auto const* element) { return link(here, *element); });
     }
 
-    bool has(const Type& type) const {
+    bool has(Type const& type) const {
         return std::find(types_.begin(), types_.end(), &type) != types_.end();
     }
 
     std::string text() && { return std::move(text_); }
 
 private:
-    std::string link(const std::string& name, const Type& type, const std::string& id) const {
+    std::string link(std::string const& name, Type const& type, std::string const& id) const {
         return has(type) ? "[" + escaped(name) + "](#" + id + ")" : code(name);
     }
 
-    std::vector<const Type*> types_;
+    std::vector<Type const*> types_;
     std::string text_;
 };
 
 /// What a property has to do with others, and its tags; one line each in its cell.
-std::string relations(const Page& page, const Property& property) {
-    const Package& here = *property.owner->package;
+std::string relations(Page const& page, Property const& property) {
+    Package const& here = *property.owner->package;
     std::vector<std::string> lines;
     const std::string association =
         property.associationName.empty() ? "" : "association " + code(property.associationName);
@@ -191,20 +191,20 @@ std::string relations(const Page& page, const Property& property) {
         lines.push_back(tagsText(property.tags));
     }
     std::string cell;
-    for (const std::string& line : lines) {
+    for (std::string const& line : lines) {
         cell += cell.empty() ? "" : "<br>";
         cell += line;
     }
     return cell;
 }
 
-void addProperties(Page& page, const Type& type) {
+void addProperties(Page& page, Type const& type) {
     if (type.properties.empty()) {
         return;
     }
-    const Package& here = *type.package;
+    Package const& here = *type.package;
     Table table({"Property", "Type", "Multiplicity", "Default", "Is", "Relations and tags"});
-    for (const Property& property : type.properties) {
+    for (Property const& property : type.properties) {
         table.add({anchor(anchorOf(property)) + "**" + escaped(property.name) + "**",
                    property.type == nullptr ? "" : page.link(here, *property.type),
                    escaped(multiplicity(property)),
@@ -214,7 +214,7 @@ void addProperties(Page& page, const Type& type) {
     }
     page << "\n" << table.text();
     bool isFirst = true;
-    for (const Property& property : type.properties) {
+    for (Property const& property : type.properties) {
         if (!property.documentation.empty()) {
             page << (isFirst ? "\n" : "") << "- **" << escaped(property.name)
                  << "**: " << paragraphs(property.documentation, "  ") << "\n";
@@ -223,9 +223,9 @@ void addProperties(Page& page, const Type& type) {
     }
 }
 
-void addType(Page& page, const Type& type, std::string_view heading, bool isAlone) {
+void addType(Page& page, Type const& type, std::string_view heading, bool isAlone) {
     page << heading << " " << anchor(anchorOf(type)) << escaped(type.name) << "\n\n";
-    const Package& here = *type.package;
+    Package const& here = *type.package;
     std::string kind(kindOf(type));
     kind[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(kind[0])));
     std::vector<std::string> facts;
@@ -245,11 +245,11 @@ void addType(Page& page, const Type& type, std::string_view heading, bool isAlon
     if (isAlone) {
         page << " of package " << code(here.name);
     }
-    for (const std::string& fact : facts) {
+    for (std::string const& fact : facts) {
         page << "; " << fact;
     }
     page << ".\n";
-    for (const std::string& comment : type.comments) {
+    for (std::string const& comment : type.comments) {
         page << "\n" << paragraphs(comment) << "\n";
     }
     addProperties(page, type);
@@ -258,13 +258,13 @@ void addType(Page& page, const Type& type, std::string_view heading, bool isAlon
 struct Chapter {
     std::string title;
     std::string id;
-    const Package* package;
-    std::vector<const Type*> types;
+    Package const* package;
+    std::vector<Type const*> types;
 };
 
-void addContents(Page& page, const std::vector<Chapter>& chapters) {
+void addContents(Page& page, std::vector<Chapter> const& chapters) {
     page << "## Contents\n\n- [Inheritance](#inheritance)\n";
-    for (const Chapter& chapter : chapters) {
+    for (Chapter const& chapter : chapters) {
         page << "- [" << chapter.title << "](#" << chapter.id
              << "): " << page.links(*chapter.package, chapter.types) << "\n";
     }
@@ -272,10 +272,10 @@ void addContents(Page& page, const std::vector<Chapter>& chapters) {
 
 /// The tree of classes as a nested list. A class with several supers stands below the first and
 /// names the others.
-void addInheritance(Page& page, const Package& here, const Package& base) {
+void addInheritance(Page& page, Package const& here, Package const& base) {
     page << "\n## " << anchor("inheritance")
          << "Inheritance\n\nAbstract classes are in italics.\n\n";
-    for (const auto& [type, depth] : classTree({&here, &base})) {
+    for (auto const& [type, depth] : classTree({&here, &base})) {
         const std::string name = page.link(here, *type);
         page << std::string(2 * depth, ' ') << "- " << (type->isAbstract ? "*" + name + "*" : name);
         if (type->supers.size() > 1) {
@@ -287,24 +287,24 @@ void addInheritance(Page& page, const Package& here, const Package& base) {
 
 } // namespace
 
-std::string printMarkdown(const Metamodel& metamodel) {
-    const Package& types = metamodel.types();
-    const Package& base = metamodel.foundation();
+std::string printMarkdown(Metamodel const& metamodel) {
+    Package const& types = metamodel.types();
+    Package const& base = metamodel.foundation();
     const std::vector<Chapter> chapters = {
         {"Data types", "data-types", &types, dataTypesOf(types)},
         {"Classes", "classes", &types, classesOf(types)},
         {"Data types of the base metamodel", "base-data-types", &base, dataTypesOf(base)},
         {"Classes of the base metamodel", "base-classes", &base, classesOf(base)}};
 
-    std::vector<const Type*> all;
-    for (const Chapter& chapter : chapters) {
+    std::vector<Type const*> all;
+    for (Chapter const& chapter : chapters) {
         all.insert(all.end(), chapter.types.begin(), chapter.types.end());
     }
     Page page(std::move(all));
     page << "# Metamodel\n\n<!-- Written by \"velum describe --format md\": ./dev docs writes it "
             "anew. "
             "-->\n\n";
-    for (const Package* package : {&types, &base}) {
+    for (Package const* package : {&types, &base}) {
         page << "- Package " << code(package->name) << ": " << sumOf(*package);
         if (!package->tags.empty()) {
             page << "; " << tagsText(package->tags);
@@ -314,9 +314,9 @@ std::string printMarkdown(const Metamodel& metamodel) {
     page << "\n";
     addContents(page, chapters);
     addInheritance(page, types, base);
-    for (const Chapter& chapter : chapters) {
+    for (Chapter const& chapter : chapters) {
         page << "\n## " << anchor(chapter.id) << chapter.title << "\n";
-        for (const Type* type : chapter.types) {
+        for (Type const* type : chapter.types) {
             page << "\n";
             addType(page, *type, "###", false);
         }
@@ -324,7 +324,7 @@ std::string printMarkdown(const Metamodel& metamodel) {
     return std::move(page).text();
 }
 
-std::string printMarkdown(const Type& type) {
+std::string printMarkdown(Type const& type) {
     Page page({&type});
     addType(page, type, "#", true);
     return std::move(page).text();

@@ -13,7 +13,7 @@ namespace velum::describe {
 namespace {
 
 /// Whether a name says "type of package", with as much of the package as there is in the name.
-bool names(std::string_view name, const Type& type) {
+bool names(std::string_view name, Type const& type) {
     const std::string dotted = "." + type.package->name + "." + type.name;
     const std::string ending = "." + std::string(name);
     return dotted.size() >= ending.size() &&
@@ -46,11 +46,11 @@ std::size_t distance(std::string_view a, std::string_view b) {
 
 } // namespace
 
-std::vector<const Type*> ancestorsOf(const Type& type) {
-    std::vector<const Type*> ancestors;
-    std::deque<const Type*> pending(type.supers.begin(), type.supers.end());
+std::vector<Type const*> ancestorsOf(Type const& type) {
+    std::vector<Type const*> ancestors;
+    std::deque<Type const*> pending(type.supers.begin(), type.supers.end());
     while (!pending.empty()) {
-        const Type* const next = pending.front();
+        Type const* const next = pending.front();
         pending.pop_front();
         if (std::find(ancestors.begin(), ancestors.end(), next) == ancestors.end()) {
             ancestors.push_back(next);
@@ -60,20 +60,20 @@ std::vector<const Type*> ancestorsOf(const Type& type) {
     return ancestors;
 }
 
-std::vector<const Property*> inheritedFrom(const Type& ancestor, const Type& type) {
-    std::vector<const Type*> nearer = ancestorsOf(type);
+std::vector<Property const*> inheritedFrom(Type const& ancestor, Type const& type) {
+    std::vector<Type const*> nearer = ancestorsOf(type);
     nearer.push_back(&type);
-    const auto isRedefined = [&nearer](const Property* property) {
-        return std::any_of(nearer.begin(), nearer.end(), [property](const Type* below) {
+    const auto isRedefined = [&nearer](Property const* property) {
+        return std::any_of(nearer.begin(), nearer.end(), [property](Type const* below) {
             return std::any_of(
-                below->properties.begin(), below->properties.end(), [property](const auto& other) {
+                below->properties.begin(), below->properties.end(), [property](auto const& other) {
                     return std::find(other.redefined.begin(), other.redefined.end(), property) !=
                            other.redefined.end();
                 });
         });
     };
-    std::vector<const Property*> inherited;
-    for (const Property& property : ancestor.properties) {
+    std::vector<Property const*> inherited;
+    for (Property const& property : ancestor.properties) {
         if (!isRedefined(&property)) {
             inherited.push_back(&property);
         }
@@ -84,9 +84,9 @@ std::vector<const Property*> inheritedFrom(const Type& ancestor, const Type& typ
 Metamodel::Metamodel() : packages_(readRegistry()) {
 }
 
-const Type* Metamodel::find(std::string_view name) const {
+Type const* Metamodel::find(std::string_view name) const {
     for (auto package = packages_.rbegin(); package != packages_.rend(); ++package) {
-        for (const Type& type : package->types) {
+        for (Type const& type : package->types) {
             if (names(name, type)) {
                 return &type;
             }
@@ -104,8 +104,8 @@ std::vector<std::string> Metamodel::namesLike(std::string_view name) const {
     }
     const std::string wanted = lowered(last);
     std::vector<std::pair<std::size_t, std::string>> near;
-    for (const Package& package : packages_) {
-        for (const Type& type : package.types) {
+    for (Package const& package : packages_) {
+        for (Type const& type : package.types) {
             const std::string candidate = lowered(type.name);
             const std::size_t apart = distance(wanted, candidate);
             const bool isBegun =
@@ -126,8 +126,8 @@ std::vector<std::string> Metamodel::namesLike(std::string_view name) const {
     return list;
 }
 
-const Package& Metamodel::package(std::string_view name) const {
-    for (const Package& package : packages_) {
+Package const& Metamodel::package(std::string_view name) const {
+    for (Package const& package : packages_) {
         if (package.name == name) {
             return package;
         }

@@ -19,14 +19,14 @@ struct Tag {
 
 /// A property of a metaclass. Texts that it doesn't have are empty.
 struct Property {
-    const Type* owner = nullptr;
+    Type const* owner = nullptr;
     std::string name;
-    const Type* type = nullptr; ///< Null if it has none.
+    Type const* type = nullptr; ///< Null if it has none.
     int lower = 0;
     std::optional<int> upper; ///< None for any number.
     std::string defaultValue;
     std::string documentation;
-    const Property* opposite = nullptr; ///< The other end, if that is a property too.
+    Property const* opposite = nullptr; ///< The other end, if that is a property too.
     std::string associationName;
     std::string otherEndName; ///< Of an other end that is no property.
     bool isComposite = false;
@@ -35,8 +35,8 @@ struct Property {
     bool isOrdered = false;
     bool mayRepeat = false; ///< Several values, of which some may be equal.
     bool isPrivate = false;
-    std::vector<const Property*> redefined;
-    std::vector<const Property*> subsetted;
+    std::vector<Property const*> redefined;
+    std::vector<Property const*> subsetted;
     std::vector<Tag> tags;
 };
 
@@ -45,25 +45,25 @@ struct Type {
     enum class Kind { metaclass, dataType, enumeration };
 
     Kind kind = Kind::metaclass;
-    const Package* package = nullptr;
+    Package const* package = nullptr;
     std::string name;
     bool isAbstract = false;
-    std::vector<const Type*> supers; ///< Direct ones only.
-    std::vector<const Type*> subs;   ///< Those that name it as a super, by name.
+    std::vector<Type const*> supers; ///< Direct ones only.
+    std::vector<Type const*> subs;   ///< Those that name it as a super, by name.
     std::vector<std::string> comments;
     std::deque<Property> properties;    ///< Those that it declares itself, by id.
     std::vector<std::string> literals;  ///< Of an enumeration.
-    std::vector<const Property*> users; ///< The properties that have this type, by class.
+    std::vector<Property const*> users; ///< The properties that have this type, by class.
     std::vector<Tag> tags;
 
     bool isClass() const { return kind == Kind::metaclass; }
 };
 
 /// The supers of a class, theirs and so on, the nearest first, each once.
-std::vector<const Type*> ancestorsOf(const Type& type);
+std::vector<Type const*> ancestorsOf(Type const& type);
 
 /// What a class has from one ancestor, but for what a nearer class redefines.
-std::vector<const Property*> inheritedFrom(const Type& ancestor, const Type& type);
+std::vector<Property const*> inheritedFrom(Type const& ancestor, Type const& type);
 
 struct Package {
     std::string name; ///< Dotted.
@@ -77,23 +77,23 @@ struct Package {
 class Metamodel {
 public:
     Metamodel();
-    Metamodel(const Metamodel&) = delete;
-    Metamodel& operator=(const Metamodel&) = delete;
+    Metamodel(Metamodel const&) = delete;
+    Metamodel& operator=(Metamodel const&) = delete;
 
     /// The data-type metamodel, and the one that it builds on.
-    const Package& types() const { return package("Zorvane.metamodel.types"); }
-    const Package& foundation() const { return package("Zorvane.metamodel.foundation"); }
+    Package const& types() const { return package("Zorvane.metamodel.types"); }
+    Package const& foundation() const { return package("Zorvane.metamodel.foundation"); }
 
     /// The type of a name without its package, or with it or with the end of it. Where several
     /// packages have one, the package counts that was made last: it builds on the others. Null if
     /// there is none.
-    const Type* find(std::string_view name) const;
+    Type const* find(std::string_view name) const;
 
     /// The names that someone may have meant who wrote this one, the nearest first.
     std::vector<std::string> namesLike(std::string_view name) const;
 
 private:
-    const Package& package(std::string_view name) const;
+    Package const& package(std::string_view name) const;
 
     std::deque<Package> packages_; ///< In the order in which they were made.
 };

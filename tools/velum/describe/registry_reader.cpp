@@ -11,7 +11,7 @@ namespace velum::describe {
 
 namespace {
 
-std::vector<Tag> tagsOf(const QOB::ImmutableNamedElement& element) {
+std::vector<Tag> tagsOf(QOB::ImmutableNamedElement const& element) {
     std::vector<Tag> tags;
     for (const QOB::ImmutableStereotypeObject tag : QOB::getTags(element)) {
         tags.push_back({tag.getStereotypeName(), tag.getValue()});
@@ -30,12 +30,12 @@ public:
                 addPackage(package, "");
             }
         }
-        for (const auto& [live, type] : types_) {
+        for (auto const& [live, type] : types_) {
             if (const QOB::ImmutableClass metaclass(live); metaclass.isValid()) {
                 linkClass(metaclass, *type);
             }
         }
-        for (const auto& [live, property] : properties_) {
+        for (auto const& [live, property] : properties_) {
             linkProperty(live, *property);
         }
         sortReverseLinks();
@@ -45,21 +45,21 @@ public:
 private:
     using LiveTypes = std::vector<QOB::ImmutableType>;
 
-    void addPackage(const QOB::ImmutablePackage& live, const std::string& prefix) {
+    void addPackage(QOB::ImmutablePackage const& live, std::string const& prefix) {
         const std::string name = prefix + std::string(live.getName());
         LiveTypes types;
         for (const QOB::ImmutableType type : live.getOwnedTypes()) {
             types.push_back(type);
         }
         if (!types.empty()) {
-            std::sort(types.begin(), types.end(), [](const auto& a, const auto& b) {
+            std::sort(types.begin(), types.end(), [](auto const& a, auto const& b) {
                 return a.getName() < b.getName();
             });
             Package& package = packages_.emplace_back();
             package.name = name;
             package.uri = live.getUri();
             package.tags = tagsOf(live);
-            for (const QOB::ImmutableType& type : types) {
+            for (QOB::ImmutableType const& type : types) {
                 addType(type, package);
             }
         }
@@ -68,7 +68,7 @@ private:
         }
     }
 
-    void addType(const QOB::ImmutableType& live, Package& package) {
+    void addType(QOB::ImmutableType const& live, Package& package) {
         Type& type = package.types.emplace_back();
         types_.emplace(live, &type);
         type.package = &package;
@@ -92,7 +92,7 @@ private:
         }
     }
 
-    void addProperty(const QOB::ImmutableProperty& live, Type& owner) {
+    void addProperty(QOB::ImmutableProperty const& live, Type& owner) {
         Property& property = owner.properties.emplace_back();
         properties_.emplace(live, &property);
         property.owner = &owner;
@@ -114,7 +114,7 @@ private:
         property.tags = tagsOf(live);
     }
 
-    void linkClass(const QOB::ImmutableClass& live, Type& type) {
+    void linkClass(QOB::ImmutableClass const& live, Type& type) {
         for (const QOB::ImmutableClass base : live.getSupers()) {
             Type* const super = types_.at(base);
             type.supers.push_back(super);
@@ -122,7 +122,7 @@ private:
         }
     }
 
-    void linkProperty(const QOB::ImmutableProperty& live, Property& property) {
+    void linkProperty(QOB::ImmutableProperty const& live, Property& property) {
         if (live.hasType()) {
             Type* const type = types_.at(live.getType());
             property.type = type;
@@ -141,8 +141,8 @@ private:
 
     /// The links back were made in no order.
     void sortReverseLinks() {
-        const auto byName = [](const Type* a, const Type* b) { return a->name < b->name; };
-        const auto byOwner = [](const Property* a, const Property* b) {
+        const auto byName = [](Type const* a, Type const* b) { return a->name < b->name; };
+        const auto byOwner = [](Property const* a, Property const* b) {
             return std::tie(a->owner->name, a->name) < std::tie(b->owner->name, b->name);
         };
         for (Package& package : packages_) {

@@ -59,8 +59,8 @@ private:
 };
 
 /// Each of a row of texts at its column; the last one isn't filled up.
-std::string inColumns(const std::vector<std::string>& cells,
-                      const std::vector<std::size_t>& widths) {
+std::string inColumns(std::vector<std::string> const& cells,
+                      std::vector<std::size_t> const& widths) {
     std::string line;
     for (std::size_t i = 0; i < cells.size(); ++i) {
         if (widths[i] > 0) {
@@ -72,17 +72,17 @@ std::string inColumns(const std::vector<std::string>& cells,
     return line;
 }
 
-std::string tagTexts(const std::vector<Tag>& tags) {
+std::string tagTexts(std::vector<Tag> const& tags) {
     return listOf(tags, textOf);
 }
 
 template <class Elements>
-std::string namesIn(const Package& here, const Elements& elements) {
-    return listOf(elements, [&here](const auto* element) { return nameIn(here, *element); });
+std::string namesIn(Package const& here, Elements const& elements) {
+    return listOf(elements, [&here](auto const* element) { return nameIn(here, *element); });
 }
 
 /// "label  a, b, c" unless there is nothing to tell.
-void addFact(Lines& lines, std::size_t indent, std::string_view label, const std::string& text) {
+void addFact(Lines& lines, std::size_t indent, std::string_view label, std::string const& text) {
     constexpr std::size_t labelWidth = 12;
     if (!text.empty()) {
         std::string line(label);
@@ -92,9 +92,9 @@ void addFact(Lines& lines, std::size_t indent, std::string_view label, const std
 }
 
 /// What stands below the line of a property.
-void addDetails(Lines& lines, const Property& property) {
+void addDetails(Lines& lines, Property const& property) {
     constexpr std::size_t indent = 6;
-    const Package& here = *property.owner->package;
+    Package const& here = *property.owner->package;
     const bool isProperty = property.opposite != nullptr;
     std::string end = isProperty ? nameIn(here, *property.opposite) : property.otherEndName;
     if (!property.associationName.empty()) {
@@ -109,10 +109,10 @@ void addDetails(Lines& lines, const Property& property) {
     }
 }
 
-void addProperties(Lines& lines, const Type& type) {
+void addProperties(Lines& lines, Type const& type) {
     std::vector<std::vector<std::string>> rows;
     std::vector<std::size_t> widths;
-    for (const Property& property : type.properties) {
+    for (Property const& property : type.properties) {
         rows.push_back({property.name,
                         property.type == nullptr ? "" : nameIn(*type.package, *property.type),
                         multiplicity(property),
@@ -137,11 +137,11 @@ void addProperties(Lines& lines, const Type& type) {
 }
 
 /// The names of what a class inherits, a line for each class that declares some.
-void addInherited(Lines& lines, const Type& type) {
+void addInherited(Lines& lines, Type const& type) {
     std::vector<std::pair<std::string, std::string>> rows;
     std::size_t width = 0;
-    for (const Type* ancestor : ancestorsOf(type)) {
-        const auto name = [](const Property* property) { return property->name; };
+    for (Type const* ancestor : ancestorsOf(type)) {
+        const auto name = [](Property const* property) { return property->name; };
         if (std::string names = listOf(inheritedFrom(*ancestor, type), name); !names.empty()) {
             rows.emplace_back(nameIn(*type.package, *ancestor), std::move(names));
             width = std::max(width, rows.back().first.size() + 2);
@@ -157,7 +157,7 @@ void addInherited(Lines& lines, const Type& type) {
     }
 }
 
-void addType(Lines& lines, const Type& type, bool isAlone) {
+void addType(Lines& lines, Type const& type, bool isAlone) {
     lines.add(0, std::string(kindOf(type)) + " " + type.name);
     constexpr std::size_t indent = 2;
     if (isAlone) {
@@ -167,7 +167,7 @@ void addType(Lines& lines, const Type& type, bool isAlone) {
     addFact(lines, indent, "subclasses", namesIn(*type.package, type.subs));
     addFact(lines, indent, "literals", joined(type.literals));
     addFact(lines, indent, "tags", tagTexts(type.tags));
-    for (const std::string& comment : type.comments) {
+    for (std::string const& comment : type.comments) {
         lines.addBlank();
         lines.addText(indent, comment);
     }
@@ -179,13 +179,13 @@ void addType(Lines& lines, const Type& type, bool isAlone) {
 
 } // namespace
 
-std::string printText(const Package& package) {
+std::string printText(Package const& package) {
     Lines lines;
     lines.add(0, "package " + package.name + ": " + sumOf(package));
     addFact(lines, 2, "uri", package.uri);
     addFact(lines, 2, "tags", tagTexts(package.tags));
-    for (const auto& types : {dataTypesOf(package), classesOf(package)}) {
-        for (const Type* type : types) {
+    for (auto const& types : {dataTypesOf(package), classesOf(package)}) {
+        for (Type const* type : types) {
             lines.addBlank();
             addType(lines, *type, false);
         }
@@ -193,7 +193,7 @@ std::string printText(const Package& package) {
     return std::move(lines).text();
 }
 
-std::string printText(const Type& type) {
+std::string printText(Type const& type) {
     Lines lines;
     addType(lines, type, true);
     return std::move(lines).text();

@@ -13,9 +13,9 @@ std::string counted(std::size_t count, std::string_view noun, std::string_view p
     return text;
 }
 
-std::vector<const Type*> typesOf(const Package& package, bool areClasses) {
-    std::vector<const Type*> types;
-    for (const Type& type : package.types) {
+std::vector<Type const*> typesOf(Package const& package, bool areClasses) {
+    std::vector<Type const*> types;
+    for (Type const& type : package.types) {
         if (type.isClass() == areClasses) {
             types.push_back(&type);
         }
@@ -25,14 +25,14 @@ std::vector<const Type*> typesOf(const Package& package, bool areClasses) {
 
 } // namespace
 
-std::string multiplicity(const Property& property) {
+std::string multiplicity(Property const& property) {
     return std::to_string(property.lower) + ".." +
            (property.upper ? std::to_string(*property.upper) : "*");
 }
 
-std::vector<std::string> traits(const Property& property) {
+std::vector<std::string> traits(Property const& property) {
     std::vector<std::string> words;
-    const auto add = [&words](bool isTrue, const char* word) {
+    const auto add = [&words](bool isTrue, char const* word) {
         if (isTrue) {
             words.emplace_back(word);
         }
@@ -46,21 +46,21 @@ std::vector<std::string> traits(const Property& property) {
     return words;
 }
 
-std::string_view shortName(const Package& package) {
+std::string_view shortName(Package const& package) {
     const std::string_view name = package.name;
     return name.substr(name.rfind('.') + 1);
 }
 
-std::string nameIn(const Package& here, const Type& type) {
+std::string nameIn(Package const& here, Type const& type) {
     return type.package == &here ? type.name
                                  : std::string(shortName(*type.package)) + "." + type.name;
 }
 
-std::string nameIn(const Package& here, const Property& property) {
+std::string nameIn(Package const& here, Property const& property) {
     return nameIn(here, *property.owner) + "." + property.name;
 }
 
-std::string_view kindOf(const Type& type) {
+std::string_view kindOf(Type const& type) {
     switch (type.kind) {
     case Type::Kind::dataType:
         return "data type";
@@ -71,14 +71,14 @@ std::string_view kindOf(const Type& type) {
     }
 }
 
-std::string textOf(const Tag& tag) {
+std::string textOf(Tag const& tag) {
     return tag.value.empty() ? tag.name : tag.name + " = " + tag.value;
 }
 
-std::string sumOf(const Package& package) {
+std::string sumOf(Package const& package) {
     const auto classes = classesOf(package);
     std::size_t properties = 0;
-    for (const Type* metaclass : classes) {
+    for (Type const* metaclass : classes) {
         properties += metaclass->properties.size();
     }
     return counted(classes.size(), "class", "classes") + " with " +
@@ -86,8 +86,8 @@ std::string sumOf(const Package& package) {
            counted(package.types.size() - classes.size(), "data type", "data types");
 }
 
-std::string joined(const std::vector<std::string>& texts) {
-    return listOf(texts, [](const std::string& text) -> const std::string& { return text; });
+std::string joined(std::vector<std::string> const& texts) {
+    return listOf(texts, [](std::string const& text) -> std::string const& { return text; });
 }
 
 std::vector<std::string_view> linesOf(std::string_view text) {
@@ -103,11 +103,11 @@ std::vector<std::string_view> linesOf(std::string_view text) {
     }
 }
 
-std::vector<const Type*> classesOf(const Package& package) {
+std::vector<Type const*> classesOf(Package const& package) {
     return typesOf(package, true);
 }
 
-std::vector<const Type*> dataTypesOf(const Package& package) {
+std::vector<Type const*> dataTypesOf(Package const& package) {
     return typesOf(package, false);
 }
 

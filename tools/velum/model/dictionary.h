@@ -10,10 +10,10 @@ class Dictionary {
 public:
     Dictionary();
     ~Dictionary();
-    Dictionary(const Dictionary&) = delete;
-    Dictionary& operator=(const Dictionary&) = delete;
+    Dictionary(Dictionary const&) = delete;
+    Dictionary& operator=(Dictionary const&) = delete;
 
-    const QOB::Model& model() const { return model_; }
+    QOB::Model const& model() const { return model_; }
 
 private:
     QOB::Model model_;

@@ -14,11 +14,11 @@ namespace foundation = Zorvane::metamodel::foundation;
 namespace {
 
 /// The classes of a package; its data types are in the same table.
-void addClasses(const QOB::PackageIntrospectiveMethods& package,
+void addClasses(QOB::PackageIntrospectiveMethods const& package,
                 bool isOfTypes,
                 std::vector<Metaclass>& classes) {
     for (unsigned index = 0; index < package.count; ++index) {
-        const QOB::IntrospectiveMethods* const record = package.classes[index];
+        QOB::IntrospectiveMethods const* const record = package.classes[index];
         if (record == nullptr || record->meta == nullptr) {
             continue;
         }
@@ -35,13 +35,13 @@ void addClasses(const QOB::PackageIntrospectiveMethods& package,
 
 } // namespace
 
-const std::vector<Metaclass>& metaclasses() {
+std::vector<Metaclass> const& metaclasses() {
     static const std::vector<Metaclass> all = [] {
         types::initialize(); // harmless when repeated
         std::vector<Metaclass> classes;
         addClasses(*foundation::get_foundation_PackageIntrospectiveMethods(), false, classes);
         addClasses(*types::get_types_PackageIntrospectiveMethods(), true, classes);
-        std::sort(classes.begin(), classes.end(), [](const Metaclass& a, const Metaclass& b) {
+        std::sort(classes.begin(), classes.end(), [](Metaclass const& a, Metaclass const& b) {
             return a.name < b.name;
         });
         return classes;
@@ -49,8 +49,8 @@ const std::vector<Metaclass>& metaclasses() {
     return all;
 }
 
-const Metaclass* findMetaclass(const QOB::IntrospectiveMethods* record) {
-    for (const Metaclass& metaclass : metaclasses()) {
+Metaclass const* findMetaclass(QOB::IntrospectiveMethods const* record) {
+    for (Metaclass const& metaclass : metaclasses()) {
         if (metaclass.record == record) {
             return &metaclass;
         }
@@ -58,10 +58,10 @@ const Metaclass* findMetaclass(const QOB::IntrospectiveMethods* record) {
     return nullptr;
 }
 
-const Metaclass* findMetaclass(std::string_view name) {
+Metaclass const* findMetaclass(std::string_view name) {
     static const auto byName = [] {
-        std::unordered_map<std::string_view, const Metaclass*> index;
-        for (const Metaclass& metaclass : metaclasses()) {
+        std::unordered_map<std::string_view, Metaclass const*> index;
+        for (Metaclass const& metaclass : metaclasses()) {
             index.emplace(metaclass.name, &metaclass);
         }
         return index;
@@ -70,13 +70,13 @@ const Metaclass* findMetaclass(std::string_view name) {
     return found == byName.end() ? nullptr : found->second;
 }
 
-std::vector<const Metaclass*> supersOf(const Metaclass& metaclass) {
-    std::vector<const Metaclass*> supers;
-    for (const QOB::SuperReference* super = metaclass.record->supers;
+std::vector<Metaclass const*> supersOf(Metaclass const& metaclass) {
+    std::vector<Metaclass const*> supers;
+    for (QOB::SuperReference const* super = metaclass.record->supers;
          super != nullptr && super->package != nullptr;
          ++super) {
-        const QOB::PackageIntrospectiveMethods* const package = super->package();
-        if (const Metaclass* const found = findMetaclass(package->classes[super->classIndex])) {
+        QOB::PackageIntrospectiveMethods const* const package = super->package();
+        if (Metaclass const* const found = findMetaclass(package->classes[super->classIndex])) {
             supers.push_back(found);
         }
     }
@@ -84,9 +84,9 @@ std::vector<const Metaclass*> supersOf(const Metaclass& metaclass) {
 }
 
 bool isKindOf(std::string_view name, Metaclass const& base) {
-    std::vector<const Metaclass*> pending{findMetaclass(name)};
+    std::vector<Metaclass const*> pending{findMetaclass(name)};
     while (!pending.empty()) {
-        const Metaclass* const next = pending.back();
+        Metaclass const* const next = pending.back();
         pending.pop_back();
         if (next == &base) {
             return true;
@@ -99,7 +99,7 @@ bool isKindOf(std::string_view name, Metaclass const& base) {
     return false;
 }
 
-std::vector<const QOB::MetaPropertyDescription*> propertiesOf(const Metaclass& metaclass) {
+std::vector<QOB::MetaPropertyDescription const*> propertiesOf(Metaclass const& metaclass) {
     QOB::MetaPropertyDescription** const byId = metaclass.record->properties;
     return {byId + 1, byId + 1 + metaclass.propertyCount};
 }

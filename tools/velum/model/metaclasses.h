@@ -11,26 +11,26 @@ namespace velum::model {
 /// metaclass itself is in describe/metamodel.h.
 struct Metaclass {
     std::string name; ///< Without its package.
-    const QOB::IntrospectiveMethods* record;
+    QOB::IntrospectiveMethods const* record;
     unsigned propertyCount; ///< Of those that it declares itself.
     bool isOfTypes;         ///< Of the types package; of the base metamodel otherwise.
 };
 
 /// All metaclasses of the types package and of the base metamodel, by name.
-const std::vector<Metaclass>& metaclasses();
+std::vector<Metaclass> const& metaclasses();
 
 /// The one of a record, or of a class name with or without its package; null if there is none.
-const Metaclass* findMetaclass(const QOB::IntrospectiveMethods* record);
-const Metaclass* findMetaclass(std::string_view name);
+Metaclass const* findMetaclass(QOB::IntrospectiveMethods const* record);
+Metaclass const* findMetaclass(std::string_view name);
 
 /// The direct supers that are among the metaclasses.
-std::vector<const Metaclass*> supersOf(const Metaclass& metaclass);
+std::vector<Metaclass const*> supersOf(Metaclass const& metaclass);
 
 /// Whether a class, by its name, is the other one or below it.
 bool isKindOf(std::string_view name, Metaclass const& base);
 
 /// The properties that a class declares itself, by id.
-std::vector<const QOB::MetaPropertyDescription*> propertiesOf(const Metaclass& metaclass);
+std::vector<QOB::MetaPropertyDescription const*> propertiesOf(Metaclass const& metaclass);
 
 /// The name of a class without its package.
 std::string_view shortName(std::string_view dottedName);

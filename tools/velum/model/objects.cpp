@@ -18,14 +18,14 @@ struct Keyed {
     int id;
     QOB::ClassObject object;
 
-    friend bool operator<(const Keyed& a, const Keyed& b) {
+    friend bool operator<(Keyed const& a, Keyed const& b) {
         // Those without a path come last.
         return std::make_tuple(a.path.empty(), std::cref(a.path), std::cref(a.name), a.id) <
                std::make_tuple(b.path.empty(), std::cref(b.path), std::cref(b.name), b.id);
     }
 };
 
-Keyed keyed(const QOB::ClassObject& object) {
+Keyed keyed(QOB::ClassObject const& object) {
     return {pathOf(object), nameOf(object), object.getObjectId(), object};
 }
 
@@ -33,7 +33,7 @@ std::vector<QOB::ClassObject> sorted(std::vector<Keyed> objects) {
     std::sort(objects.begin(), objects.end());
     std::vector<QOB::ClassObject> list;
     list.reserve(objects.size());
-    for (const Keyed& entry : objects) {
+    for (Keyed const& entry : objects) {
         list.push_back(entry.object);
     }
     return list;
@@ -46,17 +46,17 @@ bool isBelow(std::string_view path, std::string_view folder) {
 
 } // namespace
 
-std::string pathOf(const QOB::ClassObject& object) {
+std::string pathOf(QOB::ClassObject const& object) {
     return object.hasExternalId() ? std::string(object.getExternalId()) : std::string();
 }
 
-std::string nameOf(const QOB::ClassObject& object) {
+std::string nameOf(QOB::ClassObject const& object) {
     const foundation::NamedElement named(object);
     const bool hasName = named.isValid() && named.hasName() && named.getName().isValid();
     return hasName ? std::string(named.getName()) : std::string();
 }
 
-std::vector<QOB::ClassObject> freeObjects(const QOB::Model& model) {
+std::vector<QOB::ClassObject> freeObjects(QOB::Model const& model) {
     std::vector<Keyed> objects;
     for (const QOB::ClassObject object : model.getRootObjects()) {
         if (!object.hasContainerQOB()) {
@@ -66,7 +66,7 @@ std::vector<QOB::ClassObject> freeObjects(const QOB::Model& model) {
     return sorted(std::move(objects));
 }
 
-std::vector<QOB::ClassObject> objectsAt(const QOB::Model& model, std::string_view path) {
+std::vector<QOB::ClassObject> objectsAt(QOB::Model const& model, std::string_view path) {
     std::vector<QOB::ClassObject> pending = freeObjects(model);
     if (path.empty()) {
         return pending;
@@ -82,7 +82,7 @@ std::vector<QOB::ClassObject> objectsAt(const QOB::Model& model, std::string_vie
         if (isBelow(own, path)) {
             below.push_back(keyed(object));
         } else {
-            for (const QOB::ClassObject& contained : containedIn(object)) {
+            for (QOB::ClassObject const& contained : containedIn(object)) {
                 pending.push_back(contained);
             }
         }
@@ -90,7 +90,7 @@ std::vector<QOB::ClassObject> objectsAt(const QOB::Model& model, std::string_vie
     return sorted(std::move(below));
 }
 
-std::vector<QOB::ClassObject> containedIn(const QOB::ClassObject& object) {
+std::vector<QOB::ClassObject> containedIn(QOB::ClassObject const& object) {
     std::vector<QOB::ClassObject> list;
     for (const QOB::ClassObject contained : object.getContaineeQOBs()) {
         list.push_back(contained);
@@ -98,7 +98,7 @@ std::vector<QOB::ClassObject> containedIn(const QOB::ClassObject& object) {
     return list;
 }
 
-std::string_view classOf(const QOB::ClassObject& object) {
+std::string_view classOf(QOB::ClassObject const& object) {
     return shortName(object.getLumvoName(false));
 }
 

@@ -9,13 +9,13 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json placeIn(const arxml::Place& place, const arxml::PathTree& paths) {
+Json placeIn(arxml::Place const& place, arxml::PathTree const& paths) {
     return {{"line", place.position.line},
             {"column", place.position.column},
             {"path", paths.text(place.path)}};
 }
 
-Json consumedElements(const arxml::Tally& tally, const arxml::Names& names) {
+Json consumedElements(arxml::Tally const& tally, arxml::Names const& names) {
     std::map<std::string_view, std::uint64_t> sorted;
     for (arxml::NameId name = 0; name < tally.endOfNames(); ++name) {
         if (const std::uint64_t count = tally.consumed(name); count > 0) {
@@ -23,15 +23,15 @@ Json consumedElements(const arxml::Tally& tally, const arxml::Names& names) {
         }
     }
     Json list = Json::array();
-    for (const auto& [element, count] : sorted) {
+    for (auto const& [element, count] : sorted) {
         list.push_back({{"element", element}, {"count", count}});
     }
     return list;
 }
 
-Json skippedElements(const arxml::Tally& tally, const PrintJob& job) {
+Json skippedElements(arxml::Tally const& tally, PrintJob const& job) {
     Json list = Json::array();
-    for (const SkipEntry& entry : skipList(tally, job.names)) {
+    for (SkipEntry const& entry : skipList(tally, job.names)) {
         list.push_back({{"element", entry.element},
                         {"reason", code(entry.reason)},
                         {"count", entry.skip->count},
@@ -40,16 +40,16 @@ Json skippedElements(const arxml::Tally& tally, const PrintJob& job) {
     return list;
 }
 
-Json findings(const arxml::FileReport& file, const arxml::PathTree& paths) {
+Json findings(arxml::FileReport const& file, arxml::PathTree const& paths) {
     Json list = Json::array();
-    for (const arxml::Finding& finding : file.findings()) {
+    for (arxml::Finding const& finding : file.findings()) {
         Json entry = placeIn(finding.places.front(), paths);
         entry["reason"] = code(finding.reason);
         entry["fault"] = finding.isFault;
         entry["text"] = finding.text;
         if (!finding.target.empty()) {
             Json places = Json::array();
-            for (const arxml::Place& place : finding.places) {
+            for (arxml::Place const& place : finding.places) {
                 places.push_back(placeIn(place, paths));
             }
             entry["target"] = finding.target;
@@ -61,9 +61,9 @@ Json findings(const arxml::FileReport& file, const arxml::PathTree& paths) {
     return list;
 }
 
-Json omissions(const arxml::FileReport& file, const PrintJob& job) {
+Json omissions(arxml::FileReport const& file, PrintJob const& job) {
     Json list = Json::array();
-    for (const arxml::Omission& omission : file.omissions) {
+    for (arxml::Omission const& omission : file.omissions) {
         Json entry = placeIn(omission.place, job.paths);
         entry["element"] = job.names.text(omission.element);
         entry["reason"] = code(omission.reason);
@@ -75,13 +75,13 @@ Json omissions(const arxml::FileReport& file, const PrintJob& job) {
 
 } // namespace
 
-std::string printJson(const PrintJob& job) {
+std::string printJson(PrintJob const& job) {
     Json classes = Json::array();
-    for (const arxml::ClassCount& row : job.report.classes) {
+    for (arxml::ClassCount const& row : job.report.classes) {
         classes.push_back({{"class", row.metaclass}, {"count", row.count}});
     }
     Json files = Json::array();
-    for (const arxml::FileReport& file : job.report.files) {
+    for (arxml::FileReport const& file : job.report.files) {
         files.push_back({{"file", file.file},
                          {"elements",
                           {{"met", file.tally.met()},

@@ -11,17 +11,17 @@ namespace velum::report {
 
 /// A report with what its ids stand for.
 struct PrintJob {
-    const arxml::Report& report;
-    const arxml::Names& names;
-    const arxml::PathTree& paths;
+    arxml::Report const& report;
+    arxml::Names const& names;
+    arxml::PathTree const& paths;
     bool withOmissions = false; ///< List what could be an object and is none; JSON always does.
 };
 
 /// As tables for a person.
-std::string printText(const PrintJob& job);
+std::string printText(PrintJob const& job);
 
 /// The same as JSON.
-std::string printJson(const PrintJob& job);
+std::string printJson(PrintJob const& job);
 
 /// The text with control characters as \xNN, so that it stays in its line of a terminal.
 std::string inOneLine(std::string_view text);

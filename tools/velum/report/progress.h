@@ -13,8 +13,8 @@ public:
     explicit Progress(std::uint64_t total);
     /// Wipes the line.
     ~Progress();
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
+    Progress(Progress const&) = delete;
+    Progress& operator=(Progress const&) = delete;
 
     /// So many more bytes were read.
     void advance(std::uint64_t bytes);

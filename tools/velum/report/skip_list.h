@@ -12,9 +12,9 @@ namespace velum::report {
 struct SkipEntry {
     std::string_view element;
     arxml::Reason reason;
-    const arxml::Tally::Skip* skip;
+    arxml::Tally::Skip const* skip;
 };
 
-std::vector<SkipEntry> skipList(const arxml::Tally& tally, const arxml::Names& names);
+std::vector<SkipEntry> skipList(arxml::Tally const& tally, arxml::Names const& names);
 
 } // namespace velum::report

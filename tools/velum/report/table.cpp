@@ -14,18 +14,18 @@ std::size_t widthOf(std::string_view text) {
 std::string Table::text() const {
     std::vector<std::string> titles;
     std::vector<std::size_t> widths;
-    for (const Column& column : columns_) {
+    for (Column const& column : columns_) {
         titles.push_back(column.title);
         widths.push_back(widthOf(column.title));
     }
-    for (const auto& row : rows_) {
+    for (auto const& row : rows_) {
         for (std::size_t i = 0; i < widths.size(); ++i) {
             widths[i] = std::max(widths[i], widthOf(row[i]));
         }
     }
 
     std::string text;
-    const auto addLine = [&](const std::vector<std::string>& cells) {
+    const auto addLine = [&](std::vector<std::string> const& cells) {
         for (std::size_t i = 0; i < cells.size(); ++i) {
             const std::string space(widths[i] - widthOf(cells[i]), ' ');
             const bool isRight = columns_[i].align == Align::right;
@@ -36,7 +36,7 @@ std::string Table::text() const {
         text += '\n';
     };
     addLine(titles);
-    for (const auto& row : rows_) {
+    for (auto const& row : rows_) {
         addLine(row);
     }
     return text;

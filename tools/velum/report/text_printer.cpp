@@ -9,7 +9,7 @@ namespace velum::report {
 
 namespace {
 
-std::string counted(std::uint64_t count, const std::string& noun) {
+std::string counted(std::uint64_t count, std::string const& noun) {
     std::string text = std::to_string(count);
     text += ' ';
     text += noun;
@@ -17,14 +17,14 @@ std::string counted(std::uint64_t count, const std::string& noun) {
     return text;
 }
 
-std::string lineAndColumn(const arxml::Place& place) {
+std::string lineAndColumn(arxml::Place const& place) {
     return std::to_string(place.position.line) + ":" + std::to_string(place.position.column);
 }
 
-std::uint64_t printClasses(std::string& text, const arxml::Report& report) {
+std::uint64_t printClasses(std::string& text, arxml::Report const& report) {
     std::uint64_t total = 0;
     Table table({{"count", Table::Align::right}, {"class"}});
-    for (const arxml::ClassCount& row : report.classes) {
+    for (arxml::ClassCount const& row : report.classes) {
         table.addRow({std::to_string(row.count), row.metaclass});
         total += row.count;
     }
@@ -35,21 +35,21 @@ std::uint64_t printClasses(std::string& text, const arxml::Report& report) {
 }
 
 /// "FILE:LINE:COLUMN: WORD: PATH: SENTENCE".
-std::string lineOf(const PrintJob& job,
-                   const arxml::FileReport& file,
-                   const arxml::Place& place,
-                   const std::string& word,
-                   const std::string& sentence) {
+std::string lineOf(PrintJob const& job,
+                   arxml::FileReport const& file,
+                   arxml::Place const& place,
+                   std::string const& word,
+                   std::string const& sentence) {
     return inOneLine(file.file) + ":" + lineAndColumn(place) + ": " + word + ": " +
            inOneLine(job.paths.text(place.path)) + ": " + inOneLine(sentence);
 }
 
-void printOmissions(std::string& text, const PrintJob& job, const arxml::FileReport& file) {
+void printOmissions(std::string& text, PrintJob const& job, arxml::FileReport const& file) {
     if (!job.withOmissions || file.omissions.empty()) {
         return;
     }
     text += "\nNo object is made of these:\n";
-    for (const arxml::Omission& omission : file.omissions) {
+    for (arxml::Omission const& omission : file.omissions) {
         const std::string kind(job.names.text(omission.element));
         text += lineOf(job,
                        file,
@@ -61,7 +61,7 @@ void printOmissions(std::string& text, const PrintJob& job, const arxml::FileRep
 }
 
 /// " [57 times, also at 345:9 and 351:9]"; nothing for a single one.
-std::string repetitionOf(const arxml::Finding& finding) {
+std::string repetitionOf(arxml::Finding const& finding) {
     if (finding.count < 2) {
         return {};
     }
@@ -73,9 +73,9 @@ std::string repetitionOf(const arxml::Finding& finding) {
     return text + "]";
 }
 
-void printFindings(std::string& text, const PrintJob& job, const arxml::FileReport& file) {
+void printFindings(std::string& text, PrintJob const& job, arxml::FileReport const& file) {
     text += file.findings().empty() ? "" : "\n";
-    for (const arxml::Finding& finding : file.findings()) {
+    for (arxml::Finding const& finding : file.findings()) {
         const std::string reason(code(finding.reason));
         const bool isUnexpectedNote = isFault(finding.reason) && !finding.isFault;
         text += lineOf(job,
@@ -87,14 +87,14 @@ void printFindings(std::string& text, const PrintJob& job, const arxml::FileRepo
     }
 }
 
-void printFile(std::string& text, const PrintJob& job, const arxml::FileReport& file) {
+void printFile(std::string& text, PrintJob const& job, arxml::FileReport const& file) {
     const std::string name = inOneLine(file.file);
     text += name + ": " + counted(file.tally.met(), "element") + ", " +
             std::to_string(file.tally.consumed()) + " consumed, " +
             std::to_string(file.tally.skipped()) + " skipped.\n";
 
     Table skips({{"count", Table::Align::right}, {"skipped element"}, {"reason"}, {"first at"}});
-    for (const SkipEntry& entry : skipList(file.tally, job.names)) {
+    for (SkipEntry const& entry : skipList(file.tally, job.names)) {
         skips.addRow({std::to_string(entry.skip->count),
                       inOneLine(entry.element),
                       std::string(code(entry.reason)),
@@ -133,14 +133,14 @@ std::string inOneLine(std::string_view text) {
     return line;
 }
 
-std::string printText(const PrintJob& job) {
+std::string printText(PrintJob const& job) {
     std::string text;
     const std::uint64_t total = printClasses(text, job.report);
     if (!job.report.isKept) {
         text += "Nothing is kept: something is wrong in the files.\n";
     }
     text += counted(total, "object") + " from " + counted(job.report.files.size(), "file") + ".\n";
-    for (const arxml::FileReport& file : job.report.files) {
+    for (arxml::FileReport const& file : job.report.files) {
         printFile(text, job, file);
     }
     return text;

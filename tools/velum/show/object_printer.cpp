@@ -22,7 +22,7 @@ constexpr std::size_t mostLines = 10'000;
 /// Writes one object and what it is made of.
 class ObjectPrinter {
 public:
-    std::string print(const QOB::ClassObject& object) {
+    std::string print(QOB::ClassObject const& object) {
         const foundation::NamedElement named(object);
         const std::string path = report::inOneLine(model::pathOf(object));
         text_ = path.empty() ? nameOf(named) : path;
@@ -40,14 +40,14 @@ public:
     }
 
 private:
-    void line(std::size_t depth, const std::string& text) {
+    void line(std::size_t depth, std::string const& text) {
         text_.append(2 * depth, ' ');
         text_ += text;
         text_ += '\n';
         ++lines_;
     }
 
-    void printParts(const ValueType& type, std::size_t depth) {
+    void printParts(ValueType const& type, std::size_t depth) {
         // A structure may refer to itself over a pointer or by a fault of its file.
         const bool isNested = types::Structure(type).isValid() || types::Matrix(type).isValid();
         if (isNested && (around_.size() >= deepestType || lines_ >= mostLines ||
@@ -73,7 +73,7 @@ private:
     }
 
     /// Those of an enumeration that several parts share are told at the first one.
-    void printLiterals(const types::Enumeration& enumeration, std::size_t depth) {
+    void printLiterals(types::Enumeration const& enumeration, std::size_t depth) {
         if (!told_.insert(enumeration.get()).second) {
             return;
         }
@@ -84,7 +84,7 @@ private:
     }
 
     /// What a type is beside what it holds.
-    void printRelations(const ValueType& type) {
+    void printRelations(ValueType const& type) {
         if (const types::PrimitiveType primitive(type);
             primitive.isValid() && primitive.hasReference()) {
             const types::PrimitiveType target = primitive.getReference();
@@ -96,7 +96,7 @@ private:
         }
     }
 
-    void printMembers(const types::Structure& structure, std::size_t depth) {
+    void printMembers(types::Structure const& structure, std::size_t depth) {
         std::size_t width = 0;
         for (const types::StructElement member : structure.getElementses()) {
             width = std::max(width, nameOf(member).size());
@@ -112,7 +112,7 @@ private:
     }
 
     /// Ends the line that the member began, with its parts below.
-    void printMemberType(const types::StructElement& member, std::size_t depth) {
+    void printMemberType(types::StructElement const& member, std::size_t depth) {
         const ValueType type = member.hasInlineType()
                                    ? member.getInlineType()
                                    : member.getZorvane_metamodel_types_StructElement_Type();
@@ -124,7 +124,7 @@ private:
         printParts(type, depth + 1);
     }
 
-    void printTable(const types::LookupTableType& table, std::size_t depth) {
+    void printTable(types::LookupTableType const& table, std::size_t depth) {
         if (table.hasValueAxisDataType()) {
             line(depth, "values: " + usedTypeText(table.getValueAxisDataType()));
         } else if (table.hasBaseType()) {
@@ -139,7 +139,7 @@ private:
         }
     }
 
-    void printShared(const types::SharedAxisType& shared, std::size_t depth) {
+    void printShared(types::SharedAxisType const& shared, std::size_t depth) {
         if (shared.hasAxis()) {
             line(depth, "axis: " + axisText(shared.getAxis()));
         }
@@ -151,7 +151,7 @@ private:
         }
     }
 
-    static std::string axisText(const types::Axis& axis) {
+    static std::string axisText(types::Axis const& axis) {
         if (axis.hasSharedAxis()) {
             const types::SharedAxisType shared = axis.getSharedAxis();
             return nameOf(shared) +
@@ -170,7 +170,7 @@ private:
         return text;
     }
 
-    static std::string otherText(const QOB::ClassObject& object) {
+    static std::string otherText(QOB::ClassObject const& object) {
         if (const types::Unit unit(object); unit.isValid()) {
             return unitLine(unit);
         }
@@ -196,7 +196,7 @@ private:
         return std::to_string(count) + (count == 1 ? " type" : " types");
     }
 
-    static std::string unitLine(const types::Unit& unit) {
+    static std::string unitLine(types::Unit const& unit) {
         std::string text = "unit " + unitText(unit);
         if (unit.hasDimension()) {
             text += " of " + nameOf(unit.getDimension());
@@ -211,7 +211,7 @@ private:
         return text;
     }
 
-    static std::string exponentsText(const types::Dimension& dimension) {
+    static std::string exponentsText(types::Dimension const& dimension) {
         std::vector<int> exponents;
         for (const QOB::Integer exponent : dimension.getBaseExponents()) {
             exponents.push_back(exponent);
@@ -234,12 +234,12 @@ private:
     std::string text_;
     std::size_t lines_ = 0;
     std::vector<ValueType> around_;
-    std::unordered_set<const void*> told_; // enumerations whose literals stand above
+    std::unordered_set<void const*> told_; // enumerations whose literals stand above
 };
 
 } // namespace
 
-std::string objectText(const QOB::ClassObject& object) {
+std::string objectText(QOB::ClassObject const& object) {
     return ObjectPrinter().print(object);
 }
 

@@ -7,6 +7,6 @@ namespace velum::show {
 
 /// One object as a person wants to read it: a line, and below it, indented, its parts. Whatever the
 /// texts of the object are, they make no lines.
-std::string objectText(const QOB::ClassObject& object);
+std::string objectText(QOB::ClassObject const& object);
 
 } // namespace velum::show

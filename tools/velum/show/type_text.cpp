@@ -21,7 +21,7 @@ namespace {
 
 /// "unsigned 8-bit "; nothing is said about a size that is unknown.
 template <class Handle>
-std::string widthText(const Handle& type) {
+std::string widthText(Handle const& type) {
     std::string text = type.isSigned() == QOB::Boolean(true) ? "signed " : "unsigned ";
     const types::DataSize length = type.getLength();
     if (length.getValue().isValid()) {
@@ -45,11 +45,11 @@ std::string boundText(double number) {
     return {digits.data(), end};
 }
 
-std::string lineText(const types::FixedPoint& type) {
+std::string lineText(types::FixedPoint const& type) {
     return numberText(type.getBias()) + " + " + numberText(type.getSlope()) + " x";
 }
 
-std::string scalarText(const types::Real& type) {
+std::string scalarText(types::Real const& type) {
     if (const types::Integer integer(type); integer.isValid()) {
         return widthText(integer) + "integer";
     }
@@ -82,11 +82,11 @@ struct Range {
 };
 
 /// The limits of a type, in the numbers that they are given in.
-Range rangeOf(const types::Real& type) {
+Range rangeOf(types::Real const& type) {
     const auto end = [&type](bool hasValue,
-                             const QOB::Real& value,
-                             const QOB::Boolean& isOpen,
-                             const char* key) {
+                             QOB::Real const& value,
+                             QOB::Boolean const& isOpen,
+                             char const* key) {
         Range::End read;
         if (hasValue) {
             read.value = static_cast<double>(value);
@@ -101,8 +101,8 @@ Range rangeOf(const types::Real& type) {
 }
 
 /// "[0, 255)"
-std::string rangeText(const Range& range) {
-    const auto number = [](const Range::End& end, const char* unbounded) {
+std::string rangeText(Range const& range) {
+    const auto number = [](Range::End const& end, char const* unbounded) {
         if (!end.exact.empty()) {
             return end.exact;
         }
@@ -113,7 +113,7 @@ std::string rangeText(const Range& range) {
 }
 
 /// The line from internal to physical values; none if the method is none.
-std::optional<arxml::Line> lineOf(const types::CompuMethod& method) {
+std::optional<arxml::Line> lineOf(types::CompuMethod const& method) {
     using Category = types::CompuMethodCategory;
     const Category category =
         method.isValid() ? method.getCategory() : Category(Category::Identical);
@@ -133,7 +133,7 @@ std::optional<arxml::Line> lineOf(const types::CompuMethod& method) {
     return isLine ? std::optional(line) : std::nullopt;
 }
 
-Range physical(Range range, const arxml::Line& line) {
+Range physical(Range range, arxml::Line const& line) {
     for (Range::End* const end : {&range.lower, &range.upper}) {
         if (end->value) {
             end->value = line.bias + line.slope * *end->value;
@@ -148,7 +148,7 @@ Range physical(Range range, const arxml::Line& line) {
 
 /// Where a unit says what the numbers are, the limits are physical too; those of an implementation
 /// type are internal and said to be so where the two differ.
-std::string rangeAndUnitText(const types::PrimitiveType& type, const types::Unit& unit) {
+std::string rangeAndUnitText(types::PrimitiveType const& type, types::Unit const& unit) {
     const Range range = rangeOf(types::Real(type));
     std::string unitPart = unit.isValid() ? ", unit " + unitText(unit) : std::string();
     if (range.isUnbounded()) {
@@ -164,7 +164,7 @@ std::string rangeAndUnitText(const types::PrimitiveType& type, const types::Unit
                 : unitPart + internal;
 }
 
-std::string primitiveText(const types::PrimitiveType& type) {
+std::string primitiveText(types::PrimitiveType const& type) {
     const types::CompuMethod method = type.getCompuMethod();
     const types::Unit unit =
         type.hasUnit() || !method.isValid() ? type.getUnit() : method.getUnit();
@@ -175,20 +175,20 @@ std::string primitiveText(const types::PrimitiveType& type) {
     return text;
 }
 
-std::string tableText(const types::LookupTableType& table) {
+std::string tableText(types::LookupTableType const& table) {
     const QOB::Integer size = table.getDimensions();
     return textOf(table.getCategory()) + " of " +
            (size.isValid() ? std::to_string(static_cast<int>(size)) : std::string("?")) + " values";
 }
 
 /// "name: ", or nothing for a type without a name of its own.
-std::string ownName(const foundation::ValueType& type) {
+std::string ownName(foundation::ValueType const& type) {
     const std::string name = nameOf(type);
     return type.hasExternalId() && !name.empty() ? name + ": " : std::string();
 }
 
 /// By a fault of its file an array may be one of itself, or of arrays of itself.
-std::string arrayText(const types::Matrix& outermost) {
+std::string arrayText(types::Matrix const& outermost) {
     std::string text;
     std::vector<types::Matrix> around;
     types::Matrix matrix = outermost;
@@ -211,20 +211,20 @@ std::string arrayText(const types::Matrix& outermost) {
 
 } // namespace
 
-std::string textOf(const QOB::String& text) {
+std::string textOf(QOB::String const& text) {
     return text.isValid() ? report::inOneLine(std::string(text)) : std::string();
 }
 
-std::string nameOf(const foundation::NamedElement& element) {
+std::string nameOf(foundation::NamedElement const& element) {
     return element.isValid() && element.hasName() ? textOf(element.getName()) : std::string();
 }
 
-std::string unknownTypeText(const QOB::ClassObject& object) {
+std::string unknownTypeText(QOB::ClassObject const& object) {
     const auto name = arxml::tool_note::get(object, arxml::tool_note::missingType);
     return "an unknown type" + (name ? " (" + report::inOneLine(*name) + ")" : "");
 }
 
-std::string unitText(const types::Unit& unit) {
+std::string unitText(types::Unit const& unit) {
     if (const auto name = arxml::tool_note::get(unit, arxml::tool_note::displayName)) {
         return report::inOneLine(*name);
     }
@@ -241,7 +241,7 @@ std::string unitText(const types::Unit& unit) {
     return symbol;
 }
 
-std::string dimensionsText(const types::Matrix& matrix) {
+std::string dimensionsText(types::Matrix const& matrix) {
     std::vector<std::string> names;
     for (const QOB::String name : matrix.getSymbolicDimensionses()) {
         names.push_back(textOf(name));
@@ -262,7 +262,7 @@ std::string dimensionsText(const types::Matrix& matrix) {
     return text.empty() ? "?" : text;
 }
 
-std::string typeText(const foundation::ValueType& type) {
+std::string typeText(foundation::ValueType const& type) {
     if (const types::PrimitiveType primitive(type); primitive.isValid()) {
         return primitiveText(primitive);
     }
@@ -287,7 +287,7 @@ std::string typeText(const foundation::ValueType& type) {
     return "type";
 }
 
-std::string usedTypeText(const foundation::ValueType& type) {
+std::string usedTypeText(foundation::ValueType const& type) {
     return ownName(type) + typeText(type);
 }
 

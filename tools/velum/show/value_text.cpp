@@ -9,7 +9,7 @@ using arxml::numberText;
 namespace {
 
 /// The terms of a polynomial in `variable`, "3 + 0.5 p".
-std::string polynomialText(const QOB::Sequence<QOB::Real>& coefficients, const char* variable) {
+std::string polynomialText(QOB::Sequence<QOB::Real> const& coefficients, char const* variable) {
     std::string text;
     int power = 0;
     for (const QOB::Real coefficient : coefficients) {
@@ -28,7 +28,7 @@ std::string polynomialText(const QOB::Sequence<QOB::Real>& coefficients, const c
     return text;
 }
 
-std::string sizesText(const QOB::Sequence<QOB::Integer>& sizes) {
+std::string sizesText(QOB::Sequence<QOB::Integer> const& sizes) {
     std::string text;
     for (const QOB::Integer size : sizes) {
         text += text.empty() ? "" : " x ";
@@ -37,7 +37,7 @@ std::string sizesText(const QOB::Sequence<QOB::Integer>& sizes) {
     return text;
 }
 
-std::string contentText(const types::ApplicationValueSpecification& content) {
+std::string contentText(types::ApplicationValueSpecification const& content) {
     const auto texts = content.getVs();
     std::string text;
     for (const QOB::String value : texts) {
@@ -51,7 +51,7 @@ std::string contentText(const types::ApplicationValueSpecification& content) {
     return (sizes.empty() ? "{" : sizes + " {") + text + "}";
 }
 
-std::string tableText(const types::LookupTableSpecification& table) {
+std::string tableText(types::LookupTableSpecification const& table) {
     std::string text = contentText(types::ApplicationValueSpecification(table));
     for (const types::LookupTableSpecification axis : table.getAxeses()) {
         text += " over " + contentText(types::ApplicationValueSpecification(axis));
@@ -59,14 +59,14 @@ std::string tableText(const types::LookupTableSpecification& table) {
     return text;
 }
 
-std::string labelled(const foundation::NamedElement& element, const std::string& text) {
+std::string labelled(foundation::NamedElement const& element, std::string const& text) {
     const std::string name = nameOf(element);
     return name.empty() ? text : name + " = " + text;
 }
 
 } // namespace
 
-std::string methodText(const types::CompuMethod& method) {
+std::string methodText(types::CompuMethod const& method) {
     const types::CompuMethodCategory category = method.getCategory();
     std::string text = category.toString();
     if (method.hasUnit()) {
@@ -81,7 +81,7 @@ std::string methodText(const types::CompuMethod& method) {
     return text;
 }
 
-std::string valueText(const foundation::ValueSpecification& value) {
+std::string valueText(foundation::ValueSpecification const& value) {
     if (const types::LiteralReal literal(value); literal.isValid()) {
         const QOB::Real number = literal.getValue();
         return number.isValid() ? numberText(number) : "?";

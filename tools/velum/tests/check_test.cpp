@@ -17,11 +17,11 @@ namespace types = Zorvane::metamodel::types;
 /// No file gives such a factor, since the import refuses it; other programs may.
 TEST(Checks, TellFactorsOfZero) {
     const model::Dictionary dictionary;
-    const QOB::Model& model = dictionary.model();
+    QOB::Model const& model = dictionary.model();
     QOB::Transaction transaction(model);
-    const std::pair<const char*, double> rows[] = {
+    const std::pair<char const*, double> rows[] = {
         {"zero", 0.0}, {"minus zero", -0.0}, {"least", 5e-324}, {"negative", -1.0}};
-    for (const auto& [name, factor] : rows) {
+    for (auto const& [name, factor] : rows) {
         const auto unit = types::Unit::create(model);
         unit.setExternalId(QOB::String(std::string("unit, ") + name));
         unit.setConvFactor(QOB::Real(factor));
@@ -32,7 +32,7 @@ TEST(Checks, TellFactorsOfZero) {
     }
     transaction.commit();
     std::set<std::pair<std::string, std::string>> found;
-    for (const Issue& issue : checkModel(model)) {
+    for (Issue const& issue : checkModel(model)) {
         if (issue.rule->id == "zero-factor") {
             EXPECT_EQ(issue.rule->severity, Severity::error);
             found.emplace(issue.path, issue.text);

@@ -29,7 +29,7 @@ using tests::TemporaryFiles;
 
 std::vector<std::string> samples() {
     std::vector<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(VELUM_SAMPLES)) {
+    for (auto const& entry : std::filesystem::directory_iterator(VELUM_SAMPLES)) {
         if (entry.path().extension() == ".arxml") {
             files.push_back(entry.path().string());
         }
@@ -39,31 +39,31 @@ std::vector<std::string> samples() {
 }
 
 /// Everything that has a path, as text.
-std::string contentOf(const model::Dictionary& dictionary) {
+std::string contentOf(model::Dictionary const& dictionary) {
     std::string text;
-    for (const QOB::ClassObject& object : model::freeObjects(dictionary.model())) {
+    for (QOB::ClassObject const& object : model::freeObjects(dictionary.model())) {
         text += model::pathOf(object).empty() ? std::string() : show::objectText(object);
     }
     return text;
 }
 
-std::uint64_t countOf(const arxml::Report& report) {
+std::uint64_t countOf(arxml::Report const& report) {
     return std::accumulate(
         report.classes.begin(),
         report.classes.end(),
         std::uint64_t{0},
-        [](std::uint64_t sum, const arxml::ClassCount& row) { return sum + row.count; });
+        [](std::uint64_t sum, arxml::ClassCount const& row) { return sum + row.count; });
 }
 
 /// The objects of a model, contained ones too.
-std::uint64_t objectsIn(const model::Dictionary& dictionary) {
+std::uint64_t objectsIn(model::Dictionary const& dictionary) {
     std::uint64_t count = 0;
     std::vector<QOB::ClassObject> pending = model::freeObjects(dictionary.model());
     while (!pending.empty()) {
         const QOB::ClassObject object = pending.back();
         pending.pop_back();
         ++count;
-        for (const QOB::ClassObject& contained : model::containedIn(object)) {
+        for (QOB::ClassObject const& contained : model::containedIn(object)) {
             pending.push_back(contained);
         }
     }
@@ -74,10 +74,10 @@ TEST(Import, IsOneStepThatUndoTakesBack) {
     auto all = samples();
     ASSERT_FALSE(all.empty());
     std::vector<std::vector<std::string>> runs = {all};
-    for (const std::string& file : all) {
+    for (std::string const& file : all) {
         runs.push_back({file});
     }
-    for (const auto& files : runs) {
+    for (auto const& files : runs) {
         SCOPED_TRACE(files.front());
         model::Dictionary dictionary;
         const arxml::Import import(files, dictionary.model());
@@ -111,13 +111,13 @@ TEST(Import, KeepsNothingOfAFaultyFileWhenStrict) {
 
 /// Elements that refer to each other across packages, forwards and backwards.
 std::vector<std::string> scatteredPackages() {
-    const auto props = [](const std::string& content) {
+    const auto props = [](std::string const& content) {
         return "<SW-DATA-DEF-PROPS><SW-DATA-DEF-PROPS-VARIANTS><SW-DATA-DEF-PROPS-CONDITIONAL>" +
                content +
                "</SW-DATA-DEF-PROPS-CONDITIONAL></SW-DATA-DEF-PROPS-VARIANTS></SW-DATA-DEF-PROPS>";
     };
     const auto named =
-        [](const std::string& tag, const std::string& name, const std::string& rest) {
+        [](std::string const& tag, std::string const& name, std::string const& rest) {
             return "<" + tag + "><SHORT-NAME>" + name + "</SHORT-NAME>" + rest + "</" + tag + ">";
         };
     return {
@@ -180,8 +180,8 @@ std::vector<std::string> scatteredPackages() {
     };
 }
 
-std::string importScattered(const TemporaryFiles& files,
-                            const std::vector<std::size_t>& fileOfPackage) {
+std::string importScattered(TemporaryFiles const& files,
+                            std::vector<std::size_t> const& fileOfPackage) {
     const auto packages = scatteredPackages();
     std::map<std::size_t, std::string> contents;
     for (std::size_t i = 0; i < packages.size(); ++i) {
@@ -189,7 +189,7 @@ std::string importScattered(const TemporaryFiles& files,
     }
     std::vector<std::string> names;
     names.reserve(contents.size());
-    for (const auto& [number, content] : contents) {
+    for (auto const& [number, content] : contents) {
         names.push_back(files.write(std::to_string(number) + ".arxml", document(content)));
     }
     model::Dictionary dictionary;
@@ -230,9 +230,9 @@ TEST(Import, PutsTogetherWhatIsScatteredOverFiles) {
 TEST(Metaclasses, AreThoseOfTheLibrarysTables) {
     std::size_t count = 0;
     std::size_t properties = 0;
-    for (const model::Metaclass& metaclass : model::metaclasses()) {
+    for (model::Metaclass const& metaclass : model::metaclasses()) {
         unsigned id = 0;
-        for (const QOB::MetaPropertyDescription* property : model::propertiesOf(metaclass)) {
+        for (QOB::MetaPropertyDescription const* property : model::propertiesOf(metaclass)) {
             ASSERT_EQ(property->id, ++id) << metaclass.name;
         }
         count += metaclass.isOfTypes ? 1 : 0;
@@ -245,9 +245,9 @@ TEST(Metaclasses, AreThoseOfTheLibrarysTables) {
     EXPECT_EQ(supers.front()->name, "Real");
 }
 
-std::vector<std::string> issuesOf(const QOB::Model& model) {
+std::vector<std::string> issuesOf(QOB::Model const& model) {
     std::vector<std::string> found;
-    for (const check::Issue& issue : check::checkModel(model)) {
+    for (check::Issue const& issue : check::checkModel(model)) {
         found.push_back(issue.path + " " + std::string(word(issue.rule->severity)) + " " +
                         std::string(issue.rule->id));
     }
@@ -256,9 +256,9 @@ std::vector<std::string> issuesOf(const QOB::Model& model) {
 
 TEST(CheckRules, TellWhatTheLibraryHoldsWithoutComplaint) {
     const model::Dictionary dictionary;
-    const QOB::Model& model = dictionary.model();
+    QOB::Model const& model = dictionary.model();
     model.setUndoEnabled(false);
-    const auto add = [](const auto& object, const char* path) {
+    const auto add = [](auto const& object, char const* path) {
         object.setExternalId(QOB::String(path));
         return object;
     };

@@ -9,7 +9,7 @@ struct Coefficients {
     std::vector<double> numerator;
     std::vector<double> denominator;
 
-    friend bool operator==(const Coefficients&, const Coefficients&) = default;
+    friend bool operator==(Coefficients const&, Coefficients const&) = default;
 };
 
 /// Without zeros at the high ends, the last one of only zeros excepted, and with 0 for -0.
@@ -17,10 +17,10 @@ Coefficients trimmed(Coefficients coefficients);
 
 /// Turns y = f(x) into x = g(y). Only a quotient of two linear functions that is not constant can
 /// be turned; anything else gives empty coefficients.
-Coefficients inverted(const Coefficients& coefficients);
+Coefficients inverted(Coefficients const& coefficients);
 
 /// Whether the two are the same function but for the last digits of their numbers.
-bool areEquivalent(const Coefficients& a, const Coefficients& b);
+bool areEquivalent(Coefficients const& a, Coefficients const& b);
 
 /// A straight line: physical = bias + slope * internal.
 struct Line {
@@ -29,6 +29,6 @@ struct Line {
 };
 
 /// The line of which `toInternal` is the inverse; false if it is none, or has no slope.
-bool readLine(const Coefficients& toInternal, Line& line);
+bool readLine(Coefficients const& toInternal, Line& line);
 
 } // namespace velum::arxml

@@ -13,10 +13,10 @@ namespace velum::arxml {
 /// `what()` is the one line for the user: file, place (if there is one) and cause.
 class InputError : public std::runtime_error {
 public:
-    InputError(const std::string& file, const std::string& cause)
+    InputError(std::string const& file, std::string const& cause)
         : std::runtime_error(file + ": " + cause) {}
 
-    InputError(const std::string& file, Position place, const std::string& cause)
+    InputError(std::string const& file, Position place, std::string const& cause)
         : std::runtime_error(file + ":" + std::to_string(place.line) + ":" +
                              std::to_string(place.column) + ": " + cause) {}
 };

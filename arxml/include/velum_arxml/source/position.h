@@ -11,7 +11,7 @@ struct Position {
     std::uint32_t line = 0;
     std::uint32_t column = 0;
 
-    friend auto operator<=>(const Position&, const Position&) = default;
+    friend auto operator<=>(Position const&, Position const&) = default;
 };
 
 /// Numbers the files of one import in the order they were read.
