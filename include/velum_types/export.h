@@ -1,6 +1,6 @@
 #pragma once
 
-/// Marks what the library velum_types offers to others. Everything else stays hidden in it.
+/// Marks the public symbols of velum_types. Everything else stays hidden in the library.
 #if defined(_WIN32)
 #if defined(VELUM_TYPES_BUILDING)
 #define VELUM_TYPES_EXPORT __declspec(dllexport)

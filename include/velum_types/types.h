@@ -1,6 +1,6 @@
 #pragma once
 
-/// Everything public of the library.
+/// The public interface of the library.
 #include "qob/qob.h"
 #include "velum_foundation/zorvane/metamodel.h"
 #include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundation.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Marks what the library velum_foundation offers to others. Everything else stays hidden in it.
+/// Marks the public symbols of velum_foundation. Everything else stays hidden in the library.
 #if defined(_WIN32)
 #if defined(VELUM_FOUNDATION_BUILDING)
 #define VELUM_FOUNDATION_EXPORT __declspec(dllexport)

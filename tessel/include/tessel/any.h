@@ -12,11 +12,11 @@
 
 namespace Tessel {
 
-/// Raised when a value is taken out of an any under a type that it does not have.
+/// Raised when an any is cast to a type other than that of its value.
 class TESSEL_EXPORT bad_any_cast : public std::exception {
 public:
     bad_any_cast() noexcept;
-    /// Says both types in its text; `held` is `typeid(void)` for an empty any.
+    /// The text names both types; `held` is `typeid(void)` for an empty any.
     bad_any_cast(const std::type_info& held, const std::type_info& requested);
     bad_any_cast(const bad_any_cast& other) noexcept;
     bad_any_cast& operator=(const bad_any_cast& other) noexcept;
@@ -32,14 +32,14 @@ private:
 class any;
 
 namespace Detail {
-/// What a box may be made of. Copy-constructible is asserted, not asked here: the question would
-/// ask itself in a class that has both a copy constructor and one from an any.
+/// A type that can be boxed. That it is copy-constructible is asserted elsewhere: checking it here
+/// would recurse for a class with both a copy constructor and a constructor from any.
 template <class V>
 concept NotAny = !std::same_as<std::decay_t<V>, any>;
 } // namespace Detail
 
-/// One value of any copy-constructible type, or none. Copies are deep; a move hands the value over
-/// without touching it. Boxing takes one allocation, taking out a reference takes none.
+/// One value of any copy-constructible type, or none. Copies are deep; a move transfers the value
+/// without touching it. Boxing allocates once, access by reference never.
 class TESSEL_EXPORT any {
 public:
     class placeholder;
@@ -78,8 +78,8 @@ public:
         return const_cast<T*>(std::as_const(*this).template target<T>());
     }
 
-    /// Two empty ones are equal; two values are if they have the same type and compare equal by
-    /// that type's own operator. Values of a type that has none are equal to themselves only.
+    /// Two empty anys are equal. Two values are equal if they have the same type and its own
+    /// operator says so; a value of a type without one is equal only to itself.
     friend bool operator==(const any& a, const any& b) { return a.isEqualTo(b); }
 
 private:
@@ -89,12 +89,11 @@ private:
 };
 
 /// The box of a value whose type is not known to the caller. The order of the virtual operations is
-/// binding: boxes cross the border between libraries.
+/// fixed, because boxes cross library boundaries.
 class TESSEL_EXPORT any::placeholder {
 public:
     virtual ~placeholder();
-    /// The value's address where a box refers to a value that stands elsewhere. 0 for each holder:
-    /// it owns its value.
+    /// The address of a value that the box only refers to. Null for a holder, which owns its value.
     virtual const void* referredValue() const noexcept = 0;
     virtual const std::type_info& type() const noexcept = 0;
     /// A new box with a copy of the value.

@@ -18,7 +18,7 @@ public:
 
     /// The bytes of a narrow text, without a terminator.
     static ByteArray fromText(std::string_view text);
-    /// The bytes taken as a narrow text, whatever they are.
+    /// The bytes as a narrow text, unchecked.
     std::string toText() const;
 
     bool empty() const noexcept { return bytes_.empty(); }
@@ -26,7 +26,7 @@ public:
     const std::byte* data() const noexcept { return bytes_.data(); }
     const std::byte* begin() const noexcept { return bytes_.data(); }
     const std::byte* end() const noexcept { return bytes_.data() + bytes_.size(); }
-    /// `index` is below the size.
+    /// `index` must be below the size.
     std::byte operator[](std::size_t index) const noexcept { return bytes_[index]; }
 
     friend bool operator==(const ByteArray&, const ByteArray&) = default;

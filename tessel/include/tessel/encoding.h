@@ -19,8 +19,8 @@ public:
 };
 
 /// The wide form of a UTF-8 text: UTF-16 where wchar_t has 16 bits, UTF-32 where it has more.
-/// Raises EncodingError for everything that is not UTF-8, overlong forms and encoded surrogates
-/// included. A zero is a character like any other.
+/// Raises EncodingError for anything that is not valid UTF-8, including overlong forms and encoded
+/// surrogates. A zero is an ordinary character.
 TESSEL_EXPORT std::wstring utf8ToWide(std::string_view text);
 
 /// The UTF-8 form of a wide text, the inverse of utf8ToWide. Raises EncodingError for a surrogate

@@ -10,11 +10,11 @@
 namespace Tessel {
 
 /// The description of an integer-backed enumeration: a table of numbers and their literals. Derived
-/// classes say how a boxed value becomes its number and back.
+/// classes convert between a boxed value and its number.
 ///
-/// The text of a value is its literal, or its decimal number if the table has none for it; either
-/// reads back to the same number. A text that is neither is an error that names the known literals.
-/// The bytes of a value are its number, four bytes with the lowest first.
+/// The text of a value is its literal, or its decimal number if it has no literal; both read back
+/// as the same number. Any other text is an error, whose message lists the known literals. The
+/// bytes of a value are its number as four bytes, little-endian.
 class TESSEL_EXPORT EnumType : public Type {
 public:
     any convertFromString(const std::string& text, ErrorHolder& errors) const override;
@@ -33,8 +33,8 @@ public:
     /// A boxed value of any number, also one without a literal.
     virtual any fromInteger(int number) const = 0;
 
-    /// Enters a literal. Raises std::invalid_argument, and changes nothing, if the table holds the
-    /// number or the literal, or if the literal reads as another number.
+    /// Enters a literal. Raises std::invalid_argument, and changes nothing, if the table already
+    /// has the number or the literal, or if the literal reads as another number.
     void addLiteral(int number, std::string literal);
     const std::map<int, std::string>& getLiterals() const noexcept { return literals_; }
     /// The name of the type in error texts.

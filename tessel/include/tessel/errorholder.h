@@ -7,14 +7,14 @@
 
 namespace Tessel {
 
-/// Receives the failure of a conversion from text or bytes, so that a text that a user typed wrong
-/// is no exception. Starts without an error.
+/// Receives the error of a conversion from text or bytes, so that a user's typing mistake doesn't
+/// raise an exception. Starts without an error.
 class TESSEL_EXPORT ErrorHolder {
 public:
     ErrorHolder() noexcept = default;
 
     bool hasError() const noexcept { return text_.has_value(); }
-    /// Takes the cause of a failure; replaces an earlier one.
+    /// Sets the cause of the failure, replacing an earlier one.
     void setError(std::string text);
     /// The cause as a sentence; empty if there is no error.
     const std::string& getError() const noexcept;

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Marks what leaves the library: exported while TESSEL_BUILDING is defined, imported otherwise.
+/// Marks the public symbols: exported while TESSEL_BUILDING is defined, imported otherwise.
 #if defined(_WIN32)
 #if defined(TESSEL_BUILDING)
 #define TESSEL_EXPORT __declspec(dllexport)

@@ -9,7 +9,7 @@
 
 namespace Tessel {
 
-/// Something that is to be destroyed when the module (shared library) that made it goes.
+/// Something to destroy when the module (shared library) that created it is unloaded.
 class TESSEL_EXPORT ModuleObject {
 public:
     ModuleObject(const ModuleObject&) = delete;
@@ -20,15 +20,15 @@ protected:
     ModuleObject();
 };
 
-/// Owns the object behind a pointer of type P and ends it by a D, a callable that takes the
-/// pointer. P may be null; then there is nothing to end.
+/// Owns the object behind a pointer of type P and deletes it with D, a callable that takes the
+/// pointer. The pointer may be null; then there is nothing to delete.
 template <class P, class D>
 class ModuleObjectImpl : public ModuleObject {
 public:
     explicit ModuleObjectImpl(P object) : object_(object) {}
     ~ModuleObjectImpl() override { ModuleObjectImpl::deleteObject(); }
 
-    /// Ends the held object now; a second call does nothing.
+    /// Deletes the object now; a second call does nothing.
     virtual void deleteObject() {
         if (P object = std::exchange(object_, nullptr)) {
             D()(object);
@@ -39,17 +39,17 @@ private:
     P object_;
 };
 
-/// Owns the module objects of one module and deletes them in reverse order of entry when it ends,
-/// so that what was made later may still use what was made earlier.
+/// Owns the module objects of one module and deletes them in reverse order when it is destroyed, so
+/// that a later object may still use an earlier one.
 class TESSEL_EXPORT ModuleObjectDeleter {
 public:
     ModuleObjectDeleter();
     ModuleObjectDeleter(const ModuleObjectDeleter&) = delete;
     ModuleObjectDeleter& operator=(const ModuleObjectDeleter&) = delete;
-    /// Also deletes what the objects append while they are being deleted.
+    /// Also deletes any objects that are appended during the deletion.
     ~ModuleObjectDeleter();
 
-    /// Takes ownership, also if it raises. Raises std::invalid_argument for null.
+    /// Takes ownership even if it raises. Raises std::invalid_argument for null.
     void append(std::unique_ptr<ModuleObject> object);
     std::size_t size() const noexcept { return objects_.size(); }
 

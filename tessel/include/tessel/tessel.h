@@ -1,6 +1,6 @@
 #pragma once
 
-/// Everything that the type-info library offers.
+/// The whole interface of the type-info library.
 #include "tessel/any.h"
 #include "tessel/bytearray.h"
 #include "tessel/encoding.h"

@@ -12,7 +12,7 @@ namespace Tessel {
 class Type;
 
 /// A handle that owns a type's description; Type::CreateTypeInfo makes one. Copies share the
-/// description, which is gone with the last of them. There is no empty handle: moving copies.
+/// description, which is deleted with the last of them. There is no empty handle, so a move copies.
 class TESSEL_EXPORT TypeInfo {
 public:
     TypeInfo(const TypeInfo& other) noexcept;
@@ -21,9 +21,9 @@ public:
 
     /// The text of a value; raises bad_any_cast for a value of another type.
     std::string convertToString(const any& value) const;
-    /// The value of a text; empty if the text is none of this type.
+    /// The value of a text; empty if the text isn't a value of this type.
     any convertFromString(const std::string& text) const;
-    /// The same for callers that report the cause, which is left in `errors`.
+    /// As above; leaves the cause of a failure in `errors`.
     any convertFromString(const std::string& text, ErrorHolder& errors) const;
 
     /// Whether both describe the same type.

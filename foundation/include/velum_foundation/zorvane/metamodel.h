@@ -5,18 +5,19 @@
 
 namespace Zorvane::NSImplementation {
 
-/// The package of the whole product's metamodel, "Zorvane", seen in the deviant of `model`, which
-/// is the meta-registry. It is made at the first need, in a transaction; should that have been
-/// rolled back, it is made anew. Raises QOB::Exception if the meta-registry can't be written then.
+/// The package "Zorvane", which contains every metamodel of the product. It is seen in the deviant
+/// of `model`, which must be the meta-registry. Created on first use, in a transaction, and created
+/// again if that transaction was rolled back. Raises QOB::Exception if the meta-registry can't be
+/// written.
 VELUM_FOUNDATION_EXPORT QOB::Package staticGetZorvaneMetaModel(QOB::Model model);
 
 } // namespace Zorvane::NSImplementation
 
 namespace Zorvane::metamodel::NSImplementation {
 
-/// The pointer to the package "metamodel" within it, in which the packages of all domains lie. Made
-/// together with the product's package and with the package of the base metamodel, "foundation",
-/// and its classes; lives as long as this library.
+/// The pointer to the package "metamodel" inside "Zorvane", which contains the packages of all
+/// domains. Created together with "Zorvane" and with the base metamodel's package "foundation" and
+/// its classes. Valid as long as this library is loaded.
 VELUM_FOUNDATION_EXPORT QOB::NSInterface::PackageIntf*& staticGetMetamodelMetaPackage();
 
 } // namespace Zorvane::metamodel::NSImplementation

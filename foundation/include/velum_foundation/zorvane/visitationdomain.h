@@ -7,7 +7,7 @@ namespace Zorvane {
 
 /// The domain in which visitors know the metaclasses of this product; the kernel's have their own.
 struct VELUM_FOUNDATION_EXPORT VisitationDomain {
-    /// Owner of the class tables of this domain; they go when the library goes.
+    /// Owns the class tables of this domain and frees them when the library is unloaded.
     static Tessel::ModuleObjectDeleter& moduleObjects();
 };
 

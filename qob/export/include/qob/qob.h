@@ -1,6 +1,7 @@
 #pragma once
 
-/// What users of the kernel need; what generated code needs beside it lies in qob/kernel/.
+/// The user's interface of the kernel. The headers that only generated code needs are in
+/// qob/kernel/.
 #include "qob/qob/assert.h"
 #include "qob/qob/attributes.h"
 #include "qob/qob/boolean.h"

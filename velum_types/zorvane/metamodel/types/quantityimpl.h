@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-/// The bodies of Quantity and QuantityTypeInfo, for the one source of each class that instantiates
-/// them.
+/// The bodies of Quantity and QuantityTypeInfo. Include this only in the one source file that
+/// instantiates them for a class.
 namespace Zorvane::metamodel::types {
 
 /// The value in an object; raises by `fail` for one that is null or holds no value.

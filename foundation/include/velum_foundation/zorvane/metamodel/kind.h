@@ -17,9 +17,9 @@
 
 namespace Zorvane::metamodel {
 
-/// What all enumerated value classes are: one number, copied like an int. `Literals` has the
-/// enumeration `Value`, the literal of each of its numbers from 0 on (`texts`), the dotted name of
-/// the type (`typeName`) and the end of a failed check in the class's own source (`fail`).
+/// Base of the enumerated value classes: one number, copied like an int. `Literals` provides the
+/// enumeration `Value`, the literals of its numbers from 0 on (`texts`), the dotted name of the
+/// type (`typeName`), and `fail`, which reports a failed check at the class's own source file.
 ///
 /// Numbers without a literal are stored, compared and hashed like any other.
 template <class Self, class Literals>
@@ -32,7 +32,7 @@ public:
     constexpr Kind(int number) noexcept : number_(number) {}
     constexpr Kind(Value value) noexcept : number_(value) {}
 
-    /// Unboxing. An empty handle, or an object that isn't valid, quietly gives number 0. Raises
+    /// Unboxing. An empty handle or an invalid object gives number 0 without an error. Raises
     /// QOB::Exception for an object that is no value, Tessel::bad_any_cast for another value.
     explicit Kind(QOB::ImmutableValueObject const& object);
     explicit Kind(QOB::ValueObject const& object);
@@ -48,7 +48,7 @@ public:
     /// True, whatever the number.
     constexpr bool isValid() const noexcept { return true; }
 
-    /// The literal; empty if there is none for the number.
+    /// The literal; empty if the number has none.
     constexpr std::string_view literal() const noexcept {
         auto const index = static_cast<std::size_t>(number_);
         return index < Literals::texts.size() ? Literals::texts[index] : std::string_view();
@@ -63,7 +63,7 @@ public:
         }
         return std::nullopt;
     }
-    /// The literal, or the decimal number if there is none for it.
+    /// The literal, or the decimal number if it has none.
     QOB::String toString() const;
     /// Reads what toString writes; raises Tessel::bad_any_cast for any other text.
     static Self fromString(std::string const& text);
@@ -71,9 +71,9 @@ public:
     /// All literals in the order of their numbers.
     static std::map<Self, std::string> getLiterals();
     static std::string getTypeName();
-    /// The description of this class; one for the process.
+    /// The run-time description of this class; one per process.
     static Tessel::TypeInfo const& getTypeInfo();
-    /// The live element of the metamodel, an enumeration; empty while the library isn't started.
+    /// The live enumeration in the metamodel; empty until the library is initialized.
     static QOB::ImmutableDataType MetaDataType();
     QOB::ImmutableDataType getMetaDataType() const { return MetaDataType(); }
 
@@ -85,7 +85,7 @@ public:
     }
     friend constexpr bool operator==(Self const& a, Value b) noexcept { return a.number_ == b; }
     friend constexpr bool operator==(Self const& a, int b) noexcept { return a.number_ == b; }
-    /// By number, which is not the order of magnitudes.
+    /// Orders by number, not by magnitude of the unit.
     friend constexpr std::strong_ordering operator<=>(Self const& a, Self const& b) noexcept {
         return a.number_ <=> b.number_;
     }

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <ostream>
 
-/// The bodies of Kind, for the one source of each class that instantiates it.
+/// The bodies of Kind. Include this only in the one source file that instantiates it for a class.
 namespace Zorvane::metamodel {
 
 template <class Self, class Literals>

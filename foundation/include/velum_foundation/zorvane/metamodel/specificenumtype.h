@@ -8,7 +8,7 @@
 
 namespace Zorvane::metamodel {
 
-/// The description of enumerated value class T, with the literals that T tells.
+/// The run-time description of the enumerated value class T, with T's literals.
 template <class T>
 class SpecificEnumType : public Tessel::EnumType {
 public:

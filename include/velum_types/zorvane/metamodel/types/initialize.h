@@ -7,12 +7,12 @@
 
 namespace Zorvane::metamodel::types {
 
-/// Starts the kernel and registers this package with it. To be called before models are made, from
-/// one thread. Later calls do nothing. Always returns true. What the start raises is passed on with
-/// nothing left behind, and the next call tries again.
+/// Starts the kernel and registers this package with it. Call it from one thread, before any model
+/// is created. Later calls do nothing. Always returns true. If starting raises, everything is
+/// undone, the exception is passed on, and the next call tries again.
 VELUM_TYPES_EXPORT bool initialize();
 
-/// What a host that knows the library only by name needs of it.
+/// Entry points for a host that loads the library by name.
 struct TypesConfiguration {
     /// A new factory in the model, in the deviant of the model's handle.
     QOB::FactoryObject (*createFactory)(QOB::Model model);

@@ -15,12 +15,12 @@
 
 namespace Zorvane::metamodel::types {
 
-/// What a value class of a number and a unit is. Both are kept as given: the number may be invalid,
-/// the unit may be a number without a literal, and no operation converts between units. Both are
-/// mandatory: there always is a value and a unit, and removing one does nothing.
+/// Base of the value classes that pair a number with a unit. Both are kept as given: the number may
+/// be invalid, the unit may be a number without a literal, and no operation converts between units.
+/// Both are mandatory: there always is a value and a unit, and removing one does nothing.
 ///
-/// `Self` names itself (getTypeName), has a description (getTypeInfo) and the end of a failed check
-/// in its own source (fail).
+/// `Self` provides its name (getTypeName), its run-time description (getTypeInfo), and `fail`,
+/// which reports a failed check at its own source file.
 template <class Self, class NumberType, class UnitType>
 class VELUM_TYPES_EXPORT Quantity {
 public:
@@ -52,7 +52,7 @@ public:
     constexpr bool hasUnit() const noexcept { return true; }
     constexpr void removeValue() noexcept {}
     constexpr void removeUnit() noexcept {}
-    /// True, also if the number is invalid.
+    /// Always true, even if the number is invalid.
     constexpr bool isValid() const noexcept { return true; }
 
     /// The two members as properties, for generic code.
@@ -73,12 +73,12 @@ public:
     /// The number and the literal of the unit with "|" between them; an invalid number is empty.
     QOB::String toString() const;
     std::wstring toUString() const;
-    /// Reads what toString writes. Raises QOB::Exception for more than two parts, and for a part
-    /// that is no number or no unit.
+    /// Reads what toString writes. Raises QOB::Exception if there are more than two parts, or if a
+    /// part is not a number or not a unit.
     static Self fromString(QOB::String const& text);
     static Self fromUString(std::wstring const& text);
 
-    /// The live element of the metamodel; empty while the library isn't started.
+    /// The live element of the metamodel; empty until the library is initialized.
     static QOB::ImmutableDataType MetaDataType();
     QOB::ImmutableDataType getMetaDataType() const { return MetaDataType(); }
 
@@ -93,7 +93,7 @@ public:
     friend constexpr bool operator==(Self const& a, Self const& b) noexcept {
         return !(a.value_ != b.value_) && a.unit_ == b.unit_;
     }
-    /// By number, then by the unit's number: 1 GB stands before 2 bit.
+    /// Orders by number, then by the unit's number, so 1 GB comes before 2 bit.
     friend constexpr bool operator<(Self const& a, Self const& b) noexcept {
         if (a.value_ < b.value_) {
             return true;
@@ -105,7 +105,7 @@ public:
     }
     friend constexpr bool operator>(Self const& a, Self const& b) noexcept { return !(a <= b); }
     friend constexpr bool operator>=(Self const& a, Self const& b) noexcept { return !(a < b); }
-    /// Only where the order of the numbers is total.
+    /// Available only where the numbers are totally ordered.
     friend constexpr std::strong_ordering operator<=>(Self const& a, Self const& b) noexcept
         requires std::three_way_comparable<Number, std::strong_ordering> {
         std::strong_ordering const order = a.value_ <=> b.value_;

@@ -10,7 +10,7 @@
 
 namespace Zorvane::metamodel::types {
 
-/// The description `Self` of value class `Value`, a number with a unit. It has no state.
+/// The run-time description `Self` of the value class `Value`, a number with a unit. Stateless.
 template <class Self, class Value>
 class VELUM_TYPES_EXPORT QuantityTypeInfo : public Tessel::Type {
 public:
@@ -22,8 +22,8 @@ public:
     static bool Is(Tessel::TypeInfo const& info) { return Is(GetBaseType(info)); }
     static bool Is(Tessel::Type* type) { return dynamic_cast<Self*>(type) != nullptr; }
 
-    /// These two raise QOB::Exception for a text that is none of this type; `errors` must hold no
-    /// error before and is never written.
+    /// Both raise QOB::Exception for a text that isn't a value of this type. `errors` must be empty
+    /// and is never written.
     Tessel::any convertFromString(std::string const& text,
                                   Tessel::ErrorHolder& errors) const override;
     Tessel::any convertFromUString(std::wstring const& text,

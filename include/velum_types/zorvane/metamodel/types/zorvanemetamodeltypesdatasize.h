@@ -15,7 +15,7 @@ public:
     using Quantity::Quantity;
 
     static std::string getTypeName();
-    /// The description of this class; one for the process.
+    /// The run-time description of this class; one per process.
     static Tessel::TypeInfo const& getTypeInfo();
 
 private:
@@ -25,7 +25,7 @@ private:
     [[noreturn]] static void fail(char const* text);
 };
 
-/// The description of DataSize.
+/// The run-time description of DataSize.
 class VELUM_TYPES_EXPORT DataSizeTypeInfo : public QuantityTypeInfo<DataSizeTypeInfo, DataSize> {};
 
 VELUM_TYPES_EXPORT constexpr unsigned hash_value(DataSize const& size) noexcept {

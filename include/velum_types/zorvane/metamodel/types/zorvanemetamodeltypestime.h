@@ -9,13 +9,13 @@ namespace Zorvane::metamodel::types {
 
 class TimeTypeInfo;
 
-/// A length of time: a number of a unit.
+/// A duration: a number and a unit.
 class VELUM_TYPES_EXPORT Time : public Quantity<Time, QOB::Real, TimeUnitKind> {
 public:
     using Quantity::Quantity;
 
     static std::string getTypeName();
-    /// The description of this class; one for the process.
+    /// The run-time description of this class; one per process.
     static Tessel::TypeInfo const& getTypeInfo();
 
 private:
@@ -25,7 +25,7 @@ private:
     [[noreturn]] static void fail(char const* text);
 };
 
-/// The description of Time.
+/// The run-time description of Time.
 class VELUM_TYPES_EXPORT TimeTypeInfo : public QuantityTypeInfo<TimeTypeInfo, Time> {};
 
 VELUM_TYPES_EXPORT inline unsigned hash_value(Time const& time) noexcept {

@@ -8,12 +8,13 @@
 namespace QOB {
 
 namespace internal {
-/// Enters an object that leaveLibrary destroys if it lies in the library that is leaving.
+/// Registers an object that leaveLibrary destroys if it belongs to the library that is being
+/// unloaded.
 QOB_EXPORT void noteImmortal(void* object, void (*destroy)(void*));
 } // namespace internal
 
-/// A static that outlives all others of its library, since states are read until its very end:
-/// leaveLibrary destroys it. In a library that doesn't call that it is never destroyed.
+/// A static that outlives all others of its library, because states are read until the very end.
+/// leaveLibrary destroys it; in a library that doesn't call leaveLibrary, it is never destroyed.
 template <class T>
 class Immortal {
 public:

@@ -4,8 +4,8 @@
 
 namespace QOB {
 
-/// What every interface class of the kernel's own metaclasses has besides its properties: its
-/// identity and its pair of states. `Self` derives from it and stands below `Base` in the tree.
+/// The part of the kernel's own interface classes that isn't properties: the identity and the
+/// access to the states. `Self` derives from it and is a subclass of `Base`.
 template <class Self, class Base>
 class InterfaceOf : public Base {
 public:

@@ -13,12 +13,12 @@
 
 namespace QOB {
 
-/// The bases of an interface class that derives from two others, each with the kernel's classes as
-/// bases of its own. The object is the first: whatever is called through the second reaches the
-/// first. Every shared operation is overridden here, once, which adds no virtual operation and
-/// makes its name unambiguous in the classes below.
+/// The bases of an interface class that derives from two others which both inherit the kernel's
+/// classes. The first base is the object: calls through the second are forwarded to the first.
+/// Every shared operation is overridden here, once, which adds no virtual operation and makes its
+/// name unambiguous in subclasses.
 ///
-/// What the two share below the kernel is for the deriving class to hand on in the same way.
+/// The deriving class forwards the operations of other common bases in the same way.
 template <class First, class Second>
 class JoinedBases : public First, public Second {
     using ObjectIntf = NSInterface::ObjectIntf;
@@ -29,7 +29,7 @@ class JoinedBases : public First, public Second {
     static_assert(MayBeSecondPart<Second>, "handles on the second base must ask the object");
 
 public:
-    /// The way to bases that are there twice.
+    /// The path to bases that are inherited twice.
     using PrimaryBase = First;
 
     void incRef() const override { First::incRef(); }
@@ -198,8 +198,8 @@ public:
         return First::getExternalToolInfosWithoutAssociation(d);
     }
 
-    // Of each shared class the first base's; the overload of the second with the same tag would
-    // name the same operation.
+    // For each shared class the overload of the first base; that of the second would name the same
+    // operation.
     using First::getReadDeviantI;
     using First::getWriteDeviantI;
     using Second::getReadDeviantI;

@@ -4,8 +4,8 @@
 
 namespace QOB {
 
-/// A pointer to a class as a pointer to one of its bases. Where a class holds the base twice, its
-/// `PrimaryBase` names the direct base whose path is meant: the first.
+/// Converts a pointer to a class to one of its bases. If a class inherits the base twice, its
+/// `PrimaryBase` names the direct base to go through: the first.
 template <class Base, class Derived>
 auto upcast(Derived* object) noexcept {
     using Target = std::conditional_t<std::is_const_v<Derived>, Base const, Base>;
@@ -18,9 +18,9 @@ auto upcast(Derived* object) noexcept {
     }
 }
 
-/// A class that lies in the second part of some objects, which is not what the kernel knows them
-/// by: only the object's `cast` leads from there to the bases that are there twice. It says so
-/// itself.
+/// A class that is the second base of some objects, so that its address isn't the one the kernel
+/// knows. From such a pointer, only the object's `cast` leads to the bases that are inherited
+/// twice. The class declares it itself.
 template <class Intf>
 concept MayBeSecondPart = std::is_same_v<typename Intf::SecondPart, Intf>;
 
@@ -43,7 +43,7 @@ struct DeclaringClass<Result (Class::*)(Arguments...) const> {
 template <auto Operation>
 using DeclaringClassOf = typename internal::DeclaringClass<decltype(Operation)>::Type;
 
-/// An object seen as the class that declares the operation.
+/// An object as the class that declares the operation.
 template <auto Operation, class Derived>
 auto receiverOf(Derived* object) noexcept {
     return upcast<DeclaringClassOf<Operation>>(object);

@@ -8,9 +8,9 @@
 #include <cstring>
 #include <string>
 
-/// The assertion chain: an Asserter carries the condition, fLogBuf the text, a LocalAsserter the
-/// place; assigning the first to the last raises if the condition is false. Every failed check
-/// throws; there is no build in which checks are off.
+/// The assertion chain: an Asserter carries the condition, fLogBuf the text and a LocalAsserter the
+/// place. Assigning an Asserter to a LocalAsserter raises if the condition is false. Every failed
+/// check throws, in every kind of build.
 namespace QOB {
 
 class QOB_EXPORT Asserter {
@@ -18,7 +18,7 @@ public:
     /// Size of fLogBuf in bytes, the closing zero included.
     static constexpr int LogBufferSize = 4097;
 
-    /// The text of the latest failed check. One buffer for the process; never null.
+    /// The text of the latest failed check. One buffer per process; never null.
     static char* const fLogBuf;
 
     explicit Asserter(bool condition) noexcept : condition_(condition) {}
@@ -32,7 +32,7 @@ public:
 protected:
     bool condition() const noexcept { return condition_; }
 
-    /// Formats into fLogBuf. If the formatter fails, the buffer is zeroed: an empty text.
+    /// Formats into fLogBuf. If the formatter fails, the text is empty.
     static void format(char const* format, std::va_list arguments);
 
     /// "Assertion failed: <text> at <file>:<line>: <note>" with the text of fLogBuf.
@@ -43,7 +43,7 @@ private:
 };
 
 /// An Asserter that throws `E`. With a condition, the text is formatted only if it is false;
-/// without one, the check has failed already.
+/// without one, the check has already failed.
 template <class E>
 class AsserterEx : public Asserter {
 public:
@@ -87,7 +87,7 @@ private:
 };
 
 namespace internal {
-/// Cold ends of the macros below: they keep the formatting out of the checked functions.
+/// The slow paths of the macros below, which keep the formatting out of the checked functions.
 [[noreturn]] QOB_EXPORT void failAt(char const* file, int line, char const* text);
 } // namespace internal
 
@@ -101,7 +101,7 @@ namespace internal {
 /// Throws a QOB::Exception with a fixed text if the condition is false.
 #define QOB_REQUIRE(condition, text) QOB_REQUIRE_IN(__FILE__, condition, text)
 
-/// The same for headers that are installed. `path` is the header's in the repository, so that a
-/// text never names a folder of the machine on which the header is included.
+/// The same for installed headers. `path` is the header's path in the repository, so that an error
+/// text never names a folder of the user's machine.
 #define QOB_REQUIRE_IN(path, condition, text)                                                      \
     ((condition) ? static_cast<void>(0) : ::QOB::internal::failAt(path, __LINE__, text))

@@ -11,7 +11,7 @@
 
 namespace QOB {
 
-/// Something that objects of a class say of themselves: a property of the class, or one of the few
+/// One readable attribute of the objects of a class: a property of the class, or one of the few
 /// that every object has (ExternalId, ExternalToolInfo, AppliedStereotypeInstance).
 struct Attribute {
     using Reader = std::vector<Object> (*)(ClassObject const&);
@@ -25,17 +25,17 @@ struct Attribute {
     bool ownsObjects = false;  ///< The values are contained in the object.
     bool isReference = false;  ///< The values are objects that aren't contained in it.
     bool isWayToOwner = false; ///< Leads from a contained object to what contains it.
-    /// Lists the objects that refer to this one by a property of theirs, as
-    /// CompuMethod.PrimitiveType does for PrimitiveType.CompuMethod.
+    /// Lists the objects that refer to this one, as CompuMethod.PrimitiveType mirrors
+    /// PrimitiveType.CompuMethod.
     bool isOtherEnd = false;
 
     /// All values, in order; none if there are none.
     QOB_EXPORT std::vector<Object> valuesOf(ClassObject const& object) const;
 };
 
-/// What there is to read of objects of any class, found once for each class: inherited properties
-/// first, without those that follow from other properties and without redefined ones. Keep it for
-/// one task only: it doesn't see classes come or go.
+/// The readable attributes of objects of any class, computed once per class: inherited properties
+/// first, without derived and redefined ones. Use one instance per task: it doesn't notice when
+/// classes are added or removed.
 class QOB_EXPORT Attributes {
 public:
     /// Valid as long as this is.

@@ -14,7 +14,7 @@ class QOB_EXPORT Boolean {
 public:
     constexpr Boolean() noexcept = default;
     constexpr Boolean(bool value) noexcept : value_(value), valid_(true) {}
-    /// No conversions by way of bool: a pointer is no truth value.
+    /// A pointer must not convert to a truth value by way of bool.
     Boolean(void const*) = delete;
 
     /// Unboxing. Raises QOB::Exception for a null handle and Tessel::bad_any_cast for another type.

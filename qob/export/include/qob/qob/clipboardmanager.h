@@ -19,7 +19,8 @@ public:
 
     /// Replaces what the clipboard holds.
     void setContent(std::vector<ClassObject> objects);
-    /// What was put in and still exists in the deviant of its handle, in the order given.
+    /// The objects on the clipboard that still exist in the deviant of their handle, in the order
+    /// given.
     std::vector<ClassObject> getContent() const;
     void clear();
 

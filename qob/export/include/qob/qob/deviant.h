@@ -24,10 +24,10 @@ class DeviantData;
 class EndingWalk;
 
 /// One view of one model, as the kernel holds it. Records are recycled and never freed or moved, so
-/// that a word that outlives its deviant can still be asked; the generation tells the two apart.
+/// a word that outlives its deviant can still be checked; the generation tells old from new.
 struct DeviantRecord {
     std::uint32_t generation = 0;
-    /// Zero if a write may go ahead without a look at anything else.
+    /// Zero if a write may proceed without further checks.
     std::uint32_t writeGate = 0;
     std::uint32_t rootIndex = 0;
     std::uint32_t nextFree = 0;
@@ -35,7 +35,7 @@ struct DeviantRecord {
     DeviantData* data = nullptr;
 };
 
-/// Why a write must take the long way. The bits of DeviantRecord::writeGate.
+/// Why a write needs the full check. The bits of DeviantRecord::writeGate.
 enum WriteGate : std::uint32_t {
     InTransaction = 1,
     ReadOnly = 2,
@@ -45,23 +45,23 @@ enum WriteGate : std::uint32_t {
 constexpr std::uint32_t RecordsPerChunk = 1024;
 constexpr std::uint32_t MaximalChunks = 4096;
 
-/// Chunks of records; plain pointers, reachable for ever.
+/// The chunks of records, which are never freed.
 extern QOB_EXPORT DeviantRecord* deviantChunks[MaximalChunks];
 
 } // namespace internal
 
-/// The word of a deviant, and the checks that can be made on it.
+/// The word of a deviant, and the checks on it.
 class QOB_EXPORT DeviantAssertions {
 public:
     constexpr DeviantAssertions() noexcept = default;
 
-    /// The switch: read before each check on a write path.
+    /// Whether the checks on write paths are on.
     static bool sAssertionsEnabled;
     /// Sets the switch; returns its old value.
     static bool enableAssertions(bool enabled) noexcept;
 
-    /// If the switch is on, as internal_assertWritable; true otherwise. Null means the model as a
-    /// whole: may objects be created here?
+    /// Does what internal_assertWritable does if the checks are on; otherwise returns true. Pass
+    /// null to ask whether objects may be created here.
     bool assertWritable(NSInterface::ObjectIntf const* object) const;
     /// True if the deviant can be written now. Raises QOB::Exception if it has been removed, is
     /// read-only, or has undo enabled and no open transaction.
@@ -82,13 +82,14 @@ protected:
     std::uint32_t generation_ = 0;
 };
 
-/// One view of a model: its root deviant or a branch. A word, passed by value and valid to ask for
-/// ever, also after the deviant or its model is gone. The default one is null.
+/// One view of a model: its root deviant or a branch. One machine word, passed by value. It may be
+/// queried at any time, even after the deviant or its model is gone. A default-constructed deviant
+/// is null.
 class QOB_EXPORT Deviant : public DeviantAssertions {
 public:
     using State = NSInterface::ObjectIntf*;
 
-    /// Markers in the place of a state pointer; never cast, never deleted, compared by identity.
+    /// Markers in place of a state pointer; never cast, never deleted, compared by identity.
     static void* const InvalidObject;  ///< the object doesn't exist in this deviant
     static void* const FallbackToRoot; ///< the deviant has no copy and reads the root
     static void* const ModelDestroyed; ///< the model is gone; only as an object's root state
@@ -110,19 +111,19 @@ public:
     }
     /// The root deviant of the same model; the null deviant if this one isn't valid.
     Deviant getRootDeviant() const noexcept;
-    /// The deviant in which this one shows an object whose root deviant is `root`: itself in the
-    /// object's own model, else the root. A removed deviant stays what it is, so that it is
-    /// refused.
+    /// The deviant in which this one shows an object whose root deviant is `root`: this one in the
+    /// object's own model, otherwise the root. A removed deviant is returned unchanged, so that it
+    /// is refused.
     Deviant inModelOf(Deviant root) const noexcept {
         return *this == root ? root : inModelOfOther(root);
     }
-    /// Every deviant of the model: the root, then the others in order of creation. Replaces what
-    /// the vector held; empty if this deviant isn't valid.
+    /// Every deviant of the model: the root, then the others in order of creation. Replaces the
+    /// contents of the vector; leaves it empty if this deviant isn't valid.
     void getAllDeviants(std::vector<Deviant>& deviants) const;
 
     /// The state of the object in this branch: real, a marker, or null if there is no entry.
     State getStateOfObject(NSInterface::ClassObjectIntf const* object) const noexcept;
-    /// Stores a state in this branch, which owns it from here. What stood there is forgotten, not
+    /// Stores a state in this branch, which takes ownership. The previous state is forgotten, not
     /// freed.
     void setStateOfObject(NSInterface::ClassObjectIntf const* object, State state) const;
 
@@ -134,30 +135,31 @@ public:
     /// The old state that the open transaction saved, or null. An object that the transaction
     /// created has the old state InvalidObject.
     State getSavedOldStateOfObject(NSInterface::ClassObjectIntf const* object) const noexcept;
-    /// Records the object's old state in the open transaction, which owns it from here. A null is
-    /// recorded as FallbackToRoot. A second call for an object replaces what was saved. Returns
-    /// what is recorded. Raises QOB::Exception without an open transaction.
+    /// Records the object's old state in the open transaction, which takes ownership. Null is
+    /// recorded as FallbackToRoot. A second call for an object replaces the saved state. Returns
+    /// the recorded state. Raises QOB::Exception without an open transaction.
     State saveOldStateOfObject(NSInterface::ClassObjectIntf const* object, State state) const;
 
     /// Enters an object in the model; once, on the root deviant, right after construction.
     void addObjectToModel(NSInterface::ClassObjectIntf* object) const;
-    /// Takes an object out of its model and frees its states in all branches; from its destructor.
+    /// Removes an object from its model and frees its states in all branches. Called by its
+    /// destructor.
     void removeObjectFromModel(NSInterface::ClassObjectIntf* object) const;
     /// Records that the object is created in this deviant, before its first state exists here.
     void markObjectCreated(NSInterface::ClassObjectIntf const* object) const;
 
-    /// Told of each value by which this deviant refers to `other` through a property. From the
-    /// first one in another model on, the model looks into its states for the models that it refers
+    /// Called for each value through which this deviant starts to refer to `other` by a property.
+    /// After the first one in another model, the model searches its states for the models it refers
     /// to.
     void setOrAddReferred(Deviant const& other, IntrospectiveMethods const*, unsigned id) const;
-    /// Told of each value that no longer does.
+    /// Called for each value that no longer does.
     void removeReferred(Deviant const& other, IntrospectiveMethods const*, unsigned id) const;
     /// True if `other` lies in another model. False if one of the two isn't valid.
     bool isInDifferentModel(Deviant const& other,
                             IntrospectiveMethods const*,
                             unsigned id) const noexcept;
 
-    /// True if a write may go ahead at once; false also for a deviant that is gone.
+    /// True if a write may proceed without further checks; false for a deviant that is gone.
     bool isWritableWithoutChecks() const noexcept {
         internal::DeviantRecord const& r = record();
         return r.generation == generation_ && r.writeGate == 0;
@@ -175,11 +177,11 @@ private:
     constexpr Deviant(std::uint32_t index, std::uint32_t generation) noexcept
         : DeviantAssertions(index, generation) {}
 
-    /// For a deviant that isn't the root itself.
+    /// The slow path, for a deviant other than the root.
     Deviant inModelOfOther(Deviant root) const noexcept;
 };
 
-/// True if a state pointer leads to a state: neither null nor one of the markers.
+/// True if a state pointer points to a state: neither null nor one of the markers.
 inline bool isRealState(void const* state) noexcept {
     return reinterpret_cast<std::uintptr_t>(state) > 3;
 }

@@ -9,10 +9,10 @@
 
 namespace QOB {
 
-/// The registry of the metamodels of all domains: they lie in one model of their own.
+/// The registry of the metamodels of all domains, which live in a model of their own.
 class QOB_EXPORT DomainRegistry {
 public:
-    /// The one registry; never null. Made at the first call.
+    /// The registry; never null. Created on the first call.
     static DomainRegistry* instance();
 
     DomainRegistry(DomainRegistry const&) = delete;

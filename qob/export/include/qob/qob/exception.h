@@ -7,8 +7,7 @@
 
 namespace QOB {
 
-/// The one failure channel of the kernel and of every metamodel on it: a broken precondition or a
-/// broken invariant, told in words.
+/// The exception by which the kernel and all metamodels report a broken precondition or invariant.
 class QOB_EXPORT Exception : public host::UserException {
 public:
     explicit Exception(std::string const& message);
@@ -20,7 +19,7 @@ public:
     void rethrow() const override;
 };
 
-/// Raised by a declared operation that nobody has built.
+/// Raised by an operation that is declared but not implemented.
 class QOB_EXPORT UnImplementedException : public Exception {
 public:
     explicit UnImplementedException(std::string const& message);

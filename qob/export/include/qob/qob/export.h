@@ -1,6 +1,6 @@
 #pragma once
 
-/// Marks what the kernel library offers to others. Everything else stays hidden in it.
+/// Marks the public symbols of the kernel. Everything else stays hidden in the library.
 #if defined(_WIN32)
 #if defined(QOB_BUILDING)
 #define QOB_EXPORT __declspec(dllexport)
@@ -11,7 +11,7 @@
 #define QOB_EXPORT __attribute__((visibility("default")))
 #endif
 
-/// Keeps a slow path out of the functions that are read on every call.
+/// Keeps a slow path out of the function that calls it.
 #if defined(_MSC_VER)
 #define QOB_NOINLINE __declspec(noinline)
 #define QOB_ALWAYS_INLINE __forceinline

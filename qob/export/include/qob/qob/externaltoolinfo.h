@@ -7,8 +7,8 @@
 
 namespace QOB {
 
-/// What an outside tool has noted on an object: a text under a key. Looked up by the key; the
-/// kernel doesn't look into the text.
+/// A note of an outside tool on an object: a text under a key. The kernel doesn't interpret the
+/// text.
 class ExternalToolInfo {
 public:
     /// The invalid value: an invalid key and an invalid text.

@@ -9,13 +9,13 @@
 #include <exception>
 #include <string>
 
-/// What a host process gives to every library that it loads: the base class of its exceptions and
-/// one bounded formatter.
+/// What a host process provides to every library it loads: the base class of its exceptions and a
+/// bounded formatter.
 namespace host {
 
 /// Base of all exceptions that a user of the host may see. Owns its text. A handler of
-/// `std::exception` catches it, `boost::exception` lets a handler attach facts, and `clone_base`
-/// lets it travel between threads.
+/// `std::exception` catches it, `boost::exception` lets a handler attach data, and `clone_base`
+/// lets it pass between threads.
 class QOB_EXPORT UserException : public std::exception,
                                  public boost::exception,
                                  public boost::exception_detail::clone_base {

@@ -12,8 +12,9 @@
 
 namespace QOB {
 
-/// A signed 32-bit integer, or the invalid value. One word and no more: the most negative number
-/// stands for the invalid value, so constructing from it gives the invalid value.
+/// A signed 32-bit integer, or the invalid value. It takes no more room than an int: the most
+/// negative number stands for the invalid value, so constructing from that number gives the invalid
+/// value.
 class QOB_EXPORT Integer {
 public:
     constexpr Integer() noexcept = default;

@@ -4,10 +4,10 @@
 
 namespace QOB {
 
-/// What receives the debug log: a formatted line without its end.
+/// Receives one formatted line of the debug log, without a line break.
 using LogSink = void (*)(char const* line);
 
-/// Installs a sink, or none by null; returns the one before. Without one the log is silent.
+/// Installs a sink and returns the previous one; null turns the log off, which is the default.
 QOB_EXPORT LogSink setDebugLogSink(LogSink sink) noexcept;
 
 } // namespace QOB

@@ -22,8 +22,8 @@ public:
     inline std::vector<class Model> getReferredModels() const;
 };
 
-/// A model, seen in one of its deviants. Operations act on the handle's deviant, but destroy() ends
-/// the model in all of them: every later access to its objects raises.
+/// A model, seen in one of its deviants. Operations act on the handle's deviant; only destroy()
+/// ends the model in all of them, after which every access to its objects raises.
 class Model : public ClassObjectWriting<WriteHandle<ImmutableModel>> {
 public:
     using ClassObjectWriting::ClassObjectWriting;

@@ -8,11 +8,11 @@
 
 namespace QOB {
 
-/// The process-wide table of models by URI. An entry keeps its model object; it goes with the
-/// model.
+/// The process-wide table of models by URI. An entry keeps the model object alive and is removed
+/// with the model.
 class QOB_EXPORT ModelCache {
 public:
-    /// Base name for a model that its maker gave none.
+    /// The base name of a model that was created without one.
     static std::wstring const UNTITLED;
 
     /// Never null.
@@ -21,7 +21,7 @@ public:
     ModelCache(ModelCache const&) = delete;
     ModelCache& operator=(ModelCache const&) = delete;
 
-    /// The first of `base`, `base`1, `base`2 ... that no model is entered under.
+    /// The first of `base`, `base`1, `base`2 ... that is not taken.
     std::wstring getNextAvailableModelUri(std::wstring const& base) const;
     /// Enters a model. Raises QOB::Exception if the URI is taken by another model.
     void bindModel(std::wstring const& uri, Model const& model);

@@ -19,7 +19,7 @@ namespace QOB {
 class ImmutableClassObject;
 
 /// What every handle offers for reading; `Base` is a ReadHandle. A handle has every operation of
-/// its interface class, which does what is said there in the handle's deviant.
+/// its interface class, documented there, and calls it in the handle's deviant.
 template <class Base>
 class ObjectReading : public Base {
 public:
@@ -32,7 +32,7 @@ public:
     /// Needs the header of Type.
     ImmutableType getMetaType() const;
 
-    /// The state that a read or a write reaches, as interface class `Level`.
+    /// The state that a read or a write uses, as interface class `Level`.
     template <class Level>
     Level* getReadDeviantI(Level const* tag) const {
         return (*this)->getReadDeviantI(this->getDeviant(), tag);
@@ -43,8 +43,8 @@ public:
     }
 };
 
-/// The same for writing; `Base` is a WriteHandle. The operations on states are the kernel's: it
-/// keeps count of who owns a state.
+/// The same for writing; `Base` is a WriteHandle. The operations on states are for the kernel,
+/// which tracks who owns a state.
 template <class Base>
 class ObjectWriting : public Base {
     using ObjectIntf = NSInterface::ObjectIntf;
@@ -56,7 +56,7 @@ public:
     void internal_discard(bool detach) const {
         (*this)->internal_discard(this->getDeviant(), detach);
     }
-    /// Ends the object, with what it contains, in the handle's deviant.
+    /// Destroys the object and its contents in the handle's deviant.
     void destroy() const { (*this)->destroy(this->getDeviant()); }
     void deviant_destroyState(ObjectIntf* state) const { (*this)->deviant_destroyState(state); }
     void deviant_markModelDestroyed() const { (*this)->deviant_markModelDestroyed(); }
@@ -84,7 +84,7 @@ public:
     ImmutableObject convertFromString(String text) const;
 };
 
-/// Anything with a kernel identity, for reading: the common currency of generic code.
+/// Anything with a kernel identity, for reading: the type that generic code passes around.
 class ImmutableObject : public ObjectReading<ReadHandle<NSInterface::ObjectIntf>> {
 public:
     using ObjectReading::ObjectReading;
@@ -143,7 +143,7 @@ public:
 
     bool hasObjectId() const { return (*this)->hasObjectId(this->getDeviant()); }
     Integer getObjectId() const { return (*this)->getObjectId(this->getDeviant()); }
-    /// Needs the header of Sequence, as all members that give one.
+    /// Needs the header of Sequence, like all members that return one.
     ImmutableSequence<ImmutableClassObject> getContaineeQOBs() const;
     ImmutableSequence<ImmutableClassObject> getContaineeQOBsWithoutAssociation() const;
     bool hasUri() const { return (*this)->hasUri(this->getDeviant()); }

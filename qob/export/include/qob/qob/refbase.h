@@ -13,7 +13,8 @@ namespace QOB {
 
 namespace internal {
 
-/// The counted base of an interface class on its first path: some classes hold a base twice.
+/// The counted base of an interface class, reached by its first base: some classes inherit a base
+/// twice.
 template <class Intf>
 ReferenceCountingIntf const* countedBase(Intf const* pointer) noexcept {
     if constexpr (std::is_convertible_v<Intf const*, ReferenceCountingIntf const*>) {
@@ -28,14 +29,14 @@ ReferenceCountingIntf const* countedBase(Intf const* pointer) noexcept {
 template <class Pointer>
 class RefBase;
 
-/// Where the handles of an interface class are declared: what an access through an empty one names.
-/// Specialised with QOB_HANDLE_HEADER.
+/// The header that declares the handles of an interface class, for the error text of an access
+/// through an empty one. Specialised with QOB_HANDLE_HEADER.
 template <class Intf>
 struct HandleHeader;
 
-/// What every handle is: a counted pointer to an interface object, and the deviant in which the
-/// object is to be seen. Two words. The deviant is not part of a handle's logical value: handles
-/// are equal if their objects are, and a deviant may be replaced through a const handle.
+/// The base of every handle: a counted pointer to an interface object, and the deviant in which to
+/// see the object. Two words. The deviant is not part of a handle's logical value: handles are
+/// equal if their objects are the same, and the deviant may be changed through a const handle.
 template <class Intf>
 class RefBase<Intf*> {
 public:
@@ -52,8 +53,8 @@ public:
     Deviant getDeviant() const noexcept { return deviant_; }
 
     /// Moves the handle to another deviant of its object's model. A deviant of another model is
-    /// replaced by the object's own root; one that has been removed stays, and every access raises.
-    /// An empty handle stays as it is.
+    /// replaced by the object's own root. A removed deviant is kept, and every access raises. An
+    /// empty handle is not changed.
     void setDeviant(Deviant deviant) const {
         if (pointer_ != nullptr) {
             deviant_ = deviant.inModelOf(primary()->getRootDeviant());
@@ -82,7 +83,7 @@ protected:
         deviant_ = other.deviant_;
         return *this;
     }
-    /// The other handle ends empty; what this one held is released at once.
+    /// Leaves the other handle empty and releases this one's old object at once.
     RefBase& operator=(RefBase&& other) noexcept {
         RefBase taken(std::move(other));
         std::swap(pointer_, taken.pointer_);
@@ -105,15 +106,15 @@ protected:
         return pointer_;
     }
 
-    /// The handle's object seen as interface class `To`, in the same deviant; empty if it isn't
-    /// one.
+    /// The object as interface class `To`, in the same deviant; empty if it isn't one.
     template <class To>
     To* pointerAs() const {
         return castObject<To>(pointer_);
     }
 
 private:
-    /// The object as the kernel knows it. Not as an `Intf`: the object's library may have gone.
+    /// The object as the kernel knows it. Not as an `Intf`, because its library may have been
+    /// unloaded.
     NSInterface::ObjectIntf* primary() const noexcept {
         if constexpr (std::is_convertible_v<Intf*, ReferenceCountingIntf*>) {
             return pointer_;
@@ -126,7 +127,7 @@ private:
             internal::retain(internal::countedBase(pointer_));
         }
     }
-    /// Stores before it releases: whatever the release sets off sees a whole handle.
+    /// Stores before it releases, so that code triggered by the release sees a complete handle.
     void assign(Intf* pointer) {
         if (pointer_ == pointer) {
             return;
@@ -142,7 +143,7 @@ private:
     mutable Deviant deviant_;
 };
 
-/// Hashes a handle by its object, as its equality compares.
+/// Hashes a handle by its object, consistently with its equality.
 template <class Handle>
 struct HandleHash {
     std::size_t operator()(Handle const& handle) const noexcept {

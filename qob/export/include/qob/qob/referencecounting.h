@@ -10,11 +10,11 @@ namespace QOB {
 
 class ReferenceCountingIntf;
 
-/// Root of everything that the kernel counts. Brackets the stretch in which a library makes the
+/// Root of everything that the kernel counts. Marks the section in which a library creates the
 /// objects of the process-wide meta-registry.
 class QOB_EXPORT Cleanup {
 public:
-    /// Sections nest. An exception between the two leaves the section open.
+    /// Sections nest. An exception inside a section leaves it open.
     static void beginMetaRegistrySection();
     static void endMetaRegistrySection();
     static bool isInMetaRegistrySection() noexcept;
@@ -46,15 +46,15 @@ public:
     virtual void incRef() const;
     virtual void decRef() const;
     virtual int numRef() const;
-    /// Null: no class keeps a list of its references.
+    /// Always null: no class keeps a list of its references.
     virtual ListOfReferences* getListOfReferences() const;
     virtual CooperativeVisitor::internal::MethodInfo
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const;
-    /// This object seen as the class that `info` names, or null if it isn't one.
+    /// This object as the class that `info` identifies, or null if it isn't one.
     virtual void* cast(CooperativeVisitor::internal::ClassInfo const& info) const;
 
 protected:
-    /// Lets handles count in the object without a virtual call. For classes whose incRef and
+    /// Lets handles count in the object without a virtual call. Only for classes whose incRef and
     /// decRef are those of a counted object (see internal::releaseLast).
     void countInPlace() noexcept { countsInPlace_ = true; }
     bool countsInPlace() const noexcept { return countsInPlace_; }
@@ -70,8 +70,8 @@ private:
     mutable bool pendingDeletion_ = false;
 };
 
-/// Deletes objects whose last reference went. A deletion inside a deletion waits for the outermost
-/// one, so that a chain of any length is freed without recursion. An object that gained a
+/// Deletes objects whose last reference is gone. A deletion inside a deletion waits for the
+/// outermost one, so that a chain of any length is freed without recursion. An object that gained a
 /// reference while it waited lives on.
 class QOB_EXPORT DeletionQueue {
 public:
@@ -103,7 +103,7 @@ inline void release(ReferenceCountingIntf const* object) {
 
 } // namespace internal
 
-/// Raises an int for the length of a scope, whatever way the scope is left.
+/// Increments an int for the duration of a scope, however the scope is left.
 class IntegerIncDec {
 public:
     explicit IntegerIncDec(int* counter) noexcept : counter_(counter) { ++*counter_; }

@@ -19,7 +19,7 @@ class SequenceRef;
 
 using PackageFunction = PackageIntrospectiveMethods const* (*)();
 
-/// Names a property from outside its class: package, class index there, property id there.
+/// Identifies a property from outside its class: package, class index there, property id there.
 struct PropertyReference {
     PackageFunction package = nullptr;
     unsigned classIndex = 0;
@@ -101,7 +101,7 @@ struct PackageIntrospectiveMethods {
     unsigned count = 0;
 };
 
-/// The kernel's own package: what metamodels refer to in it.
+/// The types of the kernel's own package, for metamodels that refer to them.
 QOB_EXPORT PackageIntrospectiveMethods const* get_QOB_PackageIntrospectiveMethods();
 
 /// The indexes in the kernel's package. Those of data types have a record without functions.

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Sequences as users of a model meet them: the typed handles, and the untyped one.
+/// The sequences that users of a model work with: the typed handles and the untyped one.
 #include "qob/kernel/containers/sequence/sequence.h"

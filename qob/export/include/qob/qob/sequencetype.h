@@ -7,8 +7,9 @@
 
 namespace QOB {
 
-/// What the two descriptions below share: the type of the elements, which may be empty. Neither has
-/// a text form: a conversion from text or bytes is an error, one to them raises QOB::Exception.
+/// The common base of the two descriptions below: the type of the elements, which may be empty.
+/// There is no text form: a conversion from text or bytes is an error, one to text or bytes raises
+/// QOB::Exception.
 class QOB_EXPORT ElementwiseType : public Tessel::Type {
 public:
     ImmutableType getElementType() const { return elementType_; }
@@ -16,7 +17,7 @@ public:
     Tessel::any convertFromString(std::string const& text,
                                   Tessel::ErrorHolder& errors) const override;
     std::string convertToString(Tessel::any const& value) const override;
-    /// Of the same kind, over the same element type.
+    /// True for the same kind of description with the same element type.
     bool isEqualTo(Tessel::Type* other) const override;
     bool isLessThan(Tessel::Type* other) const override;
 
@@ -44,8 +45,7 @@ private:
     using ElementwiseType::ElementwiseType;
 };
 
-/// The run-time description of iterators over elements of one type. No any holds one: an iterator
-/// lasts only until its sequence is written.
+/// The run-time description of iterators over elements of one type. An any can't hold an iterator.
 class QOB_EXPORT IteratorType final : public ElementwiseType {
 public:
     // NOLINTNEXTLINE(readability-identifier-naming): libraries are compiled against the name

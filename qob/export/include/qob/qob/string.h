@@ -18,7 +18,7 @@ class ValueObject;
 class ImmutableValueObject;
 
 /// A text, or the invalid value. Copies share one counted block, so a copy allocates nothing. The
-/// narrow form is kept as the bytes that were given and read as UTF-8 where a wide form is asked.
+/// bytes are kept as given and read as UTF-8 when a wide form is requested.
 class QOB_EXPORT String {
 public:
     /// The invalid value; not the same as an empty text.

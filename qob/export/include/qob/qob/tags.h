@@ -5,8 +5,8 @@
 
 namespace QOB {
 
-/// Tags of elements of metamodels: what one metamodel or a tool says of an element that its class
-/// has no property for. A tag is a stereotype that is applied to the element, under its name.
+/// Tags of the elements of metamodels: facts about an element for which its class has no property.
+/// A tag is a stereotype that is applied to the element and has the tag's name.
 
 /// Whether the element has the tag.
 QOB_EXPORT bool hasTag(char const* tag, ImmutableNamedElement const& element);
@@ -16,8 +16,8 @@ QOB_EXPORT String getTagValue(char const* tag, ImmutableNamedElement const& elem
 QOB_EXPORT ImmutableSequence<ImmutableStereotypeObject>
 getTags(ImmutableNamedElement const& element);
 
-/// Gives the element the tag, in the element's deviant; one that it has already stays the one tag.
-/// Returns the tag. Raises QOB::Exception for an empty handle.
+/// Applies the tag in the element's deviant and returns it. An element that already has the tag
+/// keeps that one. Raises QOB::Exception for an empty handle.
 QOB_EXPORT DynamicStereotypeObject applyTagToMetaElement(char const* tag,
                                                          ImmutableNamedElement const& element);
 /// The same with a value, in the root deviant of the element's model.

@@ -9,13 +9,13 @@ namespace QOB {
 
 class Model;
 
-/// A transaction on the deviant of a model handle. Until it ends, every object that is written
-/// saves its old state once, so that everything can be taken back. One that is open when it goes
-/// out of scope rolls back.
+/// A transaction on the deviant of a model handle. Until it ends, the first write to each object
+/// saves its old state, so that all changes can be rolled back. A transaction that is still open
+/// when it goes out of scope rolls back.
 ///
 /// A transaction inside a transaction on the same deviant joins it: only the outermost commit
-/// counts, and a rollback of an inner one takes everything back, so that the outer one can't commit
-/// any more. Commit and rollback after the end raise QOB::Exception.
+/// counts, and rolling back an inner one rolls back everything, so that the outer one can no longer
+/// commit. Calling commit or rollback after the end raises QOB::Exception.
 class QOB_EXPORT Transaction {
 public:
     /// Raises if the handle is empty or its deviant is gone.
@@ -24,8 +24,8 @@ public:
     Transaction& operator=(Transaction const&) = delete;
     ~Transaction();
 
-    /// Makes the changes final, and one step of undo if undo is enabled. Raises, with everything as
-    /// it was, if an inner transaction is still open.
+    /// Makes the changes final; they become one undo step if undo is enabled. Raises, and changes
+    /// nothing, if an inner transaction is still open.
     void commit();
     void rollback();
     bool isOpen() const noexcept;

@@ -17,22 +17,21 @@ struct Overloaded : Action... {
     using Action::operator()...;
 };
 
-/// What a visitor's table holds for a class: called with the visitor's actions and the object in
-/// the view of that class.
+/// A visitor's entry for one class: called with the visitor's actions and the object as that class.
 using VisitCall = void (*)(void const* actions, void* object, Deviant deviant);
 
 } // namespace internal
 
-/// Does, with an object whose class isn't known, what is said for its class, or else for the
-/// nearest base that something is said for. The classes are named by their handles; the actions are
-/// lambdas, one for each, or function objects with overloads:
+/// Calls the action for the class of an object whose class isn't known, or else for its nearest
+/// base that has one. The classes are named by their handles; the actions are lambdas, one per
+/// class, or function objects with overloads:
 ///
 ///     QOB::Visitor<types::Enumeration, types::Real> const print(
 ///         [](types::Enumeration const& type) { ... },
 ///         [](types::Real const& type) { ... });
 ///     print.visit(object);
 ///
-/// A visit costs the look-up of one table, one call of the object and the call of the action.
+/// A visit costs one table look-up, one virtual call and the call of the action.
 template <class... Handle>
 class Visitor {
     using Actions = std::tuple<std::function<void(Handle const&)>...>;
@@ -45,8 +44,8 @@ public:
         enterAll(std::index_sequence_for<Handle...>());
     }
 
-    /// Whether there was an action for the object; an empty handle has none. What an action raises
-    /// is passed on.
+    /// Returns whether there was an action for the object; an empty handle has none. Exceptions
+    /// from an action are passed on.
     template <AnyHandle Visited>
     bool visit(Visited const& visited) const {
         if (visited.get() == nullptr) {

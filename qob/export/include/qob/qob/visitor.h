@@ -18,7 +18,7 @@ struct QOB_EXPORT RootVisitationDomain {};
 
 /// The domain of the kernel's own classes.
 struct QOB_EXPORT VisitationDomain {
-    /// Owner of the class tables of this domain; they go when the library goes.
+    /// Owns the class tables of this domain and frees them when the library is unloaded.
     static Tessel::ModuleObjectDeleter& moduleObjects();
 };
 
@@ -82,7 +82,7 @@ private:
     std::size_t size_ = 0;
 };
 
-/// Who a class is: the tag of its domain and its tag within it. Both are above 0.
+/// The identity of a class: the tag of its domain and its tag within the domain. Both are above 0.
 struct ClassInfo {
     unsigned domain = 0;
     unsigned tag = 0;
@@ -93,8 +93,8 @@ struct ClassInfo {
 /// A visitor's method as the kernel stores it; called through the visitor that knows its type.
 using Method = void (*)();
 
-/// What getVisitMethod finds: the method, and the object in the view that the method takes.
-/// Two zeros if the visitor has no method for the object.
+/// The result of getVisitMethod: the method, and the object as the class that the method takes.
+/// Both are zero if the visitor has no method for the object.
 struct MethodInfo {
     Method method = nullptr;
     void* object = nullptr;
@@ -105,7 +105,7 @@ using MethodTable = LightVector<LightVector<Method>>;
 
 using CastFunction = void* (*)(void const*);
 
-/// What is known of one class: itself and its ancestors, and how to see an object as each of them.
+/// The table of one class: itself and its ancestors, and how to convert an object to each of them.
 struct ClassMetaInfo {
     LightVector<ClassInfo> ancestors;
     LightVector<CastFunction> casts;
@@ -115,13 +115,13 @@ struct ClassMetaInfo {
 /// A stable, small, non-zero number for `what` within `domain`. Numbers start at 1 in each domain.
 QOB_EXPORT unsigned GetTag(std::type_info const& what, std::type_info const& domain);
 
-/// Tells the kernel a dotted name of a class. Several names may be bound to one class.
+/// Binds a dotted name to a class. Several names may be bound to one class.
 QOB_EXPORT void BindTagToName(char const* dottedName, ClassInfo const& info);
 
 /// The class that was bound to a dotted name, or zeros.
 QOB_EXPORT ClassInfo findClassByName(std::string const& dottedName);
 
-/// Enters `cast` for `info` unless an earlier path to the same ancestor has one.
+/// Adds `cast` for `info` unless an earlier path to the same ancestor has one.
 QOB_EXPORT void addAncestor(ClassMetaInfo& meta, ClassInfo const& info, CastFunction cast);
 
 /// The cast function from the class of `meta` to `info`, or null.
@@ -140,7 +140,7 @@ inline Method findMethod(MethodTable const& table, ClassInfo const& info) noexce
     return table[info.domain][info.tag];
 }
 
-/// Looks through the ancestors in order; the first with a method wins.
+/// Searches the ancestors in order; the first with a method wins.
 QOB_EXPORT MethodInfo findAncestorMethod(ClassMetaInfo const& meta,
                                          MethodTable const& table,
                                          void const* object);
@@ -155,7 +155,7 @@ QOB_NOINLINE ClassInfo makeClassInfo() {
             GetTag(typeid(T), typeid(Domain))};
 }
 
-/// The identity of interface class `T`; asked of the kernel once per library.
+/// The identity of interface class `T`, requested from the kernel once per library.
 template <class T>
 inline ClassInfo const& classInfo() {
     static ClassInfo info;
@@ -165,7 +165,7 @@ inline ClassInfo const& classInfo() {
     return info;
 }
 
-/// Converts along one path of bases, step by step: a class may hold a base twice.
+/// Converts along one path of bases, step by step, because a class may inherit a base twice.
 template <class From>
 void* castAlong(void const* object) {
     return const_cast<void*>(object);
@@ -188,7 +188,7 @@ struct AncestorWalk {
     }
 };
 
-/// Clears the word in which a class's table is noted, before the table goes.
+/// Clears the pointer to a class's table before the table is freed.
 struct ForgetTable {
     void operator()(ClassMetaInfo const** noted) const noexcept { *noted = nullptr; }
 };
@@ -205,8 +205,8 @@ QOB_NOINLINE void makeClassMetaInfo(ClassMetaInfo const*& noted) {
     noted = built;
 }
 
-/// The table of `T`, built at the first need. `Module` gives the module objects of the library that
-/// `T` belongs to, and the table goes with it; a domain stands for the library that declares it.
+/// The table of `T`, built on first use. `Module` provides the module objects of the library that
+/// `T` belongs to, which frees the table; a domain stands for the library that declares it.
 template <class T, class Module = typename T::VisitationDomain>
 inline ClassMetaInfo const& classMetaInfo() {
     static ClassMetaInfo const* meta = nullptr;
@@ -216,7 +216,7 @@ inline ClassMetaInfo const& classMetaInfo() {
     return *meta;
 }
 
-/// `self` seen as the class `info`, or null: the body of every `cast`.
+/// `self` as the class `info`, or null: the body of every `cast`.
 template <class T, class Module = typename T::VisitationDomain>
 inline void* castTo(T const* self, ClassInfo const& info) {
     CastFunction const cast = findCast(classMetaInfo<T, Module>(), info);
@@ -234,8 +234,8 @@ inline MethodInfo visitMethod(T const* self, MethodTable const& table) {
 
 } // namespace CooperativeVisitor::internal
 
-/// `object` seen as interface class `T`, or null if it is null or not a `T`. Goes through the class
-/// tables, so it is right for classes that hold a base twice.
+/// `object` as interface class `T`, or null if it is null or not a `T`. Uses the class tables, so
+/// it also works for classes that inherit a base twice.
 template <class T, class From>
 T* castObject(From* object) {
     return object == nullptr

@@ -4,9 +4,9 @@
 
 namespace Zorvane::metamodel::types {
 
-/// This library, as long as it is loaded.
+/// This library while it is loaded.
 struct Module {
-    /// What ends with the library.
+    /// Objects that are deleted when the library is unloaded.
     static Tessel::ModuleObjectDeleter& moduleObjects();
 };
 

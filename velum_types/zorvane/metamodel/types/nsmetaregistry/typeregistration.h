@@ -2,12 +2,12 @@
 
 namespace Zorvane::metamodel::types::NSImplementation {
 
-/// Makes the package live in the meta-registry and then, outside of any transaction, enters every
-/// type that a model can hold in the kernel's registry of type infos: the value classes, and the
-/// iterators and sequences of all types. What raises leaves nothing behind.
+/// Creates the package in the meta-registry. Then, outside of any transaction, registers every type
+/// that a model can hold with the kernel: the value classes, and the iterators and sequences of all
+/// types. If anything raises, everything is undone.
 void registerTypes();
-/// The reverse, once the clipboard is empty; nothing happens to what is not there. What fails is
-/// logged: the library is ending.
+/// The reverse; empties the clipboard first and skips what isn't registered. Failures are logged,
+/// since the library is being unloaded.
 void unregisterTypes() noexcept;
 
 } // namespace Zorvane::metamodel::types::NSImplementation

@@ -10,15 +10,15 @@
 
 namespace QOB {
 
-/// What every state holds for its class object.
+/// The fields that every state of a class object has.
 struct ClassObjectFields {
     CountedPointer<NSInterface::ModelIntf> model;
     CountedPointer<NSInterface::ClassObjectIntf> container;
 };
 
-/// The operations of ClassObjectIntf on a state: plain access to ClassObjectFields, which `Leaf`
-/// has in a member `fields_`, and to the tables of sparse properties. An id belongs to the root
-/// object and never to a state.
+/// The operations of ClassObjectIntf on a state: plain access to the ClassObjectFields in the
+/// member `fields_` of `Leaf`, and to the tables of sparse properties. A state never has an id;
+/// only the root object does.
 template <class Leaf, class Base>
 class ClassObjectState : public Base {
     using Sparse = internal::SparseProperties;

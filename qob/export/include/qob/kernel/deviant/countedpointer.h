@@ -6,8 +6,8 @@
 
 namespace QOB {
 
-/// A reference as a state holds it: a counted pointer to an interface class, without a deviant.
-/// Stores before it releases, so that whatever the release sets off sees the new value.
+/// A reference as a field of a state: a counted pointer to an interface class, without a deviant.
+/// Stores before it releases, so that code triggered by the release sees the new value.
 template <class Intf>
 class CountedPointer {
 public:

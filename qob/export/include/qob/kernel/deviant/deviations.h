@@ -13,18 +13,18 @@ namespace internal {
 [[noreturn]] QOB_EXPORT void failOtherState();
 } // namespace internal
 
-/// What the type-independent half of Deviations needs of a state class.
+/// The operations on a state class that the type-independent half of Deviations needs.
 struct StateOperations {
     NSInterface::ObjectIntf* (*create)();
     NSInterface::ObjectIntf* (*copy)(NSInterface::ObjectIntf const* state);
     void (*destroy)(NSInterface::ObjectIntf* state);
 };
 
-/// All states of one object: the root's, and by way of the kernel one per branch that has written
-/// to it. A read in a branch without a state shows the root's baseline, the first write there
-/// copies it, so that no other deviant ever sees the write. Reading never allocates, and in the
-/// root needs no look-up. This half knows nothing of the state's type; it is also what the kernel
-/// itself reaches of an object (through ObjectIntf::cast).
+/// All states of one object: the root's, and, stored in the kernel's tables, one for each branch
+/// that has written to it. A read in a branch without a state shows the root's baseline; the first
+/// write there copies it, so that no other deviant ever sees the write. Reading never allocates,
+/// and in the root needs no look-up. This half doesn't know the state's type; the kernel itself
+/// uses it to access an object (through ObjectIntf::cast).
 class QOB_EXPORT DeviationsBase {
 public:
     using State = NSInterface::ObjectIntf*;
@@ -37,29 +37,29 @@ public:
 
     /// Raises if the model is dead or the deviant is gone.
     void checkAccess(Deviant deviant) const;
-    /// Raises for a deviant of another model too. What begins or ends states is called in the
-    /// object's own deviants only; reads and writes have effectiveDeviant().
+    /// Raises for a deviant of another model too. For operations that begin or end states, which
+    /// only work in the object's own deviants; reads and writes use effectiveDeviant().
     void requireOwn(Deviant deviant) const;
-    /// The deviant to use for `deviant`: one of another model stands for the object's root. Raises
-    /// if the object has no root deviant.
+    /// The deviant to use for `deviant`: for one of another model, the object's root. Raises if the
+    /// object has no root deviant.
     Deviant effectiveDeviant(Deviant deviant) const;
-    /// The state in the deviant as it stands: real, a marker, or null.
+    /// The state in the deviant: real, a marker, or null.
     State stateOf(Deviant deviant) const;
-    /// Stores a state; what stood there is forgotten, not freed.
+    /// Stores a state; the previous one is forgotten, not freed.
     void setStateOf(Deviant deviant, State state);
-    /// What deviants without a state of their own read: the root's state from before its open
-    /// transaction, else its present one.
+    /// The state that deviants without their own read: the root's state before its open
+    /// transaction, or its current one if none is open.
     State rootBaseline(Deviant deviant) const;
     /// What a read in the deviant would see: a state, a marker, or null.
     State seenIn(Deviant deviant) const;
-    /// Whether the object exists in the deviant; no deviant stands for another here.
+    /// Whether the object exists in the deviant. A deviant of another model is not replaced here.
     bool isValid(Deviant deviant) const;
 
 protected:
     DeviationsBase() noexcept = default;
     ~DeviationsBase() = default;
 
-    /// True if a read in `deviant` may take the root state without a look at anything else.
+    /// True if a read in `deviant` may use the root state without further checks.
     bool readsRootDirectly(Deviant deviant) const noexcept {
         return deviant == rootDeviant_ && isRealState(rootState_);
     }
@@ -69,7 +69,7 @@ protected:
     void saveOldStateOnce(Deviant deviant, State state, StateOperations const& operations);
     void commit(Deviant root, StateOperations const& operations);
 
-    /// The object itself; what the kernel looks its states up by.
+    /// The object itself, the key to its states in the kernel's tables.
     NSInterface::ClassObjectIntf* owner_ = nullptr;
     State rootState_ = nullptr;
     Deviant rootDeviant_;
@@ -82,9 +82,10 @@ private:
 
     static constexpr std::uint32_t NoSlot = 0x1FFF'FFFF;
 
-    /// Place in the object table of the model.
+    /// Index in the object table of the model.
     std::uint32_t slot_ : 29 = NoSlot;
-    /// Set once a branch holds something for the object: until then a read there skips the look-up.
+    /// Set once a branch has an entry for the object; until then, reads in branches skip the
+    /// look-up.
     std::uint32_t hasBranchState_ : 1 = 0;
     /// Set once the model's id index knows the object.
     std::uint32_t hasBoundId_ : 1 = 0;
@@ -108,8 +109,8 @@ public:
     static State untyped(StateType* state) noexcept {
         return static_cast<typename StateType::PrimaryBase*>(state);
     }
-    /// A state that is given from outside, as stateOf() gives it; markers stay what they are.
-    /// Raises for a state of another class.
+    /// A state passed from outside in the form of stateOf(); markers are unchanged. Raises for a
+    /// state of another class.
     static State requireOwnState(State state) {
         if (!isRealState(state)) {
             return state;
@@ -117,19 +118,19 @@ public:
         if (typeid(*state) != typeid(StateType)) {
             internal::failOtherState();
         }
-        // By way of the whole object: it may be given by its second part.
+        // Through the whole object: the pointer may be to its second base.
         return untyped(static_cast<StateType*>(dynamic_cast<void*>(state)));
     }
 
-    /// The state that a read in the deviant sees. Raises if there is none.
-    /// Not const: the same operations serve reading and writing; a reader keeps it const.
+    /// The state that a read in the deviant sees. Raises if there is none. Not const, because
+    /// reading and writing use the same operations; a reader treats it as const.
     QOB_ALWAYS_INLINE StateType* readState(Deviant deviant) const {
         return typed(readsRootDirectly(deviant) ? rootState_ : readStateSlow(deviant));
     }
 
-    /// The state that a write in the deviant changes: it exists from here on, and what stood there
-    /// before is saved if a transaction is open. Raises if the deviant can't be written.
-    /// Const, since an object's identity doesn't change when one of its states does.
+    /// The state that a write in the deviant changes. Creates it if needed, and saves the old state
+    /// if a transaction is open. Raises if the deviant can't be written. Const, since an object's
+    /// identity doesn't change when one of its states does.
     QOB_ALWAYS_INLINE StateType* writeState(Deviant deviant) const {
         return typed(readsRootDirectly(deviant) && deviant.isWritableWithoutChecks()
                          ? rootState_

@@ -13,23 +13,23 @@ namespace internal {
 
 /// The objects that `object` contains in the deviant, where it exists.
 using PartsOf = std::vector<ClassObject> (*)(DeviationsBase& object, Deviant deviant);
-/// Takes back the links of `object` to others.
+/// Removes the links of `object` to others.
 using CutLinks = void (*)(DeviationsBase& object, Deviant deviant);
 
 // The two phases of destruction: the bodies of internal_disconnect and internal_discard. A phase
-// goes through the parts first, and then the object. The parts don't recurse: called for one of
-// them, a phase only puts it on the stack of the walk that called, so that objects contain each
-// other to any depth, and in circles. What calls from elsewhere returns when everything is done.
+// handles the parts first, then the object. There is no recursion: a call for a part only pushes it
+// on the stack of the running walk, so that objects may be nested to any depth, and in cycles. The
+// outermost call returns when everything is done.
 
-/// First phase: when the second one begins, no link crosses the border of what is destroyed.
+/// First phase: afterwards no link leads into or out of the destroyed objects.
 QOB_EXPORT void disconnect(DeviationsBase& object, Deviant deviant, PartsOf parts, CutLinks cut);
 
-/// Second phase: takes the object out of its container (if `detach`) and out of the model's list of
+/// Second phase: removes the object from its container (if `detach`) and from the model's list of
 /// objects, and ends its state in the deviant.
 QOB_EXPORT void discard(DeviationsBase& object, Deviant deviant, bool detach, PartsOf parts);
 
-/// Puts the stereotypes that are applied to the object in the deviant at the end: what every object
-/// contains. Nothing for an object that doesn't exist there.
+/// Appends the stereotypes applied to the object in the deviant, which every object contains. Does
+/// nothing for an object that doesn't exist there.
 QOB_EXPORT void appendStereotypeInstances(NSInterface::ClassObjectIntf* object,
                                           Deviant deviant,
                                           std::vector<ClassObject>& contained);
@@ -37,9 +37,9 @@ QOB_EXPORT void appendStereotypeInstances(NSInterface::ClassObjectIntf* object,
 QOB_EXPORT void forgetOutliving(NSInterface::ClassObjectIntf* object) noexcept;
 } // namespace internal
 
-/// The object that lives once per model object, whatever the number of deviants: who it is (id,
-/// root deviant, reference count) and where its states are. `Intf` is its interface class,
-/// `StateType` the class of its states. A concrete class derives from it and names itself:
+/// The part of a model object that exists once, whatever the number of deviants: its identity (id,
+/// root deviant, reference count) and the place of its states. `Intf` is its interface class,
+/// `StateType` the class of its states. A concrete class derives from it and passes itself:
 ///
 ///     class XImpl final : public RootObject<XIntf, XDeviantImpl> { ... };
 ///
@@ -57,7 +57,7 @@ public:
     void decRef() const override { internal::releaseCounted(count(), counted()); }
     int numRef() const override { return count(); }
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override {
-        // First, and not in the class tables: those may be gone when the last models end.
+        // Checked first, and not in the class tables, which may be gone when the last models end.
         return info == CooperativeVisitor::internal::classInfo<DeviationsBase>()
                    ? const_cast<DeviationsBase*>(static_cast<DeviationsBase const*>(this))
                    : Intf::cast(info);
@@ -125,7 +125,7 @@ public:
         deviant_destroyState(old);
     }
     Deviant getRootDeviant() const override { return this->rootDeviant_; }
-    /// Objects have no text form to read back: the box of an invalid text, whatever is given.
+    /// Objects can't be read from text: always returns the box of an invalid text.
     ImmutableObject convertFromString(Deviant, String) override { return Object(String()); }
 
     bool hasObjectId(Deviant) const override { return true; }
@@ -139,8 +139,8 @@ public:
     /// The object as the kernel knows it.
     NSInterface::ClassObjectIntf* classObject() const noexcept { return this->owner_; }
 
-    /// Enters the object in the model that `deviant` belongs to. Once, right after construction.
-    /// Raises if the deviant is gone.
+    /// Adds the object to the model of `deviant`. Call it once, right after construction. Raises if
+    /// the deviant is gone.
     void enterModel(Deviant deviant) {
         this->checkAccess(deviant);
         this->rootDeviant_ = deviant.getRootDeviant();
@@ -178,7 +178,8 @@ protected:
         this->rootState_ = nullptr;
     }
 
-    /// The first state of a new object in the root deviant, in the defaults. Owned by the caller.
+    /// The first state of a new object in the root deviant, with default values. Owned by the
+    /// caller.
     static StateType* createRootDeviation(Deviant deviant, char const* implementationName) {
         if (!deviant.isRootDeviant()) {
             internal::failNoRootDeviant(implementationName);

@@ -7,24 +7,24 @@
 
 namespace QOB::internal {
 
-/// The sparse properties of one state: what ClassObjectState does with the tables. A property that
-/// a state doesn't have costs no look-up. Beside them, in the same way, the references of a state
-/// to objects of other models: wherever the state goes, by a copy, by undo, they go with it.
+/// Access to the sparse properties of one state, for ClassObjectState. A property that a state
+/// doesn't have costs no look-up. The references of a state to objects of other models are kept in
+/// the same way: they follow the state when it is copied or restored by undo.
 struct QOB_EXPORT SparseProperties {
     using State = NSInterface::ClassObjectIntf;
 
     static bool hasStereotypeInstances(State const* state) noexcept {
         return has(state, StereotypeInstances) && !isEmptyStereotypeEntry(state);
     }
-    /// What is there, for reading only: a state without an entry shows a common empty sequence.
+    /// For reading only: a state without an entry shows a common empty sequence.
     static Sequence<StereotypeObject> stereotypeInstances(State const* state, Deviant deviant);
-    /// For writing: makes the sequence if there is none.
+    /// For writing: creates the sequence if there is none.
     static Sequence<StereotypeObject> writableStereotypeInstances(State* state, Deviant deviant);
 
     static bool hasExternalId(State const* state) noexcept { return has(state, ExternalId); }
     /// Invalid if there is none.
     static String externalId(State const* state) noexcept;
-    /// An empty or invalid id is none.
+    /// An empty or invalid id removes it.
     static void setExternalId(State* state, String const& id);
 
     static bool hasToolInfos(State const* state) noexcept {
@@ -33,16 +33,16 @@ struct QOB_EXPORT SparseProperties {
     static Sequence<ExternalToolInfo> toolInfos(State const* state, Deviant deviant);
     static Sequence<ExternalToolInfo> writableToolInfos(State* state, Deviant deviant);
 
-    /// The state, one of `object`'s, refers to an object of another model from now on.
+    /// Records that the state, one of `object`'s, refers to an object of another model.
     static void addForeign(State* state, State const* object, NSInterface::ObjectIntf* value);
-    /// Takes one such reference back; nothing for a value that isn't there.
+    /// Removes one such record; does nothing if there is none.
     static void removeForeign(State* state, NSInterface::ObjectIntf const* value);
-    /// The root deviants of the other models in which an object exists that is referred to by what
-    /// the deviant shows; in order.
+    /// The root deviants of the other models that the states seen in the deviant refer to, in
+    /// order. An object that no longer exists doesn't count.
     static std::vector<Deviant> foreignModels(Deviant deviant);
 
     static void copy(State const& from, State& to);
-    /// Forgets the state in all tables, and only then lets go of what they held for it.
+    /// Removes the state from all tables, and only then releases its entries.
     static void drop(State& state) noexcept;
 
 private:

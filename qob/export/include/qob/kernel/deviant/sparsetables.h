@@ -9,8 +9,8 @@
 
 namespace QOB {
 
-/// Tables of the properties that few objects have, each by the state that it belongs to; see
-/// ClassObjectIntf. A sequence stands apart from its table, so that it stays where it is.
+/// Tables of the properties that few objects have, by state; see ClassObjectIntf. Sequences are
+/// allocated separately from their table, so that their addresses don't change.
 struct AppliedStereotypeInstanceTable
     : boost::unordered_flat_map<NSInterface::ClassObjectIntf const*,
                                 std::unique_ptr<MultiIndexImpl<StereotypeObject>>> {};

@@ -5,20 +5,20 @@
 
 namespace QOB {
 
-/// How a factory makes the objects of one class for who knows only its name.
+/// How a factory creates objects of one class for callers that know only its name.
 struct NamedCreator {
     char const* name;
     char const* dottedName;
     Object (*create)(Model const& model, Integer const& id);
 };
 
-/// A data type whose values a factory makes for who knows only its name.
+/// A data type whose values a factory creates for callers that know only its name.
 struct NamedValue {
     char const* name;
     char const* dottedName;
 };
 
-/// The `create` of a class: an object in the defaults, under the given id.
+/// The `create` of a class: an object with default values and the given id.
 template <class Handle>
 Object createAsObject(Model const& model, Integer const& id) {
     return Object(Handle::createWithId(model, id));

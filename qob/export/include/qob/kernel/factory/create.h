@@ -6,20 +6,20 @@
 namespace QOB {
 
 namespace internal {
-/// The deviant of a model's handle, for what acts on the model as a whole. Raises if the handle is
-/// empty, the model is dead or the deviant is gone.
+/// The deviant of a model's handle, for operations on the model as a whole. Raises if the handle is
+/// empty, the model has ended or the deviant is gone.
 QOB_EXPORT Deviant accessedDeviant(Model const& model);
-/// Takes a creation back that was refused half-way: in the deviant the object has never been, its
-/// id is free, and the open transaction has recorded nothing of it.
+/// Undoes a creation that failed half-way, as if the object had never been in the deviant: its id
+/// is free, and the open transaction has no record of it.
 QOB_EXPORT void revokeCreation(NSInterface::ClassObjectIntf* object, Deviant deviant);
 } // namespace internal
 
-/// Makes a new object of root-object class `Impl` in a model and returns the handle `Handle` on it,
-/// in the model handle's deviant: only there does the object exist. `initialize` gets the handle
-/// once the object has its first state, to set what its class requires, its name last.
+/// Creates an object of root-object class `Impl` in a model and returns a `Handle` to it in the
+/// model handle's deviant; the object exists only there. Calls `initialize` with the handle once
+/// the object has its first state, to set the values that its class requires, the name last.
 ///
-/// Raises, before anything is made, if the deviant can't be written. What refuses the id or a first
-/// value is passed on once no trace is left of the object.
+/// Raises, before anything is created, if the deviant can't be written. If the id or an initial
+/// value is refused, the creation is undone and the exception is passed on.
 template <class Handle, class Impl, class Initialize>
 Handle createObject(Model const& model, Integer const& id, Initialize const& initialize) {
     Deviant const deviant = internal::accessedDeviant(model);
@@ -28,7 +28,7 @@ Handle createObject(Model const& model, Integer const& id, Initialize const& ini
     CountedPointer<Impl> const keep(object);
     object->enterModel(deviant);
     deviant.markObjectCreated(object->classObject());
-    // The first state is not yet seen by anyone: its model is set without the ways of a write.
+    // Nothing sees the first state yet, so its model is set directly, not by a write.
     static_cast<typename Impl::PrimaryBase*>(object->internal_createDeviation(deviant))
         ->setModelQOB(deviant, model);
     Handle handle(object, deviant);
@@ -48,7 +48,7 @@ Handle createObject(Model const& model, Integer const& id) {
     return createObject<Handle, Impl>(model, id, [](Handle const&) {});
 }
 
-/// With an id that the model chooses.
+/// The same with an id that the model chooses.
 template <class Handle, class Impl, class Initialize>
 Handle createObject(Model const& model, Initialize const& initialize) {
     Deviant const deviant = internal::accessedDeviant(model);

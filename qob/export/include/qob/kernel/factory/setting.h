@@ -6,8 +6,8 @@
 
 namespace QOB {
 
-/// What createObject calls to give a new object its first values: the operations `Set...`, in this
-/// order, each with one value. The values are referred to, not kept: only for the length of a call.
+/// The initializer for createObject: calls the operations `Set...` in this order, each with one
+/// value. Refers to the values without copying them, so it must not outlive the call.
 template <auto... Set, class... Value>
 auto setting(Value const&... values) {
     static_assert(sizeof...(Set) == sizeof...(Value));

@@ -21,27 +21,27 @@ concept MutableHandle = AnyHandle<T> && requires(T const& handle) {
     { handle.get() } -> std::same_as<typename T::Interface*>;
 };
 
-/// A handle from which `To` can be made by asking the object; copies are not meant.
+/// A handle that converts to `To` by a cast of the object; `To` itself is excluded.
 template <class T, class To>
 concept ConvertibleHandle = AnyHandle<T> && !std::derived_from<T, To>;
 
 template <class T, class To>
 concept ConvertibleMutableHandle = MutableHandle<T> && ConvertibleHandle<T, To>;
 
-/// Whether every object that a handle of type `Handle` can hold is an `Intf`: the conversion can't
-/// come out empty, so it may be implicit.
+/// Whether every object that a `Handle` can refer to is an `Intf`. Such a conversion never gives an
+/// empty handle, so it may be implicit.
 template <class Handle, class Intf>
 inline constexpr bool extends = std::is_base_of_v<Intf, typename Handle::Interface>;
 
-/// A class below `Intf` that lies in the second part of some objects: no pointer to it is converted
-/// without asking the object.
+/// A subclass of `Intf` that is the second base of some objects, so that converting a pointer to it
+/// needs a cast of the object.
 template <class From, class Intf>
 concept BelowInSecondPart =
     MayBeSecondPart<From> && std::derived_from<From, Intf> && !std::same_as<From, Intf>;
 
-/// The object of a handle seen as interface class `Intf`; null if it isn't one. Asks the object
-/// only where the compiler can't tell: also for a class that holds the base twice, and for one that
-/// may lie in an object's second part.
+/// The object of a handle as interface class `Intf`; null if it isn't one. Casts the object at run
+/// time only where the compiler can't decide, which includes classes that inherit the base twice
+/// and classes that may be an object's second base.
 template <class Intf, AnyHandle Handle>
 auto pointerFrom(Handle const& handle) {
     using From = decltype(handle.get());

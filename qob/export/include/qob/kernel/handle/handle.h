@@ -2,11 +2,12 @@
 
 #include "qob/kernel/handle/conversion.h"
 
-/// What handle classes are made of. A handle class derives from one of the two, takes over its
+/// The bases of handle classes. A handle class derives from one of the two, inherits its
 /// constructors and adds the operations of its interface class.
 namespace QOB {
 
-/// Says of a pointer that its object is of the handle's class: it comes out of a state.
+/// Marks a pointer whose object is known to be of the handle's class, because it comes from a
+/// state.
 struct OfClass {};
 inline constexpr OfClass ofClass;
 
@@ -20,13 +21,14 @@ public:
     ReadHandle(From const* object, Deviant deviant)
         : RefBase<Intf*>(castObject<Intf>(object), deviant) {}
     ReadHandle(OfClass, Intf const* object, Deviant deviant) : RefBase<Intf*>(object, deviant) {}
-    /// The same object through a handle of another class. Implicit where it always is an `Intf`.
-    // Two constructors: g++ 12 forgets a conditional "explicit" when a constructor is taken over.
+    /// From a handle of another class to the same object. Implicit if the object is always an
+    /// `Intf`.
+    // Two constructors, because g++ 12 ignores a conditional "explicit" on inherited constructors.
     template <ConvertibleHandle<ReadHandle> Handle>
     requires(extends<Handle, Intf>)
         ReadHandle(Handle const& other) // NOLINT(*-explicit-constructor)
         : RefBase<Intf*>(pointerFrom<Intf>(other), other.getDeviant()) {}
-    /// Empty if the object is no `Intf`.
+    /// Empty if the object isn't an `Intf`.
     template <ConvertibleHandle<ReadHandle> Handle>
     requires(!extends<Handle, Intf>) explicit ReadHandle(Handle const& other)
         : RefBase<Intf*>(pointerFrom<Intf>(other), other.getDeviant()) {}

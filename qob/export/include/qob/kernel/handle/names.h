@@ -13,7 +13,7 @@ handleName(bool immutable, char const* immutableName, char const* mutableName) n
     return immutable ? immutableName : mutableName;
 }
 
-/// The dotted names of a metaclass's two handles, and how to ask for its identity.
+/// The dotted names of a metaclass's two handles, and the function that returns its identity.
 struct HandleNames {
     char const* immutableName;
     char const* mutableName;
@@ -25,7 +25,7 @@ using SequenceFamily = std::array<char const*, 8>;
 /// The same for a data type.
 using ValueSequenceFamily = std::array<char const*, 4>;
 
-/// Tells the visitors' registry both names of each class, in the order given.
+/// Registers both names of each class for visitors, in the order given.
 inline void bindHandleNames(std::span<HandleNames const> classes) {
     for (HandleNames const& each : classes) {
         CooperativeVisitor::internal::BindTagToName(each.immutableName, each.classInfo());

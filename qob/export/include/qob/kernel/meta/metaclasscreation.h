@@ -7,13 +7,13 @@
 
 #include <span>
 
-/// How a library makes its classes live elements of the meta-registry, complete with their
-/// properties, and takes them out again. All of it is to be called in a transaction there.
+/// How a library adds its classes, with their properties, to the meta-registry as live elements,
+/// and removes them again. Call all of these functions in a transaction on the meta-registry.
 namespace QOB {
 
-/// Makes a class in the package with its properties, each with all that it can have by itself, and
-/// enters every property in `meta` of its description. `comments` is ended by null and may be null.
-/// Raises QOB::Exception, with nothing made, if factory or package is empty.
+/// Creates a class in the package with its properties, without links to other classes, and stores
+/// each live property in the `meta` of its description. `comments` ends with null and may be null.
+/// Raises QOB::Exception, and creates nothing, if the factory or package is empty.
 QOB_EXPORT void staticCreateMetaClass(NSInterface::ClassIntf*& result,
                                       Factory const& factory,
                                       Package const& package,
@@ -22,13 +22,13 @@ QOB_EXPORT void staticCreateMetaClass(NSInterface::ClassIntf*& result,
                                       char const* name,
                                       char const* dottedName,
                                       bool isAbstract,
-                                      // The declaration is fixed as it stands.
+                                      // Other libraries rely on this exact declaration.
                                       // NOLINTNEXTLINE(readability-avoid-const-params-in-decls)
                                       char const** const comments);
 
-/// Gives the class and its properties what lies in other classes: supers, types, opposites, what
-/// they redefine and subset; and binds them to the functions of the record. What has not been
-/// created is left out.
+/// Links the class and its properties to other classes: supers, types, opposites, redefined and
+/// subsetted properties; and binds them to the functions of the record. Skips elements that have
+/// not been created.
 QOB_EXPORT void staticUpdateMeta(NSInterface::ClassIntf* meta,
                                  Factory const& factory,
                                  Package const& package,
@@ -39,14 +39,14 @@ QOB_EXPORT void staticUpdateMeta(NSInterface::ClassIntf* meta,
                                  IntrospectiveMethods const* methods);
 
 /// Destroys the class with its properties in the root deviant, and clears `meta` of each
-/// description. Nothing happens for null.
+/// description. Does nothing for null.
 QOB_EXPORT void staticDestroyMeta(NSInterface::ClassIntf* meta,
                                   MetaPropertyDescription** properties,
                                   unsigned count,
                                   char const* name,
                                   char const* dottedName);
 
-/// A property for the table of its class: its description, and the lists to enter there.
+/// An entry for the class's table of properties: the description, and the lists to store in it.
 struct MetaPropertyEntry {
     MetaPropertyDescription* description = nullptr;
     unsigned redefinedCount = 0;
@@ -61,30 +61,32 @@ struct MetaClassDescription {
     char const* dottedName = nullptr;
     IntrospectiveMethods* methods = nullptr; ///< its `properties` have room for all ids
     unsigned propertyCount = 0;
-    /// What is entered in `properties`, by id; null if all of it is there from the start.
+    /// The entries for `properties`, by id; null if the table is already complete.
     MetaPropertyEntry const* entries = nullptr;
     bool isAbstract = false;
     char const** comments = nullptr; ///< ended by null; may be null
 };
 
-/// The three above for a class as data. First fills the class's table of properties; the live class
-/// is entered in `meta` and, as a type, in the record. Nothing happens if there is one already.
+/// The three functions above for a class described as data. Fills the class's table of properties
+/// first, and stores the live class in `meta` and, as a type, in the record. Does nothing if the
+/// class is already live.
 QOB_EXPORT void createMetaClass(NSInterface::ClassIntf*& meta,
                                 MetaClassDescription const& description,
                                 Factory const& factory,
                                 Package const& package);
-/// Once: nothing happens if `updated` is set, which is set first, or if there is no live class.
+/// Sets `updated` and does its work only once. Does nothing if `updated` is set or there is no live
+/// class.
 QOB_EXPORT void updateMetaClass(bool& updated,
                                 NSInterface::ClassIntf* meta,
                                 MetaClassDescription const& description,
                                 Factory const& factory);
-/// Nothing happens if there is no live class.
+/// Does nothing if there is no live class.
 QOB_EXPORT void destroyMetaClass(NSInterface::ClassIntf*& meta,
                                  MetaClassDescription const& description);
 /// Clears every pointer to the live elements.
 QOB_EXPORT void forgetMetaClass(NSInterface::ClassIntf*& meta,
                                 MetaClassDescription const& description) noexcept;
-/// The same after a rollback has taken the elements: what is made next is to be updated again.
+/// The same after a rollback has removed the elements: a class created later is updated again.
 inline void rollBackMetaClass(bool& updated,
                               NSInterface::ClassIntf*& meta,
                               MetaClassDescription const& description) noexcept {
@@ -99,7 +101,7 @@ struct TagBinding {
     char const* tag = nullptr;
 };
 
-/// Applies tags in the order given; those of elements that don't exist are left out.
+/// Applies tags in the order given; skips elements that don't exist.
 QOB_EXPORT void applyTags(std::span<TagBinding const> tags);
 
 } // namespace QOB

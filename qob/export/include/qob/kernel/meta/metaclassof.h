@@ -5,7 +5,7 @@
 
 namespace QOB {
 
-/// The live class of a record, seen in the root deviant of the meta-registry; empty if it hasn't
+/// The live class of a record, seen in the root deviant of the meta-registry. Empty if it hasn't
 /// been created, and for the record of a data type.
 QOB_EXPORT ImmutableClass metaClassOf(IntrospectiveMethods const& methods);
 

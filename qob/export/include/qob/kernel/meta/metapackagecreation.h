@@ -7,11 +7,12 @@
 
 #include <span>
 
-/// How a library makes its package a live element of the meta-registry, with its data types and
-/// classes, and takes it out again. All of it is to be called in a transaction there.
+/// How a library adds its package, with its data types and classes, to the meta-registry as live
+/// elements, and removes it again. Call all of these functions in a transaction on the
+/// meta-registry.
 namespace QOB {
 
-/// A data type as constant data, and where its live element is noted: one of the two pointers.
+/// A data type as constant data, and one of two pointers to store its live element in.
 struct MetaDataTypeDescription {
     char const* name = nullptr;
     IntrospectiveMethods* methods = nullptr;
@@ -20,7 +21,7 @@ struct MetaDataTypeDescription {
     std::span<char const* const> literals; ///< of an enumeration
 };
 
-/// What a class has for its live element.
+/// The functions of a class for its live element.
 struct MetaClassFunctions {
     NSInterface::ClassIntf*& (*meta)() = nullptr;
     void (*create)(Factory, Package) = nullptr;
@@ -36,13 +37,13 @@ struct MetaPackageDescription {
     /// In order of creation.
     std::span<MetaDataTypeDescription const> dataTypes;
     std::span<MetaClassFunctions const> classes;
-    /// The classes in the order of the package's table, in which they are destroyed.
+    /// The classes in the order of the package's table; they are destroyed in this order.
     std::span<MetaClassFunctions const> table;
     std::span<TagBinding const> tags;
 };
 
-/// Makes the package within the one that `parent` gives unless it exists, completes it in any case,
-/// and returns the pointer to it.
+/// Creates the package inside the one that `parent` returns unless it exists, completes it in any
+/// case, and returns the pointer to it.
 QOB_EXPORT NSInterface::PackageIntf*& initializeMetaPackage(NSInterface::PackageIntf*& package,
                                                             MetaPackageDescription const&,
                                                             NSInterface::PackageIntf*& (*parent)());
@@ -50,24 +51,25 @@ QOB_EXPORT NSInterface::PackageIntf*& initializeMetaPackage(NSInterface::Package
 QOB_EXPORT void terminateMetaPackage(NSInterface::PackageIntf*& package,
                                      MetaPackageDescription const&);
 
-/// Makes the package, its data types and classes, within `parent`, or directly in the meta-registry
-/// if that is empty. Nothing happens if the package exists. What raises QOB::Exception leaves no
-/// pointer behind; the caller's transaction takes the elements back.
+/// Creates the package with its data types and classes inside `parent`, or directly in the
+/// meta-registry if `parent` is empty. Does nothing if the package exists. If it raises
+/// QOB::Exception, the pointers are cleared; rolling back the elements is up to the caller's
+/// transaction.
 QOB_EXPORT void createMetaPackage(NSInterface::PackageIntf*& package,
                                   MetaPackageDescription const&,
                                   Factory const& factory,
                                   Package const& parent);
-/// Gives each class, once, what lies in others, and applies all tags.
+/// Links each class to the others, once, and applies all tags.
 QOB_EXPORT void updateMetaPackage(NSInterface::PackageIntf* package,
                                   MetaPackageDescription const&,
                                   Factory const& factory);
-/// Destroys the package with all it contains, as seen in the deviant of `in`, and clears every
-/// pointer. Nothing happens if there is none.
+/// Destroys the package and its contents, as seen in the deviant of `in`, and clears every pointer.
+/// Does nothing if there is none.
 QOB_EXPORT void destroyMetaPackage(NSInterface::PackageIntf*& package,
                                    MetaPackageDescription const&,
                                    Factory const& factory,
                                    Package const& in);
-/// Clears every pointer to live elements, which a rollback has taken already.
+/// Clears every pointer to live elements after a rollback has removed them.
 QOB_EXPORT void forgetMetaPackage(NSInterface::PackageIntf*& package,
                                   MetaPackageDescription const&) noexcept;
 

@@ -5,11 +5,11 @@
 
 /// The bodies of an interface class's operations, one header per shape of property. They run on the
 /// root object, select the state for a deviant and call the same operation on the state, which
-/// touches the field. Operations are named by pointers to virtual members: the calls go through the
-/// tables as if written by hand.
+/// accesses the field. Operations are passed as pointers to virtual members, so the calls are
+/// virtual calls as if written by hand.
 namespace QOB::property {
 
-/// Raises for null, which a state answers when it is asked for a state.
+/// Raises for null, which a state returns when asked for a state.
 inline void requireState(void const* state) {
     QOB_REQUIRE_IN("qob/export/include/qob/kernel/property/access.h",
                    state != nullptr,
@@ -17,7 +17,7 @@ inline void requireState(void const* state) {
 }
 
 /// The state that a read of `object` in the deviant sees, as the class that declares the property.
-/// Raises if `object` is a state itself: a state doesn't have this operation.
+/// Raises if `object` is itself a state, which doesn't have this operation.
 template <class Intf>
 Intf const* readState(Intf const* object, Deviant deviant) {
     Intf const* const state = object->getReadDeviantI(deviant, object);
@@ -33,8 +33,8 @@ Intf* writeState(Intf* object, Deviant deviant) {
     return state;
 }
 
-/// The deviant that a call on a root object acts on: one of another model stands for the object's
-/// root. What the kernel records of a write is recorded there.
+/// The deviant that a call on a root object acts on: for one of another model, the object's root.
+/// The kernel records writes there.
 template <class Intf>
 Deviant ownDeviant(Intf const* object, Deviant deviant) {
     return deviant.inModelOf(object->getRootDeviant());
@@ -46,7 +46,7 @@ bool isState(Intf const* object) {
     return !object->getRootDeviant().isNotNull();
 }
 
-/// A getter or a has of any shape.
+/// A getter or a `has` of any shape.
 template <auto Get, class Intf>
 auto get(Intf const* object, Deviant deviant) {
     return (readState(object, deviant)->*Get)(deviant);

@@ -7,10 +7,10 @@
 #include "qob/qob/nsinterface/objectintf.h"
 #include "qob/qob/visitor.h"
 
-/// Bringing an object to the values of another state, property by property: the parts of
+/// Assigning the values of another state to an object, property by property: the parts of
 /// ObjectIntf::internal_deviationAssign. On a root object each assignment is a full set, on a state
-/// a plain copy. Properties don't depend on each other: one that raises QOB::Exception keeps what
-/// it had, and the next is tried.
+/// a plain copy. Properties are independent: if one raises QOB::Exception, it keeps its value and
+/// the next one is tried.
 namespace QOB::property {
 
 /// A value that is always there.
@@ -23,7 +23,7 @@ struct AssignMandatory {
             return;
         }
         if (isInvalidArgument(value) && !isState(target)) {
-            // A set would take it for a removal, which does nothing.
+            // A set would treat it as a removal, which does nothing.
             (writeState(target, deviant)->*Set)(deviant, value);
         } else {
             (target->*Set)(deviant, value);
@@ -49,8 +49,8 @@ void assignEach([[maybe_unused]] Intf* target,
     (assignOne<Rule>(target, deviant, source, sourceDeviant), ...);
 }
 
-/// What a class and its bases assign of their own properties, in this order. Raises, with nothing
-/// assigned, if the source is of another class.
+/// Assigns the properties of a class and its bases, in this order. Raises, and assigns nothing, if
+/// the source is of another class.
 template <class Intf, class... Declaring>
 void assignBlocks(Intf* target,
                   Deviant deviant,

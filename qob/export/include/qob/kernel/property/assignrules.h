@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// How one property of an object is brought to what another state holds; see assign.h.
+/// How one property of an object is assigned from another state; see assign.h.
 namespace QOB::property {
 
 template <auto Has, auto Get, auto Set, auto Remove>
@@ -26,7 +26,7 @@ struct AssignOptional {
     }
 };
 
-/// A reference, shown in the target's deviant; none if its value doesn't exist there. `Set` and
+/// A reference, seen in the target's deviant; removed if its value doesn't exist there. `Set` and
 /// `Remove` write this property and its other end, and no other property.
 template <auto Has, auto Get, auto Set, auto Remove>
 struct AssignReference {
@@ -46,10 +46,11 @@ struct AssignReference {
 
 namespace internal {
 
-/// The target's end to write: with upkeep on a root object, the container of a state.
+/// The sequence to write: on a root object the view that updates the other end, on a state the
+/// container.
 template <auto GetMany, auto GetOnlyMany, class Intf>
 auto assigned(Intf* target, Deviant deviant) {
-    // Of some classes the two are one: NOLINTNEXTLINE(bugprone-branch-clone)
+    // The two are the same for some classes: NOLINTNEXTLINE(bugprone-branch-clone)
     return isState(target) ? (target->*GetOnlyMany)(deviant) : (target->*GetMany)(deviant);
 }
 
@@ -68,7 +69,8 @@ struct AssignValues {
 };
 
 /// A sequence of objects: those that exist in the target's deviant, in the source's order. A state
-/// takes over all. On a root object only what comes and what goes is told its other end.
+/// copies all of them. On a root object the other end is updated only for added and removed
+/// elements.
 template <auto GetMany, auto GetOnlyMany = GetMany>
 struct AssignObjects {
     template <class Intf>

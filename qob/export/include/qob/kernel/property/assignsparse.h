@@ -2,11 +2,11 @@
 
 #include "qob/kernel/property/assignrules.h"
 
-/// How a sequence that few objects have is brought to what another state holds; see assign.h.
+/// How a sequence that few objects have is assigned from another state; see assign.h.
 namespace QOB::property {
 
-/// A sequence without an entry for most states. Nothing is made where neither side has elements.
-/// `Assign` is called with elements in the source.
+/// A sequence without an entry for most states. Creates nothing if neither side has elements.
+/// `Assign` is only called if the source has elements.
 template <auto Has, auto GetMany, auto GetOnlyMany, class Assign>
 struct AssignSparse {
     template <class Intf>
@@ -20,7 +20,7 @@ struct AssignSparse {
     }
 };
 
-/// Objects: those that exist in the target's deviant.
+/// A sequence of objects: those that exist in the target's deviant.
 template <auto Has, auto GetMany, auto GetOnlyMany>
 using AssignSparseSequence =
     AssignSparse<Has, GetMany, GetOnlyMany, AssignObjects<GetMany, GetOnlyMany>>;

@@ -4,11 +4,11 @@
 #include "qob/qob/nsinterface/classobjectintf.h"
 #include "qob/qob/object.h"
 
-/// The container of an object, for rules that keep it in step with what the container holds.
+/// The container of an object, for rules that keep it consistent with the container's contents.
 namespace QOB::property {
 
-/// Writes the container and nothing else: whoever calls it has taken the object out of what
-/// contained it before.
+/// Writes the container and nothing else: the caller has already removed the object from its
+/// previous container.
 inline void setContainerAlone(NSInterface::ClassObjectIntf* object,
                               Deviant deviant,
                               ClassObject const& container) {
@@ -21,8 +21,8 @@ inline void setContainerAlone(NSInterface::ClassObjectIntf* object,
         ClassObjectIntf::ContainerQOBId);
 }
 
-/// How the container is brought to what another state holds; see assign.h. On a root object the
-/// container holds the object afterwards, by the property by which the source's container does.
+/// How the container is assigned from another state; see assign.h. On a root object the object is
+/// also added to the container, to the property that contains it in the source.
 struct AssignContainer {
     QOB_EXPORT static void assign(NSInterface::ClassObjectIntf* target,
                                   Deviant deviant,
@@ -30,14 +30,14 @@ struct AssignContainer {
                                   Deviant sourceDeviant);
 };
 
-/// Takes the object out of every property by which `container` contains it. The object's own end
-/// is left to the caller.
+/// Removes the object from every property by which `container` contains it. The caller updates the
+/// object's own end.
 QOB_EXPORT void
 leaveContainer(NSInterface::ClassObjectIntf* object, Deviant deviant, ClassObject const& container);
 
-/// Puts the object into the first list of `container`, in the order of the properties of its class,
-/// that takes it in: both ends are written. Raises, before anything changes, if there is no such
-/// list; a property that owns a single object is left to those who set it.
+/// Adds the object to the first list of `container`, in the order of its class's properties, that
+/// accepts it, and writes both ends. Raises, before anything changes, if there is no such list.
+/// Properties that own a single object are not considered.
 QOB_EXPORT void
 joinContainer(NSInterface::ClassObjectIntf* object, Deviant deviant, ClassObject const& container);
 

@@ -11,12 +11,12 @@
 #include <utility>
 #include <vector>
 
-/// What an object contains and what it is linked to, as lists of properties: they make the views of
-/// contained objects and the first phase of destruction. `Impl` is the root object, `State` its
+/// The contents and the links of an object, as lists of properties, from which the views of
+/// contained objects and the phases of destruction are made. `Impl` is the root object, `State` its
 /// state in one deviant; a getter on the state reads the field.
 namespace QOB::property {
 
-/// The instances of stereotypes that are applied to the object.
+/// The stereotypes applied to the object.
 struct OwnsStereotypes {
     template <class Impl>
     static void collect(Impl* object, Deviant deviant, std::vector<ClassObject>& found) {
@@ -89,7 +89,7 @@ struct OwnsOne {
     }
 };
 
-/// The properties by which an object contains others, as one.
+/// All properties by which an object contains others.
 template <class... Part>
 struct Parts {
     template <class Impl>
@@ -100,7 +100,7 @@ struct Parts {
         return found;
     }
 
-    /// All contained objects, part after part; writes of a part keep its other end in step.
+    /// All contained objects, property by property; writes update the other end.
     template <class Element, class Impl>
     static Sequence<Element> view([[maybe_unused]] Impl* object, Deviant deviant) {
         return joined<Element>(deviant, Part::view(object, deviant)...);
@@ -127,7 +127,7 @@ private:
     }
 };
 
-/// A reference without an other end: only the kernel's record of it is taken back.
+/// A reference without an other end: only the kernel's record of it is removed.
 template <IntrospectiveMethods const& Methods, unsigned Id, auto Get>
 struct RefersToOne {
     template <class Impl, class State>
@@ -150,7 +150,7 @@ struct RefersToMany {
     }
 };
 
-/// A reference whose value holds the object at the other end `End`.
+/// A reference whose value refers back to the object by the other end `End`.
 template <IntrospectiveMethods const& Methods, unsigned Id, auto Get, auto Set, class End>
 struct LinkedToOne {
     template <class Impl, class State>
@@ -164,7 +164,7 @@ struct LinkedToOne {
     }
 };
 
-/// A collection whose elements refer to the object, which they stop doing by `RemoveOnly`.
+/// A collection whose elements refer to the object; `RemoveOnly` removes that reference.
 template <auto GetMany, auto RemoveOnly>
 struct LinkedToMany {
     template <class Impl, class State>
@@ -206,7 +206,7 @@ void disconnect(Impl* object, Deviant deviant) {
         });
 }
 
-/// Second phase: what is contained goes, and then the object.
+/// Second phase of destruction: the contents end first, then the object.
 template <class Contained, class Impl>
 void discard(Impl* object, Deviant deviant, bool detach) {
     QOB::internal::discard(*object, deviant, detach, [](DeviationsBase& self, Deviant d) {

@@ -3,11 +3,11 @@
 #include "qob/kernel/property/access.h"
 #include "qob/kernel/property/mandatoryvalue.h"
 
-/// A value that may be absent and has a default to fall back to: the value and a flag in the state.
-/// A removal clears the flag and brings back the property's default.
+/// An optional value with a default: the value and a flag in the state. A removal clears the flag
+/// and restores the property's default.
 namespace QOB::property {
 
-/// A removal of what isn't there touches nothing.
+/// Removing an absent value does nothing.
 template <auto Has, auto Remove, class Intf>
 void removeFlagged(Intf* object, Deviant deviant) {
     if ((readState(object, deviant)->*Has)(deviant)) {
@@ -15,8 +15,8 @@ void removeFlagged(Intf* object, Deviant deviant) {
     }
 }
 
-/// A value class takes every value, also one that isn't valid. A value that is there already
-/// touches nothing.
+/// For value classes, which accept every value, even an invalid one. Setting the current value does
+/// nothing.
 template <auto Has, auto Get, auto Set, class Intf, class Value>
 void setFlaggedUnchecked(Intf* object, Deviant deviant, Value const& value) {
     Intf const* const state = readState(object, deviant);
@@ -26,7 +26,7 @@ void setFlaggedUnchecked(Intf* object, Deviant deviant, Value const& value) {
     (writeState(object, deviant)->*Set)(deviant, value);
 }
 
-/// An invalid value is a removal.
+/// An invalid value removes the property.
 template <auto Has, auto Get, auto Set, auto Remove, class Intf, class Value>
 void setFlagged(Intf* object, Deviant deviant, Value const& value) {
     if (isInvalidArgument(value)) {
@@ -36,7 +36,7 @@ void setFlagged(Intf* object, Deviant deviant, Value const& value) {
     setFlaggedUnchecked<Has, Get, Set>(object, deviant, value);
 }
 
-/// The two on a state: both fields at once.
+/// Value and flag on a state: writes both fields at once.
 template <class Value>
 void storeFlagged(Value& field, bool& has, Value const& value) {
     field = value;

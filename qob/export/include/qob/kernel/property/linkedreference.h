@@ -3,13 +3,12 @@
 #include "qob/kernel/property/otherend.h"
 #include "qob/kernel/property/twoended.h"
 
-/// A reference whose value knows who refers to it: `End` is the other end (otherend.h). The plain
-/// forms keep both ends in step; the other end calls the forms with "only", so that the two don't
-/// call each other for ever.
+/// A reference with another end, `End` (otherend.h). The plain forms update both ends; the other
+/// end calls the forms with "only", so that the two don't call each other for ever.
 namespace QOB::property {
 
-/// Order: the old value loses this object, the kernel is told, the field changes, and only then the
-/// new value gains this object. An empty value is a removal.
+/// In this order: unlink the old value, inform the kernel, change the field, link the new value. An
+/// empty value removes the reference.
 template <auto Get, auto SetOnly, auto Remove, class End, class Intf, class Handle>
 void setLinked(Intf* object,
                Deviant deviant,
@@ -20,7 +19,7 @@ void setLinked(Intf* object,
         object, deviant, value, methods, id, [] {}, [&] { End::add(value, deviant, object); });
 }
 
-/// Cuts the link to the old value at both ends; what the new value holds is left to the caller.
+/// Removes the link to the old value at both ends; the caller updates the new value's end.
 template <auto Get, auto Set, class End, class Intf, class Handle>
 void setOnlyLinked(Intf* object,
                    Deviant deviant,

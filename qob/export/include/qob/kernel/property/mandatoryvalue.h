@@ -2,7 +2,7 @@
 
 #include "qob/kernel/property/access.h"
 
-/// A value that is always there: `has` is true without a look, `remove` does nothing.
+/// A value that is always there: `has` is always true, `remove` does nothing.
 namespace QOB::property {
 
 template <class Value>
@@ -14,9 +14,8 @@ bool isInvalidArgument(Value const& value) {
     }
 }
 
-/// Where a set finds and puts the value: by the operations of the interface class, from wherever it
-/// is called. Reads through the root object's own getter, which is one call where the class has it
-/// close by.
+/// How a set reads and writes the value: by the operations of the interface class. The read uses
+/// the root object's own getter, which is a single call if the class overrides it.
 template <auto Get, auto Set>
 struct ByOperations {
     template <class Intf>
@@ -42,9 +41,8 @@ struct InField {
     }
 };
 
-/// A set for a value class, which takes every value, also one that isn't valid. It compares first:
-/// a value that is there already touches nothing, so it neither makes a state nor saves one for
-/// undo.
+/// A set for a value class, which accepts every value, even an invalid one. Compares first: setting
+/// the current value does nothing, so it neither creates a state nor saves one for undo.
 template <class Place, class Object, class Value>
 void setMandatoryUnchecked(Object* object, Deviant deviant, Value const& value) {
     if (!(Place::get(object, deviant) == value)) {
@@ -52,7 +50,8 @@ void setMandatoryUnchecked(Object* object, Deviant deviant, Value const& value) 
     }
 }
 
-/// The same for the kernel's values: an invalid one would be a removal, which does nothing either.
+/// The same for the kernel's values: an invalid value is ignored, since it stands for a removal,
+/// which does nothing here.
 template <class Place, class Object, class Value>
 void setMandatory(Object* object, Deviant deviant, Value const& value) {
     if (!isInvalidArgument(value)) {

@@ -5,10 +5,11 @@
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
 #include "qob/qob/reflection.h"
 
-/// A property that holds any number of values: what its getters on a root object hand out.
+/// A multi-valued property: the sequences that its getters on a root object return.
 namespace QOB::property {
 
-/// What the kernel knows an object by: a class may hold its base twice, and only the first counts.
+/// The pointer by which the kernel knows an object: a class may inherit its base twice, and the
+/// first one counts.
 template <class Intf>
 NSInterface::ObjectIntf* kernelObject(Intf const* object) {
     if constexpr (std::is_convertible_v<Intf const*, NSInterface::ObjectIntf const*>) {
@@ -18,14 +19,14 @@ NSInterface::ObjectIntf* kernelObject(Intf const* object) {
     }
 }
 
-/// One end, in whatever deviant the handle shows.
+/// One end, in the deviant of the handle.
 template <class Element, class Intf>
 Sequence<Element>
 elements(Intf const* object, Deviant deviant, IntrospectiveMethods const& methods, unsigned id) {
     return {new GenericDeviantSequence(kernelObject(object), deviant, &methods, id), deviant};
 }
 
-/// One end, whose writes keep the single-valued other end in step: the property `oppositeId` of the
+/// One end, whose writes also update the single-valued other end: the property `oppositeId` of the
 /// elements.
 template <class Element, class Intf>
 Sequence<Element> elementsWithOwner(Intf const* object,
@@ -43,8 +44,8 @@ Sequence<Element> elementsWithOwner(Intf const* object,
             deviant};
 }
 
-/// What a class has for a property that only shows others, before a subclass says which. Refuses
-/// writes, as the combination of several does.
+/// The value of a property that only combines others, in a class that doesn't say which ones.
+/// Refuses writes, as a combination does.
 template <class Element>
 Sequence<Element> noElements(Deviant deviant) {
     return SequenceCombination<Element>(deviant, 0);

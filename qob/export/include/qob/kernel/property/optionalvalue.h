@@ -2,10 +2,10 @@
 
 #include "qob/kernel/property/mandatoryvalue.h"
 
-/// A value that may be absent: an invalid one in the state.
+/// An optional value, stored as an invalid value in the state if it is absent.
 namespace QOB::property {
 
-/// An invalid value is a removal.
+/// An invalid value removes the property.
 template <auto Get, auto Set, auto Remove, class Intf, class Value>
 void setOptional(Intf* object, Deviant deviant, Value const& value) {
     if (isInvalidArgument(value)) {
@@ -15,7 +15,7 @@ void setOptional(Intf* object, Deviant deviant, Value const& value) {
     setMandatory<Get, Set>(object, deviant, value);
 }
 
-/// A removal of what isn't there touches nothing.
+/// Removing an absent value does nothing.
 template <auto Has, auto Remove, class Intf>
 void removeOptional(Intf* object, Deviant deviant) {
     if ((readState(object, deviant)->*Has)(deviant)) {

@@ -4,24 +4,24 @@
 #include "qob/kernel/property/access.h"
 #include "qob/qob/object.h"
 
-/// The other end of an association, as a rule reaches it when it keeps the two in step. The ends
-/// are written on the states, without a view, and without telling the first end again.
+/// The other end of an association, for rules that update both ends. The other end is written
+/// directly on its state, without a view and without calling the first end again.
 namespace QOB::property {
 
-/// Raises if the elements of `container` are of a narrower class than the object's.
+/// Raises if `container` only accepts a narrower class than the object's.
 QOB_EXPORT void requireElement(Generic::SequenceRef const& elements,
                                ClassObject const& object,
                                ClassObject const& container);
 
-/// An end that holds many: `GetMany` shows its elements, `GetOnlyMany` on a state its container.
+/// A multi-valued end: `GetMany` returns its elements, `GetOnlyMany` on a state its container.
 template <auto GetMany, auto GetOnlyMany>
 struct ManyAtOtherEnd {
-    /// Raises if `other` is of a class that doesn't take the object in.
+    /// Raises if the class of `other` doesn't accept the object.
     template <class Other, class Intf>
     static void requireRoom(Other const& other, Deviant deviant, Intf* object) {
         requireElement(elements(other, deviant), elementOf<Other>(object, deviant), other);
     }
-    /// A repetition touches nothing.
+    /// Does nothing if the object is already there.
     template <class Other, class Intf>
     static void add(Other const& other, Deviant deviant, Intf* object) {
         auto const element = elementOf<Other>(object, deviant);
@@ -54,8 +54,8 @@ private:
     }
 };
 
-/// The same through the other end's view: for an end whose operation `GetOnlyMany` is no plain
-/// access to a container of the state.
+/// The same through the other end's view: for an end whose operation `GetOnlyMany` doesn't simply
+/// return a container of the state.
 template <auto GetOnlyMany>
 struct ViewAtOtherEnd {
     template <class Other, class Intf>

@@ -4,10 +4,10 @@
 #include "qob/kernel/property/container.h"
 #include "qob/kernel/property/twoended.h"
 
-/// A single object that another owns: a reference in the owner, and the owner as its container.
+/// A single owned object: a reference in the owner, with the owner as the object's container.
 namespace QOB::property {
 
-/// Takes the object as the container of a value that is no longer owned.
+/// Removes the object as the container of a value that it no longer owns.
 template <class Intf, class Handle>
 void releaseOwned(Intf* object, Deviant deviant, Handle const& value) {
     ClassObject const container = value->getContainerQOB(deviant);
@@ -16,8 +16,8 @@ void releaseOwned(Intf* object, Deviant deviant, Handle const& value) {
     }
 }
 
-/// An empty value is a removal. The value leaves what contained it before, also another property of
-/// the same object.
+/// An empty value removes the property. The new value leaves its previous container, which may be
+/// another property of the same object.
 template <auto Get, auto SetOnly, auto Remove, class Intf, class Handle>
 void setOwnedValue(Intf* object,
                    Deviant deviant,
@@ -36,7 +36,7 @@ void setOwnedValue(Intf* object,
     });
 }
 
-/// Lets go of the old value; the container of the new one is left to the caller.
+/// Releases the old value; the caller updates the container of the new one.
 template <auto Get, auto Set, class Intf, class Handle>
 void setOnlyOwnedValue(Intf* object,
                        Deviant deviant,

@@ -4,12 +4,13 @@
 #include "qob/kernel/property/otherend.h"
 #include "qob/kernel/upcast.h"
 
-/// The owner of an owned collection, seen from what is owned: it has no field of its own, it is the
-/// container, where that is of the owner's class. `End` is the owner's collection (otherend.h).
+/// The owner of a collection, seen from an owned object. It has no field of its own: it is the
+/// object's container, if that is of the owner's class. `End` is the owner's collection
+/// (otherend.h).
 namespace QOB::property {
 
-/// An owner whose collection is only a view of other properties: what is in it comes and leaves by
-/// one of those, with the container.
+/// For an owner whose collection is only a view of other properties: objects are added to and
+/// removed from one of those, together with the container.
 struct DerivedOtherEnd {};
 
 /// Works on a state as on the root object.
@@ -18,8 +19,8 @@ Owner getOwner(Intf const* object, Deviant deviant) {
     return Owner(object->getContainerQOB(deviant));
 }
 
-/// Both ends; an empty owner is a removal, the present one changes nothing. Raises, before anything
-/// changes, if the owner has no list for the object.
+/// Sets both ends. An empty owner removes the property; the current one changes nothing. Raises,
+/// before anything changes, if the owner has no list for the object.
 template <class End, auto SetOnly, class Owner, class Intf>
 void setOwner(Intf* object,
               Deviant deviant,
@@ -42,7 +43,7 @@ void setOwner(Intf* object,
     }
 }
 
-/// Cuts the link to the old owner at both ends; what the new owner has is left to the caller.
+/// Removes the link to the old owner at both ends; the caller updates the new owner's end.
 template <class End, auto Remove, class Owner, class Intf>
 void setOnlyOwner(Intf* object,
                   Deviant deviant,
@@ -81,7 +82,8 @@ void removeOwner(Intf* object, Deviant deviant) {
     object->removeContainerQOB(deviant);
 }
 
-// The same with the owner's operation that gives its end without upkeep, in the place of `End`.
+// The same with the owner's operation that returns its end without association upkeep, instead of
+// `End`.
 
 template <auto Elements, auto SetOnly, class Owner, class Intf>
 void setOwner(Intf* object,

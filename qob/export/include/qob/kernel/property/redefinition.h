@@ -2,12 +2,12 @@
 
 #include "qob/kernel/property/reference.h"
 
-/// A property that a subclass narrows: the base's operations hand on to the subclass's, under which
-/// the one value is stored.
+/// A property that a subclass narrows: the base's operations forward to those of the subclass,
+/// which stores the single value.
 namespace QOB::property {
 
-/// A set of an end that is narrowed. What is no object of the narrower class arrives as an empty
-/// handle, which is a removal; an object of another model is refused as what it is.
+/// A set of a narrowed end. An object that isn't of the narrower class becomes an empty handle,
+/// which removes the property; an object of another model is refused.
 template <class Narrow, auto Set, class Intf, class Wide>
 void setNarrowed(Intf* object,
                  Deviant deviant,

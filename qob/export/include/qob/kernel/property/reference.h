@@ -8,15 +8,15 @@
 /// A reference without an opposite end: one counted pointer in the state.
 namespace QOB::property {
 
-/// A reference in `state`, one of `object`'s, goes from one value to another; either may be null.
-/// Values of the object's own model are of no interest.
+/// Records that a reference in `state`, one of `object`'s, changes from one value to another;
+/// either may be null. Ignores values of the object's own model.
 QOB_EXPORT void exchangeForeign(NSInterface::ClassObjectIntf const* object,
                                 NSInterface::ClassObjectIntf* state,
                                 NSInterface::ObjectIntf const* old,
                                 NSInterface::ObjectIntf* value);
 
-/// Raises if the value lies in another model than the object; for properties that have an opposite
-/// or own their value. Returns whether there is a value at all.
+/// Raises if the value belongs to another model than the object; for properties that have an
+/// opposite or own their value. Returns whether there is a value.
 template <class Intf, class Handle>
 bool requireSameModel(Intf const* object,
                       Deviant deviant,
@@ -32,15 +32,15 @@ bool requireSameModel(Intf const* object,
     return isThere;
 }
 
-/// On a root object a reference is there if its value exists in the deviant; a state only tells
-/// whether it holds one.
+/// On a root object a reference is present if its value exists in the deviant; a state only says
+/// whether its field is set.
 template <auto Has, auto Get, class Intf>
 bool hasReference(Intf const* object, Deviant deviant) {
     Intf const* const state = readState(object, deviant);
     return (state->*Has)(deviant) && (state->*Get)(deviant).isValid();
 }
 
-/// Tells the kernel that a reference in a state of the object changes.
+/// Informs the kernel that a reference in a state of the object changes.
 template <class Intf, class Old, class Handle>
 void tellReferred(Intf* object,
                   Intf* state,
@@ -52,7 +52,7 @@ void tellReferred(Intf* object,
     Deviant const own = ownDeviant(object, deviant);
     own.removeReferred(old.getDeviant(), &methods, id);
     own.setOrAddReferred(value.getDeviant(), &methods, id);
-    // What lies in the same model is seen in the same deviant.
+    // Objects of the same model are seen in the same deviant.
     if ((old.get() != nullptr && old.getDeviant() != own) ||
         (value.get() != nullptr && value.getDeviant() != own)) {
         using NSInterface::ClassObjectIntf;
@@ -63,7 +63,7 @@ void tellReferred(Intf* object,
     }
 }
 
-/// Nothing happens if there is none.
+/// Does nothing if there is none.
 template <auto Get, auto Set, class Intf>
 void removeOnlyReference(Intf* object,
                          Deviant deviant,
@@ -79,7 +79,7 @@ void removeOnlyReference(Intf* object,
     (state->*Set)(deviant, none);
 }
 
-/// Sets a value that is there. Nothing happens if it is the present one.
+/// Sets a non-empty value. Does nothing if it is the current one.
 template <auto Get, auto Set, class Intf, class Handle>
 void storeReference(Intf* object,
                     Deviant deviant,
@@ -95,7 +95,7 @@ void storeReference(Intf* object,
     (state->*Set)(deviant, value);
 }
 
-/// An invalid value is a removal.
+/// An invalid value removes the property.
 template <auto Get, auto Set, auto Remove, class Intf, class Handle>
 void setReference(Intf* object,
                   Deviant deviant,

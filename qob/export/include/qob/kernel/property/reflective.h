@@ -9,8 +9,8 @@
 #include <cstddef>
 #include <type_traits>
 
-/// The eight functions of a class by which its properties are reached by number, made of a list of
-/// the class's operations. A class is described by a type with
+/// The eight functions of a class that access its properties by number, made from a list of the
+/// class's operations. A class is described by a type with
 ///
 ///     using Interface = ...;               the interface class
 ///     static constexpr char const* name;   its dotted name
@@ -18,18 +18,18 @@
 ///     using Properties = List<Single<...>, Many<...>, ...>;
 namespace QOB::reflective {
 
-/// What a failure of one of the functions is said to be at.
+/// The source place that a failure of one of the functions reports.
 struct Place {
     char const* file;
     int line;
 };
 
 struct Always {};
-/// In the place of `has`: the property is always there, and the object isn't asked.
+/// Stands for `has` if the property is always there, so that the object isn't asked.
 inline constexpr Always always;
 
-/// A single-valued property. What a property doesn't have stays null, and asking for it by number
-/// raises QOB::Exception.
+/// A single-valued property. Operations that the property doesn't have are null, and calling them
+/// by number raises QOB::Exception.
 template <unsigned Id,
           auto Get,
           auto Has = nullptr,
@@ -82,7 +82,7 @@ struct ArgumentOf<void (Class::*)(Deviant, Argument)> {
     using type = std::remove_cvref_t<Argument>;
 };
 
-/// In the place of a property that the class doesn't have.
+/// Stands for a property that the class doesn't have.
 using NoProperty = Single<0, nullptr>;
 
 template <unsigned Id, class Properties>
@@ -98,14 +98,14 @@ struct FindProperty<Id, List<First, Rest...>>
 template <unsigned Id, class Properties>
 using PropertyAt = typename FindProperty<Id, Properties>::type;
 
-/// Whether there are properties from an id on.
+/// Whether there are properties with this id or a higher one.
 template <unsigned Id, class... Property>
 constexpr bool reachesTo(List<Property...>) {
     return ((Property::id >= Id) || ...);
 }
 
-/// What `action` gives for the property of an id; those below `First` are done with. The cases are
-/// written out, since g++ doesn't make a jump of a chain of comparisons.
+/// Returns what `action` returns for the property of an id; ids below `First` are already handled.
+/// The cases are written out, because g++ doesn't turn a chain of comparisons into a jump.
 template <class Properties, unsigned First = 1, class Action>
 auto dispatch(unsigned id, Action const& action) {
     switch (id - First) { // NOLINTBEGIN(bugprone-branch-clone): ids without a property
@@ -276,7 +276,7 @@ private:
         if constexpr (isThere<Operation>) {
             auto elements = (self.*Operation)(deviant);
             using Element = typename decltype(elements)::value_type;
-            // A value class that can't be boxed shows as it is.
+            // A value class that can't be boxed is shown as it is.
             if constexpr (!Generic::ObjectElement<Element> &&
                           std::is_convertible_v<Element, Object>) {
                 if (asObjects) {
@@ -292,8 +292,8 @@ private:
 
 } // namespace internal
 
-/// The record of the class that `Class` describes, with the table of its properties, the list of
-/// its supers and its package if it has them.
+/// The record of the class that `Class` describes, with its table of properties, its list of supers
+/// and its package, as far as it has them.
 template <class Class>
 constexpr IntrospectiveMethods methodsOf(MetaPropertyDescription** properties = nullptr,
                                          SuperReference const* supers = nullptr,

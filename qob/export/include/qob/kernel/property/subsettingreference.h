@@ -2,13 +2,14 @@
 
 #include "qob/kernel/property/reference.h"
 
-/// A reference that is also an element of a wider property of the same object, one with an other
-/// end: who is referred to belongs to the wider property too.
+/// A reference that is also an element of a wider property of the same object, which has another
+/// end: the object referred to is always in the wider property too.
 namespace QOB::property {
 
-/// The value joins the wider property `GetMany` first, with its other end: a refusal there leaves
-/// the reference as it was. One that is there already is found without a view; its other end,
-/// written by `SetOnlyFar`, may still be elsewhere. A removal leaves the wider property alone.
+/// First adds the value to the wider property `GetMany`, at both ends: if that raises, the
+/// reference doesn't change. A value that is already there is found without a view; its other end,
+/// written by `SetOnlyFar`, may still refer to another object. A removal doesn't change the wider
+/// property.
 template <auto Get, auto Set, auto Remove, auto GetMany, auto SetOnlyFar, class Intf, class Handle>
 void setSubsetting(Intf* object,
                    Deviant deviant,

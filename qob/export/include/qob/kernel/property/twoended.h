@@ -2,11 +2,11 @@
 
 #include "qob/kernel/property/reference.h"
 
-/// The order in which a reference is set whose value holds something about the owner too.
+/// The order of steps in setting a reference whose value also stores something about the owner.
 namespace QOB::property {
 
-/// `leave` is called before the field changes, `join` after it. An invalid value is a removal, the
-/// present one changes nothing.
+/// Calls `leave` before the field changes and `join` after it. An invalid value removes the
+/// reference; the current one changes nothing.
 template <auto Get, auto SetOnly, auto Remove, class Intf, class Handle, class Leave, class Join>
 void setBothEnds(Intf* object,
                  Deviant deviant,
@@ -27,8 +27,8 @@ void setBothEnds(Intf* object,
     join();
 }
 
-/// `release` is called with the old value; what the new one holds is left to the caller. An invalid
-/// value is a removal.
+/// Calls `release` with the old value; the caller updates the new one. An invalid value removes the
+/// reference.
 template <auto Get, auto Set, class Intf, class Handle, class Release>
 void setNearEnd(Intf* object,
                 Deviant deviant,

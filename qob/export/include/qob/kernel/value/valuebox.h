@@ -19,8 +19,8 @@ class Integer;
 class Real;
 
 namespace internal {
-/// A free block for boxes of each size in words, or null: who reads values one after the other as
-/// objects allocates once. Larger boxes have none.
+/// One free block for boxes of each size in words, or null, so that reading values one after the
+/// other as objects allocates only once. Larger boxes have none.
 inline constexpr std::size_t SpareBoxSizes = 8;
 extern QOB_EXPORT void* spareBoxes[SpareBoxSizes];
 
@@ -46,8 +46,8 @@ void freeBox(void* memory) noexcept {
     ::operator delete(memory);
 }
 
-/// A box with a value of another library's. Those that live are in one list: a library that goes
-/// can find its own.
+/// A box with a value of another library. All of them are in one list, so that a library that is
+/// being unloaded can find its own.
 class QOB_EXPORT LinkedBox : public NSInterface::ValueObjectIntf {
 public:
     LinkedBox(LinkedBox const&) = delete;
@@ -77,9 +77,9 @@ using BoxBase = std::conditional_t<std::same_as<T, Integer> || std::same_as<T, R
                                    LinkedBox>;
 } // namespace internal
 
-/// The object that holds one value of class T in itself: a boxed value is one allocation at most.
-/// Handles count in place; the box is freed with the last of them. T names its type (getTypeName)
-/// and has a text (toString).
+/// An object that contains one value of class T: boxing allocates at most once. Handles count in
+/// place; the box is freed with the last of them. T provides its type name (getTypeName) and a text
+/// (toString).
 template <class T>
 class ValueBox final : public internal::BoxBase<T> {
     using Base = internal::BoxBase<T>;
@@ -97,7 +97,8 @@ public:
     }
 
     void incRef() const override { ++referenceCount_; }
-    /// At once, without the queue: a value keeps no objects alive whose end could wait in it.
+    /// Deletes at once, without the queue: a value keeps no objects alive that would have to wait
+    /// in it.
     void decRef() const override {
         if (referenceCount_ == 1) {
             delete this;
@@ -108,7 +109,7 @@ public:
     int numRef() const override { return referenceCount_; }
 
     bool deviant_isValid(Deviant) const override { return true; }
-    /// The name of the value's type: a value has no immutable form of its own.
+    /// The name of the value's type. A value has no separate immutable form.
     char const* getLumvoName(bool) const override {
         static std::string const name = T::getTypeName();
         return name.c_str();
@@ -135,14 +136,14 @@ private:
     T value_;
 };
 
-/// Makes an object of a value; `Handle` is ValueObject or Object.
+/// Boxes a value; `Handle` is ValueObject or Object.
 template <class Handle = ValueObject, class T>
 Handle boxValue(T value) {
     return {new ValueBox<T>(std::move(value)), Deviant()};
 }
 
-/// The value in a box; raises Tessel::bad_any_cast if it has another type. Allocates nothing where
-/// the box is one of ours.
+/// The value in a box; raises Tessel::bad_any_cast if it has another type. Allocates nothing for a
+/// ValueBox.
 template <class T>
 T unboxValue(NSInterface::ValueObjectIntf const& object) {
     if (void const* const held = object.findValue(typeid(T))) {

@@ -28,10 +28,9 @@ struct SparseProperties;
 
 namespace NSInterface {
 
-/// An instance of a metaclass: it has an id, a model and may have a container. The bodies here are
-/// those of the root object and go through the read and the write path; a state overrides them with
-/// plain access to its fields. The order of the operations is binding: libraries are compiled
-/// against it.
+/// An instance of a metaclass: it has an id, a model and may have a container. The bodies here run
+/// on the root object and take the read or write path; a state overrides them with plain access to
+/// its fields. The order of the operations is fixed, because libraries are compiled against it.
 class QOB_EXPORT ClassObjectIntf : public ObjectIntf {
 public:
     using PrimaryBase = ClassObjectIntf;
@@ -53,13 +52,13 @@ public:
     static IntrospectiveMethods sIntrospectiveMethods;
 
     ClassObjectIntf() noexcept = default;
-    /// A copy of a state takes over what the tables of sparse properties hold for it.
+    /// Copies a state together with its entries in the tables of sparse properties.
     ClassObjectIntf(ClassObjectIntf const& other) : ObjectIntf(other) {
         if (other.sparse_ != 0) {
             copySparseProperties(other);
         }
     }
-    /// Assigns nothing: who an object is stays, and so does what the tables hold for it.
+    /// Assigns nothing: an object keeps its identity and its entries in the tables.
     ClassObjectIntf& operator=(ClassObjectIntf const&) noexcept { return *this; }
     ~ClassObjectIntf() override {
         if (sparse_ != 0) {
@@ -70,30 +69,30 @@ public:
     CooperativeVisitor::internal::MethodInfo
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const override;
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override;
-    /// The object's class, seen as a type.
+    /// The object's class as a type.
     ImmutableType getMetaType(Deviant deviant) const override;
 
     /// The live element of the object's class in the meta-registry; empty if it has none. The same
     /// in every deviant. Needs the header of Class.
     virtual ImmutableClass getMetaClass(Deviant deviant) const;
 
-    /// What an outside tool has noted under a key; invalid if there is nothing.
+    /// The note of an outside tool under a key; invalid if there is none.
     virtual ExternalToolInfo getExternalToolInfo(Deviant deviant, String key) const;
-    /// Notes the text under its key, in the place of what was there. Raises QOB::Exception for an
-    /// info without a key.
+    /// Stores the note under its key, replacing an earlier one. Raises QOB::Exception for an info
+    /// without a key.
     virtual void setExternalToolInfo(Deviant deviant, ExternalToolInfo info);
-    /// Takes the info out; nothing happens if it isn't there as given.
+    /// Removes the note; does nothing if no equal note is there.
     virtual void removeExternalToolInfo(Deviant deviant, ExternalToolInfo info);
 
-    /// Properties by their live element or by name, for who doesn't know the class. Inherited ones
-    /// are found, and a redefined one is reached through the class that redefines it. Values are
-    /// objects: those of value classes are boxed.
+    /// Access to properties by their live element or by name, for callers that don't know the
+    /// class. Inherited properties are found, and a redefined one is reached through the class that
+    /// redefines it. Values are objects; those of value classes are boxed.
     ///
-    /// All raise QOB::Exception, and change nothing, for a property that the object's class doesn't
-    /// have, for one of a kind that the operation isn't for, and for a value of another type.
+    /// All raise QOB::Exception, and change nothing, if the object's class doesn't have the
+    /// property, if the operation doesn't apply to its kind, or if the value has the wrong type.
     ///
-    /// `get` gives all values of a property, also the one or none of a single-valued one, which
-    /// then stand in a sequence of their own.
+    /// `get` returns all values of a property. For a single-valued one the sequence has one element
+    /// or none.
     virtual ImmutableSequence<Object> get(Deviant deviant, ImmutableProperty const& property) const;
     virtual ImmutableSequence<Object> get(Deviant deviant, String name) const;
     /// The value of a single-valued property; empty if there is none.
@@ -102,8 +101,8 @@ public:
     /// Whether the property has a value.
     virtual bool has(Deviant deviant, ImmutableProperty const& property) const;
     virtual bool has(Deviant deviant, String name) const;
-    /// Sets a single-valued property, or puts the value at the end of a multi-valued one. The
-    /// `Only` forms leave the other end of an association alone.
+    /// Sets a single-valued property, or appends the value to a multi-valued one. The `Only` forms
+    /// don't update the other end of an association.
     virtual void setOrAdd(Deviant deviant, ImmutableProperty const& property, Object value);
     virtual void setOrAdd(Deviant deviant, String name, Object value);
     virtual void setOrAddOnly(Deviant deviant, ImmutableProperty const& property, Object value);
@@ -111,7 +110,7 @@ public:
     /// Removes all values of a property.
     virtual void remove(Deviant deviant, ImmutableProperty const& property);
     virtual void remove(Deviant deviant, String name);
-    /// Removes one value, wherever it stands; nothing happens if it isn't there.
+    /// Removes one value, wherever it is in the list; does nothing if it isn't there.
     virtual void remove(Deviant deviant, ImmutableProperty const& property, Object value);
     virtual void remove(Deviant deviant, String name, Object value);
     virtual void removeOnly(Deviant deviant, ImmutableProperty const& property, Object value);
@@ -128,20 +127,20 @@ public:
     virtual void setObjectId(Deviant deviant, Integer const& id);
     virtual Integer getObjectId(Deviant deviant) const;
 
-    /// Everything that the object contains: what ends with it. Here that is the applied
+    /// The contained objects, which are destroyed with this one. Here these are the applied
     /// stereotypes; classes with composite properties add theirs. Needs the header of Sequence.
     virtual Sequence<ClassObject> getContaineeQOBs(Deviant deviant);
-    /// The same; nothing is written at the elements.
+    /// The same list; writes to it don't update the elements.
     virtual Sequence<ClassObject> getContaineeQOBsWithoutAssociation(Deviant deviant) const;
 
-    /// The URI of an object follows from its model and its id: "<model>#<id>". It is there as long
-    /// as both are, and setting or removing it raises QOB::Exception.
+    /// The URI of an object is derived from its model and its id: "<model>#<id>". It exists while
+    /// both do; setting or removing it raises QOB::Exception.
     virtual bool hasUri(Deviant deviant) const;
     virtual void removeUri(Deviant deviant);
     virtual void setUri(Deviant deviant, String const& uri);
     virtual String getUri(Deviant deviant) const;
 
-    /// The stereotypes that are applied to the object; it is their container. Needs the header of
+    /// The stereotypes applied to the object, which contains them. Needs the header of
     /// StereotypeObject.
     virtual bool hasAppliedStereotypeInstances(Deviant deviant) const;
     virtual Sequence<StereotypeObject> getAppliedStereotypeInstances(Deviant deviant);
@@ -164,14 +163,14 @@ public:
     virtual void removeOnlyContainerQOB(Deviant deviant);
     virtual void setOnlyContainerQOB(Deviant deviant, ClassObject const& container);
 
-    /// The model in whose list of objects this one is: the other end of that list. A removal takes
-    /// the object out of the list, the `Only` form leaves the list alone.
+    /// The model whose list of objects contains this one: the other end of that list. Removing it
+    /// removes the object from the list; the `Only` form doesn't touch the list.
     virtual bool hasRootModel(Deviant deviant) const;
     virtual void removeRootModel(Deviant deviant);
     virtual Model getRootModel(Deviant deviant) const;
     virtual void removeOnlyRootModel(Deviant deviant);
 
-    /// The name of the object in an outside system; an empty one is none.
+    /// The name of the object in an outside system. An empty id counts as none.
     virtual bool hasExternalId(Deviant deviant) const;
     virtual void removeExternalId(Deviant deviant);
     virtual void setExternalId(Deviant deviant, String const& id);
@@ -183,14 +182,14 @@ public:
 
     void
     internal_deviationAssign(Deviant deviant, ObjectIntf* source, Deviant sourceDeviant) override;
-    /// The part of internal_deviationAssign that the properties of this class are: the applied
+    /// Assigns the properties of this class, as part of internal_deviationAssign: the applied
     /// stereotypes, the model, the container, the external id and the tool infos.
     void
     internal_assignBlock(Deviant deviant, ClassObjectIntf const* source, Deviant sourceDeviant);
 
-    /// The properties that few objects have, by state: nothing of them lies in a state itself. A
-    /// state without an entry is never looked up, and its entries go with it. Need the header of
-    /// the tables, "qob/kernel/deviant/sparsetables.h".
+    /// The properties that few objects have, in tables by state; nothing of them is stored in the
+    /// state itself. A state without an entry is never looked up, and a freed state takes its
+    /// entries along. Needs "qob/kernel/deviant/sparsetables.h".
     static AppliedStereotypeInstanceTable const& appliedStereotypeInstance_sparse();
     static ExternalIdTable const& externalId_sparse();
     static ExternalToolInfoTable const& externalToolInfo_sparse();

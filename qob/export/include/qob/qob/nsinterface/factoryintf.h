@@ -15,9 +15,9 @@ class StereotypeObject;
 
 namespace NSInterface {
 
-/// The factory of metamodels: makes their elements in its model, in the given deviant, each with
-/// the next free id. All of them raise QOB::Exception, before anything is made, if the deviant
-/// can't be written.
+/// The factory of metamodels: creates their elements in its model, in the given deviant, each with
+/// the next free id. Raises QOB::Exception, before anything is created, if the deviant can't be
+/// written.
 class QOB_EXPORT FactoryIntf : public InterfaceOf<FactoryIntf, FactoryObjectIntf> {
 public:
     static constexpr char const* Name = "QOB.Factory";
@@ -38,7 +38,7 @@ public:
     virtual Property createProperty(Deviant deviant, String name);
     virtual Property createProperty(Deviant deviant);
 
-    /// A new, empty model in its root deviant, without a URI.
+    /// A new, empty model without a URI, seen in its root deviant.
     static Model createNewModel();
 };
 

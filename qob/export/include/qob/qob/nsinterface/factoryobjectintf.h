@@ -5,8 +5,8 @@
 
 namespace QOB::NSInterface {
 
-/// Makes objects and values by the names of their types, for readers of models that know only
-/// names. The factory of a package overrides all three; here they know no name.
+/// Creates objects and values by the name of their type, for code that reads models from files. The
+/// factory of a package overrides all three operations; the ones here know no names.
 class QOB_EXPORT FactoryObjectIntf : public ClassObjectIntf {
 public:
     using VisitationBases = CooperativeVisitor::internal::Bases<ClassObjectIntf>;
@@ -17,11 +17,11 @@ public:
     CooperativeVisitor::internal::MethodInfo
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const override;
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override;
-    /// A factory lies in its model, which keeps no list of factories.
+    /// A factory belongs to its model, which keeps no list of factories.
     void setContainerQOB(Deviant deviant, ClassObject const& container) override;
 
     /// A new object in the factory's model under the next free id, or a new value. `type` is a
-    /// short or a dotted name; the result is empty for one that is not known.
+    /// short or a dotted name; the result is empty if the name is unknown.
     virtual Object createFromString(Deviant deviant, String type);
     /// The same with the text of a value; objects take none.
     virtual Object createFromString(Deviant deviant, String type, String text);

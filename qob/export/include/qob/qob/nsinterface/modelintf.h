@@ -27,41 +27,42 @@ public:
     void removeUri(Deviant deviant) override;
     void setUri(Deviant deviant, String const& uri) override;
     String getUri(Deviant deviant) const override;
-    /// The stereotypes that are applied to the model, and what lies in it and in no other object.
+    /// The stereotypes applied to the model, and the objects contained in it directly.
     Sequence<ClassObject> getContaineeQOBs(Deviant deviant) override;
     Sequence<ClassObject> getContaineeQOBsWithoutAssociation(Deviant deviant) const override;
     void
     internal_deviationAssign(Deviant deviant, ObjectIntf* source, Deviant sourceDeviant) override;
 
-    /// A fresh id: above every id that the model has seen.
+    /// A new id, above every id that the model has seen.
     virtual Integer allocateObjectId(Deviant deviant);
-    /// Gives the object its id and enters it in the id index. Raises if another object that exists
-    /// in the deviant has the id; nothing has changed then.
+    /// Gives the object its id and enters it in the id index. Raises, and changes nothing, if
+    /// another object that exists in the deviant has the id.
     virtual void bindObjectId(Deviant deviant, ClassObject object, Integer id);
-    /// The model's objects in order of creation, and with it what keeps them alive. What is pushed
-    /// belongs to the model from then on, what is taken out has none.
+    /// The model's objects in order of creation; this list keeps them alive. An object added to the
+    /// list belongs to the model; one removed from it has no model.
     virtual Sequence<ClassObject> getRootObjects(Deviant deviant);
-    /// The same list; nothing is written at the objects.
+    /// The same list; writes to it don't update the objects.
     virtual Sequence<ClassObject> getRootObjectsWithoutAssociation(Deviant deviant) const;
     /// The object with the id, if it exists in the deviant; empty otherwise. O(1).
     virtual ClassObject findObject(Deviant deviant, Integer id) const;
 
-    /// A new branch; it reads the root until it writes. O(1).
+    /// A new branch, which shows the root's state of each object until it writes to it. O(1).
     virtual Deviant createDeviant(Deviant deviant);
-    /// Ends a branch, with what is open there rolled back. Raises for the root, for another model's
-    /// deviant and for one that is gone.
+    /// Removes a branch and rolls back its open transaction. Raises for the root, for a deviant of
+    /// another model and for one that is gone.
     virtual void removeDeviant(Deviant deviant, Deviant branch);
-    /// Brings what `source` holds into `deviant`, in one transaction: its states are assigned, what
-    /// it created comes in, what it destroyed is destroyed. What `deviant` destroyed stays so.
+    /// Merges `source` into `deviant` in one transaction: assigns its states, adds the objects it
+    /// created and destroys those it destroyed. Objects that `deviant` has destroyed stay
+    /// destroyed.
     virtual void mergeDeviant(Deviant deviant, Deviant source);
 
-    /// While it is on, writes need a transaction and each committed one becomes a step. Turning it
-    /// off drops the steps.
+    /// While undo is on, every write needs a transaction, and each committed transaction becomes a
+    /// step. Turning undo off drops the steps.
     virtual void setUndoEnabled(Deviant deviant, bool enabled);
-    /// One step back or forth; false if there is none. Raises inside a transaction.
+    /// One step back or forward; false if there is none. Raises inside a transaction.
     virtual bool undo(Deviant deviant);
     virtual bool redo(Deviant deviant);
-    /// While it is on, every write in the deviant raises.
+    /// While the deviant is read-only, every write in it raises.
     virtual void setReadOnly(Deviant deviant, bool readOnly);
     /// The models that this one refers to, as seen in the deviant.
     virtual std::vector<Model> getReferredModels(Deviant deviant) const;
@@ -71,11 +72,11 @@ public:
     virtual ModelIntf* getReadDeviantI(Deviant deviant, ModelIntf const* tag) const;
     virtual ModelIntf* getWriteDeviantI(Deviant deviant, ModelIntf const* tag) const;
 
-    /// What lies in the model and in no other object, such as a package without a parent. Whatever
-    /// is pushed has the model as its container from then on.
+    /// The objects contained in the model directly, such as a package without a parent. Adding an
+    /// object makes the model its container.
     Sequence<ClassObject> internal_ownContainees(Deviant deviant);
-    /// Puts a new object at the end of the list of the model's objects; the quick form of a push
-    /// through the list's view.
+    /// Appends a new object to the list of the model's objects; a faster form of a push through the
+    /// list's view.
     virtual void internal_addRootObject(Deviant deviant, ClassObjectIntf* object);
     virtual void internal_removeRootObject(Deviant deviant, ClassObjectIntf* object);
 };

@@ -13,8 +13,8 @@ class ImmutableType;
 
 namespace NSInterface {
 
-/// Anything that has a kernel identity. The bodies here are those of a state: it isn't counted, it
-/// holds no deviations and belongs to no deviant. Root objects override them.
+/// Anything with a kernel identity. The bodies here are those of a state, which isn't counted, has
+/// no states of its own and belongs to no deviant. Root objects override them.
 class QOB_EXPORT ObjectIntf : public ReferenceCountingIntf {
 public:
     using VisitationDomain = QOB::VisitationDomain;
@@ -29,25 +29,26 @@ public:
 
     /// First phase of destruction: cuts every link across the border of the destroyed subtree.
     virtual void internal_disconnect(Deviant deviant);
-    /// Second phase: ends the object and what it contains. `detach` takes it out of its container.
+    /// Second phase: ends the object and its contents. `detach` also removes it from its container.
     virtual void internal_discard(Deviant deviant, bool detach);
-    /// Destroys the object in one deviant. Nothing happens if it doesn't exist there.
+    /// Destroys the object in one deviant. Does nothing if it doesn't exist there.
     virtual void destroy(Deviant deviant);
     /// True if the object exists in the deviant.
     virtual bool deviant_isValid(Deviant deviant) const;
-    /// Frees a state that the kernel owns; markers and null are left alone.
+    /// Frees a state that the kernel owns; ignores markers and null.
     virtual void deviant_destroyState(ObjectIntf* state);
-    /// The model died: every later access raises.
+    /// The model has ended: every later access raises.
     virtual void deviant_markModelDestroyed();
-    /// The root's changes are about to become final: keeps the old values for those who read them.
+    /// The root's changes are about to become final: keeps the old values for the deviants that
+    /// read them.
     virtual void deviant_commitTransientState(Deviant deviant);
-    /// A copy of the state in the deviant, owned by the caller; a marker as it stands.
+    /// A copy of the state in the deviant, owned by the caller; a marker is returned as it is.
     virtual ObjectIntf* deviant_getCopyOfDeviation(Deviant deviant);
-    /// The state in the deviant as it stands, markers included; still owned by the object.
+    /// The state in the deviant, or a marker; still owned by the object.
     virtual ObjectIntf* internal_getDeviation(Deviant deviant);
-    /// Frees the present state in the deviant and takes over the given one.
+    /// Replaces the state in the deviant, frees the old one and takes ownership of the new one.
     virtual void internal_setDeviation(Deviant deviant, ObjectIntf* state);
-    /// Makes the first state in the deviant, in the defaults. Null if there is a real one already.
+    /// Creates the first state in the deviant, with default values. Null if there already is one.
     virtual ObjectIntf* internal_createDeviation(Deviant deviant);
     /// Frees the state in the deviant; the object no longer exists there.
     virtual void internal_destroyDeviation(Deviant deviant);
@@ -61,7 +62,7 @@ public:
     /// The dotted name of the handle class for this object. Raises "Internal Error" on an object
     /// without one.
     virtual char const* getLumvoName(bool immutable) const;
-    /// A text for people; invalid where a class has none.
+    /// A text for people; invalid if the class has none.
     virtual String toString(Deviant deviant) const;
     virtual ImmutableObject convertFromString(Deviant deviant, String text);
     /// The type of the object in its metamodel; empty for objects without one. Needs the header of

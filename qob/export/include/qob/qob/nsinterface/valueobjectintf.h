@@ -8,8 +8,8 @@
 
 namespace QOB::NSInterface {
 
-/// A boxed value: a data-type value made into an object. It belongs to no model and is valid in
-/// every deviant; it is freed with its last handle.
+/// A boxed value: a value of a data type as an object. It belongs to no model, is valid in every
+/// deviant and is freed with its last handle.
 class QOB_EXPORT ValueObjectIntf : public ObjectIntf {
 public:
     using PrimaryBase = ValueObjectIntf;
@@ -27,7 +27,7 @@ public:
     /// The dotted name of the value's data type.
     virtual std::string getValueTypeName() const = 0;
     /// The value's address if it has exactly the given type, otherwise null. Owned by the object.
-    /// Null in a class that doesn't hold its value as such; getValue serves them all.
+    /// Null in a class that doesn't store its value as such; getValue works for all classes.
     virtual void const* findValue(std::type_info const& type) const noexcept;
 };
 

@@ -5,7 +5,7 @@
 
 namespace QOB {
 
-/// A view that passes each operation on to another sequence, which a subclass finds anew for each
+/// A view that forwards each operation to another sequence, which a subclass looks up for each
 /// call. Iterators are those of the other sequence.
 class QOB_EXPORT ForwardingSequence : public SequenceProxy {
 protected:
@@ -50,7 +50,7 @@ public:
     int generic_removeAll(Deviant const& deviant, Ref element) override;
 };
 
-/// A container on its own, which its handles keep alive.
+/// A free-standing container, which its handles keep alive.
 template <class Container>
 class OwnedSequence final : public ForwardingSequence {
 public:

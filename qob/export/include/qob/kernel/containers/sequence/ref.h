@@ -14,9 +14,8 @@
 
 namespace QOB::Generic {
 
-/// An element in transit: what sequences exchange without knowing the element's type. A Ref holds
-/// one reference of its element from construction on and gives it back once, whatever way it ends.
-/// Passed by value: the callee owns what it was given.
+/// An element in transit: what sequences exchange without knowing the element's type. A Ref owns
+/// one reference to its element and releases it exactly once. Passed by value: the callee owns it.
 struct Ref {
     /// Counts the element up (true) or down (false); does nothing for null.
     using RefFunction = void (*)(void* data, bool up);
@@ -51,7 +50,7 @@ struct Ref {
         }
     }
 
-    /// Of an object its ClassObjectIntf, of a value the block that holds a copy of it.
+    /// For an object its ClassObjectIntf, for a value the block with a copy of it.
     void* data = nullptr;
     Deviant deviant; ///< of an object; null for values
     RefFunction refFn = nullptr;
@@ -100,7 +99,7 @@ struct ValueBlock {
     }
 };
 
-// One set of functions for each type in the process: Refs are told apart by them.
+// One set of functions per type in the process, because Refs are compared by them.
 extern template struct QOB_EXPORT ValueBlock<Integer>;
 extern template struct QOB_EXPORT ValueBlock<Real>;
 extern template struct QOB_EXPORT ValueBlock<String>;
@@ -110,7 +109,8 @@ extern template struct QOB_EXPORT ValueBlock<Object>;
 /// The refFn of objects.
 QOB_EXPORT void countObject(void* data, bool up);
 
-/// The element handles that stand for an object of a model: ClassObject and below, mutable or not.
+/// The element handles that refer to an object of a model: ClassObject and classes below it,
+/// mutable or not.
 template <class T>
 concept ObjectElement = requires {
     typename T::Interface;
@@ -138,7 +138,7 @@ Ref toRef(T const& element) {
     }
 }
 
-/// Raises for a Ref of another type than the one that is asked for.
+/// Raises if a Ref has another type than the requested one.
 inline void requireElementType(bool isOfType) {
     QOB_REQUIRE_IN("qob/export/include/qob/kernel/containers/sequence/ref.h",
                    isOfType,
@@ -157,8 +157,8 @@ T const& valueOf(Ref const& ref) {
     return static_cast<ValueBlock<T> const*>(ref.data)->value;
 }
 
-/// The typed element. An object of another class than `T` gives an empty handle; a value in the
-/// place of an object, or one of another type, raises QOB::Exception.
+/// The typed element. An object of another class than `T` gives an empty handle. A value instead of
+/// an object, or a value of another type, raises QOB::Exception.
 template <class T>
 T fromRef(Ref const& ref) {
     if constexpr (ObjectElement<T>) {

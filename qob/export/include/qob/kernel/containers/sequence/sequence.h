@@ -15,25 +15,25 @@
 
 namespace QOB {
 
-/// A position in a sequence of `T`. Gives its elements by value.
+/// A position in a sequence of `T`. Returns its elements by value.
 ///
-/// Keeps the view that it came from, and shows the elements that were there when it was taken,
-/// whatever happens to the sequence or to its object: a loop over a sequence may write it. Of a
-/// sequence of several parts it shows each part as that is when the iterator enters it. Iterators
-/// of two calls of a getter are equal at the same place. What is not there raises QOB::Exception:
-/// an element at the end, a step beyond an end, a place to insert or erase at that the sequence no
-/// longer has. Insertion and removal use up the iterators that they are given.
+/// Keeps its view alive and shows the elements that were there when the iterator was created,
+/// whatever happens to the sequence or to its object, so a loop over a sequence may write to it. In
+/// a combined sequence it shows each part as it is when the iterator enters it. Iterators from two
+/// calls of a getter are equal at the same place. Reading at the end, stepping beyond an end, and
+/// inserting or erasing at a place that the sequence no longer has raise QOB::Exception. Insertion
+/// and removal invalidate the iterators passed to them.
 template <class T>
 class SequenceIterator {
 public:
     using iterator_concept = std::bidirectional_iterator_tag;
-    // References are values, but passes can be repeated, and steps back must be found.
+    // References are values, but the sequence can be traversed repeatedly and backwards.
     using iterator_category = std::bidirectional_iterator_tag;
     using value_type = T;
     using difference_type = std::ptrdiff_t;
     using reference = T;
 
-    /// Keeps the element alive for the length of an expression.
+    /// Keeps the element alive for the duration of an expression.
     class ElementHolder {
     public:
         explicit ElementHolder(T value) : value_(std::move(value)) {}
@@ -102,7 +102,7 @@ private:
 
 namespace internal {
 
-/// `From` is a handle of the class of `To` or of one below it, and may be written if `To` may.
+/// True if `From` is a handle of the class of `To` or of a subclass, and writable if `To` is.
 template <class From, class To>
 concept WidensTo =
     !std::is_same_v<From, To> && Generic::ObjectElement<From> && Generic::ObjectElement<To> &&
@@ -119,7 +119,7 @@ Generic::SequenceRef filtered(Generic::SequenceRef const& sequence) {
             sequence.getDeviant()};
 }
 
-/// The sequence as one of `To`. Handles of one class need no view: it is the same sequence.
+/// The sequence as a sequence of `To`. Handles of the same class need no view.
 template <class From, class To>
 requires WidensTo<From, To> Generic::SequenceRef widened(Generic::SequenceRef const& sequence) {
     if constexpr (std::is_same_v<typename From::Interface, typename To::Interface>) {
@@ -130,15 +130,15 @@ requires WidensTo<From, To> Generic::SequenceRef widened(Generic::SequenceRef co
     }
 }
 
-/// The untyped handle itself: a typed one isn't taken for it.
+/// Only the untyped handle itself, not a typed one derived from it.
 template <class T>
 concept UntypedSequence = std::same_as<T, Generic::SequenceRef>;
 
 } // namespace internal
 
-/// A sequence of `T`, for reading: a counted sequence and the deviant in which to see it. A default
-/// one is null; every operation on it raises QOB::Exception. The same sequence seen in two deviants
-/// shows each its own state if it is a view.
+/// A sequence of `T`, for reading: a counted sequence and the deviant in which to see it. A
+/// default-constructed one is null, and every operation on it raises QOB::Exception. A view shows
+/// each deviant its own state.
 template <class T>
 class ImmutableSequence : public Generic::SequenceRef {
 public:
@@ -155,8 +155,7 @@ public:
     /// a value of another type raises QOB::Exception.
     template <internal::UntypedSequence Untyped>
     explicit ImmutableSequence(Untyped sequence) : SequenceRef(std::move(sequence)) {}
-    /// A sequence of a base class, or of the handles for reading. Raises QOB::Exception for a null
-    /// one.
+    /// From a sequence of a subclass, or from a writable one. Raises QOB::Exception if it is null.
     template <class U>
     requires internal::WidensTo<U, T> ImmutableSequence(ImmutableSequence<U> const& other)
         : SequenceRef(internal::widened<U, T>(other)) {}
@@ -175,8 +174,8 @@ public:
     iterator end() const { return {*this, generic_end()}; }
 };
 
-/// A sequence of `T`. Writes act in the handle's deviant; through a view they do all that belongs
-/// to a write of the property.
+/// A sequence of `T`. Writes act in the handle's deviant; a write through a view does everything
+/// that a write to the property does.
 template <class T>
 class Sequence : public ImmutableSequence<T> {
 public:
@@ -185,27 +184,27 @@ public:
     Sequence() noexcept = default;
     Sequence(Generic::SequenceIntf* sequence, Deviant deviant)
         : ImmutableSequence<T>(sequence, deviant) {}
-    /// As the constructor of ImmutableSequence.
+    /// Like the constructor of ImmutableSequence.
     template <internal::UntypedSequence Untyped>
     explicit Sequence(Untyped sequence) : ImmutableSequence<T>(std::move(sequence)) {}
-    /// A sequence of a base class, for writing too. Raises QOB::Exception for a null one.
+    /// From a writable sequence of a subclass. Raises QOB::Exception if it is null.
     template <class U>
     requires internal::WidensTo<U, T> Sequence(Sequence<U> const& other)
         : ImmutableSequence<T>(internal::widened<U, T>(other)) {}
 
-    /// An element that a sequence of distinct elements has already stays where it is.
+    /// In a sequence of distinct elements, an element that is already there stays in its place.
     void push_back(T const& element) const { this->generic_push_back(Generic::toRef(element)); }
     void push_front(T const& element) const { this->generic_push_front(Generic::toRef(element)); }
-    /// Before the element at `index`, which may be the size.
+    /// Inserts before the element at `index`, which may be the size.
     void insert(int index, T const& element) const {
         this->generic_insert(index, Generic::toRef(element));
     }
-    /// Before the position; the result stands at the element.
+    /// Inserts before the position and returns the position of the element.
     iterator insert(iterator const& position, T const& element) const {
         return {*this, this->generic_insert(position.getImplementation(), Generic::toRef(element))};
     }
     void erase(int index) const { this->generic_erase(index); }
-    /// The results stand behind what was erased.
+    /// Returns the position after the erased elements.
     iterator erase(iterator const& position) const {
         return {*this, this->generic_erase(position.getImplementation())};
     }
@@ -214,7 +213,7 @@ public:
     }
     void pop_back() const { this->generic_pop_back(); }
     void pop_front() const { this->generic_pop_front(); }
-    /// An object that stands elsewhere in the sequence already isn't put here: nothing happens.
+    /// Does nothing if the object is already elsewhere in the sequence.
     void replace(int index, T const& element) const {
         Generic::Ref ref = Generic::toRef(element);
         if constexpr (Generic::ObjectElement<T>) {
@@ -229,7 +228,7 @@ public:
         return this->generic_removeAll(Generic::toRef(element));
     }
     void clear() const { this->generic_clear(); }
-    /// Makes this sequence hold what the other one holds.
+    /// Replaces the contents by those of the other sequence.
     void assign(ImmutableSequence<T> const& other) const { this->generic_assign(other); }
 };
 
@@ -246,8 +245,8 @@ struct OwnContainer<T> {
 
 } // namespace internal
 
-/// A sequence on its own, owned by its handles: of values with repetitions, of distinct objects.
-/// Objects show in `deviant`.
+/// A free-standing sequence, owned by its handles: of values, which may repeat, or of distinct
+/// objects. Objects are seen in `deviant`.
 template <class T>
 Sequence<T> MakeSequence( // NOLINT(readability-identifier-naming): the failure texts name it
     Deviant deviant = {},
@@ -289,7 +288,7 @@ private:
     Deviant deviant_;
 };
 
-/// The sequence with each value boxed, for code that knows no value classes. Writes go through.
+/// The sequence with each value boxed, for code that knows no value classes. Writes are passed on.
 template <class Value>
 Generic::SequenceRef asObjects(Sequence<Value> const& sequence) {
     using filtered_sequence_internal::GenericFilter;
@@ -299,7 +298,8 @@ Generic::SequenceRef asObjects(Sequence<Value> const& sequence) {
             sequence.getDeviant()};
 }
 
-// What handles on objects have of sequences --------------------------------------------------
+// The members of object handles that return sequences
+// --------------------------------------------------
 
 template <class Base>
 ImmutableSequence<Object> ClassObjectReading<Base>::get(ImmutableProperty const& property) const {
@@ -309,7 +309,7 @@ template <class Base>
 ImmutableSequence<Object> ClassObjectReading<Base>::get(String name) const {
     return (*this)->get(this->getDeviant(), std::move(name));
 }
-// Read only, through a view that could write.
+// Read-only use of a view that can write.
 template <class Base>
 ImmutableSequence<ImmutableClassObject> ClassObjectReading<Base>::getContaineeQOBs() const {
     return (*this)->getContaineeQOBsWithoutAssociation(this->getDeviant());

@@ -9,7 +9,7 @@
 namespace QOB {
 namespace Generic {
 
-/// A sequence whose element type isn't known: a container, or a view of one. Each operation names
+/// A sequence whose element type isn't known: a container, or a view of one. Each operation takes
 /// the deviant in which it acts; containers ignore it, views show each deviant its own state.
 ///
 /// Failures raise QOB::Exception before anything has changed: a negative index, an index that is
@@ -27,14 +27,14 @@ public:
     virtual int generic_size(Deviant const& deviant) const = 0;
     virtual bool generic_empty(Deviant const& deviant) const;
 
-    /// Before the position. The result stands at the inserted element; in a sequence of distinct
-    /// elements that has it already, at the one that is there.
+    /// Inserts before the position and returns the position of the element. In a sequence of
+    /// distinct elements that already has it, returns the existing position.
     virtual IteratorPtr
     generic_insert(Deviant const& deviant, IteratorIntf const* position, Ref element) = 0;
-    /// Before the element at `index`, which may be the size.
+    /// Inserts before the element at `index`, which may be the size.
     virtual void generic_insert(Deviant const& deviant, int index, Ref element) = 0;
     virtual void generic_erase(Deviant const& deviant, int index) = 0;
-    /// The result stands behind what was erased.
+    /// Returns the position after the erased elements.
     virtual IteratorPtr
     generic_erase(Deviant const& deviant, IteratorIntf const* first, IteratorIntf const* last) = 0;
     virtual IteratorPtr generic_erase(Deviant const& deviant, IteratorIntf const* position) = 0;
@@ -44,7 +44,7 @@ public:
     virtual void generic_push_front(Deviant const& deviant, Ref element) = 0;
     virtual void generic_replace(Deviant const& deviant, int index, Ref element) = 0;
     virtual bool generic_contains(Deviant const& deviant, Ref element) const = 0;
-    /// The dotted type name of the sequence, immutable itself or with immutable elements; the
+    /// The dotted type name of the sequence, for an immutable sequence or immutable elements; the
     /// fallback if it has no names.
     virtual char const* generic_getLumvoName(bool immutableSequence,
                                              bool immutableElements,
@@ -52,7 +52,7 @@ public:
     /// Erases every element that equals the given one; returns how many there were.
     virtual int generic_removeAll(Deviant const& deviant, Ref element);
 
-    /// For sequences that compare or copy their own kind in a better way: they set `handled`.
+    /// For sequences with a faster way to compare or copy their own kind; they set `handled`.
     virtual bool specialized_equal(Deviant const& deviant,
                                    SequenceIntf const* other,
                                    Deviant const& otherDeviant,
@@ -62,9 +62,9 @@ public:
                                     Deviant const& otherDeviant,
                                     bool& handled);
 
-    /// Makes this sequence, in `deviant`, hold what the other holds in its deviant. The two may
-    /// show the same elements. Nothing is written if they are equal already, and nothing stays
-    /// written if one of the elements is refused.
+    /// Replaces the contents in `deviant` by those of the other sequence in its deviant. The two
+    /// may show the same elements. Writes nothing if they are already equal, and restores the old
+    /// contents if an element is refused.
     void
     generic_assign(Deviant const& deviant, SequenceIntf const* other, Deviant const& otherDeviant);
     /// Equal elements in the same order; objects are equal if they are the same.
@@ -82,7 +82,7 @@ protected:
 
 namespace internal {
 
-/// What the checks of all sequences are said to be at.
+/// The source place that failed checks of all sequences report.
 inline constexpr char const* SequenceSource =
     "qob/export/include/qob/kernel/containers/sequence/sequenceintf.h";
 
@@ -106,7 +106,7 @@ inline void checkNotAtBegin(bool atBegin) {
 inline void checkRange(bool ordered) {
     QOB_REQUIRE_IN(SequenceSource, ordered, "sequence iterators are in the wrong order");
 }
-/// For an iterator that is to be found in a sequence again.
+/// Checks that an iterator's place was found in the sequence.
 inline void checkPlace(bool found) {
     QOB_REQUIRE_IN(SequenceSource, found, "sequence iterator stands at no place of the sequence");
 }

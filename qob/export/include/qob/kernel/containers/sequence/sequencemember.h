@@ -7,8 +7,8 @@
 
 namespace QOB {
 
-/// A container as a state holds it: one word, and no container until the first write. A copy of an
-/// empty one holds none either.
+/// A container as a member of a state: one word. The container is allocated by the first write; a
+/// copy of an empty one allocates nothing either.
 template <class Container>
 class SequenceMember {
 public:
@@ -21,7 +21,7 @@ public:
     }
     ~SequenceMember() = default;
 
-    /// What is held; a common empty container, which must never be written, if there is none.
+    /// The container; if there is none, a common empty one, which must never be written.
     Container const& read() const {
         static Immortal<Container> empty;
         return container_ != nullptr ? *container_ : *empty;

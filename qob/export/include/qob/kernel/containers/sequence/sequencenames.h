@@ -8,8 +8,8 @@
 
 namespace QOB {
 
-/// The four dotted names of the sequences of `T`: of the sequence as such or immutable (first
-/// index), of the element as such or immutable (second). Specialised with QOB_SEQUENCE_NAMES.
+/// The four dotted names of the sequences of `T`: mutable or immutable sequence (first index),
+/// mutable or immutable element (second). Specialise it with QOB_SEQUENCE_NAMES.
 template <class T>
 struct SequenceNames;
 

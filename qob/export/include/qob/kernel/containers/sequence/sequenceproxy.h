@@ -8,7 +8,7 @@ namespace QOB {
 
 namespace internal {
 
-/// The check of the counts of iterators and views.
+/// Checks the counts of iterators and views.
 inline void requireCount(int count) {
     QOB_REQUIRE_IN("qob/export/include/qob/kernel/containers/sequence/sequenceproxy.h",
                    count >= 0,
@@ -17,7 +17,7 @@ inline void requireCount(int count) {
 
 } // namespace internal
 
-/// An iterator that its count frees. Base of every iterator class.
+/// An iterator that is freed with its last reference. Base of every iterator class.
 class QOB_EXPORT IteratorProxy : public Generic::IteratorIntf {
 public:
     void incRef() const override;
@@ -29,11 +29,11 @@ protected:
     IteratorProxy(IteratorProxy const&) = default;
 };
 
-/// A sequence that its count frees. Base of every view.
+/// A sequence that is freed with its last reference. Base of every view.
 class QOB_EXPORT SequenceProxy : public Generic::SequenceIntf {
 public:
-    /// Raises what an insertion of the element would raise; changes nothing. What a view doesn't
-    /// know beforehand it finds out by inserting.
+    /// Raises what an insertion of the element would raise; changes nothing. A view may not detect
+    /// every failure before the insertion itself.
     virtual void checkInsertable(Deviant const& deviant, Generic::Ref const& element) const;
 
     SequenceProxy(SequenceProxy const&) = delete;
@@ -45,7 +45,7 @@ public:
 
 protected:
     SequenceProxy() = default;
-    /// The same of a sequence that a view passes elements on to.
+    /// The same for a sequence to which a view forwards elements.
     static void checkInsertableInto(Generic::SequenceIntf const* inner,
                                     Deviant const& deviant,
                                     Generic::Ref const& element);

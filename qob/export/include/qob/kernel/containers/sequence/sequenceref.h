@@ -7,10 +7,10 @@
 
 namespace QOB::Generic {
 
-/// A counted sequence of elements that aren't known, such as a view or a filter holds it.
+/// A counted sequence whose element type isn't known, as views and filters keep it.
 using SequencePtr = SmartPtr<SequenceIntf, ReferenceCounted>;
 
-/// The handle of a sequence of elements that aren't known: a counted sequence and the deviant in
+/// The handle of a sequence whose element type isn't known: a counted sequence and the deviant in
 /// which to see it. May be null; every operation on a null one raises QOB::Exception. The
 /// operations are those of SequenceIntf in the handle's deviant.
 class SequenceRef {
@@ -21,7 +21,7 @@ public:
     bool isNull() const noexcept { return sequence_.get() == nullptr; }
     explicit operator bool() const noexcept { return !isNull(); }
 
-    /// The sequence, counted by the handle as long as it lives; null if the handle is null.
+    /// The sequence, kept alive by the handle; null if the handle is null.
     SequenceIntf* get() const noexcept { return sequence_.get(); }
     SequencePtr const& pointer() const noexcept { return sequence_; }
     Deviant getDeviant() const noexcept { return deviant_; }

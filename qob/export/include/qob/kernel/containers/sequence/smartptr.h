@@ -6,13 +6,13 @@
 
 namespace QOB::Generic {
 
-/// How a SmartPtr owns what the kernel counts.
+/// The ownership policy for objects that the kernel counts.
 struct ReferenceCounted {
     static void retain(ReferenceCountingIntf const* object) { internal::retain(object); }
     static void release(ReferenceCountingIntf const* object) { internal::release(object); }
 };
 
-/// A pointer that owns its object in the way of a policy.
+/// A pointer that owns its object according to a policy.
 template <class T, class Ownership>
 class SmartPtr {
 public:

@@ -28,16 +28,16 @@ public:
         }
         return block_->container;
     }
-    /// Makes the block this wrapper's own; the elements are copied if others share it.
+    /// Makes this wrapper the only owner of its block; copies the elements if others share it.
     void ensureUnique() const {
         if (block_->count.load() != 1) {
             makeOwn();
         }
     }
-    /// True if no other wrapper reads this block.
+    /// True if no other wrapper shares this block.
     bool isUnique() const noexcept { return block_->count.load() == 1; }
 
-    /// Marks that positions of the container are handed out, for the length of a scope.
+    /// Marks, for the duration of a scope, that positions in the container are in use.
     class Lock {
     public:
         explicit Lock(COWWrapper const& wrapper) noexcept : wrapper_(wrapper) {
@@ -62,7 +62,7 @@ private:
     };
 
 public:
-    /// The container as it is now: while a snapshot lives, a write of the wrapper goes to a copy.
+    /// The container as it is now: while a snapshot exists, a write by the wrapper goes to a copy.
     class Snapshot {
     public:
         Snapshot() noexcept = default;
@@ -108,7 +108,7 @@ private:
     }
 
     static SharedVector* sharedEmpty() {
-        // Its own count is never given back.
+        // Its own count is never released.
         static Immortal<SharedVector> block;
         return &*block;
     }

@@ -13,8 +13,8 @@ using FALSE_TYPE = std::false_type;
 
 namespace ListQImplInternal {
 
-/// A list of values in order of insertion that may hold a value more than once. A member of an
-/// object's state: it isn't freed by its count, and it ignores deviants.
+/// A list of values in order of insertion; values may repeat. A member of an object's state: it
+/// isn't freed by its count, and it ignores deviants.
 template <class T>
 class ListQImplForPrimitives : public Generic::SequenceIntf {
     using Ref = Generic::Ref;
@@ -29,7 +29,7 @@ public:
     ListQImplForPrimitives& operator=(ListQImplForPrimitives const& other);
     ~ListQImplForPrimitives() override;
 
-    /// The values, for code that knows what it holds.
+    /// The values, for code that knows the element type.
     std::vector<T> const& values() const noexcept { return values_.read(); }
 
     void incRef() const override {}

@@ -15,9 +15,9 @@ using boost::multi_index::identity;
 
 namespace MultiIndexImplInternal {
 
-/// Distinct values in order of insertion: a second equal one is refused without a failure. A member
-/// of an object's state: it isn't freed by its count, and it ignores deviants. Holds no container
-/// until it gets its first element.
+/// Distinct values in order of insertion: an equal second one is ignored. A member of an object's
+/// state: it isn't freed by its count, and it ignores deviants. Allocates its container with the
+/// first element.
 template <class T, bool Unique, class Key>
 class MultiIndexImplForPrimitives : public Generic::SequenceIntf {
     static_assert(Unique);
@@ -59,12 +59,12 @@ public:
     int generic_removeAll(Deviant const&, Ref element) override;
 
 private:
-    /// To write: shared with no other sequence and no iterator.
+    /// For writing: shared with no other sequence or iterator.
     Container& container();
     int size() const noexcept;
     /// The index of the value; the size if it isn't there.
     int indexOf(T const& value) const;
-    /// The index of the place where the iterator stands.
+    /// The index of the iterator's place.
     int indexOf(IteratorIntf const* position) const;
     void insertAt(int index, T const& value);
     void eraseRange(int first, int last);
@@ -72,8 +72,8 @@ private:
     std::shared_ptr<Container> container_;
 };
 
-/// Distinct objects in order of insertion, each counted once: the carrier of every sequence of
-/// references, whatever the class of its elements. An object is the same in every deviant.
+/// Distinct objects in order of insertion, each counted once. Every sequence of references uses it,
+/// whatever the class of its elements. An object is the same in every deviant.
 template <bool Unique, class Key>
 class MultiIndexImplForRefs;
 
@@ -88,8 +88,8 @@ class QOB_EXPORT MultiIndexImplForRefs<true, ReferenceKey> : public Generic::Seq
 public:
     class Iterator;
 
-    /// The object that `data` of a Ref holds, if it is of the sequence's element class. Otherwise,
-    /// also for null, raises QOB::Exception.
+    /// The object in the `data` of a Ref, if it is of the sequence's element class. Raises
+    /// QOB::Exception otherwise, also for null.
     using ElementCast = NSInterface::ClassObjectIntf* (*)(void* data);
 
     ~MultiIndexImplForRefs() override;
@@ -116,8 +116,8 @@ public:
     void generic_pop_front(Deviant const&) override;
     void generic_push_back(Deviant const&, Ref element) override;
     void generic_push_front(Deviant const&, Ref element) override;
-    /// If the new element stands elsewhere in the sequence, the sequence stays as it is and the
-    /// element at `index` loses one count.
+    /// If the new element is elsewhere in the sequence, the sequence doesn't change and the element
+    /// at `index` loses one count.
     void generic_replace(Deviant const&, int index, Ref element) override;
     bool generic_contains(Deviant const&, Ref element) const override;
     int generic_removeAll(Deviant const&, Ref element) override;
@@ -137,7 +137,7 @@ protected:
 
 private:
     int size() const noexcept { return static_cast<int>(storage_.size()); }
-    /// The index of the place where the iterator stands.
+    /// The index of the iterator's place.
     std::size_t indexOf(IteratorIntf const* position) const;
 
     ReferenceStorage storage_;
@@ -182,8 +182,8 @@ protected:
     MultiIndexImplBase() noexcept : Base(&MultiIndexImplInternal::castElement<T>) {}
 };
 
-/// The container of a unique multi-valued property, and what every object has many of. `T` is one
-/// of the value classes or a handle class with SequenceNames.
+/// The container of a unique multi-valued property. `T` is a value class or a handle class with
+/// SequenceNames.
 template <class T, bool Unique = true, class Key = identity<T>>
 class MultiIndexImpl final
     : public MultiIndexImplBase<T, Unique, Key, std::bool_constant<!Generic::ObjectElement<T>>> {

@@ -13,11 +13,11 @@ namespace NSInterface {
 class ClassObjectIntf;
 } // namespace NSInterface
 
-/// An ordered list of distinct objects, each of them counted. Access by position, look-up and
-/// removal by value are quick at every length:
+/// An ordered list of distinct objects, each of them counted. Access by position, and look-up and
+/// removal by value, are fast at every length:
 ///
 /// - Up to 64 elements it is one array that is scanned; an empty one is a null word.
-/// - Above that the elements stand in chunks of up to 256. A hash leads from an element to the slot
+/// - Above that, the elements are in chunks of up to 256. A hash leads from an element to the slot
 ///   of its chunk, a Fenwick tree from a position to its chunk.
 ///
 /// A copy costs nothing and shares everything; a write copies the directory of chunks and clones
@@ -26,8 +26,8 @@ class ClassObjectIntf;
 /// keeps a record of the steps that lead to the others, so that going back to an older copy costs
 /// what has changed since, not the length of the list.
 ///
-/// Iterators and positions are good until the next write; a copy keeps those of the list as it was.
-/// Not safe for concurrent use, copies of one list included.
+/// Iterators and positions are valid until the next write; to keep them longer, keep a copy of the
+/// list. Not safe for concurrent use, copies of one list included.
 class QOB_EXPORT ReferenceStorage {
     struct Block;
     struct Chunk;
@@ -129,39 +129,39 @@ public:
     const_iterator iteratorAt(std::size_t index) const;
     std::size_t indexOf(const_iterator const& position) const;
     /// True if neither has been written since one was copied from the other: iterators of one are
-    /// good for both.
+    /// valid for both.
     bool shares(ReferenceStorage const& other) const noexcept { return block_ == other.block_; }
 
-    /// Each of these counts the element up and returns true, or changes nothing and returns false
-    /// if the element is in the list already.
+    /// These count the element up and return true, or change nothing and return false if the
+    /// element is already in the list.
     bool push_back(Element element) { return insert(size(), element); }
     bool push_front(Element element) { return insert(0, element); }
     /// Before the element at a position up to size().
     bool insert(std::size_t index, Element element);
 
-    /// Each removal counts the element down first, then takes it out.
-    /// False if the element isn't in the list.
+    /// Each removal first counts the element down, then removes it. False if the element isn't in
+    /// the list.
     bool erase(Element element);
     void eraseAt(std::size_t index) { eraseRange(index, 1); }
     /// `count` elements from `index` on; all of them must be there.
     void eraseRange(std::size_t index, std::size_t count);
     void clear() noexcept;
 
-    /// Puts another element in the place of the one at `index`: counts the old one down, then the
-    /// new one up. Returns false and changes nothing if the new one is in the list already.
+    /// Replaces the element at `index`: counts the old one down, then the new one up. Returns false
+    /// and changes nothing if the new one is already in the list.
     bool replaceAt(std::size_t index, Element element);
 
     /// Ends the sharing of a short list's array, so that each element is counted for this list.
     /// Does nothing to a long list.
     void ownShortArray();
 
-    /// The same elements in the same order. Costs nothing where the two share their chunks.
+    /// The same elements in the same order. Free where the two share their chunks.
     friend bool operator==(ReferenceStorage const& a, ReferenceStorage const& b) noexcept {
         return a.equals(b);
     }
 
-    /// True if all that must hold between array, chunks, hash and tree holds. For tests; in a debug
-    /// build each write to a list of moderate length ends with it.
+    /// True if array, chunks, hash and tree are consistent. For tests; a debug build checks it
+    /// after each write to a list of moderate length.
     bool isConsistent() const;
 
 private:

@@ -6,17 +6,17 @@
 
 namespace QOB {
 
-/// A sequence that is one end of an association: each element that a write adds gets the owner at
-/// its own end, each that a write takes out loses it. The other end is written one-ended, so that
-/// the two don't call each other. Reads pass on to the inner sequence.
+/// A sequence that is one end of an association: a write that adds an element also sets the owner
+/// at the element's end, and one that removes an element removes it there. The other end is written
+/// alone, so that the two don't call each other. Reads go to the inner sequence.
 ///
 /// An element of another model, and one that doesn't exist in the deviant, raises QOB::Exception
-/// before anything has changed. If an element's own end can't be written, the list becomes what it
-/// was and the failure is passed on.
+/// before anything has changed. If an element's own end can't be written, the list is restored and
+/// the exception is passed on.
 class QOB_EXPORT GenericAssociationSequence final : public ForwardingSequence {
 public:
-    /// `methods` and `oppositeId` name the property at the elements; `oppositeIsSingle` tells
-    /// whether it holds one owner or many. The view counts owner and inner sequence.
+    /// `methods` and `oppositeId` identify the property of the elements; `oppositeIsSingle` says
+    /// whether it is single-valued. The view keeps the owner and the inner sequence alive.
     GenericAssociationSequence(Object owner,
                                Generic::SequencePtr inner,
                                IntrospectiveMethods const* methods,
@@ -46,11 +46,10 @@ private:
     SequenceRef reading(Deviant const& deviant) const override { return {inner_.get(), deviant}; }
     SequenceRef writing(Deviant const& deviant) override { return {inner_.get(), deviant}; }
 
-    /// True if an insertion of the element would change the sequence. Raises for one that must not
-    /// be inserted.
+    /// True if inserting the element would change the sequence. Raises if it must not be inserted.
     bool isNew(Deviant const& deviant, Ref const& element) const;
     void link(Deviant const& deviant, Ref const& element);
-    /// Links an element that has just been inserted; takes it out again if it can't be linked.
+    /// Links an element that has just been inserted; removes it again if it can't be linked.
     void linkInserted(Deviant const& deviant, Ref const& element);
     void unlink(Deviant const& deviant, Ref const& element);
 

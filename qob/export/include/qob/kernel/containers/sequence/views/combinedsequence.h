@@ -8,8 +8,9 @@
 
 namespace QOB::combined_sequence_internal {
 
-/// Several sequences, one after the other, as one to read. The one write is generic_removeAll,
-/// which goes to the part that holds the element; every other one raises QOB::Exception.
+/// Several sequences, one after the other, as one sequence for reading. The only possible write is
+/// generic_removeAll, which goes to the part that contains the element; every other write raises
+/// QOB::Exception.
 class QOB_EXPORT GenericCombinedSequence final : public SequenceProxy {
     using Ref = Generic::Ref;
     using IteratorIntf = Generic::IteratorIntf;
@@ -20,7 +21,7 @@ public:
     ~GenericCombinedSequence() override;
 
     void reserve(unsigned parts) { parts_.reserve(parts); }
-    /// Counts the part, which must not be null.
+    /// Keeps the part alive; it must not be null.
     void append(Generic::SequencePtr part) { parts_.push_back(std::move(part)); }
 
     std::vector<Generic::SequencePtr> const& parts() const noexcept { return parts_; }

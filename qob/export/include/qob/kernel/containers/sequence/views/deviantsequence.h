@@ -7,16 +7,16 @@
 
 namespace QOB {
 
-/// A multi-valued property of an object, in the state of whatever deviant each call passes. Stores
-/// no elements: it shows what is there at the call. A write creates the state in its deviant first;
-/// one that fails or changes nothing doesn't.
+/// A multi-valued property of an object, in the state of the deviant that each call passes. Stores
+/// no elements: it shows the current contents. A write first creates the state in its deviant,
+/// unless it fails or changes nothing.
 ///
-/// The states are reached by the reflective functions of the property's class: to read, what
-/// getMultiValued gives for the state; to write, what getOnlyMultiValued gives, so that a state may
-/// make the container there and then.
+/// The states are accessed by the reflective functions of the property's class: getMultiValued for
+/// reading, getOnlyMultiValued for writing, so that a state can create its container on demand.
 class QOB_EXPORT GenericDeviantSequence final : public ForwardingSequence {
 public:
-    /// Counts the object. Each call says in which deviant it acts; `deviant` only finds the name.
+    /// Keeps the object alive. Each call passes the deviant in which it acts; `deviant` is only
+    /// used to find the name.
     GenericDeviantSequence(NSInterface::ObjectIntf* object,
                            Deviant const& deviant,
                            IntrospectiveMethods const* methods,
@@ -45,15 +45,15 @@ public:
 private:
     SequenceRef reading(Deviant const& deviant) const override;
     SequenceRef writing(Deviant const& deviant) override;
-    /// Where the kernel counts references: the object's root, for a deviant of another model.
+    /// The deviant in which the kernel counts references: for a deviant of another model, the
+    /// object's root.
     Deviant own(Deviant const& deviant) const;
     bool isUnique() const noexcept;
-    /// True if inserting the element would change nothing. Raises for one that can't be inserted.
+    /// True if inserting the element would change nothing. Raises if it can't be inserted.
     bool refuses(Deviant const& deviant, Ref const& element) const;
-    /// Tells the kernel of an object that the property, written in the deviant, refers to from now
-    /// on.
+    /// Informs the kernel that the property, written in the deviant, now refers to the object.
     void gain(Deviant const& deviant, Ref const& element) const;
-    /// The same of an object that it no longer refers to. Values are of no interest.
+    /// The same for an object that it no longer refers to. Does nothing for values.
     void lose(Deviant const& deviant, Ref const& element) const;
     void loseAll(Deviant const& deviant, std::vector<Ref> const& elements) const;
     void exchange(Deviant const& deviant,

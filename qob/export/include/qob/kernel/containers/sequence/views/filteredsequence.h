@@ -13,10 +13,11 @@ public:
     using Ref = Generic::Ref;
 
     struct Table {
-        /// The element as the filtered sequence shows it; null if it is shown as it stands.
+        /// Converts an element to the form that the filtered sequence shows; null if it is shown
+        /// unchanged.
         Ref (*convert)(Ref element);
-        /// The inner sequence's element for one of the filtered sequence: without data if it can't
-        /// be one of the inner sequence's.
+        /// Converts an element of the filtered sequence to one of the inner sequence; without data
+        /// if the inner sequence can't contain it.
         Ref (*convertBack)(Ref element);
     };
 
@@ -32,8 +33,8 @@ public:
         return GenericFilter(table);
     }
 
-    /// From a value class to boxed values. Taking a box back raises what the value class raises if
-    /// it holds another type.
+    /// From a value class to boxed values. Unboxing a value of another type raises what the value
+    /// class raises.
     template <class Value>
     static GenericFilter boxes() {
         static constexpr Table table{
@@ -42,8 +43,8 @@ public:
         return GenericFilter(table);
     }
 
-    /// From objects of any class to the same objects as values of their own, for code that takes
-    /// values and objects alike.
+    /// From objects of any class to boxes of these objects, for code that treats values and objects
+    /// alike.
     static GenericFilter boxedObjects() {
         static constexpr Table table{
             [](Ref element) {
@@ -69,20 +70,20 @@ private:
     Table const* table_;
 };
 
-/// A sequence whose elements are seen as another type. Stores no elements and keeps no positions:
-/// it shows what the inner sequence has at the call. Writes pass through; an element that the inner
-/// sequence can't hold is not contained, and removing it removes nothing.
+/// A sequence whose elements are seen as another type. Stores no elements and no positions: it
+/// shows the current contents of the inner sequence. Writes are passed on; an element that the
+/// inner sequence can't contain is never found, and removing it does nothing.
 class QOB_EXPORT GenericFilteredSequence final : public SequenceProxy {
     using Ref = Generic::Ref;
     using IteratorIntf = Generic::IteratorIntf;
     using IteratorPtr = Generic::IteratorPtr;
 
 public:
-    /// Counts the inner sequence, which must not be null.
+    /// Keeps the inner sequence alive; it must not be null.
     GenericFilteredSequence(Generic::SequencePtr inner, GenericFilter const& filter);
     ~GenericFilteredSequence() override;
 
-    /// Whether the element is of a class that the inner sequence can hold.
+    /// Whether the inner sequence can contain the element's class.
     bool takes(Ref element) const {
         return filter_.convertBack(std::move(element)).data != nullptr;
     }

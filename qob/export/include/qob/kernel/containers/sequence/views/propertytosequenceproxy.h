@@ -6,19 +6,20 @@
 
 namespace QOB {
 
-/// A single-valued property whose value is an object, as a sequence of no or one element. Inserting
-/// sets the value, erasing removes it. A value that doesn't exist in the deviant is none.
+/// A single-valued property whose value is an object, as a sequence of at most one element.
+/// Inserting sets the value, erasing removes it. A value that doesn't exist in the deviant is not
+/// shown.
 class QOB_EXPORT GenericPropertyToSequenceProxy final : public SequenceProxy {
     using Ref = Generic::Ref;
     using IteratorIntf = Generic::IteratorIntf;
     using IteratorPtr = Generic::IteratorPtr;
 
 public:
-    /// Which end a write keeps: with OneEnd the property alone changes, which is what a view for
-    /// both ends is put around; with BothEnds the property's own upkeep runs.
+    /// Which ends a write updates. OneEnd changes the property alone, for use inside a view that
+    /// updates both ends; BothEnds runs the property's own update of the other end.
     enum Ends : int { OneEnd = 0, BothEnds = 1 };
 
-    /// The view counts its object.
+    /// The view keeps its object alive.
     GenericPropertyToSequenceProxy(ImmutableClassObject object,
                                    IntrospectiveMethods const* methods,
                                    unsigned propertyId,
