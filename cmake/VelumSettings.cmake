@@ -21,14 +21,14 @@ else()
     set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${velum_bindir_to_libdir}")
 endif()
 
-# ccache needs to be told that precompiled headers may be trusted by content. Comments count: a
-# compiler knows the headers of a precompiled one by their whole text, so one that was made before a
-# comment changed would not fit.
+# ccache needs to be told that precompiled headers may be trusted by content. It compares the text of
+# every header (CCACHE_DEPEND), never what the preprocessor made of it: a compiler knows the headers of a
+# precompiled one by their whole text, so one that was made before a comment changed would not fit.
 find_program(VELUM_CCACHE ccache DOC "Compiler cache, used if present")
 mark_as_advanced(VELUM_CCACHE)
 if(VELUM_CCACHE AND PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER
-        "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_COMMENTS=1
+        "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_DEPEND=1
         "${VELUM_CCACHE}")
 endif()
 
