@@ -105,7 +105,7 @@ class Package:
     @property
     def introspection_header(self) -> str:
         if not self.generated:
-            return "qob/qob/reflection.h"
+            return "qob/qob/introspection.h"
         return f"{self.include}/{self.file_stem}introspection.h"
 
     @property

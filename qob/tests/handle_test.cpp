@@ -1,7 +1,7 @@
 #include "fixture.h"
 #include "qob/qob/class.h"
 #include "qob/qob/factoryobject.h"
-#include "qob/qob/reflection.h"
+#include "qob/qob/introspection.h"
 #include "support/allocation_count.h"
 
 using sample::Thing;

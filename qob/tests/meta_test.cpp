@@ -1,9 +1,9 @@
 #include "fixture.h"
-#include "names.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/factory.h"
 #include "qob/qob/property.h"
 #include "qob/qob/typeinforegistry.h"
+#include "support/names.h"
 
 #include <string>
 #include <vector>
@@ -14,7 +14,7 @@ using QOB::Enumeration;
 using QOB::EnumerationLiteral;
 using QOB::Package;
 using QOB::Type;
-using QOB::test::namesOf;
+using VelumTest::namesOf;
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include "farm.h"
 #include "fixture.h"
-#include "names.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/initialize.h"
 #include "qob/qob/tags.h"
 #include "qob/qob/typeinforegistry.h"
+#include "support/names.h"
 
 #include <sstream>
 #include <string>
@@ -15,10 +15,10 @@ using QOB::ImmutableClass;
 using QOB::ImmutableProperty;
 using QOB::Property;
 using QOB::String;
-using QOB::test::namesOf;
 using sample::Animal;
 using sample::Hen;
 using sample::NSInterface::HenIntf;
+using VelumTest::namesOf;
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/factory.h"
 #include "qob/qob/transaction.h"
+#include "support/names.h"
 #include "velum_foundation/zorvane/metamodel.h"
 #include "velum_types/types.h"
 #include "velum_types/zorvane/metamodel/types/nsmetaregistry/typeregistration.h"
@@ -13,17 +14,9 @@
 namespace types = Zorvane::metamodel::types;
 namespace meta = types::NSImplementation;
 
-namespace {
+using VelumTest::namesOf;
 
-template <class Elements>
-std::string namesOf(Elements const& elements) {
-    std::string names;
-    for (auto const& element : elements) {
-        names += names.empty() ? "" : " ";
-        names += element.getName().view();
-    }
-    return names;
-}
+namespace {
 
 /// The started library, and the package as a reader of the meta-registry finds it.
 class MetaPackage : public testing::Test {

@@ -1,7 +1,7 @@
 #include "qob/qob/compare.h"
 
-#include "../modelcore.h"
 #include "attributes.h"
+#include "model/modelcore.h"
 #include "pairing.h"
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/qob/objecttext.h"

@@ -1,5 +1,5 @@
-#include "../modelimpl.h"
 #include "factoryimpl.h"
+#include "model/modelimpl.h"
 #include "qob/kernel/factory/byname.h"
 #include "qob/kernel/factory/create.h"
 #include "qob/qob/valueobjectfactory.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../modelcore.h"
+#include "model/modelcore.h"
 #include "propertyindex.h"
 #include "qob/kernel/deviant/countedpointer.h"
 

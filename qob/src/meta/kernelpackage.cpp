@@ -1,9 +1,9 @@
 #include "kernelpackage.h"
 
-#include "../valuetext.h"
 #include "qob/kernel/meta/metaclasscreation.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/externaltoolinfo.h"
+#include "values/valuetext.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "qob/qob/reflection.h"
+#include "qob/qob/introspection.h"
 
 namespace QOB {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "qob/qob/introspection.h"
 #include "qob/qob/model.h"
-#include "qob/qob/reflection.h"
 #include "qob/qob/sequence.h"
 
 #include <string>

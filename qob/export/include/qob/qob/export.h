@@ -11,6 +11,13 @@
 #define QOB_EXPORT __attribute__((visibility("default")))
 #endif
 
+/// Hides a part of a class that is marked so.
+#if defined(_WIN32)
+#define QOB_HIDDEN
+#else
+#define QOB_HIDDEN __attribute__((visibility("hidden")))
+#endif
+
 /// Keeps a slow path out of the function that calls it.
 #if defined(_MSC_VER)
 #define QOB_NOINLINE __declspec(noinline)

@@ -2,9 +2,9 @@
 
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/qob/class.h"
+#include "qob/qob/introspection.h"
 #include "qob/qob/namedelement.h"
 #include "qob/qob/nsinterface/propertyintf.h"
-#include "qob/qob/reflection.h"
 
 QOB_HANDLE_HEADER(QOB::NSInterface::PropertyIntf, "qob/export/include/qob/qob/property.h")
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qob/kernel/deviant/destruction.h"
 #include "qob/kernel/deviant/deviations.h"
 #include "qob/qob/object.h"
 
@@ -10,23 +11,6 @@ namespace QOB {
 namespace internal {
 /// Checks that don't depend on the class.
 [[noreturn]] QOB_EXPORT void failNoRootDeviant(char const* implementationName);
-
-/// The objects that `object` contains in the deviant, where it exists.
-using PartsOf = std::vector<ClassObject> (*)(DeviationsBase& object, Deviant deviant);
-/// Removes the links of `object` to others.
-using CutLinks = void (*)(DeviationsBase& object, Deviant deviant);
-
-// The two phases of destruction: the bodies of internal_disconnect and internal_discard. A phase
-// handles the parts first, then the object. There is no recursion: a call for a part only pushes it
-// on the stack of the running walk, so that objects may be nested to any depth, and in cycles. The
-// outermost call returns when everything is done.
-
-/// First phase: afterwards no link leads into or out of the destroyed objects.
-QOB_EXPORT void disconnect(DeviationsBase& object, Deviant deviant, PartsOf parts, CutLinks cut);
-
-/// Second phase: removes the object from its container (if `detach`) and from the model's list of
-/// objects, and ends its state in the deviant.
-QOB_EXPORT void discard(DeviationsBase& object, Deviant deviant, bool detach, PartsOf parts);
 
 /// Appends the stereotypes applied to the object in the deviant, which every object contains. Does
 /// nothing for an object that doesn't exist there.

@@ -2,7 +2,7 @@
 
 #include "qob/qob/class.h"
 #include "qob/qob/factory.h"
-#include "qob/qob/reflection.h"
+#include "qob/qob/introspection.h"
 #include "qob/qob/tags.h"
 
 #include <span>

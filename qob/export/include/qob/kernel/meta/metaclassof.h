@@ -1,7 +1,7 @@
 #pragma once
 
 #include "qob/qob/class.h"
-#include "qob/qob/reflection.h"
+#include "qob/qob/introspection.h"
 
 namespace QOB {
 

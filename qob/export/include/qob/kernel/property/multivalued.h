@@ -3,7 +3,7 @@
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/kernel/containers/sequence/views/associationsequence.h"
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
-#include "qob/qob/reflection.h"
+#include "qob/qob/introspection.h"
 
 /// A multi-valued property: the sequences that its getters on a root object return.
 namespace QOB::property {

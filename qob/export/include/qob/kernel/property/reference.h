@@ -1,8 +1,8 @@
 #pragma once
 
 #include "qob/kernel/property/access.h"
+#include "qob/qob/introspection.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
-#include "qob/qob/reflection.h"
 #include "qob/qob/visitor.h"
 
 /// A reference without an opposite end: one counted pointer in the state.

@@ -2,8 +2,8 @@
 
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/qob/assert.h"
+#include "qob/qob/introspection.h"
 #include "qob/qob/object.h"
-#include "qob/qob/reflection.h"
 
 #include <concepts>
 #include <cstddef>

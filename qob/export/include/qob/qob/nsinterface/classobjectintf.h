@@ -1,8 +1,8 @@
 #pragma once
 
 #include "qob/qob/integer.h"
+#include "qob/qob/introspection.h"
 #include "qob/qob/nsinterface/objectintf.h"
-#include "qob/qob/reflection.h"
 
 #include <cstdint>
 

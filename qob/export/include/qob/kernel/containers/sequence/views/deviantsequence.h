@@ -1,7 +1,7 @@
 #pragma once
 
 #include "qob/kernel/containers/sequence/forwardingsequence.h"
-#include "qob/qob/reflection.h"
+#include "qob/qob/introspection.h"
 
 #include <vector>
 

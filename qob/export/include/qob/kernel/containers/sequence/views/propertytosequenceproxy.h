@@ -1,8 +1,8 @@
 #pragma once
 
 #include "qob/kernel/containers/sequence/sequenceproxy.h"
+#include "qob/qob/introspection.h"
 #include "qob/qob/object.h"
-#include "qob/qob/reflection.h"
 
 namespace QOB {
 

@@ -1,0 +1,102 @@
+#include "model/deviantdata.h"
+
+#include "model/keepalive.h"
+#include "model/modelcore.h"
+#include "qob/qob/assert.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace QOB::internal {
+
+DeviantData& DeviantData::of(Deviant deviant) {
+    QOB_REQUIRE(deviant.isValid(), "object accessed after its deviant has been removed");
+    return *DeviantAccess::record(deviant).data;
+}
+
+bool DeviantData::isRoot() const noexcept {
+    return self_.isRootDeviant();
+}
+
+ObjectIntf* DeviantData::state(ClassObjectIntf const* object) const noexcept {
+    auto const found = states_.find(object);
+    return found != states_.end() ? found->second.state : nullptr;
+}
+
+void DeviantData::setState(ClassObjectIntf const* object, ObjectIntf* state) {
+    QOB_REQUIRE(!isRoot(), "The root's state of an object stands in the object, not in a table.");
+    if (state == nullptr) {
+        states_.erase(object);
+        return;
+    }
+    DeviationsBase& deviations = model_.requireOwn(object);
+    StateSlot& slot = states_[object];
+    slot.destroyedHere =
+        state == Deviant::InvalidObject && (slot.destroyedHere || isRealState(slot.state));
+    slot.state = state;
+    deviations.hasBranchState_ = 1;
+}
+
+void DeviantData::forgetObject(ClassObjectIntf* object) {
+    auto const found = states_.find(object);
+    if (found != states_.end()) {
+        ObjectIntf* const state = found->second.state;
+        states_.erase(found);
+        object->deviant_destroyState(state);
+    }
+}
+
+std::vector<ClassObjectIntf*> DeviantData::changedObjects() const {
+    std::vector<ClassObjectIntf*> objects;
+    if (isRoot()) {
+        objects.reserve(model_.objectCount());
+        model_.forEachObject([&](ClassObjectIntf* object) { objects.push_back(object); });
+        return objects;
+    }
+    objects.reserve(states_.size());
+    for (auto const& [object, slot] : states_) {
+        objects.push_back(const_cast<ClassObjectIntf*>(object));
+    }
+    std::sort(objects.begin(), objects.end(), [](ClassObjectIntf* a, ClassObjectIntf* b) {
+        return ModelCore::deviationsOf(a).slot_ < ModelCore::deviationsOf(b).slot_;
+    });
+    return objects;
+}
+
+StateSlot DeviantData::slotOf(ClassObjectIntf const* object) const {
+    if (isRoot()) {
+        ObjectIntf* const state = ModelCore::deviationsOf(object).rootState_;
+        return {state, state == Deviant::InvalidObject};
+    }
+    auto const found = states_.find(object);
+    return found != states_.end() ? found->second : StateSlot();
+}
+
+bool DeviantData::knowsAsDestroyed(ClassObjectIntf const* object) const {
+    StateSlot const slot = slotOf(object);
+    if (isRoot() || (slot.state != nullptr && slot.state != Deviant::FallbackToRoot)) {
+        return slot.destroyedHere;
+    }
+    DeviantData const& root = DeviantData::of(model_.root());
+    return root.slotOf(object).destroyedHere &&
+           root.self().getSavedOldStateOfObject(object) == nullptr;
+}
+
+void DeviantData::setGate(WriteGate bit, bool on) noexcept {
+    std::uint32_t& gate = DeviantAccess::record(self_).writeGate;
+    gate = on ? gate | bit : gate & ~static_cast<std::uint32_t>(bit);
+}
+
+bool DeviantData::hasGate(WriteGate bit) const noexcept {
+    return (DeviantAccess::record(self_).writeGate & bit) != 0;
+}
+
+void DeviantData::dropStates() {
+    KeepAlive const keep(isRoot() ? std::vector<ClassObjectIntf*>() : changedObjects());
+    auto const states = std::exchange(states_, {});
+    for (auto const& [object, slot] : states) {
+        const_cast<ClassObjectIntf*>(object)->deviant_destroyState(slot.state);
+    }
+}
+
+} // namespace QOB::internal

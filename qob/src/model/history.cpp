@@ -1,0 +1,290 @@
+#include "model/history.h"
+
+#include "model/keepalive.h"
+#include "model/modelcore.h"
+#include "qob/qob/assert.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace QOB::internal {
+
+namespace {
+
+std::uint64_t transactionSerial = 0;
+
+void exchangeBackwards(std::vector<std::unique_ptr<StepPart>> const& parts) noexcept {
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        (*part)->exchange();
+    }
+}
+
+} // namespace
+
+void Step::release() {
+    for (SavedState& saved : states) {
+        saved.object->deviant_destroyState(std::exchange(saved.slot.state, nullptr));
+    }
+    for (SavedState const& saved : std::exchange(states, {})) {
+        internal::release(counted(saved.object));
+    }
+    parts.clear();
+}
+
+bool DeviantData::mayComeBack(ClassObjectIntf const* object) const {
+    auto const leadsBack = [object](Step const& step) {
+        return std::any_of(
+            step.states.begin(), step.states.end(), [object](SavedState const& saved) {
+                return saved.object == object && saved.slot.state != nullptr &&
+                       saved.slot.state != Deviant::InvalidObject;
+            });
+    };
+    return (open_ != nullptr && leadsBack(open_->record)) ||
+           std::any_of(undo_.begin(), undo_.end(), leadsBack) ||
+           std::any_of(redo_.begin(), redo_.end(), leadsBack);
+}
+
+ObjectIntf* DeviantData::savedOldState(ClassObjectIntf const* object) const noexcept {
+    auto const found = open_->savedIndex.find(object);
+    if (found == open_->savedIndex.end()) {
+        return nullptr;
+    }
+    SavedState const& saved = open_->record.states[found->second];
+    return saved.created ? static_cast<ObjectIntf*>(Deviant::InvalidObject) : saved.slot.state;
+}
+
+ObjectIntf* DeviantData::saveOldState(ClassObjectIntf const* object, ObjectIntf* state) {
+    QOB_REQUIRE(open_ != nullptr, "An old state can be saved only in an open transaction.");
+    model_.requireOwn(object);
+    if (state == nullptr) {
+        state = static_cast<ObjectIntf*>(Deviant::FallbackToRoot);
+    }
+    auto* const writable = const_cast<ClassObjectIntf*>(object);
+    auto const [entry, isNew] = open_->savedIndex.try_emplace(object, open_->record.states.size());
+    if (isNew) {
+        open_->record.states.push_back({writable, {state, false}, false});
+        retain(counted(object));
+    } else {
+        SavedState& saved = open_->record.states[entry->second];
+        writable->deviant_destroyState(std::exchange(saved.slot.state, state));
+    }
+    return state;
+}
+
+void DeviantData::markCreated(ClassObjectIntf const* object) {
+    if (open_ == nullptr) {
+        return;
+    }
+    model_.requireOwn(object);
+    if (open_->savedIndex.try_emplace(object, open_->record.states.size()).second) {
+        // A branch that takes the creation back is without the object, also where the root has come
+        // to know it since.
+        StateSlot before = slotOf(object);
+        if (!isRoot() && (before.state == nullptr || before.state == Deviant::FallbackToRoot)) {
+            before.state = static_cast<ObjectIntf*>(Deviant::InvalidObject);
+        }
+        open_->record.states.push_back({const_cast<ClassObjectIntf*>(object), before, true});
+        retain(counted(object));
+    }
+}
+
+void DeviantData::keep(std::unique_ptr<StepPart> part) {
+    if (open_ != nullptr) {
+        open_->record.parts.push_back(std::move(part));
+    }
+}
+
+void DeviantData::forgetParts() noexcept {
+    for (auto* const steps : {&undo_, &redo_}) {
+        for (Step& step : *steps) {
+            step.parts.clear();
+        }
+    }
+    if (open_ != nullptr) {
+        open_->record.parts.clear();
+    }
+}
+
+void DeviantData::forgetCreation(ClassObjectIntf const* object) {
+    if (open_ == nullptr) {
+        return;
+    }
+    auto const found = open_->savedIndex.find(object);
+    std::vector<SavedState>& states = open_->record.states;
+    if (found == open_->savedIndex.end() || !states[found->second].created) {
+        return;
+    }
+    auto const first = states.begin() + static_cast<std::ptrdiff_t>(found->second);
+    std::for_each(states.rbegin(), std::make_reverse_iterator(first), [this](SavedState& saved) {
+        restore(saved);
+        open_->savedIndex.erase(saved.object);
+    });
+    Step refused;
+    refused.states.assign(first, states.end());
+    states.erase(first, states.end());
+    refused.release();
+}
+
+std::uint64_t DeviantData::begin() {
+    if (open_ != nullptr) {
+        ++open_->depth;
+    } else {
+        open_ = std::make_unique<OpenTransaction>();
+        open_->serial = ++transactionSerial;
+        setGate(InTransaction, true);
+    }
+    return open_->serial;
+}
+
+void DeviantData::commit() {
+    if (open_->depth > 1) {
+        --open_->depth;
+        return;
+    }
+    if (isRoot()) {
+        for (SavedState const& saved : open_->record.states) {
+            saved.object->deviant_commitTransientState(self_);
+        }
+    }
+    Step step = std::move(open_->record);
+    closeTransaction();
+    if (hasGate(UndoEnabled) && !step.empty()) {
+        for (Step& undone : std::exchange(redo_, {})) {
+            undone.release();
+        }
+        undo_.push_back(std::move(step));
+        enterStepsToRoot();
+    } else {
+        step.release();
+    }
+}
+
+void DeviantData::rollback() noexcept {
+    Step& record = open_->record;
+    for (auto saved = record.states.rbegin(); saved != record.states.rend(); ++saved) {
+        restore(*saved);
+    }
+    exchangeBackwards(record.parts);
+    Step step = std::move(record);
+    closeTransaction();
+    step.release();
+}
+
+void DeviantData::restore(SavedState& saved) noexcept {
+    if (saved.created) {
+        exchange(saved);
+        return;
+    }
+    saved.object->internal_setDeviation(self_, std::exchange(saved.slot.state, nullptr));
+    if (auto const found = states_.find(saved.object); found != states_.end()) {
+        found->second.destroyedHere = saved.slot.destroyedHere;
+    }
+}
+
+void DeviantData::closeTransaction() noexcept {
+    open_.reset();
+    setGate(InTransaction, false);
+}
+
+void DeviantData::setUndoEnabled(bool enabled) {
+    setGate(UndoEnabled, enabled);
+    if (!enabled) {
+        for (auto* const steps : {&undo_, &redo_}) {
+            for (Step& step : std::exchange(*steps, {})) {
+                step.release();
+            }
+        }
+        stepsToRoot_.clear();
+    }
+}
+
+void DeviantData::enterStepsToRoot() {
+    if (isRoot()) {
+        return;
+    }
+    std::vector<SavedState> const& states = undo_.back().states;
+    for (std::size_t i = 0; i != states.size(); ++i) {
+        if (states[i].slot.state == Deviant::FallbackToRoot) {
+            stepsToRoot_[states[i].object] = {undo_.size() - 1, i};
+        }
+    }
+}
+
+void DeviantData::dropStepsToRoot() {
+    for (SavedState const& saved : undo_.back().states) {
+        auto const found = stepsToRoot_.find(saved.object);
+        if (found != stepsToRoot_.end() && found->second.step == undo_.size() - 1) {
+            stepsToRoot_.erase(found);
+        }
+    }
+}
+
+bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
+    QOB_REQUIRE(open_ == nullptr, "Undo and redo wait for the end of the open transaction.");
+    QOB_REQUIRE(!hasGate(ReadOnly), "A read-only deviant has no undo and no redo.");
+    if (from.empty()) {
+        return false;
+    }
+    to.reserve(to.size() + 1);
+    if (&from == &undo_) {
+        dropStepsToRoot();
+    }
+    Step& step = from.back();
+    if (isRoot() && model_.hasBranches()) {
+        for (SavedState const& saved : step.states) {
+            protectReaders(saved);
+        }
+    }
+    for (auto saved = step.states.rbegin(); saved != step.states.rend(); ++saved) {
+        exchange(*saved);
+    }
+    exchangeBackwards(step.parts);
+    // What is undone from the last write to the first is redone from the first to the last.
+    std::reverse(step.states.begin(), step.states.end());
+    std::reverse(step.parts.begin(), step.parts.end());
+    to.push_back(std::move(step));
+    from.pop_back();
+    if (&to == &undo_) {
+        enterStepsToRoot();
+    }
+    return true;
+}
+
+void DeviantData::exchange(SavedState& saved) {
+    if (isRoot()) {
+        std::swap(ModelCore::deviationsOf(saved.object).rootState_, saved.slot.state);
+        return;
+    }
+    auto const [entry, isNew] = states_.try_emplace(saved.object);
+    std::swap(entry->second, saved.slot);
+    if (entry->second.state == nullptr) {
+        states_.erase(entry);
+    } else {
+        ModelCore::deviationsOf(saved.object).hasBranchState_ = 1;
+    }
+}
+
+void DeviantData::protectReaders(SavedState const& saved) {
+    if (ModelCore::deviationsOf(saved.object).rootState_ != nullptr) {
+        saved.object->deviant_commitTransientState(self_);
+        return;
+    }
+    // The object is about to come back in the root: branches that don't know it stay without it.
+    model_.forEachBranch([&](DeviantData& branch) {
+        if (branch.state(saved.object) == nullptr) {
+            branch.setState(saved.object, static_cast<ObjectIntf*>(Deviant::InvalidObject));
+        }
+    });
+}
+
+void DeviantData::dropRecords() {
+    if (open_ != nullptr) {
+        Step step = std::move(open_->record);
+        closeTransaction();
+        step.release();
+    }
+    setUndoEnabled(false);
+}
+
+} // namespace QOB::internal

@@ -1,0 +1,129 @@
+#pragma once
+
+#include "model/deviantdata.h"
+#include "qob/kernel/deviant/deviations.h"
+#include "qob/qob/integer.h"
+#include "qob/qob/nsinterface/classobjectintf.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <unordered_map>
+#include <vector>
+
+namespace QOB::internal {
+
+/// The kernel's half of a model: its deviants, its objects in order of entry, its id index. Owned
+/// by the model object; every living model is in one list, so that what is left can be ended when
+/// the library stops.
+class ModelCore {
+public:
+    /// `model` is the model object itself, held by one count until the model ends.
+    explicit ModelCore(ClassObjectIntf* model);
+    ModelCore(ModelCore const&) = delete;
+    ModelCore& operator=(ModelCore const&) = delete;
+    ~ModelCore();
+
+    /// The living model of a valid deviant.
+    static ModelCore& of(Deviant deviant);
+    static DeviationsBase& deviationsOf(ClassObjectIntf const* object);
+    /// Ends every model that is left but `kept`.
+    static void endAll(ClassObjectIntf const* kept) noexcept;
+
+    ClassObjectIntf* model() const noexcept { return model_; }
+    Deviant root() const noexcept { return root_->self(); }
+    bool hasBranches() const noexcept { return root_->next_ != nullptr; }
+    template <class Function>
+    void forEachBranch(Function function) {
+        for (DeviantData* data = root_->next_; data != nullptr; data = data->next_) {
+            function(*data);
+        }
+    }
+
+    Deviant createBranch();
+    /// Rolls back what is open there, frees the states, ends the deviant.
+    void removeBranch(Deviant branch);
+    void allDeviants(std::vector<Deviant>& deviants) const;
+
+    /// Raises for an object of another model: nothing of one is entered here.
+    DeviationsBase& requireOwn(ClassObjectIntf const* object) const;
+
+    void addObject(ClassObjectIntf* object);
+    void removeObject(ClassObjectIntf* object);
+    /// Living objects in order of entry.
+    template <class Function>
+    void forEachObject(Function function) const {
+        for (ClassObjectIntf* const object : objects_) {
+            if (object != nullptr) {
+                function(object);
+            }
+        }
+    }
+    std::size_t objectCount() const noexcept { return objects_.size() - freeSlots_; }
+
+    /// An id that no object has: the next one above all others, and once the largest possible id
+    /// was used, one that is free.
+    Integer allocateId();
+    /// Enters an object under an id. Raises, with nothing changed, if another object has it in the
+    /// deviant or in any other one where both exist.
+    void bindId(Deviant deviant, ClassObjectIntf* object, Integer id);
+    /// Takes an object out of the index of ids.
+    void forgetId(ClassObjectIntf* object);
+    /// The object with the id that exists in the deviant, or null.
+    ClassObjectIntf* findId(Deviant deviant, Integer id) const;
+    /// Calls `function` with each object under the id, whatever deviant it exists in.
+    template <class Function>
+    void forEachWithId(int id, Function function) const {
+        if (ClassObjectIntf* const first = firstWithId(id); first != nullptr) {
+            function(first);
+        }
+        if (!sharedIds_.empty()) {
+            auto const [first, last] = sharedIds_.equal_range(id);
+            for (auto entry = first; entry != last; ++entry) {
+                function(entry->second);
+            }
+        }
+    }
+
+    /// Whether an object of the model may refer to another model.
+    bool mayReferElsewhere() const noexcept { return mayReferElsewhere_; }
+    void noteReferenceElsewhere() noexcept { mayReferElsewhere_ = true; }
+
+    /// In every deviant.
+    void forgetParts() noexcept;
+
+    /// Ends the model: every object is marked, every state and record freed, every deviant gone.
+    void end();
+
+private:
+    DeviantData& makeDeviant();
+    void retireDeviant(DeviantData& data);
+    /// Whether an object that has an id would share a deviant with one that gets it in `deviant`.
+    bool meets(ClassObjectIntf const* owner, ClassObjectIntf const* object, Deviant deviant) const;
+    bool isIdInUse(int id) const;
+    /// The first object under an id, or null.
+    ClassObjectIntf* firstWithId(int id) const;
+    /// The place of an id in the index, made if need be.
+    ClassObjectIntf*& placeOfId(int id);
+    void compactObjects();
+
+    ClassObjectIntf* model_;
+    DeviantData* root_ = nullptr;
+    DeviantData* last_ = nullptr;
+    ModelCore* previousModel_ = nullptr;
+    ModelCore* nextModel_ = nullptr;
+
+    std::vector<ClassObjectIntf*> objects_;
+    std::size_t freeSlots_ = 0;
+    /// An id leads to one object but for undone creations and the like, which share it. Ids that
+    /// the model hands out follow each other and are found by position, all others by hash.
+    std::vector<ClassObjectIntf*> denseIds_;
+    boost::unordered_flat_map<int, ClassObjectIntf*> sparseIds_;
+    std::unordered_multimap<int, ClassObjectIntf*> sharedIds_;
+    /// The largest id that was ever used.
+    int highestId_ = 0;
+    /// The last id that was found free, once there is none above the largest.
+    int lastFreeId_ = 0;
+    bool mayReferElsewhere_ = false;
+};
+
+} // namespace QOB::internal

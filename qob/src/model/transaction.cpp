@@ -1,0 +1,50 @@
+#include "qob/qob/transaction.h"
+
+#include "model/modelcore.h"
+#include "qob/kernel/factory/create.h"
+#include "qob/qob/model.h"
+
+namespace QOB {
+
+using internal::DeviantData;
+
+Transaction::Transaction(Model const& model)
+    : deviant_(internal::accessedDeviant(model)),
+      serial_(DeviantData::of(deviant_).begin()),
+      level_(DeviantData::of(deviant_).depth()) {
+}
+
+Transaction::~Transaction() {
+    if (isOpen()) {
+        DeviantData::of(deviant_).rollback();
+    }
+}
+
+bool Transaction::isOpen() const noexcept {
+    return !ended_ && deviant_.isWithinTransaction() && DeviantData::of(deviant_).isOpen(serial_);
+}
+
+void Transaction::requireOpen(char const* operation) const {
+    if (!isOpen()) {
+        QOB_FAIL("Cannot %s the transaction: it has ended%s.",
+                 operation,
+                 ended_ ? "" : " by the rollback of another one or with its deviant");
+    }
+}
+
+void Transaction::commit() {
+    requireOpen("commit");
+    DeviantData& data = DeviantData::of(deviant_);
+    QOB_REQUIRE(data.depth() == level_,
+                "Cannot commit the transaction: a transaction inside it is still open.");
+    data.commit();
+    ended_ = true;
+}
+
+void Transaction::rollback() {
+    requireOpen("roll back");
+    ended_ = true;
+    DeviantData::of(deviant_).rollback();
+}
+
+} // namespace QOB
