@@ -13,5 +13,6 @@
     tables.py      the class as data: its properties by number
     includes.py    what each generated file must include
     outputs.py     which files a package becomes, and the text of each
+    layout.py      breaks lines that are too long
     writer.py      writes what changed and nothing else
 """

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 from dataclasses import dataclass, field
 from functools import cached_property
+from pathlib import Path
 from typing import Iterator, Optional, Union
 
 from . import names
@@ -58,6 +59,11 @@ class Package:
     @property
     def types(self) -> dict[str, Type]:
         return {t.name: t for t in [*self.data_types, *self.classes]}
+
+    @property
+    def model_path(self) -> str:
+        """The metamodel file as banners name it: its folder and its name, the same on any machine."""
+        return "/".join(Path(self.file).resolve().parts[-2:])
 
     @property
     def created_classes(self) -> list[MetaClass]:

@@ -4,11 +4,11 @@ from __future__ import annotations
 
 from dataclasses import dataclass, replace
 from pathlib import Path
-from typing import Any
+from typing import Any, Callable
 
 import jinja2
 
-from . import containment, includes, names, operations, shapes, tables
+from . import containment, includes, layout, names, operations, shapes, tables
 from .model import MetaClass, Package
 
 TEMPLATES = Path(__file__).resolve().parent.parent / "templates"
@@ -99,7 +99,10 @@ def _class_outputs(each: MetaClass) -> list[Output]:
 
 
 class Renderer:
-    def __init__(self) -> None:
+    """Fills templates in; `finish` is the last step of each text."""
+
+    def __init__(self, finish: Callable[[str], str] = layout.wrapped) -> None:
+        self._finish = finish
         self._environment = jinja2.Environment(
             loader=jinja2.FileSystemLoader(TEMPLATES),
             undefined=jinja2.StrictUndefined,
@@ -129,7 +132,8 @@ class Renderer:
             self._environment.globals[module.__name__.rpartition(".")[2]] = module
 
     def render(self, output: Output) -> str:
-        return self._environment.get_template(output.template).render(output.context)
+        text = self._environment.get_template(output.template).render(output.context)
+        return self._finish(text)
 
 
 def _comment(texts: list[str], indent: int = 0) -> str:

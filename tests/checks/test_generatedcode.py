@@ -1,6 +1,6 @@
 import unittest
 
-from velum_checks.generatedcode import class_names, control_flow, long_bodies
+from velum_checks.generatedcode import class_names, control_flow, long_bodies, long_lines
 
 
 class ControlFlow(unittest.TestCase):
@@ -46,6 +46,16 @@ class Bodies(unittest.TestCase):
     def test_bodies_of_one_statement_or_none_pass(self) -> None:
         text = 'S::S(int a) : a_(a) {}\nint f() { return g("a;b;c"); } // one; two;\n'
         self.assertEqual([], long_bodies(text))
+
+
+class Lines(unittest.TestCase):
+    def test_a_line_that_could_be_broken_is_found_with_its_width(self) -> None:
+        text = f'short();\n{"a" * 101}();\n/// {"b " * 50}\nf("{"c" * 100}");\n'
+        self.assertEqual([(2, 104), (3, 104), (4, 106)], long_lines(text))
+
+    def test_the_widest_line_and_what_cannot_be_broken_pass(self) -> None:
+        name = "c" * 100
+        self.assertEqual([], long_lines(f'{"a" * 100}\n#include "{name}.h"\n    "{name}")\n'))
 
 
 class ClassNames(unittest.TestCase):

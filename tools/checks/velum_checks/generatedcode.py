@@ -1,4 +1,5 @@
-"""Generated bodies are one statement that decides nothing; templates know no class by name."""
+"""Generated bodies are one statement that decides nothing, generated headers keep to 100 columns, and
+templates know no class by name."""
 
 from __future__ import annotations
 
@@ -46,6 +47,20 @@ def long_bodies(text: str) -> list[tuple[int, int]]:
     return [(code.count("\n", 0, at) + 1, count) for at, count in bodies if count > 1]
 
 
+_WIDTH = 100
+# Lines that can't be broken: an #include and a literal.
+_UNBREAKABLE = re.compile(r"""#include |\s*"(?:\\.|[^"\\])*"\W*\Z""")
+
+
+def long_lines(text: str) -> list[tuple[int, int]]:
+    """Number and width of each line that is too wide and could be broken."""
+    return [
+        (number, len(line))
+        for number, line in enumerate(text.splitlines(), 1)
+        if len(line) > _WIDTH and not _UNBREAKABLE.match(line)
+    ]
+
+
 def class_names(template: str, names: frozenset[str]) -> list[tuple[int, str]]:
     """Line and name of each metaclass, or one of its forms, that a template spells out.
 
@@ -79,6 +94,9 @@ def _find(project: Project) -> list[str]:
                     findings.append(f"{place}:{line}: control flow ({word})")
                 for line, count in long_bodies(text):
                     findings.append(f"{place}:{line}: a body of several statements ({count})")
+                if path.suffix == ".h":
+                    for line, width in long_lines(text):
+                        findings.append(f"{place}:{line}: a line of {width} columns")
     names = metaclasses(project)
     for path in project.tracked("generator/templates/*"):
         for line, name in class_names(path.read_text(encoding="utf-8"), names):
@@ -88,7 +106,7 @@ def _find(project: Project) -> list[str]:
 
 CHECK = Check(
     name="thin",
-    meaning="generated code decides nothing, templates name no class",
-    fix="move the rule into hand-written C++, and the exception into metamodel/",
+    meaning="generated code decides nothing and keeps to 100 columns, templates name no class",
+    fix="move the rule into hand-written C++, the exception into metamodel/; break lines in layout.py",
     find=_find,
 )

@@ -13,7 +13,7 @@ from .check import Check
 from .project import Project
 
 _GROUP = 8
-_GENERATED = "// Generated from the metamodel"
+_GENERATED = "// Generated from "
 _FLAGS = ("-std=c++20", "-Wall", "-Wextra", "-Wpedantic", "-Werror", "-x", "c++")
 
 
