@@ -14,5 +14,6 @@
     includes.py    what each generated file must include
     outputs.py     which files a package becomes, and the text of each
     layout.py      breaks lines that are too long
+    documentation.py  what a handle's documentation reports about a property
     writer.py      writes what changed and nothing else
 """

@@ -8,7 +8,7 @@ from typing import Any, Callable
 
 import jinja2
 
-from . import containment, includes, layout, names, operations, shapes, tables
+from . import containment, documentation, includes, layout, names, operations, shapes, tables
 from .model import MetaClass, Package
 
 TEMPLATES = Path(__file__).resolve().parent.parent / "templates"
@@ -128,7 +128,7 @@ class Renderer:
             shapes.field_type,
         ):
             self._environment.globals[function.__name__] = function
-        for module in (containment, includes, tables):
+        for module in (containment, documentation, includes, tables):
             self._environment.globals[module.__name__.rpartition(".")[2]] = module
 
     def render(self, output: Output) -> str:
