@@ -23,15 +23,10 @@ public:
           units_(context, references_, objects_),
           methodObjects_(context, methods_, units_, objects_),
           constraints_(context, methods_, units_, objects_),
-          primitives_(context,
-                      references_,
-                      methods_,
-                      units_,
-                      methodObjects_,
-                      constraints_,
-                      objects_),
+          maker_(context, methods_, methodObjects_, objects_),
+          primitives_(context, references_, maker_, units_, methodObjects_, constraints_, objects_),
           values_(context, references_, objects_),
-          types_(context, references_, planner_, maps_, primitives_, values_, objects_) {}
+          types_(context, references_, planner_, maps_, maker_, primitives_, values_, objects_) {}
 
     /// Each kind after those that its objects refer to.
     std::vector<ClassCount> build() {
@@ -56,6 +51,7 @@ private:
     UnitImporter units_;
     CompuMethodImporter methodObjects_;
     Constraints constraints_;
+    TypeMaker maker_;
     PrimitiveBuilder primitives_;
     ValueBuilder values_;
     TypeImporter types_;

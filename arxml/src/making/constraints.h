@@ -1,6 +1,6 @@
 #pragma once
 
-#include "making/objects.h"
+#include "making/made_objects.h"
 #include "making/unit_importer.h"
 #include "planning/catalogue.h"
 #include "planning/compu_methods.h"

@@ -95,10 +95,7 @@ types::PrimitiveType TableBuilder::makePart(Element properties) {
     if (!isThere) {
         return {};
     }
-    const TypePlan plan = planner_.planOfPart(properties);
-    types::PrimitiveType part = primitives_.make(plan, {});
-    primitives_.setProperties(part, plan, properties, true);
-    return part;
+    return primitives_.makePart(planner_.planOfPart(properties), properties);
 }
 
 types::Axis TableBuilder::makeAxis(Element element) {
@@ -159,7 +156,7 @@ void TableBuilder::fillGrouped(types::Axis const& axis, Element grouped) {
     if (!target) {
         return;
     }
-    const foundation::ValueType object = typeAt_(target);
+    const foundation::ValueType object = made_.find(target);
     if (!object.isValid()) {
         references_.reportNoObject(reference, target);
         return;
@@ -188,7 +185,7 @@ types::PrimitiveType TableBuilder::primitiveAt(Element reference) {
     if (!target) {
         return {};
     }
-    const foundation::ValueType object = typeAt_(target);
+    const foundation::ValueType object = made_.find(target);
     if (!object.isValid()) {
         references_.reportNoObject(reference, target);
         return {};

@@ -2,28 +2,24 @@
 
 #include "making/primitive_builder.h"
 
-#include <functional>
-
 namespace velum::arxml {
 
 /// Fills lookup tables and shared axes, which the type importer has made.
 class TableBuilder {
 public:
-    /// `typeAt` gives the object made of a type; empty if there is none.
-    using TypeAt = std::function<foundation::ValueType(Element)>;
-
+    /// `made` are the objects of all types.
     TableBuilder(ImportContext const& context,
                  References& references,
                  TypePlanner& planner,
                  PrimitiveBuilder& primitives,
                  Objects& objects,
-                 TypeAt typeAt)
+                 ObjectsOf<foundation::ValueType> const& made)
         : context_(context),
           references_(references),
           planner_(planner),
           primitives_(primitives),
           objects_(objects),
-          typeAt_(std::move(typeAt)) {}
+          made_(made) {}
 
     /// Makes the SwRecordLayout objects, by name only: the model has no place for what they hold.
     void buildLayouts(Catalogue const& catalogue);
@@ -50,7 +46,7 @@ private:
     TypePlanner& planner_;
     PrimitiveBuilder& primitives_;
     Objects& objects_;
-    TypeAt typeAt_;
+    ObjectsOf<foundation::ValueType> const& made_; // of types
     ObjectsOf<types::SwRecordLayout> layouts_;
 };
 

@@ -1,6 +1,7 @@
 #include "making/type_importer.h"
 
 #include "making/dimension_reader.h"
+#include "making/type_table.h"
 
 #include <string_view>
 #include <unordered_set>
@@ -60,14 +61,14 @@ void TypeImporter::build(Catalogue const& catalogue) {
     for (const NameId kind : typeKinds) {
         for (const Element type : catalogue.ofKind(kind)) {
             TypePlan const& plan = planner_.plan(type);
-            if (plan.metaclass == Metaclass::none) {
+            if (plan.kind == TypeKind::none) {
                 context_.account.skip(type, plan.reason);
                 context_.fileOf(type).omissions.push_back({ImportContext::placeOf(type),
                                                            type.name(),
                                                            plan.reason,
                                                            causeOfOmission(type, plan)});
             } else {
-                made_.add(type, make(plan, {type, {}}));
+                made_.add(type, maker_.make(plan, {type, {}}));
             }
         }
     }
@@ -83,61 +84,27 @@ void TypeImporter::build(Catalogue const& catalogue) {
     }
 }
 
-ValueType TypeImporter::make(TypePlan const& plan, Identity const& identity) {
-    switch (plan.metaclass) {
-    case Metaclass::matrix:
-        return ValueType(identity.make<types::Matrix>(objects_));
-    case Metaclass::structure:
-        return ValueType(identity.make<types::Structure>(objects_));
-    case Metaclass::voidPointer:
-        return ValueType(identity.make<types::VoidPointer>(objects_));
-    case Metaclass::lookupTable:
-        return ValueType(identity.make<types::LookupTableType>(objects_));
-    case Metaclass::sharedAxis:
-        return ValueType(identity.make<types::SharedAxisType>(objects_));
-    default:
-        return ValueType(primitives_.make(plan, identity));
-    }
-}
-
 void TypeImporter::fill(ValueType const& object, Element type, TypePlan const& plan) {
-    switch (plan.metaclass) {
-    case Metaclass::matrix:
-        fillMatrix(types::Matrix(object), type, plan);
-        break;
-    case Metaclass::structure:
-        fillStructure(types::Structure(object), type);
-        if (plan.origin) {
-            structureAliases_.emplace_back(object, made_.find(plan.origin));
-        }
-        break;
-    case Metaclass::voidPointer:
-        context_.account.consume(type.child(element::category));
-        // The model has no reference from pointer to pointer either.
-        fillPointer(types::VoidPointer(object), plan.origin ? plan.origin : type);
-        break;
-    case Metaclass::lookupTable:
-        tables_.fillTable(types::LookupTableType(object), type);
-        break;
-    case Metaclass::sharedAxis:
-        tables_.fillSharedAxis(types::SharedAxisType(object), type);
-        break;
-    default:
-        fillPrimitive(types::PrimitiveType(object), type, plan);
-        break;
-    }
+    (this->*TypeTable::row(plan.kind).fill)(object, type, plan);
     const Element invalid = propertiesOf(type).child(element::invalidValue);
     if (const auto value = values_.makeIn(invalid, object); value.isValid()) {
         object.setInvalidValue(value);
     }
 }
 
-void TypeImporter::fillPrimitive(types::PrimitiveType const& object,
-                                 Element type,
-                                 TypePlan const& plan) {
+void TypeImporter::fillTable(ValueType const& object, Element type, TypePlan const& /*plan*/) {
+    tables_.fillTable(types::LookupTableType(object), type);
+}
+
+void TypeImporter::fillSharedAxis(ValueType const& object, Element type, TypePlan const& /*plan*/) {
+    tables_.fillSharedAxis(types::SharedAxisType(object), type);
+}
+
+void TypeImporter::fillPrimitive(ValueType const& object, Element type, TypePlan const& plan) {
+    const types::PrimitiveType primitive(object);
     context_.account.consume(type.child(element::category));
-    primitives_.setProperties(object, plan, propertiesOf(type), isApplication(type));
-    setReference(object, type, plan);
+    primitives_.setProperties(primitive, plan, propertiesOf(type), isApplication(type));
+    setReference(primitive, type, plan);
 }
 
 /// To the type it refers to, or to the one it is mapped to.
@@ -175,7 +142,8 @@ ValueType TypeImporter::typeAt(Element reference) {
     return object;
 }
 
-void TypeImporter::fillMatrix(types::Matrix const& matrix, Element type, TypePlan const& plan) {
+void TypeImporter::fillMatrix(ValueType const& object, Element type, TypePlan const& plan) {
+    const types::Matrix matrix(object);
     matrix.setIsApplication(QOB::Boolean(isApplication(type)));
     context_.account.consume(type.child(element::category));
     if (type.is(element::applicationArrayDataType)) {
@@ -205,7 +173,7 @@ void TypeImporter::fillArray(types::Matrix const& matrix, Element type) {
         return;
     }
     TypePlan const& plan = planner_.plan(innermost);
-    if (plan.metaclass == Metaclass::none) {
+    if (plan.kind == TypeKind::none) {
         context_.account.skip(innermost, plan.reason);
         return;
     }
@@ -214,7 +182,7 @@ void TypeImporter::fillArray(types::Matrix const& matrix, Element type) {
                                   ? Identity{{}, type.child(element::shortName).text()}
                                   : Identity{innermost, {}};
     const ValueType known = made_.find(innermost); // another name for the same matrix came before
-    const ValueType base = known.isValid() ? known : make(plan, identity);
+    const ValueType base = known.isValid() ? known : maker_.make(plan, identity);
     if (!known.isValid()) {
         made_.add(innermost, base);
         fill(base, innermost, plan);
@@ -264,15 +232,21 @@ void TypeImporter::fillValueBlock(types::Matrix const& matrix, Element type) {
     if (const Element size = properties.child(element::swValueBlockSize); size && !sizes) {
         addDimension(context_, matrix, size);
     }
-    const TypePlan plan = planner_.planOfPart(properties);
-    const types::PrimitiveType part = primitives_.make(plan, {});
-    primitives_.setProperties(part, plan, properties, true);
-    matrix.setBaseType(ValueType(part));
+    matrix.setBaseType(
+        ValueType(primitives_.makePart(planner_.planOfPart(properties), properties)));
 }
 
-void TypeImporter::fillStructure(types::Structure const& structure, Element type) {
+void TypeImporter::fillStructure(ValueType const& object, Element type, TypePlan const& plan) {
+    const types::Structure structure(object);
     structure.setIsApplication(QOB::Boolean(isApplication(type)));
     context_.account.consume(type.child(element::category));
+    addMembers(structure, type);
+    if (plan.origin) {
+        structureAliases_.emplace_back(structure, made_.find(plan.origin));
+    }
+}
+
+void TypeImporter::addMembers(types::Structure const& structure, Element type) {
     const bool isRecord = type.is(element::applicationRecordDataType);
     std::unordered_set<std::string_view> names;
     for (const Element member :
@@ -355,19 +329,22 @@ ValueType TypeImporter::makeInline(Element member) {
         return ValueType(matrix);
     }
     TypePlan const& plan = planner_.plan(member);
-    if (plan.metaclass == Metaclass::none) {
+    if (plan.kind == TypeKind::none) {
         context_.account.skip(member.child(element::subElements), plan.reason);
         context_.account.skip(member.child(element::swDataDefProps), plan.reason);
         context_.account.skip(member.child(element::category), plan.reason);
         return {};
     }
-    ValueType type = make(plan, identity);
+    ValueType type = maker_.make(plan, identity);
     fill(type, member, plan);
     return type;
 }
 
-void TypeImporter::fillPointer(types::VoidPointer const& pointer, Element type) {
-    const Element properties = propertiesOf(type);
+void TypeImporter::fillPointer(ValueType const& object, Element type, TypePlan const& plan) {
+    const types::VoidPointer pointer(object);
+    context_.account.consume(type.child(element::category));
+    // The model has no reference from pointer to pointer either.
+    const Element properties = propertiesOf(plan.origin ? plan.origin : type);
     if (const Element policy = properties.child(element::swImplPolicy)) {
         pointer.setSwImplPolicy(toString(policy.text()));
         context_.account.consume(policy);

@@ -17,6 +17,7 @@ public:
                  References& references,
                  TypePlanner& planner,
                  TypeMaps const& maps,
+                 TypeMaker& maker,
                  PrimitiveBuilder& primitives,
                  ValueBuilder& values,
                  Objects& objects)
@@ -24,12 +25,11 @@ public:
           references_(references),
           planner_(planner),
           maps_(maps),
+          maker_(maker),
           primitives_(primitives),
           values_(values),
           objects_(objects),
-          tables_(context, references, planner, primitives, objects, [this](Element type) {
-              return made_.find(type);
-          }) {}
+          tables_(context, references, planner, primitives, objects, made_) {}
     TypeImporter(TypeImporter const&) = delete;
     TypeImporter& operator=(TypeImporter const&) = delete;
 
@@ -37,27 +37,32 @@ public:
     void build(Catalogue const& catalogue);
 
 private:
-    foundation::ValueType make(TypePlan const& plan, Identity const& identity);
+    friend struct TypeTable;
+
     void fill(foundation::ValueType const& object, Element type, TypePlan const& plan);
-    void fillPrimitive(types::PrimitiveType const& object, Element type, TypePlan const& plan);
+    void fillPrimitive(foundation::ValueType const& object, Element type, TypePlan const& plan);
+    void fillMatrix(foundation::ValueType const& object, Element type, TypePlan const& plan);
+    void fillStructure(foundation::ValueType const& object, Element type, TypePlan const& plan);
+    void fillPointer(foundation::ValueType const& object, Element type, TypePlan const& plan);
+    void fillTable(foundation::ValueType const& object, Element type, TypePlan const& plan);
+    void fillSharedAxis(foundation::ValueType const& object, Element type, TypePlan const& plan);
     void setReference(types::PrimitiveType const& object, Element type, TypePlan const& plan);
-    void fillMatrix(types::Matrix const& matrix, Element type, TypePlan const& plan);
     void fillArray(types::Matrix const& matrix, Element type);
     Element addDimensions(types::Matrix const& matrix, Element type);
     void fillApplicationArray(types::Matrix const& matrix, Element type);
     void fillValueBlock(types::Matrix const& matrix, Element type);
-    void fillStructure(types::Structure const& structure, Element type);
+    void addMembers(types::Structure const& structure, Element type);
     void copyMembers(types::Structure const& alias, types::Structure const& origin);
     void addMember(types::Structure const& structure, Element member);
     void setMemberType(types::StructElement const& object, Element member);
     foundation::ValueType makeInline(Element member);
-    void fillPointer(types::VoidPointer const& pointer, Element type);
     foundation::ValueType typeAt(Element reference);
 
     ImportContext context_;
     References& references_;
     TypePlanner& planner_;
     TypeMaps const& maps_;
+    TypeMaker& maker_;
     PrimitiveBuilder& primitives_;
     ValueBuilder& values_;
     Objects& objects_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "making/objects.h"
+#include "making/made_objects.h"
 #include "planning/constant_circles.h"
 #include "planning/references.h"
 

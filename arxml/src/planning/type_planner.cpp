@@ -31,19 +31,19 @@ Element TypePlanner::constraintOf(Element properties) {
     return references_.target(properties.child(element::dataConstrRef), {element::dataConstr});
 }
 
-Metaclass TypePlanner::metaclassOf(BaseType const& baseType, Element method) const {
+TypeKind TypePlanner::kindOf(BaseType const& baseType, Element method) const {
     switch (baseType.encoding.values) {
     case Encoding::Values::integer:
-        return isEnumeration(method) ? Metaclass::enumeration : Metaclass::integer;
+        return isEnumeration(method) ? TypeKind::enumeration : TypeKind::integer;
     case Encoding::Values::floatingPoint:
-        return hasFormat(baseType.bits.value_or(0)) ? Metaclass::floatingPoint : Metaclass::none;
+        return hasFormat(baseType.bits.value_or(0)) ? TypeKind::floatingPoint : TypeKind::none;
     case Encoding::Values::boolean:
-        return Metaclass::boolean;
+        return TypeKind::boolean;
     case Encoding::Values::nothing:
     case Encoding::Values::other:
         break;
     }
-    return Metaclass::none;
+    return TypeKind::none;
 }
 
 TypePlan const& TypePlanner::plan(Element type) {
@@ -54,9 +54,9 @@ TypePlan const& TypePlanner::plan(Element type) {
     if (type.is(element::applicationPrimitiveDataType)) {
         planApplicationPrimitive(type, plan);
     } else if (type.is(element::applicationArrayDataType)) {
-        plan.metaclass = Metaclass::matrix;
+        plan.kind = TypeKind::matrix;
     } else if (type.is(element::applicationRecordDataType)) {
-        plan.metaclass = Metaclass::structure;
+        plan.kind = TypeKind::structure;
     } else {
         planImplementation(type);
     }
@@ -105,13 +105,13 @@ bool TypePlanner::step(Element type, TypePlan& plan) {
         planValue(type, plan);
         return false;
     case TypeForm::array:
-        plan.metaclass = Metaclass::matrix;
+        plan.kind = TypeKind::matrix;
         return false;
     case TypeForm::structure:
-        plan.metaclass = Metaclass::structure;
+        plan.kind = TypeKind::structure;
         return false;
     case TypeForm::pointer:
-        plan.metaclass = Metaclass::voidPointer;
+        plan.kind = TypeKind::voidPointer;
         return false;
     case TypeForm::other:
         return false;
@@ -142,17 +142,17 @@ void TypePlanner::planValue(Element type, TypePlan& plan) {
         return;
     }
     plan.baseType = &baseTypes_.at(baseType);
-    if (metaclassOf(*plan.baseType, {}) != Metaclass::none) {
+    if (kindOf(*plan.baseType, {}) != TypeKind::none) {
         plan.method = methodOf(propertiesOf(type));
         plan.constraint = constraintOf(propertiesOf(type));
-        plan.metaclass = metaclassOf(*plan.baseType, plan.method);
+        plan.kind = kindOf(*plan.baseType, plan.method);
     }
 }
 
 /// A type is what the type it refers to is, but its own method and constraint come first.
 void TypePlanner::finishReference(Element type, TypePlan& plan) {
     TypePlan const& target = slot(plan.target);
-    if (target.metaclass == Metaclass::none) {
+    if (target.kind == TypeKind::none) {
         plan.reason = Reason::dangling;
         references_.reportNoObject(propertiesOf(type).child(element::implementationDataTypeRef),
                                    plan.target);
@@ -161,7 +161,7 @@ void TypePlanner::finishReference(Element type, TypePlan& plan) {
     }
     plan.origin = target.origin ? target.origin : plan.target;
     plan.baseType = target.baseType;
-    plan.metaclass = target.metaclass;
+    plan.kind = target.kind;
     plan.method = methodOf(propertiesOf(type));
     plan.constraint = constraintOf(propertiesOf(type));
     if (!plan.method) {
@@ -171,7 +171,7 @@ void TypePlanner::finishReference(Element type, TypePlan& plan) {
         plan.constraint = target.constraint;
     }
     if (plan.baseType != nullptr) {
-        plan.metaclass = metaclassOf(*plan.baseType, plan.method);
+        plan.kind = kindOf(*plan.baseType, plan.method);
     }
 }
 
@@ -182,29 +182,29 @@ void TypePlanner::inferCategory(Element type, char const* category) const {
 }
 
 void TypePlanner::planApplicationPrimitive(Element type, TypePlan& plan) {
-    static const std::unordered_map<std::string_view, Metaclass> metaclasses = {
-        {"VALUE", Metaclass::floatingPoint},
-        {"BOOLEAN", Metaclass::boolean},
-        {"VAL_BLK", Metaclass::matrix},
-        {"CURVE", Metaclass::lookupTable},
-        {"MAP", Metaclass::lookupTable},
-        {"CUBOID", Metaclass::lookupTable},
-        {"CUBE_4", Metaclass::lookupTable},
-        {"CUBE_5", Metaclass::lookupTable},
-        {"COM_AXIS", Metaclass::sharedAxis},
-        {"RES_AXIS", Metaclass::sharedAxis},
-        {"CURVE_AXIS", Metaclass::sharedAxis},
+    static const std::unordered_map<std::string_view, TypeKind> kinds = {
+        {"VALUE", TypeKind::floatingPoint},
+        {"BOOLEAN", TypeKind::boolean},
+        {"VAL_BLK", TypeKind::matrix},
+        {"CURVE", TypeKind::lookupTable},
+        {"MAP", TypeKind::lookupTable},
+        {"CUBOID", TypeKind::lookupTable},
+        {"CUBE_4", TypeKind::lookupTable},
+        {"CUBE_5", TypeKind::lookupTable},
+        {"COM_AXIS", TypeKind::sharedAxis},
+        {"RES_AXIS", TypeKind::sharedAxis},
+        {"CURVE_AXIS", TypeKind::sharedAxis},
     };
     std::string_view category = type.child(element::category).text();
     if (category.empty()) {
         inferCategory(type, "VALUE");
         category = "VALUE";
     }
-    const auto found = metaclasses.find(category);
-    if (found == metaclasses.end()) {
+    const auto found = kinds.find(category);
+    if (found == kinds.end()) {
         return;
     }
-    plan.metaclass = found->second;
+    plan.kind = found->second;
     plan.method = methodOf(propertiesOf(type));
     plan.constraint = constraintOf(propertiesOf(type));
     TypeMaps::Map const* const map = maps_.find(type);
@@ -212,7 +212,7 @@ void TypePlanner::planApplicationPrimitive(Element type, TypePlan& plan) {
         plan.target = map->implementation;
         this->plan(plan.target);
     }
-    if (plan.metaclass == Metaclass::floatingPoint) {
+    if (plan.kind == TypeKind::floatingPoint) {
         planApplicationValue(plan);
     }
 }
@@ -222,13 +222,13 @@ void TypePlanner::planApplicationValue(TypePlan& plan) {
     TypePlan const* const target = plan.target ? &slot(plan.target) : nullptr;
     plan.baseType = target == nullptr ? nullptr : target->baseType;
     if (isEnumeration(plan.method)) {
-        plan.metaclass = Metaclass::enumeration;
+        plan.kind = TypeKind::enumeration;
     } else if (target == nullptr || plan.baseType == nullptr) {
-        plan.metaclass = Metaclass::floatingPoint;
+        plan.kind = TypeKind::floatingPoint;
     } else if (plan.baseType->isInteger()) {
-        plan.metaclass = methods_.lineOf(plan.method) ? Metaclass::fixedPoint : Metaclass::integer;
-    } else if (target->metaclass != Metaclass::none) {
-        plan.metaclass = target->metaclass;
+        plan.kind = methods_.lineOf(plan.method) ? TypeKind::fixedPoint : TypeKind::integer;
+    } else if (target->kind != TypeKind::none) {
+        plan.kind = target->kind;
     }
 }
 
@@ -238,11 +238,11 @@ TypePlan TypePlanner::planOfPart(Element properties) {
     plan.constraint = constraintOf(properties);
     const Element baseType =
         references_.target(properties.child(element::baseTypeRef), {element::swBaseType});
-    plan.metaclass = isEnumeration(plan.method) ? Metaclass::enumeration : Metaclass::floatingPoint;
+    plan.kind = isEnumeration(plan.method) ? TypeKind::enumeration : TypeKind::floatingPoint;
     if (baseType) {
         plan.baseType = &baseTypes_.at(baseType);
-        const Metaclass metaclass = metaclassOf(*plan.baseType, plan.method);
-        plan.metaclass = metaclass == Metaclass::none ? plan.metaclass : metaclass;
+        const TypeKind kind = kindOf(*plan.baseType, plan.method);
+        plan.kind = kind == TypeKind::none ? plan.kind : kind;
     }
     plan.isDecided = true;
     return plan;

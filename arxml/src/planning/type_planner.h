@@ -10,8 +10,8 @@
 
 namespace velum::arxml {
 
-/// The metaclasses of types.
-enum class Metaclass {
+/// What a type is, by the class of the object that is made of it.
+enum class TypeKind {
     none,
     integer,
     fixedPoint,
@@ -25,14 +25,9 @@ enum class Metaclass {
     sharedAxis,
 };
 
-/// Whether the metaclass is one of primitive types.
-constexpr bool isPrimitive(Metaclass metaclass) {
-    return metaclass >= Metaclass::integer && metaclass <= Metaclass::enumeration;
-}
-
 /// What becomes of one type and what it is decided by.
 struct TypePlan {
-    Metaclass metaclass = Metaclass::none;
+    TypeKind kind = TypeKind::none;
     Reason reason = Reason::noClass;    ///< of one that gets no object
     BaseType const* baseType = nullptr; ///< at the end of the references or of the map
     Element method;                     ///< its own, or that of the type it refers to
@@ -75,7 +70,7 @@ private:
     void planApplicationPrimitive(Element type, TypePlan& plan);
     void planApplicationValue(TypePlan& plan);
     void inferCategory(Element type, char const* category) const;
-    Metaclass metaclassOf(BaseType const& baseType, Element method) const;
+    TypeKind kindOf(BaseType const& baseType, Element method) const;
     bool isEnumeration(Element method) const {
         return method && methods_.at(method).isEnumeration();
     }

@@ -1,4 +1,4 @@
-#include "making/objects.h"
+#include "making/made_objects.h"
 
 namespace velum::arxml {
 
