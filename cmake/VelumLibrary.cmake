@@ -2,7 +2,8 @@
 #     EXPORT_NAME <name>          velum::<name>, in the build and for users of the package
 #     EXPORT_MACRO <macro>        defined while the library itself is compiled
 #     DESCRIPTION <sentence>      one line for users of pkg-config
-#     INCLUDE_DIRS <dir>...       public include trees, installed as they stand
+#     INCLUDE_DIRS <dir>...       public include trees, installed but for
+#     INTERNAL <path>...          what in them only the project's own libraries include
 #     SOURCES <file>...           written by hand
 #     GENERATED <file>...         written by the generator
 #     PUBLIC_LINK <target>...     PRIVATE_LINK <target>...
@@ -13,7 +14,7 @@
 function(velum_add_library target)
     cmake_parse_arguments(
         ARG "" "EXPORT_NAME;EXPORT_MACRO;DESCRIPTION"
-        "INCLUDE_DIRS;SOURCES;GENERATED;PUBLIC_LINK;PRIVATE_LINK;PRECOMPILE" ${ARGN})
+        "INCLUDE_DIRS;INTERNAL;SOURCES;GENERATED;PUBLIC_LINK;PRIVATE_LINK;PRECOMPILE" ${ARGN})
     add_library(${target} SHARED ${ARG_SOURCES} ${ARG_GENERATED})
     velum_unite(${target} MOST 8 SOURCES ${ARG_SOURCES})
     if(ARG_GENERATED)
@@ -28,7 +29,8 @@ function(velum_add_library target)
         PRIVATE $<BUILD_INTERFACE:velum_build_flags> ${ARG_PRIVATE_LINK})
     foreach(dir IN LISTS ARG_INCLUDE_DIRS)
         target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${dir}>)
-        install(DIRECTORY "${dir}/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+        list(TRANSFORM ARG_INTERNAL REPLACE "(.+)" "PATTERN;\\1;EXCLUDE" OUTPUT_VARIABLE internal)
+        install(DIRECTORY "${dir}/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" ${internal})
     endforeach()
     target_include_directories(${target} INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     set_target_properties(

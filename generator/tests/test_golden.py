@@ -38,5 +38,5 @@ class Golden(unittest.TestCase):
             '/// Ein "Tier" mit \\ und Größe: es frißt.\n', self.texts["include/zoo/parkzooanimal.h"]
         )
         self.assertIn(
-            '{"no \\"name\\""}', self.texts["include/zoo/nsimplementation/parkzooanimalstate.h"]
+            '{"no \\"name\\""}', self.texts["src/zoo/nsimplementation/parkzooanimalstate.h"]
         )

@@ -48,11 +48,6 @@ def of_bodies(cls: MetaClass) -> list[str]:
     return sorted({cls.handle_header, *(t.handle_header for t in handles)})
 
 
-def of_rules(cls: MetaClass) -> list[str]:
-    """The kernel's headers with the rules that the operations call."""
-    return sorted({op.rule_header for op in operations.own_operations(cls) if op.rule_header})
-
-
 def of_state(cls: MetaClass) -> list[str]:
     """What the fields of a class's own block and its operations on a state name."""
     on_state = operations.state_operations(cls)
@@ -65,11 +60,9 @@ def of_states(cls: MetaClass) -> list[str]:
 
 
 def of_root(cls: MetaClass) -> list[str]:
-    """What the root object's getters return, the rules of its setters, and what it contains and is
-    linked to."""
+    """What the root object's getters return, and what it contains and is linked to."""
     types = [p.type for p in cls.all_properties()]
-    rules = {op.rule_header for op in operations.root_setters(cls)}
-    return sorted({t.handle_header for t in types if isinstance(t, MetaClass)} | rules)
+    return sorted({t.handle_header for t in types if isinstance(t, MetaClass)})
 
 
 def of_tables(cls: MetaClass) -> list[str]:

@@ -30,8 +30,6 @@ class Operation:
     state_statement: Optional[str] = None
     # What a root object overrides it with.
     root_statement: Optional[str] = None
-    # The kernel header of the rule in `statement`.
-    rule_header: Optional[str] = None
     prop: Optional[Property] = None
     # Whether it takes a deviant before its parameters.
     deviant: bool = True
@@ -228,7 +226,6 @@ def _ruled(prop: Property, verb: str, operation: Operation) -> Operation:
     shape = shapes.SHAPES.get(shapes.shape_name(prop))
     if shape is not None and verb in shape.statements:
         facts = shapes.facts(prop)
-        operation.rule_header = shape.header
         operation.statement = shape.statements[verb].format(**facts)
         if verb in shape.state_statements:
             operation.state_statement = shape.state_statements[verb].format(**facts)
@@ -299,7 +296,6 @@ def _redefining(prop: Property) -> Iterator[Operation]:
                 documentation=[],
                 statement=_handing_on(prop, redefined, verb, op),
                 state_statement=None,
-                rule_header="qob/kernel/property/redefinition.h",
             )
 
 
@@ -330,18 +326,6 @@ def state_operations(declaring: MetaClass) -> list[Operation]:
 def flagged_properties(declaring: MetaClass) -> list[Property]:
     """The properties with a flag beside their value."""
     return [p for p in declaring.properties if shapes.shape(p).has_flag]
-
-
-def state_headers(declaring: MetaClass) -> list[str]:
-    """Where the rules stand that a state's operations call."""
-    return sorted({h for p in declaring.properties for h in shapes.shape(p).state_headers})
-
-
-def assignment_headers(declaring: MetaClass) -> list[str]:
-    """Where the rules of assignment_rules stand, and what calls them."""
-    assigned = [shapes.shape(p) for p in declaring.properties if shapes.shape(p).assignment]
-    headers = {shape.assignment_header for shape in assigned}
-    return sorted(headers | {"qob/kernel/property/assign.h"})
 
 
 def assignment_rules(declaring: MetaClass) -> str:

@@ -24,14 +24,14 @@ class Output:
     context: dict[str, Any]
 
 
-# The files of a class: template, which include it is known by, role. The first list is for every
-# class, the second for those that can be instantiated.
+# The files of a class: template, and which include it is known by. Those of concrete classes are only
+# for classes that can be instantiated.
 _CLASS_HEADERS = (
     ("handle.h.j2", "handle_header"),
     ("handleinline.h.j2", "inline_header"),
     ("interface.h.j2", "intf_header"),
-    ("state.h.j2", "fields_header"),
 )
+_CLASS_PRIVATE_HEADERS = (("state.h.j2", "fields_header"),)
 _CLASS_SOURCES = (
     ("handle.cpp.j2", "{include}/{stem}.cpp"),
     ("interface.cpp.j2", "{include}/nsinterface/{stem}intf.cpp"),
@@ -87,11 +87,10 @@ def _class_outputs(each: MetaClass) -> list[Output]:
         Output(f"{package.public_root}/{getattr(each, include)}", template, "header", context)
         for template, include in _CLASS_HEADERS
     ]
-    if concrete:
-        found += [
-            Output(f"{package.private_root}/{getattr(each, include)}", template, "private", context)
-            for template, include in _CONCRETE_HEADERS
-        ]
+    found += [
+        Output(f"{package.private_root}/{getattr(each, include)}", template, "private", context)
+        for template, include in _CLASS_PRIVATE_HEADERS + (_CONCRETE_HEADERS if concrete else ())
+    ]
     for template, pattern in _CLASS_SOURCES + (_CONCRETE_SOURCES if concrete else ()):
         path = pattern.format(include=package.include, stem=each.file_stem)
         found.append(Output(f"{package.private_root}/{path}", template, "source", context))
@@ -119,8 +118,6 @@ class Renderer:
             operations.all_operations,
             operations.joined_operations,
             operations.state_operations,
-            operations.assignment_headers,
-            operations.state_headers,
             operations.flagged_properties,
             operations.assignment_rules,
             operations.root_getters,

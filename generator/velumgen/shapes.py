@@ -11,24 +11,18 @@ from typing import Optional
 
 from .model import DataType, MetaClass, Property
 
-_RULES = "qob/kernel/property/"
-
 
 @dataclass(frozen=True)
 class Shape:
     """How properties of one kind act. Operations are named by their verbs."""
 
-    # The kernel header of the rules; none if the bodies are written by hand.
-    header: Optional[str] = None
     # The statement of an operation in the interface class, and on a state where that is another.
     statements: dict[str, str] = field(default_factory=dict)
     state_statements: dict[str, str] = field(default_factory=dict)
-    state_headers: tuple[str, ...] = ()
     # What a root object does instead, where it is quicker with the field at hand.
     root_statements: dict[str, str] = field(default_factory=dict)
-    # The rule that brings the property to the value of another state, and its header.
+    # The rule that brings the property to the value of another state.
     assignment: Optional[str] = None
-    assignment_header: str = _RULES + "assignrules.h"
     # The field of a state; none if the property is not stored.
     field_type: Optional[str] = None
     # Whether a state has a field beside the value that says whether it is there.
@@ -93,9 +87,7 @@ _ASSIGN_ALONE = "QOB::property::AssignReference<{has}, {get}, {setOnly}, {remove
 _ASSIGN_OBJECTS = "QOB::property::AssignObjects<{get}, {getOnly}>"
 
 _POINTER = "QOB::CountedPointer<{type_interface}>"
-_POINTER_HEADERS = ("qob/kernel/deviant/countedpointer.h",)
 _LIST = "QOB::SequenceMember<{container}>"
-_LIST_HEADERS = (_RULES + "list.h",)
 
 _REFERS_TO_ONE = "QOB::property::RefersToOne<{interface}::sIntrospectiveMethods, {id}, {get_named}>"
 
@@ -115,12 +107,10 @@ def _mandatory(rule: str, with_only: bool) -> Shape:
         statements["setOnly"] = by_operations % "{setOnly}"
         root_statements["setOnly"] = in_field
     return Shape(
-        _RULES + "mandatoryvalue.h",
         statements,
         _PLAIN_STATE,
         root_statements=root_statements,
         assignment=_ASSIGN_MANDATORY,
-        assignment_header=_RULES + "assign.h",
         field_type="{type}",
     )
 
@@ -138,10 +128,8 @@ def _optional(with_only: bool) -> Shape:
             "QOB::property::setFlagged<{has}, {get}, {set}, {remove}>(this, deviant, value);"
         )
     return Shape(
-        _RULES + "flaggedvalue.h",
         statements,
         _OPTIONAL_STATE,
-        (_RULES + "flaggedvalue.h",),
         assignment=_ASSIGN_OPTIONAL,
         field_type="{type}",
         has_flag=True,
@@ -149,7 +137,6 @@ def _optional(with_only: bool) -> Shape:
 
 
 def _reference(
-    header: str,
     link: Optional[str],
     part: Optional[str],
     assignment: str = _ASSIGN_REFERENCE,
@@ -157,10 +144,8 @@ def _reference(
 ) -> Shape:
     common = {"has": _HAS_REFERENCE, "get": _GET, "removeOnly": _REMOVE_ONLY, "setOnly": _SET_ONLY}
     return Shape(
-        _RULES + header,
         common | statements,
         _REFERENCE_STATE,
-        _POINTER_HEADERS,
         assignment=assignment,
         field_type=_POINTER,
         part=part,
@@ -170,7 +155,6 @@ def _reference(
 
 def _owner(end: str) -> Shape:
     return Shape(
-        _RULES + "ownerend.h",
         {
             "has": "return {getter}(deviant).isValid();",
             "remove": f"QOB::property::removeOwner<{end}, {{type}}>(this, deviant);",
@@ -186,10 +170,8 @@ def _owner(end: str) -> Shape:
 
 def _list(get: str, assignment: str, part: Optional[str] = None, link: Optional[str] = None) -> Shape:
     return Shape(
-        _RULES + "multivalued.h",
         {"get": get, "getOnly": _ELEMENTS},
         _LIST_STATE,
-        _LIST_HEADERS,
         assignment=assignment,
         field_type=_LIST,
         part=part,
@@ -206,7 +188,6 @@ SHAPES = {
     "optional primitive": _optional(False),
     "optional value": _optional(True),
     "reference": _reference(
-        "reference.h",
         _REFERS_TO_ONE,
         None,
         set="QOB::property::setReference<{get}, {set}, {remove}>"
@@ -214,7 +195,6 @@ SHAPES = {
         remove="{removeOnly_name}(deviant);",
     ),
     "subsetting reference": _reference(
-        "subsettingreference.h",
         _REFERS_TO_ONE,
         None,
         _ASSIGN_ALONE,
@@ -223,7 +203,6 @@ SHAPES = {
         remove="{removeOnly_name}(deviant);",
     ),
     "linked reference": _reference(
-        "linkedreference.h",
         "QOB::property::LinkedToOne<{interface}::sIntrospectiveMethods, {id}, {get_named}, "
         "{set_named}, " + _FAR_MANY + ">",
         None,
@@ -234,7 +213,6 @@ SHAPES = {
         remove="QOB::property::removeLinked<{get}, {removeOnly}, " + _FAR_MANY + ">(this, deviant);",
     ),
     "owned value": _reference(
-        "ownedvalue.h",
         None,
         "QOB::property::OwnsOne<{interface}::sIntrospectiveMethods, {id}, {get_named}>",
         set="QOB::property::setOwnedValue<{get}, {setOnly}, {remove}>"
@@ -259,7 +237,6 @@ SHAPES = {
     "owned objects": _list(_ELEMENTS_WITH_OWNER, _ASSIGN_OBJECTS, part=_OWNS_MANY),
     # Shows other properties: a root object overrides its getters with the list of those.
     "derived view": Shape(
-        _RULES + "multivalued.h",
         {
             "get": "return QOB::property::noElements<{type}>(deviant);",
             "getOnly": "return QOB::property::noElements<{type}>(deviant);",

@@ -1,6 +1,7 @@
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/factory.h"
 #include "qob/qob/transaction.h"
+#include "qob/qob/typeinforegistry.h"
 #include "support/names.h"
 #include "velum_foundation/zorvane/metamodel.h"
 #include "velum_types/types.h"

@@ -1,11 +1,12 @@
 #pragma once
 
-/// The user's interface of the kernel. The headers that only generated code needs are in
-/// qob/kernel/.
+/// The user's interface of the kernel. Headers that few users need, such as typeinforegistry.h, are
+/// beside it in qob/qob/; generated code includes qob/kernel/generatedsupport.h.
 #include "qob/qob/assert.h"
 #include "qob/qob/attributes.h"
 #include "qob/qob/boolean.h"
 #include "qob/qob/class.h"
+#include "qob/qob/clipboardmanager.h"
 #include "qob/qob/compare.h"
 #include "qob/qob/datatype.h"
 #include "qob/qob/deviant.h"
@@ -25,14 +26,11 @@
 #include "qob/qob/package.h"
 #include "qob/qob/property.h"
 #include "qob/qob/real.h"
-#include "qob/qob/sequencetype.h"
-#include "qob/qob/serializer/datatypestringrepresenter.h"
+#include "qob/qob/sequence.h"
 #include "qob/qob/stereotypeobject.h"
 #include "qob/qob/string.h"
 #include "qob/qob/tags.h"
 #include "qob/qob/transaction.h"
 #include "qob/qob/type.h"
 #include "qob/qob/typedvisitor.h"
-#include "qob/qob/typeinforegistry.h"
-#include "qob/qob/util/utf8.h"
 #include "qob/qob/valueobjectfactory.h"

@@ -1,0 +1,28 @@
+#pragma once
+
+/// What generated sources need of the kernel: the rules of properties, objects with their states,
+/// creation and tables. Not installed: users include qob/qob.h.
+#include "qob/kernel/deviant/countedpointer.h"
+#include "qob/kernel/deviant/rootobject.h"
+#include "qob/kernel/factory/byname.h"
+#include "qob/kernel/factory/create.h"
+#include "qob/kernel/factory/setting.h"
+#include "qob/kernel/handle/names.h"
+#include "qob/kernel/handle/outofline.h"
+#include "qob/kernel/meta/metaclassof.h"
+#include "qob/kernel/meta/metapackagecreation.h"
+#include "qob/kernel/property/assign.h"
+#include "qob/kernel/property/assignrules.h"
+#include "qob/kernel/property/containment.h"
+#include "qob/kernel/property/flaggedvalue.h"
+#include "qob/kernel/property/linkedreference.h"
+#include "qob/kernel/property/list.h"
+#include "qob/kernel/property/mandatoryvalue.h"
+#include "qob/kernel/property/multivalued.h"
+#include "qob/kernel/property/ownedvalue.h"
+#include "qob/kernel/property/ownerend.h"
+#include "qob/kernel/property/redefinition.h"
+#include "qob/kernel/property/reference.h"
+#include "qob/kernel/property/reflective.h"
+#include "qob/kernel/property/subsettingreference.h"
+#include "qob/kernel/upcast.h"
