@@ -50,7 +50,7 @@ int main() {
 
     // A view of the model in which something is tried out, and what has become of it.
     QOB::Model const trial = model.inDeviant(model.createDeviant());
-    QOB::ClassObject(type.get(), trial.getDeviant()).setOrAdd("IsSigned", QOB::Boolean(true));
+    type.inDeviant(trial.getDeviant()).setOrAdd("IsSigned", QOB::Boolean(true));
     for (QOB::Difference const& difference : QOB::compare(model, trial)) {
         std::cout << difference << "\n";
     }

@@ -22,5 +22,5 @@ class Places(unittest.TestCase):
         self.assertEqual([], wrong_places("a/b.h", text))
 
     def test_the_path_of_another_header_is_found(self) -> None:
-        text = 'QOB_HANDLE_HEADER(X, "lib/include/a/c.h")'
+        text = 'QOB_HANDLES(X, R, W, "lib/include/a/c.h")'
         self.assertEqual([(1, "another file is named (lib/include/a/c.h)")], wrong_places("a/b.h", text))

@@ -5,7 +5,6 @@ namespace types = Zorvane::metamodel::types;
 namespace foundation = Zorvane::metamodel::foundation;
 using VelumTest::elementsOf;
 using VelumTest::list;
-using VelumTest::seenIn;
 
 namespace {
 
@@ -91,11 +90,12 @@ TEST_F(EnumerationTest, GroundValueIsThatOfTheDeviant) {
     auto const five = literal(5);
     enumeration.getOwnedLiterals().push_back(five);
     QOB::Deviant const branch = model.createDeviant();
-    seenIn(branch, five).setValue(50);
-    EXPECT_EQ(seenIn(branch, enumeration).getGroundValue(), 50.0) << "written in the literal only";
+    five.inDeviant(branch).setValue(50);
+    EXPECT_EQ(enumeration.inDeviant(branch).getGroundValue(), 50.0)
+        << "written in the literal only";
     EXPECT_EQ(enumeration.getGroundValue(), 5.0);
-    seenIn(branch, enumeration).getOwnedLiterals().clear();
-    EXPECT_EQ(seenIn(branch, enumeration).getGroundValue(), 0.0);
+    enumeration.inDeviant(branch).getOwnedLiterals().clear();
+    EXPECT_EQ(enumeration.inDeviant(branch).getGroundValue(), 0.0);
     EXPECT_EQ(enumeration.getGroundValue(), 5.0);
 }
 

@@ -24,12 +24,6 @@ protected:
     QOB::Model model;
 };
 
-/// The same object, seen in another deviant.
-template <class Handle>
-Handle seenIn(QOB::Deviant deviant, Handle const& handle) {
-    return Handle(handle.get(), deviant);
-}
-
 /// Whether the branch has a state of the object's own: whether something was written there.
 template <class Handle>
 bool isWrittenIn(QOB::Deviant branch, Handle const& handle) {

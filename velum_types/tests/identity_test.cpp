@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <functional>
 #include <string>
 #include <vector>
@@ -34,11 +35,8 @@ constexpr char const* NoFailure = "no failed check: ";
 constexpr char const* Removed = "object accessed after its deviant has been removed";
 constexpr char const* CrossModel =
     "Cross-model bi-directional associations are currently disallowed!";
+constexpr char const* EmptyHandle = "Cannot access NULL ref. Use isValid() before calling methods";
 constexpr char const* OtherModel = "The deviant belongs to another model.";
-
-ClassObject in(Deviant deviant, ClassObject const& object) {
-    return {object.get(), deviant};
-}
 
 /// How an object says who owns it: its owner by each of the metamodel's names, and its container.
 std::vector<Property> waysToOwner(ConcreteClass const& of) {
@@ -150,14 +148,14 @@ TEST(Identity, SettingTheOwnerThatIsThereDoesNothing) {
                     SCOPED_TRACE(std::string(of.name) + " of " + kind.name + "." +
                                  property.description->name + " by " + way.name);
                     for (Deviant const deviant : {world.root, branch}) {
-                        Object const present = property.get(in(deviant, part));
+                        Object const present = property.get(part.inDeviant(deviant));
                         if (present.get() == nullptr) {
                             continue; // an owner that is no namespace
                         }
                         EXPECT_EQ(ClassObject(present), owner);
-                        way.write(property, in(deviant, part), present);
+                        way.write(property, part.inDeviant(deviant), present);
                         if (foundation::Namespace const space(present); space.get() != nullptr) {
-                            way.write(property, in(deviant, part), space);
+                            way.write(property, part.inDeviant(deviant), space);
                         }
                         ++count;
                         EXPECT_EQ(world.print(deviant), before);
@@ -192,9 +190,9 @@ TEST(Identity, AnOwnerTakesThePartInAtBothEndsOrIsRefusedBeforeAnythingChanges) 
             for (ClassObject const& owner : {first, second}) {
                 ClassObject const other = owner == first ? second : first;
                 std::string const failure =
-                    messageOf([&] { way.set(in(deviant, part), in(deviant, owner)); });
-                expectInStep(in(deviant, owner), in(deviant, part));
-                expectInStep(in(deviant, other), in(deviant, part));
+                    messageOf([&] { way.set(part.inDeviant(deviant), owner.inDeviant(deviant)); });
+                expectInStep(owner.inDeviant(deviant), part.inDeviant(deviant));
+                expectInStep(other.inDeviant(deviant), part.inDeviant(deviant));
                 if (!VelumTest::takesIn(of.methods, kind.methods)) {
                     // A narrowed property takes what it can't hold as a removal.
                     EXPECT_TRUE(isNarrowed || failure.find("has no list") != std::string::npos)
@@ -205,11 +203,11 @@ TEST(Identity, AnOwnerTakesThePartInAtBothEndsOrIsRefusedBeforeAnythingChanges) 
                     ++refused;
                 } else {
                     EXPECT_EQ(failure, NoFailure);
-                    EXPECT_EQ(in(deviant, part).getContainerQOB(), owner);
+                    EXPECT_EQ(part.inDeviant(deviant).getContainerQOB(), owner);
                     ++taken;
                 }
             }
-            way.remove(in(deviant, part));
+            way.remove(part.inDeviant(deviant));
             EXPECT_EQ(world.print(deviant), before);
         }
     };
@@ -359,13 +357,59 @@ TEST(Identity, WhatAListHoldsOfAnotherModelOutlivesTheOwner) {
     }
 }
 
+/// A handle of one class, and those of its bases, seen in other deviants.
+template <class Handle>
+void expectSeenInAnyDeviant() {
+    using Reading = typename QOB::HandlesOf<typename Handle::Interface>::Reading;
+    static_assert(std::same_as<decltype(Handle().inDeviant({})), Handle>);
+    static_assert(std::same_as<decltype(Reading().inDeviant({})), Reading>);
+    World const world;
+    World const other;
+    Handle const object = Handle::create(world.model);
+    Deviant const branch = world.model.createDeviant();
+    Handle const there = object.inDeviant(branch);
+    EXPECT_EQ(there, object);
+    EXPECT_EQ(there.getDeviant(), branch);
+    EXPECT_EQ(object.getDeviant(), world.root) << "the handle itself stays where it is";
+    there.setExternalId("there");
+    EXPECT_EQ(Reading(object).inDeviant(branch).getExternalId(), QOB::String("there"));
+    EXPECT_FALSE(object.hasExternalId());
+    EXPECT_EQ(Object(object).inDeviant(branch).toString(), there.toString());
+    EXPECT_EQ(ClassObject(object).inDeviant(branch).getExternalId(), QOB::String("there"));
+    if (foundation::Namespace const space(object); space.get() != nullptr) {
+        EXPECT_EQ(space.inDeviant(branch), space);
+        EXPECT_EQ(ClassObject(space.inDeviant(branch)).getExternalId(), QOB::String("there"));
+    }
+    for (Deviant const stranger : {Deviant(), other.root, other.model.createDeviant()}) {
+        EXPECT_EQ(there.inDeviant(stranger).getDeviant(), world.root);
+    }
+
+    world.model.removeDeviant(branch);
+    Handle const late = object.inDeviant(branch);
+    EXPECT_EQ(late.getDeviant(), branch);
+    EXPECT_FALSE(late.isValid());
+    EXPECT_EQ(messageOf([&] { late.hasExternalId(); }), Removed);
+    EXPECT_FALSE(late.inDeviant(world.root).hasExternalId()) << "the way back is open";
+    EXPECT_EQ(messageOf([&] { Handle().inDeviant(world.root); }), EmptyHandle);
+}
+
+TEST(Identity, AnyHandleShowsItsObjectInAnotherDeviant){
+#define EXPECT_SEEN(Class)                                                                         \
+    {                                                                                              \
+        SCOPED_TRACE(#Class);                                                                      \
+        expectSeenInAnyDeviant<types::Class>();                                                    \
+    }
+    VELUM_CONCRETE_CLASSES(EXPECT_SEEN)
+#undef EXPECT_SEEN
+}
+
 TEST(Identity, AHandleWithARemovedDeviantActsNowhere) {
     for (ConcreteClass const& of : concreteClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         ClassObject const object = world.createFull(of);
         Deviant const branch = world.model.createDeviant();
-        ClassObject const late = in(branch, object);
+        ClassObject const late = object.inDeviant(branch);
         world.model.removeDeviant(branch);
         std::string const before = world.print(world.root);
         EXPECT_FALSE(late.isValid());
@@ -373,7 +417,8 @@ TEST(Identity, AHandleWithARemovedDeviantActsNowhere) {
         EXPECT_EQ(Object(late).getDeviant(), branch);
         EXPECT_EQ(foundation::Element(late).getDeviant(), branch);
         EXPECT_EQ(ClassObject(foundation::NamedElement(late)).getDeviant(), branch);
-        EXPECT_EQ(in(branch, object).getDeviant(), branch) << "nor is it replaced in a new handle";
+        EXPECT_EQ(object.inDeviant(branch).getDeviant(), branch)
+            << "nor is it replaced in a new handle";
 
         expectAllRefused(of, object, branch);
         expectLifeCycleRefused(object, branch, Removed);

@@ -23,7 +23,6 @@ using QOB::Deviant;
 using QOB::Object;
 using VelumTest::ConcreteClass;
 using VelumTest::Property;
-using VelumTest::seenIn;
 using VelumTest::World;
 
 namespace {
@@ -142,8 +141,8 @@ Structure #2 "s"
 
 TEST_F(Inspection, PrintsInTheDeviantOfTheHandleAndHoweverDeep) {
     Deviant const branch = model.createDeviant();
-    seenIn(branch, number).setName("there");
-    EXPECT_NE(printed(seenIn(branch, number)).find("\"there\""), std::string::npos);
+    number.inDeviant(branch).setName("there");
+    EXPECT_NE(printed(number.inDeviant(branch)).find("\"there\""), std::string::npos);
     EXPECT_EQ(printed(number).find("there"), std::string::npos);
 
     types::Structure outer = types::Structure::create(model, "s");
@@ -233,9 +232,9 @@ TEST_F(Inspection, DeviantsDifferInObjectsAndProperties) {
     Deviant const branch = model.createDeviant();
     QOB::Model const there = model.inDeviant(branch);
     EXPECT_EQ(differences(model, there), "");
-    seenIn(branch, number).setName("uint8");
-    seenIn(branch, number).setIsSigned(false);
-    seenIn(branch, element(structure, 2)).destroy();
+    number.inDeviant(branch).setName("uint8");
+    number.inDeviant(branch).setIsSigned(false);
+    element(structure, 2).inDeviant(branch).destroy();
     types::Unit::create(there, "metre");
     EXPECT_EQ("\n" + differences(model, there), R"(
 Integer #1 "uint\"8\"\n": Name: "uint\"8\"\n" -> "uint8"
@@ -485,7 +484,7 @@ TEST(CompareDeviants, TellsEveryPropertyOfEveryClassThatWasWritten) {
             Deviant const branch = world.model.createDeviant();
             QOB::Model const there = world.model.inDeviant(branch);
             EXPECT_EQ(differences(world.model, there), "");
-            change(property, {object.get(), branch}, value);
+            change(property, object.inDeviant(branch), value);
             std::set<std::string> const found = placesOf(QOB::compare(world.model, there));
             EXPECT_EQ(found, differingPlaces(world, world.root, branch));
             EXPECT_EQ(found.count(place(object, property.description->name)), 1U);

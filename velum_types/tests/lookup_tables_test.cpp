@@ -4,7 +4,6 @@
 namespace types = Zorvane::metamodel::types;
 using VelumTest::elementsOf;
 using VelumTest::list;
-using VelumTest::seenIn;
 
 namespace {
 
@@ -97,8 +96,8 @@ TEST_F(LookupTablesTest, SharedAxisWithoutDefinitionIsReported) {
 TEST_F(LookupTablesTest, DerivedValuesAreThoseOfTheDeviant) {
     types::Axis const axis = addAxis(3);
     QOB::Deviant const branch = model.createDeviant();
-    auto const inBranch = seenIn(branch, table);
-    seenIn(branch, axis).setDimensions(30);
+    auto const inBranch = table.inDeviant(branch);
+    axis.inDeviant(branch).setDimensions(30);
     EXPECT_EQ(inBranch.getDimensions(), 30);
     auto const second = types::Axis::create(model.inDeviant(branch), 2, "second");
     inBranch.getAxeses().push_back(second);

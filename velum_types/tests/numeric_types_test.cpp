@@ -7,7 +7,6 @@ namespace types = Zorvane::metamodel::types;
 using types::DataSize;
 using types::DataSizeUnitKind;
 using VelumTest::isWrittenIn;
-using VelumTest::seenIn;
 
 namespace {
 
@@ -109,8 +108,8 @@ TEST_F(NumericTypesTest, SlopeTakesTheFractionLengthAsExponent) {
 TEST_F(NumericTypesTest, SlopeIsThatOfTheDeviant) {
     auto const type = types::FixedPoint::create(model);
     QOB::Deviant const branch = model.createDeviant();
-    seenIn(branch, type).setFractionLength(DataSize(1, DataSizeUnitKind::bit));
-    EXPECT_EQ(seenIn(branch, type).getSlope(), 2.0);
+    type.inDeviant(branch).setFractionLength(DataSize(1, DataSizeUnitKind::bit));
+    EXPECT_EQ(type.inDeviant(branch).getSlope(), 2.0);
     EXPECT_EQ(type.getSlope(), 32768.0);
 }
 

@@ -6,7 +6,6 @@ namespace foundation = Zorvane::metamodel::foundation;
 using VelumTest::elementsOf;
 using VelumTest::isWrittenIn;
 using VelumTest::list;
-using VelumTest::seenIn;
 
 namespace {
 
@@ -29,8 +28,8 @@ TEST_F(StructureTest, BothNamesOfATypeMeanOneReference) {
     EXPECT_EQ(x.getZorvane_metamodel_types_StructElement_Type(), foundation::ValueType(real));
 
     QOB::Deviant const branch = model.createDeviant();
-    seenIn(branch, typed).setOnlyType(real);
-    seenIn(branch, typed).setType(real);
+    typed.inDeviant(branch).setOnlyType(real);
+    typed.inDeviant(branch).setType(real);
     EXPECT_FALSE(isWrittenIn(branch, x));
 
     typed.setOnlyType(foundation::Type());

@@ -8,7 +8,6 @@ namespace types = Zorvane::metamodel::types;
 using VelumTest::elementsOf;
 using VelumTest::isWrittenIn;
 using VelumTest::list;
-using VelumTest::seenIn;
 
 namespace {
 

@@ -59,7 +59,7 @@ public:
 } // namespace NSInterface
 } // namespace sample
 
-QOB_HANDLE_HEADER(sample::NSInterface::BoxIntf, "qob/tests/support/box.h")
+QOB_HANDLES(sample::NSInterface::BoxIntf, sample::Box, sample::Box, "qob/tests/support/box.h")
 
 namespace sample {
 

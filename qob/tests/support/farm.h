@@ -72,8 +72,11 @@ public:
 } // namespace NSInterface
 } // namespace sample
 
-QOB_HANDLE_HEADER(sample::NSInterface::AnimalIntf, "qob/tests/support/farm.h")
-QOB_HANDLE_HEADER(sample::NSInterface::HenIntf, "qob/tests/support/farm.h")
+QOB_HANDLES(sample::NSInterface::AnimalIntf,
+            sample::Animal,
+            sample::Animal,
+            "qob/tests/support/farm.h")
+QOB_HANDLES(sample::NSInterface::HenIntf, sample::Hen, sample::Hen, "qob/tests/support/farm.h")
 
 namespace sample {
 

@@ -54,7 +54,10 @@ public:
 } // namespace NSInterface
 } // namespace sample
 
-QOB_HANDLE_HEADER(sample::NSInterface::ThingIntf, "qob/tests/support/thing.h")
+QOB_HANDLES(sample::NSInterface::ThingIntf,
+            sample::Thing,
+            sample::Thing,
+            "qob/tests/support/thing.h")
 
 namespace sample {
 

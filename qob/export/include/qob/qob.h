@@ -16,7 +16,6 @@
 #include "qob/qob/factoryobject.h"
 #include "qob/qob/initialize.h"
 #include "qob/qob/integer.h"
-#include "qob/qob/introspection.h"
 #include "qob/qob/log.h"
 #include "qob/qob/model.h"
 #include "qob/qob/modelcache.h"

@@ -4,7 +4,15 @@
 #include "qob/qob/nsinterface/classintf.h"
 #include "qob/qob/type.h"
 
-QOB_HANDLE_HEADER(QOB::NSInterface::ClassIntf, "qob/export/include/qob/qob/class.h")
+namespace QOB {
+class ImmutableClass;
+class Class;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::ClassIntf,
+            QOB::ImmutableClass,
+            QOB::Class,
+            "qob/export/include/qob/qob/class.h")
 
 namespace QOB {
 

@@ -3,7 +3,15 @@
 #include "qob/qob/nsinterface/datatypeintf.h"
 #include "qob/qob/type.h"
 
-QOB_HANDLE_HEADER(QOB::NSInterface::DataTypeIntf, "qob/export/include/qob/qob/datatype.h")
+namespace QOB {
+class ImmutableDataType;
+class DataType;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::DataTypeIntf,
+            QOB::ImmutableDataType,
+            QOB::DataType,
+            "qob/export/include/qob/qob/datatype.h")
 
 namespace QOB {
 

@@ -3,9 +3,21 @@
 #include "qob/qob/nsinterface/enumerationintf.h"
 #include "qob/qob/type.h"
 
-QOB_HANDLE_HEADER(QOB::NSInterface::EnumerationIntf, "qob/export/include/qob/qob/enumeration.h")
-QOB_HANDLE_HEADER(QOB::NSInterface::EnumerationLiteralIntf,
-                  "qob/export/include/qob/qob/enumeration.h")
+namespace QOB {
+class ImmutableEnumeration;
+class Enumeration;
+class ImmutableEnumerationLiteral;
+class EnumerationLiteral;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::EnumerationIntf,
+            QOB::ImmutableEnumeration,
+            QOB::Enumeration,
+            "qob/export/include/qob/qob/enumeration.h")
+QOB_HANDLES(QOB::NSInterface::EnumerationLiteralIntf,
+            QOB::ImmutableEnumerationLiteral,
+            QOB::EnumerationLiteral,
+            "qob/export/include/qob/qob/enumeration.h")
 
 namespace QOB {
 

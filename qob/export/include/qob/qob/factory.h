@@ -11,7 +11,14 @@
 
 #include <utility>
 
-QOB_HANDLE_HEADER(QOB::NSInterface::FactoryIntf, "qob/export/include/qob/qob/factory.h")
+namespace QOB {
+class Factory;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::FactoryIntf,
+            QOB::Factory,
+            QOB::Factory,
+            "qob/export/include/qob/qob/factory.h")
 
 namespace QOB {
 

@@ -5,7 +5,14 @@
 
 #include <utility>
 
-QOB_HANDLE_HEADER(QOB::NSInterface::FactoryObjectIntf, "qob/export/include/qob/qob/factoryobject.h")
+namespace QOB {
+class FactoryObject;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::FactoryObjectIntf,
+            QOB::FactoryObject,
+            QOB::FactoryObject,
+            "qob/export/include/qob/qob/factoryobject.h")
 
 namespace QOB {
 

@@ -6,7 +6,15 @@
 
 #include <vector>
 
-QOB_HANDLE_HEADER(QOB::NSInterface::ModelIntf, "qob/export/include/qob/qob/model.h")
+namespace QOB {
+class ImmutableModel;
+class Model;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::ModelIntf,
+            QOB::ImmutableModel,
+            QOB::Model,
+            "qob/export/include/qob/qob/model.h")
 
 namespace QOB {
 
@@ -27,9 +35,6 @@ public:
 class Model : public ClassObjectWriting<WriteHandle<ImmutableModel>> {
 public:
     using ClassObjectWriting::ClassObjectWriting;
-
-    /// The same model seen in another of its deviants.
-    Model inDeviant(Deviant deviant) const { return {access(), deviant}; }
 
     Deviant createDeviant() const { return (*this)->createDeviant(getDeviant()); }
     void removeDeviant(Deviant branch) const { (*this)->removeDeviant(getDeviant(), branch); }

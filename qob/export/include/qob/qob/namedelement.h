@@ -3,8 +3,21 @@
 #include "qob/qob/model.h"
 #include "qob/qob/nsinterface/namedelementintf.h"
 
-QOB_HANDLE_HEADER(QOB::NSInterface::NamedElementIntf, "qob/export/include/qob/qob/namedelement.h")
-QOB_HANDLE_HEADER(QOB::NSInterface::NamespaceIntf, "qob/export/include/qob/qob/namedelement.h")
+namespace QOB {
+class ImmutableNamedElement;
+class NamedElement;
+class ImmutableNamespace;
+class Namespace;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::NamedElementIntf,
+            QOB::ImmutableNamedElement,
+            QOB::NamedElement,
+            "qob/export/include/qob/qob/namedelement.h")
+QOB_HANDLES(QOB::NSInterface::NamespaceIntf,
+            QOB::ImmutableNamespace,
+            QOB::Namespace,
+            "qob/export/include/qob/qob/namedelement.h")
 
 namespace QOB {
 

@@ -10,13 +10,29 @@
 #include <typeinfo>
 #include <utility>
 
-QOB_HANDLE_HEADER(QOB::NSInterface::ObjectIntf, "qob/export/include/qob/qob/object.h")
-QOB_HANDLE_HEADER(QOB::NSInterface::ValueObjectIntf, "qob/export/include/qob/qob/object.h")
-QOB_HANDLE_HEADER(QOB::NSInterface::ClassObjectIntf, "qob/export/include/qob/qob/object.h")
+namespace QOB {
+class ImmutableObject;
+class Object;
+class ImmutableValueObject;
+class ValueObject;
+class ImmutableClassObject;
+class ClassObject;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::ObjectIntf,
+            QOB::ImmutableObject,
+            QOB::Object,
+            "qob/export/include/qob/qob/object.h")
+QOB_HANDLES(QOB::NSInterface::ValueObjectIntf,
+            QOB::ImmutableValueObject,
+            QOB::ValueObject,
+            "qob/export/include/qob/qob/object.h")
+QOB_HANDLES(QOB::NSInterface::ClassObjectIntf,
+            QOB::ImmutableClassObject,
+            QOB::ClassObject,
+            "qob/export/include/qob/qob/object.h")
 
 namespace QOB {
-
-class ImmutableClassObject;
 
 /// What every handle offers for reading; `Base` is a ReadHandle. A handle has every operation of
 /// its interface class, documented there, and calls it in the handle's deviant.
@@ -24,6 +40,12 @@ template <class Base>
 class ObjectReading : public Base {
 public:
     using Base::Base;
+
+    /// The same object seen in another deviant of its model. A deviant of another model, and null,
+    /// stand for the object's root; one that has been removed stays, and every access raises.
+    typename HandlesOf<typename Base::Interface>::Reading inDeviant(Deviant deviant) const {
+        return {ofClass, this->access(), deviant};
+    }
 
     bool deviant_isValid() const { return (*this)->deviant_isValid(this->getDeviant()); }
     Deviant getRootDeviant() const { return (*this)->getRootDeviant(); }
@@ -51,6 +73,11 @@ class ObjectWriting : public Base {
 
 public:
     using Base::Base;
+
+    /// The same object seen in another deviant of its model, as for reading.
+    typename HandlesOf<typename Base::Interface>::Writing inDeviant(Deviant deviant) const {
+        return {ofClass, this->access(), deviant};
+    }
 
     void internal_disconnect() const { (*this)->internal_disconnect(this->getDeviant()); }
     void internal_discard(bool detach) const {

@@ -5,7 +5,15 @@
 #include "qob/qob/nsinterface/packageintf.h"
 #include "qob/qob/type.h"
 
-QOB_HANDLE_HEADER(QOB::NSInterface::PackageIntf, "qob/export/include/qob/qob/package.h")
+namespace QOB {
+class ImmutablePackage;
+class Package;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::PackageIntf,
+            QOB::ImmutablePackage,
+            QOB::Package,
+            "qob/export/include/qob/qob/package.h")
 
 namespace QOB {
 

@@ -6,7 +6,15 @@
 #include "qob/qob/namedelement.h"
 #include "qob/qob/nsinterface/propertyintf.h"
 
-QOB_HANDLE_HEADER(QOB::NSInterface::PropertyIntf, "qob/export/include/qob/qob/property.h")
+namespace QOB {
+class ImmutableProperty;
+class Property;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::PropertyIntf,
+            QOB::ImmutableProperty,
+            QOB::Property,
+            "qob/export/include/qob/qob/property.h")
 
 namespace QOB {
 

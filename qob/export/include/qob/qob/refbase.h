@@ -29,10 +29,10 @@ ReferenceCountingIntf const* countedBase(Intf const* pointer) noexcept {
 template <class Pointer>
 class RefBase;
 
-/// The header that declares the handles of an interface class, for the error text of an access
-/// through an empty one. Specialised with QOB_HANDLE_HEADER.
+/// The handles of an interface class, `Reading` and `Writing`, and the header that declares them, for
+/// the error text of an access through an empty one. Specialised with QOB_HANDLES.
 template <class Intf>
-struct HandleHeader;
+struct HandlesOf;
 
 /// The base of every handle: a counted pointer to an interface object, and the deviant in which to
 /// see the object. Two words. The deviant is not part of a handle's logical value: handles are
@@ -99,8 +99,8 @@ protected:
     /// The object, after the check that there is one.
     Intf* access() const {
         if (pointer_ == nullptr) {
-            internal::failAt(HandleHeader<Intf>::file,
-                             HandleHeader<Intf>::line,
+            internal::failAt(HandlesOf<Intf>::file,
+                             HandlesOf<Intf>::line,
                              "Cannot access NULL ref. Use isValid() before calling methods");
         }
         return pointer_;
@@ -153,13 +153,19 @@ struct HandleHash {
 
 } // namespace QOB
 
-/// Names the header of the handles of an interface class. At global scope, before the handles, with
-/// the header's path in its repository:
+/// Names the handles of an interface class, for reading and for writing, and their header. At
+/// global scope, between the declarations of the handles and their definitions, with the header's
+/// path in its repository:
 ///
-///     QOB_HANDLE_HEADER(sample::NSInterface::ThingIntf, "sample/include/sample/thing.h")
-#define QOB_HANDLE_HEADER(Intf, path)                                                              \
+///     QOB_HANDLES(sample::NSInterface::ThingIntf,
+///                 sample::ImmutableThing,
+///                 sample::Thing,
+///                 "sample/include/sample/thing.h")
+#define QOB_HANDLES(Intf, ReadingHandle, WritingHandle, path)                                      \
     template <>                                                                                    \
-    struct QOB::HandleHeader<Intf> {                                                               \
+    struct QOB::HandlesOf<Intf> {                                                                  \
+        using Reading = ReadingHandle;                                                             \
+        using Writing = WritingHandle;                                                             \
         static constexpr char const* file = path;                                                  \
         static constexpr int line = __LINE__;                                                      \
     };

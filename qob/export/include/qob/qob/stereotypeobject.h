@@ -6,8 +6,15 @@
 
 #include <utility>
 
-QOB_HANDLE_HEADER(QOB::NSInterface::StereotypeObjectIntf,
-                  "qob/export/include/qob/qob/stereotypeobject.h")
+namespace QOB {
+class ImmutableStereotypeObject;
+class StereotypeObject;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::StereotypeObjectIntf,
+            QOB::ImmutableStereotypeObject,
+            QOB::StereotypeObject,
+            "qob/export/include/qob/qob/stereotypeobject.h")
 
 namespace QOB {
 

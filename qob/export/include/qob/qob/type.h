@@ -3,7 +3,15 @@
 #include "qob/qob/namedelement.h"
 #include "qob/qob/nsinterface/typeintf.h"
 
-QOB_HANDLE_HEADER(QOB::NSInterface::TypeIntf, "qob/export/include/qob/qob/type.h")
+namespace QOB {
+class ImmutableType;
+class Type;
+} // namespace QOB
+
+QOB_HANDLES(QOB::NSInterface::TypeIntf,
+            QOB::ImmutableType,
+            QOB::Type,
+            "qob/export/include/qob/qob/type.h")
 
 namespace QOB {
 
