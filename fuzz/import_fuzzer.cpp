@@ -1,10 +1,10 @@
 // Imports whatever comes. Bytes that begin like a document are one; any others tell how to build a
 // document of elements that the importers know, so that what they expect is met often.
 #include "check/rules.h"
-#include "import.h"
 #include "model/dictionary.h"
 #include "model/objects.h"
 #include "show/object_printer.h"
+#include "source/names.h"
 
 #include <array>
 #include <cstdint>
@@ -15,7 +15,7 @@
 #include <string_view>
 #include <unistd.h>
 #include <vector>
-#include <velum_arxml/source/input_error.h>
+#include <velum_arxml/read.h>
 
 namespace {
 
@@ -111,12 +111,12 @@ void require(bool holds, char const* what) {
 void importOne(std::string const& file) {
     velum::model::Dictionary dictionary;
     try {
-        const velum::arxml::Import import({file}, dictionary.model());
+        const velum::arxml::Report report = velum::arxml::read({file}, dictionary.model());
         for (QOB::ClassObject const& object : velum::model::freeObjects(dictionary.model())) {
             require(!velum::show::objectText(object).empty(), "An object is shown by no text.");
         }
         velum::check::checkModel(dictionary.model());
-        if (!import.report().classes.empty()) {
+        if (!report.classes.empty()) {
             require(dictionary.model().undo(), "The import is no step.");
         }
     } catch (velum::arxml::InputError const&) {

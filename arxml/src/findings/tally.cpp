@@ -16,10 +16,10 @@ std::uint64_t Tally::at(Counts const& counts, NameId name) {
     return name < counts.size() ? counts[name] : 0;
 }
 
-void Tally::skip(NameId name, Reason reason, Place const& place) {
+void Tally::skip(NameId name, Reason reason, Spot const& spot) {
     Skip& skip = skips_[{name, reason}];
-    if (skip.count == 0 || place.position < skip.first.position) {
-        skip.first = place;
+    if (skip.count == 0 || spot.position < skip.first.position) {
+        skip.first = spot;
     }
     ++skip.count;
 }

@@ -13,7 +13,7 @@
 namespace velum::arxml {
 
 /// Where something stands: in the file and in the tree of names.
-struct Place {
+struct Spot {
     Position position;
     PathId path = PathTree::root; ///< Of the nearest element with a name.
 };
@@ -24,12 +24,12 @@ class Tally {
 public:
     struct Skip {
         std::uint64_t count = 0;
-        Place first; ///< The one that stands first in the file.
+        Spot first; ///< The one that stands first in the file.
     };
 
     void meet(NameId name) { ++slot(met_, name); }
     void consume(NameId name) { ++slot(consumed_, name); }
-    void skip(NameId name, Reason reason, Place const& place);
+    void skip(NameId name, Reason reason, Spot const& spot);
 
     std::uint64_t met(NameId name) const { return at(met_, name); }
     std::uint64_t consumed(NameId name) const { return at(consumed_, name); }

@@ -40,8 +40,8 @@ void CompuMethodImporter::build(Catalogue const& catalogue) {
         if (plan.kind != Kind::none) {
             build(plan);
         } else {
-            context_.fileOf(method).omissions.push_back(
-                {ImportContext::placeOf(method),
+            context_.logOf(method).omissions.push_back(
+                {ImportContext::spotOf(method),
                  method.name(),
                  Reason::noClass,
                  "The model has no class for the category " +

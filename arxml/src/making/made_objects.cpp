@@ -3,6 +3,7 @@
 namespace velum::arxml {
 
 void Objects::count(char const* dottedName) {
+    context_.watch.check();
     std::string_view name = dottedName;
     name.remove_prefix(name.rfind('.') + 1);
     const auto found = counts_.find(name);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "findings/report.h"
 #include "planning/import_context.h"
 
 #include <map>
@@ -8,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <velum_arxml/findings/report.h>
 #include <velum_types/types.h>
 
 namespace velum::arxml {

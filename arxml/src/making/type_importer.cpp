@@ -63,10 +63,10 @@ void TypeImporter::build(Catalogue const& catalogue) {
             TypePlan const& plan = planner_.plan(type);
             if (plan.kind == TypeKind::none) {
                 context_.account.skip(type, plan.reason);
-                context_.fileOf(type).omissions.push_back({ImportContext::placeOf(type),
-                                                           type.name(),
-                                                           plan.reason,
-                                                           causeOfOmission(type, plan)});
+                context_.logOf(type).omissions.push_back({ImportContext::spotOf(type),
+                                                          type.name(),
+                                                          plan.reason,
+                                                          causeOfOmission(type, plan)});
             } else {
                 made_.add(type, maker_.make(plan, {type, {}}));
             }

@@ -9,14 +9,10 @@ namespace {
 
 using Values = Encoding::Values;
 
-bool beginsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
 /// Whether the code is that of characters; their numbers have no sign.
 bool isCharacterCode(std::string_view code) {
     return code == "UTF-8" || code == "UTF-16" || code == "UCS-2" ||
-           beginsWith(code, "ISO-8859-") || beginsWith(code, "WINDOWS-125");
+           code.starts_with("ISO-8859-") || code.starts_with("WINDOWS-125");
 }
 
 /// "uint8", "sint16", "int32": the name of a platform type in the place of a code.
@@ -24,7 +20,7 @@ bool isPlatformName(std::string_view code) {
     constexpr std::array<std::string_view, 3> starts = {"uint", "sint", "int"};
     constexpr std::array<std::string_view, 4> sizes = {"8", "16", "32", "64"};
     return std::any_of(starts.begin(), starts.end(), [&](std::string_view start) {
-        return beginsWith(code, start) &&
+        return code.starts_with(start) &&
                std::find(sizes.begin(), sizes.end(), code.substr(start.size())) != sizes.end();
     });
 }
@@ -35,11 +31,11 @@ std::optional<bool> signOf(std::string_view declaration) {
     while (!declaration.empty()) {
         const std::size_t end = std::min(declaration.find(' '), declaration.size());
         const std::string_view word = declaration.substr(0, end);
-        if (word == "unsigned" || beginsWith(word, "uint")) {
+        if (word == "unsigned" || word.starts_with("uint")) {
             return false;
         }
-        if (word == "signed" || word == "short" || word == "long" || beginsWith(word, "int") ||
-            beginsWith(word, "sint")) {
+        if (word == "signed" || word == "short" || word == "long" || word.starts_with("int") ||
+            word.starts_with("sint")) {
             isSigned = true;
         }
         declaration.remove_prefix(std::min(end + 1, declaration.size()));

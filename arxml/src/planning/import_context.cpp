@@ -5,11 +5,11 @@
 namespace velum::arxml {
 
 void ImportContext::find(Element element, Reason reason, std::string text) const {
-    fileOf(element).find(placeOf(element), reason, std::move(text));
+    logOf(element).find(spotOf(element), reason, std::move(text));
 }
 
 void ImportContext::note(Element element, Reason reason, std::string text) const {
-    fileOf(element).note(placeOf(element), reason, std::move(text));
+    logOf(element).note(spotOf(element), reason, std::move(text));
 }
 
 void ImportContext::refuse(Element element, Reason reason, std::string text) const {
@@ -26,12 +26,12 @@ void ImportContext::refuseNumber(Element element, Reason fault, std::string text
 }
 
 void ImportContext::refuseReference(Element reference, Reason reason, std::string text) const {
-    fileOf(reference).find(placeOf(reference), reason, std::move(text), reference.text());
+    logOf(reference).find(spotOf(reference), reason, std::move(text), reference.text());
     account.skip(reference, reason);
 }
 
 std::string ImportContext::whereabouts(Element element) const {
-    return fileOf(element).file + ":" + std::to_string(element.position().line) + ":" +
+    return logOf(element).file + ":" + std::to_string(element.position().line) + ":" +
            std::to_string(element.position().column);
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "findings/report.h"
+#include "findings/file_log.h"
 #include "reading/account.h"
 #include "reading/documents.h"
+#include "source/watch.h"
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace velum::arxml {
 
@@ -13,10 +15,11 @@ namespace velum::arxml {
 struct ImportContext {
     Documents& documents;
     Account& account;
-    Report& report;
+    std::vector<FileLog>& logs; ///< By file.
+    Watch const& watch;
 
-    FileReport& fileOf(Element element) const { return report.files[element.file()]; }
-    static Place placeOf(Element element) { return {element.position(), element.path()}; }
+    FileLog& logOf(Element element) const { return logs[element.file()]; }
+    static Spot spotOf(Element element) { return {element.position(), element.path()}; }
 
     /// Reports something at an element; whether it is a fault follows from the reason.
     void find(Element element, Reason reason, std::string text) const;

@@ -7,10 +7,6 @@ namespace velum::arxml {
 
 namespace {
 
-bool endsWith(std::string_view text, std::string_view end) {
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 /// Whether the DEST of a reference fits an element of that kind: it may name a superclass.
 bool destFits(std::string_view dest, std::string_view kind) {
     constexpr std::array<std::string_view, 9> superclasses = {"AR-ELEMENT",
@@ -27,10 +23,10 @@ bool destFits(std::string_view dest, std::string_view kind) {
         return true;
     }
     if (dest == "AUTOSAR-DATA-TYPE") {
-        return endsWith(kind, "-DATA-TYPE");
+        return kind.ends_with("-DATA-TYPE");
     }
     if (dest == "APPLICATION-DATA-TYPE" || dest == "APPLICATION-COMPOSITE-DATA-TYPE") {
-        return endsWith(kind, "-DATA-TYPE") && kind != "IMPLEMENTATION-DATA-TYPE" &&
+        return kind.ends_with("-DATA-TYPE") && kind != "IMPLEMENTATION-DATA-TYPE" &&
                (dest == "APPLICATION-DATA-TYPE" || kind != "APPLICATION-PRIMITIVE-DATA-TYPE");
     }
     return dest == "ABSTRACT-IMPLEMENTATION-DATA-TYPE" && kind == "IMPLEMENTATION-DATA-TYPE";
@@ -74,10 +70,10 @@ void References::reportRest() {
         const Element reference = documents.store.at(i);
         if (documents.names.isReference(reference.name()) && !reference.text().empty() &&
             paths_[i] == nowhere && !isJudged_[i]) {
-            context_.fileOf(reference).note(ImportContext::placeOf(reference),
-                                            Reason::dangling,
-                                            causeOf(documents.index, referenceAt(reference)),
-                                            reference.text());
+            context_.logOf(reference).note(ImportContext::spotOf(reference),
+                                           Reason::dangling,
+                                           causeOf(documents.index, referenceAt(reference)),
+                                           reference.text());
         }
     }
 }
@@ -86,10 +82,10 @@ void References::reportLoose() const {
     DocumentIndex const& index = context_.documents.index;
     for (LooseReference const& loose : context_.documents.looseReferences) {
         if (!index.resolve(loose.reference).path) {
-            context_.report.files[loose.file].note({loose.position, loose.path},
-                                                   Reason::dangling,
-                                                   causeOf(index, loose.reference),
-                                                   loose.reference.target);
+            context_.logs[loose.file].note({loose.position, loose.path},
+                                           Reason::dangling,
+                                           causeOf(index, loose.reference),
+                                           loose.reference.target);
         }
     }
 }
@@ -140,11 +136,11 @@ bool References::isAccepted(Element reference,
     const std::string kind(context_.kind(target));
     const std::string_view dest = reference.attribute("DEST").value_or(kind);
     if (!destFits(dest, kind)) {
-        context_.fileOf(reference).note(ImportContext::placeOf(reference),
-                                        Reason::wrongTarget,
-                                        "The target " + text + " is of the kind " + kind +
-                                            "; DEST says " + std::string(dest) + ". It is used.",
-                                        reference.text());
+        context_.logOf(reference).note(ImportContext::spotOf(reference),
+                                       Reason::wrongTarget,
+                                       "The target " + text + " is of the kind " + kind +
+                                           "; DEST says " + std::string(dest) + ". It is used.",
+                                       reference.text());
     }
     return true;
 }

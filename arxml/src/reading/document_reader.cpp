@@ -32,14 +32,14 @@ public:
                    FileId id,
                    Documents& documents,
                    IsWanted const& isWanted,
-                   FileReport& report,
+                   FileLog& log,
                    OnProgress const& onProgress)
         : reader_(file, documents.names, onProgress),
           id_(id),
           documents_(documents),
           store_(documents.store),
           isWanted_(isWanted),
-          report_(report) {}
+          log_(log) {}
 
     void run() {
         for (;;) {
@@ -89,7 +89,7 @@ private:
 
     void start() {
         const NameId name = reader_.name();
-        report_.tally.meet(name);
+        log_.tally.meet(name);
         if (depth_ == 0) {
             checkRoot();
         }
@@ -258,18 +258,18 @@ private:
         switch (frame.role) {
         case Role::package:
             if (!frame.isNamed) {
-                report_.find(placeOf(frame), Reason::noName, "This package has no SHORT-NAME.");
+                log_.find(spotOf(frame), Reason::noName, "This package has no SHORT-NAME.");
             }
-            report_.tally.consume(frame.name);
+            log_.tally.consume(frame.name);
             break;
         case Role::document:
         case Role::packages:
         case Role::packageName:
         case Role::elements:
-            report_.tally.consume(frame.name);
+            log_.tally.consume(frame.name);
             break;
         case Role::skipped:
-            report_.tally.skip(frame.name, frame.reason, placeOf(frame));
+            log_.tally.skip(frame.name, frame.reason, spotOf(frame));
             if (!text.empty() && isLooseReference(frame)) {
                 keepReference(frame, text);
             }
@@ -284,7 +284,7 @@ private:
         --depth_;
     }
 
-    static Place placeOf(Frame const& frame) { return {frame.position, frame.path}; }
+    static Spot spotOf(Frame const& frame) { return {frame.position, frame.path}; }
 
     /// The element around a SHORT-NAME gets its path.
     void nameParent(std::string_view name) {
@@ -316,10 +316,10 @@ private:
                 return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U;
             }));
         if (size > longestName) {
-            report_.note(placeOf(frame),
-                         Reason::longName,
-                         "The name has " + std::to_string(size) +
-                             " characters; the format allows " + std::to_string(longestName) + ".");
+            log_.note(spotOf(frame),
+                      Reason::longName,
+                      "The name has " + std::to_string(size) + " characters; the format allows " +
+                          std::to_string(longestName) + ".");
         }
         PathTree const& paths = documents_.index.paths();
         if (!paths.isTooLong(frame.path) || paths.isTooLong(paths.parent(frame.path))) {
@@ -329,9 +329,9 @@ private:
                                  std::to_string(PathTree::longestPath) +
                                  " bytes; nothing at it or below it is known by its path.";
         if (frame.role == Role::skipped) {
-            report_.note(placeOf(frame), Reason::longPath, text);
+            log_.note(spotOf(frame), Reason::longPath, text);
         } else {
-            report_.find(placeOf(frame), Reason::longPath, text);
+            log_.find(spotOf(frame), Reason::longPath, text);
         }
     }
 
@@ -366,7 +366,7 @@ private:
     Documents& documents_;
     ElementStore& store_;
     IsWanted const& isWanted_;
-    FileReport& report_;
+    FileLog& log_;
     std::vector<Frame> frames_;
     std::size_t depth_ = 0;
 };
@@ -377,9 +377,9 @@ void readDocument(std::string const& file,
                   FileId id,
                   Documents& documents,
                   IsWanted const& isWanted,
-                  FileReport& report,
+                  FileLog& log,
                   OnProgress const& onProgress) {
-    DocumentReader(file, id, documents, isWanted, report, onProgress).run();
+    DocumentReader(file, id, documents, isWanted, log, onProgress).run();
 }
 
 } // namespace velum::arxml

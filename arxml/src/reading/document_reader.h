@@ -1,6 +1,6 @@
 #pragma once
 
-#include "findings/file_report.h"
+#include "findings/file_log.h"
 #include "reading/documents.h"
 
 #include <cstdint>
@@ -17,7 +17,7 @@ using IsWanted = std::function<bool(NameId)>;
 using OnProgress = std::function<void(std::uint64_t bytes)>;
 
 /// Reads one AUTOSAR document into `documents`: its packages and the paths of its elements, whole
-/// what is wanted, and of everything else the references. Counts every element in `report`, and
+/// what is wanted, and of everything else the references. Counts every element in `log`, and
 /// those that are not kept whole as consumed or skipped.
 ///
 /// Raises `InputError` if the file cannot be read, is no XML or no AUTOSAR R4 document. What was
@@ -26,7 +26,7 @@ void readDocument(std::string const& file,
                   FileId id,
                   Documents& documents,
                   IsWanted const& isWanted,
-                  FileReport& report,
+                  FileLog& log,
                   OnProgress const& onProgress);
 
 } // namespace velum::arxml

@@ -31,10 +31,6 @@ std::string inOneLine(std::string_view message) {
     return line;
 }
 
-bool beginsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
-}
-
 /// Whether ASCII characters stand for themselves, and only for themselves, in the encoding.
 bool keepsAscii(std::string_view encoding) {
     std::string name(encoding);
@@ -42,7 +38,7 @@ bool keepsAscii(std::string_view encoding) {
         return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
     });
     return name.empty() || name == "UTF-8" || name == "UTF8" || name == "US-ASCII" ||
-           name == "ASCII" || beginsWith(name, "ISO-8859-") || beginsWith(name, "WINDOWS-125");
+           name == "ASCII" || name.starts_with("ISO-8859-") || name.starts_with("WINDOWS-125");
 }
 
 } // namespace
@@ -73,13 +69,13 @@ PullReader::PullReader(std::string file,
 
 PullReader::~PullReader() = default;
 
-/// Nothing may be raised through the parser.
+/// Nothing may be raised through the parser: it is kept until the parser has returned.
 int PullReader::supply(void* self, char* buffer, int size) {
     auto& reader = *static_cast<PullReader*>(self);
     try {
         return reader.read(buffer, size);
-    } catch (std::bad_alloc const&) {
-        reader.isOutOfMemory_ = true;
+    } catch (...) {
+        reader.raised_ = std::current_exception();
         return -1;
     }
 }
@@ -135,7 +131,7 @@ void PullReader::onError(void* self, _xmlError* error) {
         return; // what follows the first fault is its consequence
     }
     if (error->code == XML_ERR_NO_MEMORY) {
-        reader.isOutOfMemory_ = true;
+        reader.raised_ = std::make_exception_ptr(std::bad_alloc());
         return;
     }
     reader.fault_.emplace(reader.faultOf(*error));
@@ -147,7 +143,7 @@ InputError PullReader::faultOf(_xmlError const& error) const {
     const std::string message = inOneLine(error.message == nullptr ? "" : error.message);
     // Some messages of the parser mislead: one advises a build option, one calls a text without
     // any tag empty, and one speaks of extra content where there is too little.
-    if (beginsWith(message, "Excessive depth")) {
+    if (message.starts_with("Excessive depth")) {
         return {file_, place, "Elements are nested more than 256 deep."};
     }
     if (anyByte_ && isBlank_) {
@@ -168,8 +164,8 @@ InputError PullReader::faultOf(_xmlError const& error) const {
 }
 
 void PullReader::raiseIfFaulty() const {
-    if (isOutOfMemory_) {
-        throw std::bad_alloc();
+    if (raised_) {
+        std::rethrow_exception(raised_);
     }
     if (fault_) {
         throw InputError(*fault_);

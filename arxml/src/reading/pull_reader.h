@@ -5,6 +5,7 @@
 #include "source/names.h"
 
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -92,13 +93,13 @@ private:
     ByteSource source_;
     TagScanner scanner_;
     std::optional<InputError> fault_; // the first one; set from within the parser's callbacks
+    std::exception_ptr raised_;       // what a callback raised
     std::unordered_map<void const*, NameId> namesByPointer_; // the parser keeps each name once
     std::unique_ptr<_xmlTextReader, FreeReader> reader_;
     NameId name_ = 0;
     Position position_{1, 1};
     bool anyByte_ = false;
     bool isBlank_ = true; // nothing but white space so far
-    bool isOutOfMemory_ = false;
     bool anyElement_ = false;
     bool endPending_ = false; // an empty element was started
 };

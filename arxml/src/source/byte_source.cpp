@@ -10,6 +10,7 @@
 #include <system_error>
 #include <unistd.h>
 #include <velum_arxml/source/input_error.h>
+#include <velum_arxml/source/standard_input.h>
 #include <zlib.h>
 
 namespace velum::arxml {

@@ -12,9 +12,6 @@ struct gzFile_s;
 
 namespace velum::arxml {
 
-/// Stands for the standard input where a file is expected.
-inline constexpr char standardInput[] = "-";
-
 /// The bytes of one file as the parser needs them: without the compression of a gzip file, and in
 /// UTF-8 where the file is in UTF-16.
 class ByteSource {

@@ -12,10 +12,6 @@ constexpr std::array<std::string_view, element::countOfKnown> knownNames = {
 #undef VELUM_KNOWN_NAME
 };
 
-bool endsWith(std::string_view text, std::string_view end) {
-    return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
 } // namespace
 
 Names::Names() {
@@ -31,8 +27,13 @@ NameId Names::intern(std::string_view name) {
     const auto id = static_cast<NameId>(texts_.size());
     std::string const& kept = texts_.emplace_back(name);
     ids_.emplace(kept, id);
-    isReference_.push_back(endsWith(name, "-REF") || endsWith(name, "-TREF"));
+    isReference_.push_back(name.ends_with("-REF") || name.ends_with("-TREF"));
     return id;
+}
+
+std::optional<NameId> Names::find(std::string_view name) const {
+    const auto found = ids_.find(name);
+    return found == ids_.end() ? std::nullopt : std::optional(found->second);
 }
 
 } // namespace velum::arxml

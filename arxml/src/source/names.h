@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,6 +32,9 @@ public:
 
     /// The id of a name; a name not met before gets the next one.
     NameId intern(std::string_view name);
+
+    /// The id of a name that was met; none of another one.
+    std::optional<NameId> find(std::string_view name) const;
 
     /// Valid as long as this object.
     std::string_view text(NameId id) const { return texts_[id]; }

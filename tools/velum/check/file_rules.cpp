@@ -8,9 +8,8 @@
 
 namespace velum::check {
 
-namespace element = arxml::element;
-using arxml::Element;
 using arxml::Encoding;
+using arxml::SourceElement;
 
 namespace {
 
@@ -105,15 +104,15 @@ contradiction(Encoding const& encoding, Declaration const& declaration, std::str
     return {};
 }
 
-void checkBaseType(Element baseType, Sink const& sink) {
-    const Element code = baseType.child(element::baseTypeEncoding);
-    const Element native = baseType.child(element::nativeDeclaration);
+void checkBaseType(SourceElement baseType, Sink const& sink) {
+    const SourceElement code = baseType.child("BASE-TYPE-ENCODING");
+    const SourceElement native = baseType.child("NATIVE-DECLARATION");
     if (!code || !native) {
         return;
     }
     const Encoding encoding = arxml::readEncoding(code.text(), native.text());
     const std::string said = contradiction(
-        encoding, readDeclaration(native.text()), baseType.child(element::baseTypeSize).text());
+        encoding, readDeclaration(native.text()), baseType.child("BASE-TYPE-SIZE").text());
     if (!said.empty()) {
         sink.add("encoding-mismatch",
                  "The encoding " + inParentheses(code.text()) +
@@ -123,82 +122,59 @@ void checkBaseType(Element baseType, Sink const& sink) {
 }
 
 /// A type of values, or an element of one, over a base type that has none.
-void checkValue(Element type,
-                arxml::Documents const& documents,
-                Sources const& sources,
-                Sink const& sink) {
-    const Element reference = type.child(element::swDataDefProps)
-                                  .child(element::swDataDefPropsVariants)
-                                  .child(element::swDataDefPropsConditional)
-                                  .child(element::baseTypeRef);
-    if (type.child(element::category).text() != "VALUE" || reference.text().empty()) {
+void checkValue(SourceElement type, arxml::Sources const& sources, Sink const& sink) {
+    const SourceElement reference = type.child("SW-DATA-DEF-PROPS")
+                                        .child("SW-DATA-DEF-PROPS-VARIANTS")
+                                        .child("SW-DATA-DEF-PROPS-CONDITIONAL")
+                                        .child("BASE-TYPE-REF");
+    if (type.child("CATEGORY").text() != "VALUE") {
         return;
     }
-    const auto target = documents.index.resolve(arxml::referenceAt(reference)).path;
+    const auto target = sources.targetOf(reference);
     if (!target) {
         return;
     }
-    const Element baseType = sources.elementAt(documents.index.paths().text(*target));
-    if (baseType.is(element::swBaseType) &&
-        baseType.child(element::baseTypeEncoding).text() == "VOID") {
+    const SourceElement baseType = sources.elementAt(*target);
+    if (baseType.is("SW-BASE-TYPE") && baseType.child("BASE-TYPE-ENCODING").text() == "VOID") {
         sink.add("void-value",
-                 "The base type " + inParentheses(documents.index.paths().text(*target)) +
+                 "The base type " + inParentheses(*target) +
                      " of this type of values has the encoding VOID.");
     }
 }
 
 } // namespace
 
-void checkBaseTypes(Sources const& sources, std::vector<Issue>& issues) {
-    if (sources.documents() == nullptr) {
-        return;
-    }
-    arxml::Documents const& documents = *sources.documents();
-    for (arxml::ElementStore::Index i = 0; i < documents.store.size(); ++i) {
-        const Element element = documents.store.at(i);
-        const bool isBaseType = element.is(element::swBaseType);
-        if (!isBaseType && !element.is(element::implementationDataType) &&
-            !element.is(element::implementationDataTypeElement)) {
-            continue;
-        }
-        const std::string path = documents.index.paths().text(element.path());
+void checkBaseTypes(arxml::Sources const& sources, std::vector<Issue>& issues) {
+    for (const SourceElement element : sources.elementsNamed(
+             {"SW-BASE-TYPE", "IMPLEMENTATION-DATA-TYPE", "IMPLEMENTATION-DATA-TYPE-ELEMENT"})) {
+        const std::string path = element.path();
         const std::size_t before = issues.size();
         const Sink sink(path, issues);
-        if (isBaseType) {
+        if (element.is("SW-BASE-TYPE")) {
             checkBaseType(element, sink);
         } else {
-            checkValue(element, documents, sources, sink);
+            checkValue(element, sources, sink);
         }
         for (std::size_t issue = before; issue < issues.size(); ++issue) {
-            issues[issue].place = sources.originOf(element);
+            issues[issue].place = element.origin();
         }
     }
 }
 
-std::vector<InitialValue> initialValues(Sources const& sources) {
-    if (sources.documents() == nullptr) {
-        return {};
-    }
-    arxml::Documents const& documents = *sources.documents();
-    arxml::PathTree const& paths = documents.index.paths();
+std::vector<InitialValue> initialValues(arxml::Sources const& sources) {
+    const std::vector<arxml::SourceReference> references =
+        sources.referencesNamed({"TYPE-TREF", "CONSTANT-REF"});
     std::vector<InitialValue> values;
-    arxml::LooseReference const* type = nullptr; // the last one
-    for (arxml::LooseReference const& loose : documents.looseReferences) {
-        if (loose.name == element::typeTref) {
-            type = &loose;
-        }
-        // A type and then a constant in one prototype.
-        if (loose.name != element::constantRef || type == nullptr || type->path != loose.path ||
-            type->file != loose.file) {
+    arxml::SourceReference const* type = nullptr; // the last one
+    for (arxml::SourceReference const& reference : references) {
+        if (reference.name == "TYPE-TREF") {
+            type = &reference;
             continue;
         }
-        const auto typePath = documents.index.resolve(type->reference).path;
-        const auto constantPath = documents.index.resolve(loose.reference).path;
-        if (typePath && constantPath) {
-            values.push_back({paths.text(loose.path),
-                              paths.text(*typePath),
-                              paths.text(*constantPath),
-                              sources.originOf(loose.file, loose.position)});
+        // A type and then a constant in one prototype.
+        if (type != nullptr && type->path == reference.path &&
+            type->origin.file == reference.origin.file && type->target && reference.target) {
+            values.push_back({reference.path, *type->target, *reference.target, reference.origin});
         }
     }
     return values;

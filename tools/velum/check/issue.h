@@ -1,12 +1,11 @@
 #pragma once
 
-#include "check/sources.h"
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+#include <velum_arxml/reading/sources.h>
 
 namespace velum::check {
 
@@ -46,8 +45,8 @@ Rule const* findRule(std::string_view id);
 struct Issue {
     std::string path; ///< Of the object, or of the nearest one around it that has a path.
     Rule const* rule;
-    std::string text;            ///< A sentence.
-    std::optional<Origin> place; ///< None of an object that came from no file.
+    std::string text;                   ///< A sentence.
+    std::optional<arxml::Origin> place; ///< None of an object that came from no file.
 };
 
 /// Where the issues of one object go.

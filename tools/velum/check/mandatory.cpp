@@ -78,15 +78,16 @@ bool mayBeMissing(model::Metaclass const& metaclass,
 }
 
 /// Whether the file gives a constant a value, of a kind that no object is made of.
-bool isLeftOut(arxml::Element element) {
-    const arxml::Element value = element.child(arxml::element::valueSpec);
-    return element.is(arxml::element::constantSpecification) &&
-           value.children().begin() != value.children().end();
+bool isLeftOut(arxml::SourceElement element) {
+    const arxml::SourceElement value = element.child("VALUE-SPEC");
+    return element.is("CONSTANT-SPECIFICATION") && !value.children().empty();
 }
 
 } // namespace
 
-void checkMandatory(QOB::ClassObject const& object, arxml::Element element, Sink const& sink) {
+void checkMandatory(QOB::ClassObject const& object,
+                    arxml::SourceElement element,
+                    Sink const& sink) {
     model::Metaclass const* metaclass = model::findMetaclass(model::classOf(object));
     while (metaclass != nullptr && metaclass->isOfTypes) {
         for (MetaPropertyDescription const* property : model::propertiesOf(*metaclass)) {

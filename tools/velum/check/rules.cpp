@@ -22,7 +22,7 @@ namespace {
 /// Visits every object once, and keeps those that rules over several objects ask for.
 class Walk {
 public:
-    Walk(QOB::Model const& model, Sources const& sources)
+    Walk(QOB::Model const& model, arxml::Sources const& sources)
         : model_(model), sources_(sources), initialValues_(initialValues(sources)) {
         for (InitialValue const& value : initialValues_) {
             byPath_.try_emplace(value.type);
@@ -61,15 +61,15 @@ private:
         if (issues_.size() == before) {
             return;
         }
-        if (const arxml::Element element = sources_.elementAt(path)) {
+        if (const arxml::SourceElement element = sources_.elementAt(path)) {
             for (std::size_t i = before; i < issues_.size(); ++i) {
-                issues_[i].place = sources_.originOf(element);
+                issues_[i].place = element.origin();
             }
         }
     }
 
     static void
-    checkObject(QOB::ClassObject const& object, arxml::Element element, Sink const& sink) {
+    checkObject(QOB::ClassObject const& object, arxml::SourceElement element, Sink const& sink) {
         checkMandatory(object, element, sink);
         if (const types::Real type(object); type.isValid()) {
             checkType(type, sink);
@@ -98,7 +98,7 @@ private:
     }
 
     QOB::Model const& model_;
-    Sources const& sources_;
+    arxml::Sources const& sources_;
     std::vector<InitialValue> initialValues_;
     std::unordered_map<std::string, QOB::ClassObject> byPath_; // of what these refer to
     std::vector<Issue> issues_;
@@ -113,7 +113,7 @@ bool standsBefore(Issue const& a, Issue const& b) {
 
 } // namespace
 
-std::vector<Issue> checkModel(QOB::Model const& model, Sources const& sources) {
+std::vector<Issue> checkModel(QOB::Model const& model, arxml::Sources const& sources) {
     std::vector<Issue> issues = Walk(model, sources).run();
     std::stable_sort(issues.begin(), issues.end(), standsBefore);
     return issues;

@@ -13,9 +13,8 @@
 namespace velum::check {
 
 namespace types = Zorvane::metamodel::types;
-namespace element = arxml::element;
-using arxml::Element;
 using arxml::numberText;
+using arxml::SourceElement;
 
 namespace {
 
@@ -164,11 +163,10 @@ void checkUnits(types::PrimitiveType const& type, Sink const& sink) {
 }
 
 /// Whether a file gives the method coefficients, held or not.
-bool hasCoefficients(Element method) {
-    for (const arxml::NameId direction :
-         {element::compuInternalToPhys, element::compuPhysToInternal}) {
-        for (const Element scale : method.child(direction).child(element::compuScales).children()) {
-            if (scale.child(element::compuRationalCoeffs)) {
+bool hasCoefficients(SourceElement method) {
+    for (const std::string_view direction : {"COMPU-INTERNAL-TO-PHYS", "COMPU-PHYS-TO-INTERNAL"}) {
+        for (const SourceElement scale : method.child(direction).child("COMPU-SCALES").children()) {
+            if (scale.child("COMPU-RATIONAL-COEFFS")) {
                 return true;
             }
         }
@@ -177,12 +175,11 @@ bool hasCoefficients(Element method) {
 }
 
 /// Whether the one function of the method that the file gives has the same result everywhere.
-bool isFlat(Element method) {
-    Element only;
-    for (const arxml::NameId direction :
-         {element::compuInternalToPhys, element::compuPhysToInternal}) {
-        for (const Element scale : method.child(direction).child(element::compuScales).children()) {
-            if (const Element coefficients = scale.child(element::compuRationalCoeffs)) {
+bool isFlat(SourceElement method) {
+    SourceElement only;
+    for (const std::string_view direction : {"COMPU-INTERNAL-TO-PHYS", "COMPU-PHYS-TO-INTERNAL"}) {
+        for (const SourceElement scale : method.child(direction).child("COMPU-SCALES").children()) {
+            if (const SourceElement coefficients = scale.child("COMPU-RATIONAL-COEFFS")) {
                 if (only) {
                     return false;
                 }
@@ -194,7 +191,7 @@ bool isFlat(Element method) {
         return false;
     }
     int count = 0;
-    for (const Element v : only.child(element::compuNumerator).children()) {
+    for (const SourceElement v : only.child("COMPU-NUMERATOR").children()) {
         const arxml::RealNumber number = arxml::readRealNumber(v.text());
         if (!number.value || (count > 0 && *number.value != 0.0)) {
             return false;
@@ -219,8 +216,8 @@ void checkType(types::Real const& type, Sink const& sink) {
     }
 }
 
-void checkUnit(types::Unit const& unit, Element element, Sink const& sink) {
-    const Element written = element.child(element::factorSiToUnit);
+void checkUnit(types::Unit const& unit, SourceElement element, Sink const& sink) {
+    const SourceElement written = element.child("FACTOR-SI-TO-UNIT");
     const bool isZeroInFile =
         written && arxml::readRealNumber(written.text()).value == std::optional(0.0);
     if (isZeroInFile || double(unit.getConvFactor()) == 0.0) {
@@ -228,7 +225,7 @@ void checkUnit(types::Unit const& unit, Element element, Sink const& sink) {
     }
 }
 
-void checkMethod(types::CompuMethod const& method, Element element, Sink const& sink) {
+void checkMethod(types::CompuMethod const& method, SourceElement element, Sink const& sink) {
     using Category = types::CompuMethodCategory;
     const Category category = method.getCategory();
     const bool isLine = category == Category(Category::Linear) ||

@@ -13,12 +13,12 @@ void checkType(Zorvane::metamodel::types::Real const& type, Sink const& sink);
 
 /// The rules about one unit. `element` is what it was made of, empty if there is nothing.
 void checkUnit(Zorvane::metamodel::types::Unit const& unit,
-               arxml::Element element,
+               arxml::SourceElement element,
                Sink const& sink);
 
 /// The rules about one computation method.
 void checkMethod(Zorvane::metamodel::types::CompuMethod const& method,
-                 arxml::Element element,
+                 arxml::SourceElement element,
                  Sink const& sink);
 
 } // namespace velum::check

@@ -68,13 +68,11 @@ int CheckCommand::run() const {
         baseline.emplace(*baseline_);
     }
     model::Dictionary dictionary;
-    const arxml::Import import = load(files_, dictionary);
-    std::vector<std::string> files;
-    for (arxml::FileReport const& file : import.report().files) {
-        files.push_back(file.file);
-    }
-    auto issues =
-        check::checkModel(dictionary.model(), check::Sources(import.documents(), std::move(files)));
+    arxml::Sources sources;
+    arxml::Options options;
+    options.sources = &sources;
+    const arxml::Report report = load(files_, dictionary, options);
+    auto issues = check::checkModel(dictionary.model(), sources);
     issues.erase(std::remove_if(issues.begin(),
                                 issues.end(),
                                 [this](check::Issue const& issue) { return !isWanted(issue); }),
@@ -88,7 +86,7 @@ int CheckCommand::run() const {
     const bool hasErrors = std::any_of(issues.begin(), issues.end(), [](check::Issue const& issue) {
         return issue.rule->severity == check::Severity::error;
     });
-    const bool isInputAtFault = tellFailure(import, failOn_.value());
+    const bool isInputAtFault = tellFailure(report, failOn_.value());
     return hasErrors || isInputAtFault ? inputAtFault : done;
 }
 

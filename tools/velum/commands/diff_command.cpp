@@ -7,11 +7,11 @@
 #include "diff/printers.h"
 #include "model/dictionary.h"
 #include "report/printers.h"
-#include "source/byte_source.h"
 
 #include <algorithm>
 #include <iostream>
 #include <velum_arxml/source/input_error.h>
+#include <velum_arxml/source/standard_input.h>
 
 namespace velum::commands {
 

@@ -45,22 +45,19 @@ void ImportCommand::addTo(CLI::App& app) {
 
 int ImportCommand::run() const {
     model::Dictionary dictionary;
-    arxml::ImportOptions options;
+    arxml::Options options;
     const report::FailOn failOn = failOn_.value();
     if (isStrict_) {
-        options.isAcceptable = [&failOn](arxml::Report const& report) {
-            return !failOn.fails(report);
-        };
+        options.isAcceptable = [&failOn](arxml::Report const& all) { return !failOn.fails(all); };
     }
-    const arxml::Import import = load(files_, dictionary, options);
-    const report::PrintJob job{import.report(), import.names(), import.paths(), withOmissions_};
-    if (!print(isJson_ ? report::printJson(job) : report::printText(job))) {
+    const arxml::Report report = load(files_, dictionary, options);
+    if (!print(isJson_ ? report::printJson(report) : report::printText(report, withOmissions_))) {
         return failed;
     }
     if (isVerbose_ && !printObjects(dictionary.model())) {
         return failed;
     }
-    return failOn.fails(import.report()) ? inputAtFault : done;
+    return failOn.fails(report) ? inputAtFault : done;
 }
 
 } // namespace velum::commands

@@ -1,13 +1,12 @@
 #include "commands/input_files.h"
 
-#include "source/byte_source.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <unordered_set>
 #include <velum_arxml/source/input_error.h>
+#include <velum_arxml/source/standard_input.h>
 
 namespace velum::commands {
 

@@ -23,17 +23,17 @@ std::uint64_t sizeOf(std::vector<std::string> const& files) {
 
 } // namespace
 
-arxml::Import load(std::vector<std::string> const& arguments,
-                   model::Dictionary& dictionary,
-                   arxml::ImportOptions options) {
+arxml::Report load(std::vector<std::string> const& arguments,
+                   model::Dictionary const& dictionary,
+                   arxml::Options options) {
     const std::vector<std::string> files = inputFiles(arguments);
     report::Progress progress(sizeOf(files));
-    options.onProgress = [&progress](std::uint64_t bytes) { progress.advance(bytes); };
-    return {files, dictionary.model(), options};
+    options.onProgress = [&progress](std::uint64_t bytes) { progress.show(bytes); };
+    return arxml::read(files, dictionary.model(), options);
 }
 
-bool tellFailure(arxml::Import const& import, report::FailOn const& failOn) {
-    const std::string first = failOn.firstFailure(import.report());
+bool tellFailure(arxml::Report const& report, report::FailOn const& failOn) {
+    const std::string first = failOn.firstFailure(report);
     if (first.empty()) {
         return false;
     }

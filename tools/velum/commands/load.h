@@ -1,11 +1,11 @@
 #pragma once
 
-#include "import.h"
 #include "model/dictionary.h"
 #include "report/fail_on.h"
 
 #include <string>
 #include <vector>
+#include <velum_arxml/read.h>
 
 namespace velum::commands {
 
@@ -13,14 +13,14 @@ namespace velum::commands {
 inline constexpr char whatFilesAre[] =
     "Files to read (.arxml, .arxml.gz), folders of them, or - for the standard input";
 
-/// Imports the files that the arguments stand for into the dictionary, and tells a person at a
+/// Reads the files that the arguments stand for into the dictionary, and tells a person at a
 /// terminal how far it is.
-arxml::Import load(std::vector<std::string> const& arguments,
-                   model::Dictionary& dictionary,
-                   arxml::ImportOptions options = {});
+arxml::Report load(std::vector<std::string> const& arguments,
+                   model::Dictionary const& dictionary,
+                   arxml::Options options = {});
 
 /// Says on the standard error what is wrong in the files, if something is: what a command does that
 /// reports something else. Returns whether it is.
-bool tellFailure(arxml::Import const& import, report::FailOn const& failOn = {});
+bool tellFailure(arxml::Report const& report, report::FailOn const& failOn = {});
 
 } // namespace velum::commands

@@ -86,7 +86,7 @@ int ShowCommand::run() const {
         (arguments_[i] != "/" && isInput(arguments_[i]) ? files : wanted).push_back(arguments_[i]);
     }
     model::Dictionary dictionary;
-    const arxml::Import import = load(files, dictionary);
+    const arxml::Report report = load(files, dictionary);
     const Users users = usersIn(dictionary.model());
     bool isAllThere = true;
     std::string text;
@@ -105,7 +105,7 @@ int ShowCommand::run() const {
     if (!print(text)) {
         return failed;
     }
-    const bool isInputAtFault = tellFailure(import, failOn_.value());
+    const bool isInputAtFault = tellFailure(report, failOn_.value());
     return isAllThere && !isInputAtFault ? done : inputAtFault;
 }
 

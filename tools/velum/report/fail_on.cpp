@@ -71,19 +71,22 @@ std::string FailOn::firstFailure(arxml::Report const& report) const {
 }
 
 std::string FailOn::firstFailure(arxml::FileReport const& file) const {
-    for (arxml::Finding const& finding : file.findings()) {
+    for (arxml::Finding const& finding : file.findings) {
         if (isFailure(finding)) {
             return failureLine(file, finding.places.front(), finding.reason, finding.text);
         }
     }
     // Faults have findings; of what the model has no place for there may be only a count.
-    for (auto const& [key, skip] : file.tally.skips()) {
-        const arxml::Reason reason = key.second;
-        if (!isFault(reason) && isChosen_[static_cast<unsigned>(reason)]) {
-            return failureLine(file, skip.first, reason, "The element is skipped.");
+    arxml::SkippedElements const* first = nullptr;
+    for (arxml::SkippedElements const& row : file.skipped) {
+        const bool isChosen = !isFault(row.reason) && isChosen_[static_cast<unsigned>(row.reason)];
+        if (isChosen && (first == nullptr || row.first.position < first->first.position)) {
+            first = &row;
         }
     }
-    return {};
+    return first == nullptr
+               ? std::string()
+               : failureLine(file, first->first, first->reason, "The element is skipped.");
 }
 
 } // namespace velum::report

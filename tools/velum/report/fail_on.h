@@ -1,10 +1,9 @@
 #pragma once
 
-#include "findings/report.h"
-
 #include <array>
 #include <string>
 #include <string_view>
+#include <velum_arxml/findings/report.h>
 
 namespace velum::report {
 

@@ -1,5 +1,4 @@
 #include "report/printers.h"
-#include "report/skip_list.h"
 
 #include <nlohmann/json.hpp>
 
@@ -9,48 +8,40 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json placeIn(arxml::Place const& place, arxml::PathTree const& paths) {
-    return {{"line", place.position.line},
-            {"column", place.position.column},
-            {"path", paths.text(place.path)}};
+Json placeIn(arxml::Place const& place) {
+    return {{"line", place.position.line}, {"column", place.position.column}, {"path", place.path}};
 }
 
-Json consumedElements(arxml::Tally const& tally, arxml::Names const& names) {
-    std::map<std::string_view, std::uint64_t> sorted;
-    for (arxml::NameId name = 0; name < tally.endOfNames(); ++name) {
-        if (const std::uint64_t count = tally.consumed(name); count > 0) {
-            sorted.emplace(names.text(name), count);
-        }
-    }
+Json consumedElements(arxml::FileReport const& file) {
     Json list = Json::array();
-    for (auto const& [element, count] : sorted) {
-        list.push_back({{"element", element}, {"count", count}});
+    for (arxml::ConsumedElements const& row : file.consumed) {
+        list.push_back({{"element", row.element}, {"count", row.count}});
     }
     return list;
 }
 
-Json skippedElements(arxml::Tally const& tally, PrintJob const& job) {
+Json skippedElements(arxml::FileReport const& file) {
     Json list = Json::array();
-    for (SkipEntry const& entry : skipList(tally, job.names)) {
-        list.push_back({{"element", entry.element},
-                        {"reason", code(entry.reason)},
-                        {"count", entry.skip->count},
-                        {"first", placeIn(entry.skip->first, job.paths)}});
+    for (arxml::SkippedElements const& row : file.skipped) {
+        list.push_back({{"element", row.element},
+                        {"reason", code(row.reason)},
+                        {"count", row.count},
+                        {"first", placeIn(row.first)}});
     }
     return list;
 }
 
-Json findings(arxml::FileReport const& file, arxml::PathTree const& paths) {
+Json findings(arxml::FileReport const& file) {
     Json list = Json::array();
-    for (arxml::Finding const& finding : file.findings()) {
-        Json entry = placeIn(finding.places.front(), paths);
+    for (arxml::Finding const& finding : file.findings) {
+        Json entry = placeIn(finding.places.front());
         entry["reason"] = code(finding.reason);
         entry["fault"] = finding.isFault;
         entry["text"] = finding.text;
         if (!finding.target.empty()) {
             Json places = Json::array();
             for (arxml::Place const& place : finding.places) {
-                places.push_back(placeIn(place, paths));
+                places.push_back(placeIn(place));
             }
             entry["target"] = finding.target;
             entry["count"] = finding.count;
@@ -61,11 +52,11 @@ Json findings(arxml::FileReport const& file, arxml::PathTree const& paths) {
     return list;
 }
 
-Json omissions(arxml::FileReport const& file, PrintJob const& job) {
+Json omissions(arxml::FileReport const& file) {
     Json list = Json::array();
     for (arxml::Omission const& omission : file.omissions) {
-        Json entry = placeIn(omission.place, job.paths);
-        entry["element"] = job.names.text(omission.element);
+        Json entry = placeIn(omission.place);
+        entry["element"] = omission.element;
         entry["reason"] = code(omission.reason);
         entry["text"] = omission.text;
         list.push_back(std::move(entry));
@@ -75,25 +66,25 @@ Json omissions(arxml::FileReport const& file, PrintJob const& job) {
 
 } // namespace
 
-std::string printJson(PrintJob const& job) {
+std::string printJson(arxml::Report const& report) {
     Json classes = Json::array();
-    for (arxml::ClassCount const& row : job.report.classes) {
+    for (arxml::ClassCount const& row : report.classes) {
         classes.push_back({{"class", row.metaclass}, {"count", row.count}});
     }
     Json files = Json::array();
-    for (arxml::FileReport const& file : job.report.files) {
+    for (arxml::FileReport const& file : report.files) {
         files.push_back({{"file", file.file},
                          {"elements",
-                          {{"met", file.tally.met()},
-                           {"consumed", file.tally.consumed()},
-                           {"skipped", file.tally.skipped()}}},
-                         {"consumed", consumedElements(file.tally, job.names)},
-                         {"skipped", skippedElements(file.tally, job)},
-                         {"omitted", omissions(file, job)},
-                         {"findings", findings(file, job.paths)}});
+                          {{"met", file.elementCount},
+                           {"consumed", file.consumedCount},
+                           {"skipped", file.skippedCount}}},
+                         {"consumed", consumedElements(file)},
+                         {"skipped", skippedElements(file)},
+                         {"omitted", omissions(file)},
+                         {"findings", findings(file)}});
     }
     const Json all = {
-        {"kept", job.report.isKept}, {"objects", std::move(classes)}, {"files", std::move(files)}};
+        {"kept", report.isKept()}, {"objects", std::move(classes)}, {"files", std::move(files)}};
     // File names need not be UTF-8; what is not becomes U+FFFD.
     return all.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

@@ -1,27 +1,16 @@
 #pragma once
 
-#include "findings/report.h"
-#include "source/names.h"
-#include "source/path_tree.h"
-
 #include <string>
 #include <string_view>
+#include <velum_arxml/findings/report.h>
 
 namespace velum::report {
 
-/// A report with what its ids stand for.
-struct PrintJob {
-    arxml::Report const& report;
-    arxml::Names const& names;
-    arxml::PathTree const& paths;
-    bool withOmissions = false; ///< List what could be an object and is none; JSON always does.
-};
+/// As tables for a person. Lists what could be an object and is none if it is to.
+std::string printText(arxml::Report const& report, bool withOmissions);
 
-/// As tables for a person.
-std::string printText(PrintJob const& job);
-
-/// The same as JSON.
-std::string printJson(PrintJob const& job);
+/// The same as JSON, which always lists everything.
+std::string printJson(arxml::Report const& report);
 
 /// The text with control characters as \xNN, so that it stays in its line of a terminal.
 std::string inOneLine(std::string_view text);

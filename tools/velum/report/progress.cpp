@@ -25,8 +25,8 @@ Progress::~Progress() {
     }
 }
 
-void Progress::advance(std::uint64_t bytes) {
-    done_ += bytes;
+void Progress::show(std::uint64_t done) {
+    done_ = done;
     if (isTerminal_ && Clock::now() >= next_) {
         print();
     }

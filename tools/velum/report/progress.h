@@ -16,8 +16,8 @@ public:
     Progress(Progress const&) = delete;
     Progress& operator=(Progress const&) = delete;
 
-    /// So many more bytes were read.
-    void advance(std::uint64_t bytes);
+    /// So many bytes were read so far.
+    void show(std::uint64_t done);
 
 private:
     using Clock = std::chrono::steady_clock;

@@ -1,5 +1,4 @@
 #include "report/printers.h"
-#include "report/skip_list.h"
 #include "report/table.h"
 
 #include <array>
@@ -35,27 +34,21 @@ std::uint64_t printClasses(std::string& text, arxml::Report const& report) {
 }
 
 /// "FILE:LINE:COLUMN: WORD: PATH: SENTENCE".
-std::string lineOf(PrintJob const& job,
-                   arxml::FileReport const& file,
+std::string lineOf(arxml::FileReport const& file,
                    arxml::Place const& place,
                    std::string const& word,
                    std::string const& sentence) {
     return inOneLine(file.file) + ":" + lineAndColumn(place) + ": " + word + ": " +
-           inOneLine(job.paths.text(place.path)) + ": " + inOneLine(sentence);
+           inOneLine(place.path) + ": " + inOneLine(sentence);
 }
 
-void printOmissions(std::string& text, PrintJob const& job, arxml::FileReport const& file) {
-    if (!job.withOmissions || file.omissions.empty()) {
-        return;
-    }
+void printOmissions(std::string& text, arxml::FileReport const& file) {
     text += "\nNo object is made of these:\n";
     for (arxml::Omission const& omission : file.omissions) {
-        const std::string kind(job.names.text(omission.element));
-        text += lineOf(job,
-                       file,
+        text += lineOf(file,
                        omission.place,
                        std::string(code(omission.reason)),
-                       kind + (omission.text.empty() ? "." : ". " + omission.text)) +
+                       omission.element + (omission.text.empty() ? "." : ". " + omission.text)) +
                 "\n";
     }
 }
@@ -73,13 +66,12 @@ std::string repetitionOf(arxml::Finding const& finding) {
     return text + "]";
 }
 
-void printFindings(std::string& text, PrintJob const& job, arxml::FileReport const& file) {
-    text += file.findings().empty() ? "" : "\n";
-    for (arxml::Finding const& finding : file.findings()) {
+void printFindings(std::string& text, arxml::FileReport const& file) {
+    text += file.findings.empty() ? "" : "\n";
+    for (arxml::Finding const& finding : file.findings) {
         const std::string reason(code(finding.reason));
         const bool isUnexpectedNote = isFault(finding.reason) && !finding.isFault;
-        text += lineOf(job,
-                       file,
+        text += lineOf(file,
                        finding.places.front(),
                        isUnexpectedNote ? "note: " + reason : reason,
                        finding.text) +
@@ -87,25 +79,26 @@ void printFindings(std::string& text, PrintJob const& job, arxml::FileReport con
     }
 }
 
-void printFile(std::string& text, PrintJob const& job, arxml::FileReport const& file) {
+void printFile(std::string& text, arxml::FileReport const& file, bool withOmissions) {
     const std::string name = inOneLine(file.file);
-    text += name + ": " + counted(file.tally.met(), "element") + ", " +
-            std::to_string(file.tally.consumed()) + " consumed, " +
-            std::to_string(file.tally.skipped()) + " skipped.\n";
+    text += name + ": " + counted(file.elementCount, "element") + ", " +
+            std::to_string(file.consumedCount) + " consumed, " + std::to_string(file.skippedCount) +
+            " skipped.\n";
 
     Table skips({{"count", Table::Align::right}, {"skipped element"}, {"reason"}, {"first at"}});
-    for (SkipEntry const& entry : skipList(file.tally, job.names)) {
-        skips.addRow({std::to_string(entry.skip->count),
-                      inOneLine(entry.element),
-                      std::string(code(entry.reason)),
-                      lineAndColumn(entry.skip->first) + " " +
-                          inOneLine(job.paths.text(entry.skip->first.path))});
+    for (arxml::SkippedElements const& row : file.skipped) {
+        skips.addRow({std::to_string(row.count),
+                      inOneLine(row.element),
+                      std::string(code(row.reason)),
+                      lineAndColumn(row.first) + " " + inOneLine(row.first.path)});
     }
     if (!skips.empty()) {
         text += "\n" + skips.text();
     }
-    printOmissions(text, job, file);
-    printFindings(text, job, file);
+    if (withOmissions && !file.omissions.empty()) {
+        printOmissions(text, file);
+    }
+    printFindings(text, file);
 }
 
 } // namespace
@@ -133,15 +126,15 @@ std::string inOneLine(std::string_view text) {
     return line;
 }
 
-std::string printText(PrintJob const& job) {
+std::string printText(arxml::Report const& report, bool withOmissions) {
     std::string text;
-    const std::uint64_t total = printClasses(text, job.report);
-    if (!job.report.isKept) {
+    const std::uint64_t total = printClasses(text, report);
+    if (!report.isKept()) {
         text += "Nothing is kept: something is wrong in the files.\n";
     }
-    text += counted(total, "object") + " from " + counted(job.report.files.size(), "file") + ".\n";
-    for (arxml::FileReport const& file : job.report.files) {
-        printFile(text, job, file);
+    text += counted(total, "object") + " from " + counted(report.files.size(), "file") + ".\n";
+    for (arxml::FileReport const& file : report.files) {
+        printFile(text, file, withOmissions);
     }
     return text;
 }

@@ -1,5 +1,4 @@
 #include "check/rules.h"
-#include "import.h"
 #include "model/dictionary.h"
 #include "model/metaclasses.h"
 #include "model/objects.h"
@@ -16,6 +15,7 @@
 #include <numeric>
 #include <string>
 #include <vector>
+#include <velum_arxml/read.h>
 #include <velum_types/types.h>
 
 namespace velum {
@@ -80,9 +80,9 @@ TEST(Import, IsOneStepThatUndoTakesBack) {
     for (auto const& files : runs) {
         SCOPED_TRACE(files.front());
         model::Dictionary dictionary;
-        const arxml::Import import(files, dictionary.model());
+        const arxml::Report report = arxml::read(files, dictionary.model());
         const std::string before = contentOf(dictionary);
-        ASSERT_EQ(objectsIn(dictionary), countOf(import.report()));
+        ASSERT_EQ(objectsIn(dictionary), countOf(report));
         EXPECT_TRUE(dictionary.model().undo());
         EXPECT_EQ(objectsIn(dictionary), 0U);
         EXPECT_TRUE(dictionary.model().getRootObjects().empty());
@@ -93,20 +93,20 @@ TEST(Import, IsOneStepThatUndoTakesBack) {
 }
 
 TEST(Import, KeepsNothingOfAFaultyFileWhenStrict) {
-    arxml::ImportOptions strict;
+    arxml::Options strict;
     strict.isAcceptable = [](arxml::Report const& report) {
         return !report::FailOn().fails(report);
     };
     model::Dictionary dictionary;
-    const arxml::Import faulty(
+    const arxml::Report faulty = arxml::read(
         {std::string(VELUM_SAMPLES) + "/faulty_references.arxml"}, dictionary.model(), strict);
-    EXPECT_FALSE(faulty.report().isKept);
-    EXPECT_TRUE(faulty.report().classes.empty());
+    EXPECT_FALSE(faulty.isKept());
+    EXPECT_TRUE(faulty.classes.empty());
     EXPECT_EQ(objectsIn(dictionary), 0U);
-    const arxml::Import good(
+    const arxml::Report good = arxml::read(
         {std::string(VELUM_SAMPLES) + "/integer_types.arxml"}, dictionary.model(), strict);
-    EXPECT_TRUE(good.report().isKept);
-    EXPECT_EQ(objectsIn(dictionary), countOf(good.report()));
+    EXPECT_TRUE(good.isKept());
+    EXPECT_EQ(objectsIn(dictionary), countOf(good));
 }
 
 /// Elements that refer to each other across packages, forwards and backwards.
@@ -193,8 +193,8 @@ std::string importScattered(TemporaryFiles const& files,
         names.push_back(files.write(std::to_string(number) + ".arxml", document(content)));
     }
     model::Dictionary dictionary;
-    const arxml::Import import(names, dictionary.model());
-    RC_ASSERT(!report::FailOn().fails(import.report()));
+    const arxml::Report report = arxml::read(names, dictionary.model());
+    RC_ASSERT(!report::FailOn().fails(report));
     return contentOf(dictionary);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <vector>
+#include <velum_arxml/source/export.h>
 
 namespace velum::arxml {
 
@@ -13,14 +14,14 @@ struct Coefficients {
 };
 
 /// Without zeros at the high ends, the last one of only zeros excepted, and with 0 for -0.
-Coefficients trimmed(Coefficients coefficients);
+VELUM_ARXML_EXPORT Coefficients trimmed(Coefficients coefficients);
 
 /// Turns y = f(x) into x = g(y). Only a quotient of two linear functions that is not constant can
 /// be turned; anything else gives empty coefficients.
-Coefficients inverted(Coefficients const& coefficients);
+VELUM_ARXML_EXPORT Coefficients inverted(Coefficients const& coefficients);
 
 /// Whether the two are the same function but for the last digits of their numbers.
-bool areEquivalent(Coefficients const& a, Coefficients const& b);
+VELUM_ARXML_EXPORT bool areEquivalent(Coefficients const& a, Coefficients const& b);
 
 /// A straight line: physical = bias + slope * internal.
 struct Line {
@@ -29,6 +30,6 @@ struct Line {
 };
 
 /// The line of which `toInternal` is the inverse; false if it is none, or has no slope.
-bool readLine(Coefficients const& toInternal, Line& line);
+VELUM_ARXML_EXPORT bool readLine(Coefficients const& toInternal, Line& line);
 
 } // namespace velum::arxml

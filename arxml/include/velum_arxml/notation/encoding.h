@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string_view>
+#include <velum_arxml/source/export.h>
 
 namespace velum::arxml {
 
@@ -17,7 +18,7 @@ struct Encoding {
 };
 
 /// Reads a BASE-TYPE-ENCODING with the NATIVE-DECLARATION beside it.
-Encoding readEncoding(std::optional<std::string_view> code,
-                      std::optional<std::string_view> nativeDeclaration);
+VELUM_ARXML_EXPORT Encoding readEncoding(std::optional<std::string_view> code,
+                                         std::optional<std::string_view> nativeDeclaration);
 
 } // namespace velum::arxml

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <velum_arxml/findings/reason.h>
+#include <velum_arxml/source/export.h>
 
 namespace velum::arxml {
 
@@ -16,10 +17,10 @@ struct WholeNumber {
 
 /// Reads the schema's whole numbers: decimal, hexadecimal (0x), octal (0) and binary (0b), with a
 /// sign. Blanks around the number are not part of it.
-WholeNumber readWholeNumber(std::string_view text);
+VELUM_ARXML_EXPORT WholeNumber readWholeNumber(std::string_view text);
 
 /// Reads a number of something: a whole number below zero is out of range.
-WholeNumber readCount(std::string_view text);
+VELUM_ARXML_EXPORT WholeNumber readCount(std::string_view text);
 
 /// A real number as a file writes it, or why it can't be taken.
 struct RealNumber {
@@ -30,9 +31,9 @@ struct RealNumber {
 
 /// Reads the schema's numbers: whole ones in every base, decimal fractions with or without an
 /// exponent, INF, -INF, +INF, NaN, true and false. No locale has a say in it.
-RealNumber readRealNumber(std::string_view text);
+VELUM_ARXML_EXPORT RealNumber readRealNumber(std::string_view text);
 
 /// The shortest text that reads back as the same number.
-std::string numberText(double number);
+VELUM_ARXML_EXPORT std::string numberText(double number);
 
 } // namespace velum::arxml
