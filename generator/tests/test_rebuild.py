@@ -87,8 +87,14 @@ class Rebuild(unittest.TestCase):
         build.edit('default = "2"', 'default = "4"')
         self.assertEqual(
             build.make(),
-            ["parkzoobird", "parkzoobirdimpl", "parkzoobirdmetaregistry"],
-            "state and table of one class",
+            [
+                "parkzoobird",
+                "parkzoobirdimpl",
+                "parkzoobirdintf",
+                "parkzoobirdmetaregistry",
+                "parkzoonames",
+            ],
+            "state and table of one class, and what includes its handle, which reports the default",
         )
         return build
 
