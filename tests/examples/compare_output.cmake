@@ -1,6 +1,6 @@
 # Runs PROGRAM and compares what it prints, byte by byte, with the file PRINTED.
 execute_process(
-    COMMAND "${PROGRAM}"
+    COMMAND "${PROGRAM}" "${DATA}"
     OUTPUT_VARIABLE output
     ERROR_VARIABLE error
     RESULT_VARIABLE result)

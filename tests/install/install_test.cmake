@@ -30,16 +30,21 @@ run("${CMAKE_COMMAND}"
     "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}")
 run("${CMAKE_COMMAND}" --build "${WORK_DIR}/consumer")
 run("${WORK_DIR}/consumer/consumer")
+run("${WORK_DIR}/consumer/arxml_consumer" "${SAMPLE}")
 
 message(STATUS "A program built through pkg-config")
 find_program(PKG_CONFIG pkg-config REQUIRED)
 set(ENV{PKG_CONFIG_PATH} "${WORK_DIR}/prefix/${LIBDIR}/pkgconfig")
-execute_process(
-    COMMAND "${PKG_CONFIG}" --cflags --libs velum_types
-    OUTPUT_VARIABLE flags
-    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-separate_arguments(flags UNIX_COMMAND "${CXX_FLAGS} ${flags}")
-set(program "${WORK_DIR}/pkgconfig_consumer")
-run("${CXX_COMPILER}" -std=c++20 "${CONSUMER_DIR}/main.cpp" -o "${program}" ${flags}
-    "-Wl,-rpath,${WORK_DIR}/prefix/${LIBDIR}")
-run("${program}")
+function(build_and_run source library)
+    execute_process(
+        COMMAND "${PKG_CONFIG}" --cflags --libs ${library}
+        OUTPUT_VARIABLE flags
+        OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(flags UNIX_COMMAND "${CXX_FLAGS} ${flags}")
+    set(program "${WORK_DIR}/${library}_consumer")
+    run("${CXX_COMPILER}" -std=c++20 "${CONSUMER_DIR}/${source}" -o "${program}" ${flags}
+        "-Wl,-rpath,${WORK_DIR}/prefix/${LIBDIR}")
+    run("${program}" ${ARGN})
+endfunction()
+build_and_run(main.cpp velum_types)
+build_and_run(arxml.cpp velum_arxml "${SAMPLE}")

@@ -14,7 +14,7 @@ from .project import Project
 _STRONG = frozenset("TDRB")
 # Inline functions of which a copy is exported on purpose (qob/kernel/handle/outofline.h).
 _OUT_OF_LINE = re.compile(r"[\w:]+::(?:Immutable\w+::(?:operator=|setDeviant)|hash_value)\(")
-_TABLE = re.compile(r"(?:vtable|typeinfo) for (?:QOB|Tessel|Zorvane|host)::")
+_TABLE = re.compile(r"(?:vtable|typeinfo) for (?:QOB|Tessel|Zorvane|velum|host)::")
 
 
 def _lists(project: Project) -> pathlib.Path:

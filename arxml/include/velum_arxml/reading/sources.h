@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 #include <velum_arxml/source/export.h>
 #include <velum_arxml/source/position.h>
