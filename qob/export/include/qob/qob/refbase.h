@@ -29,8 +29,8 @@ ReferenceCountingIntf const* countedBase(Intf const* pointer) noexcept {
 template <class Pointer>
 class RefBase;
 
-/// The handles of an interface class, `Reading` and `Writing`, and the header that declares them, for
-/// the error text of an access through an empty one. Specialised with QOB_HANDLES.
+/// The handles of an interface class, `Reading` and `Writing`, and the header that declares them,
+/// for the error text of an access through an empty one. Specialised with QOB_HANDLES.
 template <class Intf>
 struct HandlesOf;
 
