@@ -47,7 +47,7 @@ interface_header = "qob/qob/nsinterface/classobjectintf.h"
 
 [[class.property]]
 id = 3
-name = "containerQOB"
+name = "ContainerQOB"
 type = "ClassObject"
 multiplicity = "0..1"
 """

@@ -1,5 +1,7 @@
 """One wrong model for each message: a fault names file, class, property and cause."""
 
+from pathlib import Path
+
 from velumgen import loader
 from velumgen.faults import MetamodelError
 
@@ -70,9 +72,9 @@ WRONG = {
     "unknown key": (
         cls("Animal", 1, prop(multiplicity="1..1", defualt="4")),
         [
-            'Animal.Legs: Key "defualt" is not known here; known are association, default, '
-            "documentation, flags, hidden, id, multiplicity, name, opposite, other_end, part, "
-            "plural, private, redefines, subsets, type."
+            'Animal.Legs: Key "defualt" is not known here; known are association, by_hand, default, '
+            "documentation, flags, hidden, id, multiplicity, name, opposite, other_end, overrides, "
+            "part, plural, private, redefines, subsets, type, without."
         ],
     ),
     "missing keys": (
@@ -336,6 +338,23 @@ WRONG = {
         cls("Animal", 1, prop(), creator=["Legs"], abstract=True),
         ["Animal: An abstract class has no creators, so it has no creator arguments."],
     ),
+    "verbs": (
+        cls("Animal", 1, prop(by_hand=["find"])),
+        [
+            'Animal.Legs: Verb ("find") of key "by_hand" is none of has, remove, set, get, removeOnly, '
+            "setOnly, getOnly."
+        ],
+    ),
+    "keys of hand-written classes": (
+        cls("Animal", 1, prop(without=["set"], part="Rule", overrides=True)),
+        [
+            "Animal.Legs: Operations are left out of hand-written classes only.",
+            "Animal.Legs: How it contains objects follows from its kind; a rule is for hand-written "
+            "classes.",
+            "Animal.Legs: It takes the place of a base's operations, and redefines no property of a "
+            "base.",
+        ],
+    ),
     "parameter without a type": (
         cls("Animal", 1, "[[class.operation]]\nname = 'eat'\nparameters = ['food']\n"),
         ['Animal.eat: Parameter ("food") is not a type and a name.'],
@@ -348,6 +367,19 @@ class WrongModels(ModelTest):
         for name, (classes, messages) in WRONG.items():
             with self.subTest(name):
                 self.assertEqual(self.faults(classes), [AT + message for message in messages])
+
+    def test_the_kernel_is_checked_like_every_other_package(self):
+        model = Path(__file__).resolve().parent.parent.parent / "metamodel" / "qob.toml"
+        path = self.write("qob.toml", model.read_text(encoding="utf-8").replace(
+            'opposite = "Class.ownedAttribute"', 'opposite = "Class.super"'
+        ))
+        with self.assertRaises(MetamodelError) as caught:
+            loader.load(path)
+        messages = str(caught.exception).replace(f"{self.folder}/", "")
+        self.assertIn(
+            "qob.toml: error: Property.owningClass: Its opposite QOB.Class.super points at no property",
+            messages,
+        )
 
     def test_all_faults_of_all_files_are_told_together(self):
         self.write("kernel.toml", KERNEL + '[[class]]\nname = "Odd"\nbase = "Even"\n')

@@ -118,8 +118,14 @@ def _property_causes(each: Property) -> Iterator[str]:
     yield from _default_causes(each)
     wrong_ends = list(_association_causes(each))
     yield from wrong_ends
-    if each.owner.package.generated and not wrong_ends:
+    if each.owner.generated and not wrong_ends:
         yield from _shape_causes(each)
+    if each.without and each.owner.generated:
+        yield "Operations are left out of hand-written classes only."
+    if each.part and each.owner.generated:
+        yield "How it contains objects follows from its kind; a rule is for hand-written classes."
+    if each.overrides and not each.redefines:
+        yield "It takes the place of a base's operations, and redefines no property of a base."
     for other in each.redefines:
         if other.owner not in each.owner.ancestors:
             yield f"It redefines {other.qualified}, which is no property of a base."
@@ -135,7 +141,7 @@ def _shape_causes(each: Property) -> Iterator[str]:
     if shape not in shapes.SHAPES:
         yield f"It is a {shape}, for which there are no rules."
     elif shape == "owned objects" and shapes.far_end(each) is None:
-        yield "It owns its values, and the root of its classes has no containerQOB for their end."
+        yield "It owns its values, and the root of its classes has no ContainerQOB for their end."
     for other in each.redefines:
         if not other.multi_valued and other.owner in _only_behind_a_second_base(each.owner):
             # An override there would add a virtual operation and shift all that follow.

@@ -53,7 +53,7 @@ def contained(of: MetaClass) -> str:
 
 def links(of: MetaClass) -> str:
     """What destruction cuts, nearest class first."""
-    linked = [p for p in of.all_properties() if p.owner.package.generated and not of.redefines(p)]
+    linked = [p for p in of.all_properties() if p.owner.generated and not of.redefines(p)]
     rules = [shapes.shape(p).link.format(**shapes.facts(p)) for p in linked if shapes.shape(p).link]
     return ", ".join(rules)
 
@@ -70,7 +70,7 @@ def _valid_properties(of: MetaClass) -> list[Property]:
 
 
 def _is_containment(prop: Property) -> bool:
-    return bool(prop.part) or (prop.owner.package.generated and shapes.shape(prop).part is not None)
+    return bool(prop.part) or (prop.owner.generated and shapes.shape(prop).part is not None)
 
 
 def _shown_by(view: Property, of: MetaClass) -> list[Property]:

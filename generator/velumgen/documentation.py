@@ -48,7 +48,7 @@ def _facts(prop: Property) -> str:
 
 
 def _traits(prop: Property) -> Iterator[str]:
-    if prop.default is not None:
+    if prop.default:
         yield f"default `{prop.default.replace('|', ' ') if _has_unit(prop.type) else prop.default}`"
     if prop.composite and prop.type.is_class:
         yield "owned"

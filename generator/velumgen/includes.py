@@ -38,7 +38,9 @@ def of_inline(cls: MetaClass) -> list[str]:
     handles = [t for t in _types(operations.all_operations(cls)) if _is_generated_handle(t)]
     # The bases' handles too: what converts to them should be seen to.
     handles += cls.bases
-    return sorted({cls.intf_header, *(t.handle_header for t in handles if t is not cls)})
+    # Whether one sequence can be shown as another is asked of the interface classes.
+    shown = {op.prop.type.intf_header for op in _reading_views(cls) if op.prop.type.is_class}
+    return sorted({cls.intf_header, *shown, *(t.handle_header for t in handles if t is not cls)})
 
 
 def of_bodies(cls: MetaClass) -> list[str]:
@@ -91,6 +93,10 @@ def _names(
     )
 
 
+def _reading_views(cls: MetaClass) -> list[operations.Operation]:
+    return [op for reading, op in operations.handle_operations(cls) if reading and op.called]
+
+
 def _types(of: Iterable[operations.Operation]) -> list[Type]:
     found: list[Type] = []
     for operation in of:
@@ -99,7 +105,7 @@ def _types(of: Iterable[operations.Operation]) -> list[Type]:
 
 
 def _is_generated_handle(type_: Type) -> bool:
-    return isinstance(type_, MetaClass) and type_.package.generated
+    return isinstance(type_, MetaClass) and type_.generated
 
 
 def _header(type_: Type) -> str:

@@ -130,7 +130,8 @@ class _FileLoader:
                 return
             if known.index == new.index and new.index is not None:
                 self._fault(new.name, f"Index ({new.index}) is also that of {known.name}.")
-        if new.index is None and self._package.generated:
+        laid_out = new.generated if isinstance(new, MetaClass) else self._package.generated
+        if new.index is None and laid_out:
             self._fault(new.name, 'Key "index" is missing.')
         elif new.index is not None and new.index < 1:
             self._fault(new.name, f"Index ({new.index}) is not above 0.")
@@ -187,6 +188,7 @@ class _FileLoader:
                 table["name"],
                 table.get("index"),
                 _texts(table.get("documentation")),
+                generated=self._package.generated and table.get("generated", True),
                 abstract=table.get("abstract", False),
                 order=table.get("order", []),
                 tags=table.get("tags", [schema.TAGS[0]]),
@@ -197,6 +199,11 @@ class _FileLoader:
                 state_header=table.get("state_header", ""),
                 factory=table.get("factory", False),
                 constructed_by_hand=table.get("constructed_by_hand", False),
+                headers=table.get("headers", []),
+                companions=table.get("companions", []),
+                handle_mixin=table.get("handle_mixin", ""),
+                root_mixin=table.get("root_mixin", ""),
+                root_mixin_header=table.get("root_mixin_header", ""),
             )
             for tag in new.tags:
                 if tag not in schema.TAGS:
@@ -244,7 +251,7 @@ class _FileLoader:
                     self._fault(new.name, f'Base ("{name}") is a data type, not a class.')
                 else:
                     new.bases.append(base)
-            if not table.get("base") and self._package.generated:
+            if not table.get("base") and new.generated:
                 self._fault(new.name, 'Key "base" is missing.')
         for new, _ in self._class_tables:
             if _reaches_itself(new):
@@ -317,6 +324,11 @@ class _FileLoader:
                 if flag not in schema.FLAGS:
                     known = ", ".join(schema.FLAGS)
                     self._fault(place, f'Flag ("{flag}") is none of {known}.')
+            for key in ("without", "by_hand"):
+                for verb in table.get(key, []):
+                    if verb not in schema.VERBS:
+                        known = ", ".join(schema.VERBS)
+                        self._fault(place, f'Verb ("{verb}") of key "{key}" is none of {known}.')
             if type_ is None or limits is None:
                 continue
             new = Property(
@@ -339,6 +351,9 @@ class _FileLoader:
                 plural=table.get("plural"),
                 documentation=table.get("documentation"),
                 part=table.get("part"),
+                without=table.get("without", []),
+                by_hand=table.get("by_hand", []),
+                overrides=table.get("overrides", False),
             )
             owner.properties.append(new)
             self._property_tables.append((new, table))

@@ -41,8 +41,15 @@ class Package:
     # its header. Without one, the package is not made live.
     registry_parent: str = ""
     registry_parent_header: str = ""
+    # Whether the package is the registry's own: its tables are complete from the start, because
+    # the registry's elements are made with them, and it lies directly in the registry.
+    describes_registry: bool = False
+    # What the names of a class's files begin with, if it isn't the namespace.
+    file_prefix: Optional[str] = None
     # Whether the getters of one end of a multi-valued property are declared const.
     const_views: bool = False
+    # Whether handles for reading show lists, as sequences that can't be written.
+    reading_views: bool = False
     imports: list[Package] = field(default_factory=list)
     # Both in the order of the file, which is that of their creation in the registry.
     classes: list[MetaClass] = field(default_factory=list)
@@ -64,6 +71,20 @@ class Package:
     def model_path(self) -> str:
         """The metamodel file as banners name it: its folder and its name, the same on any machine."""
         return "/".join(Path(self.file).resolve().parts[-2:])
+
+    @property
+    def is_live(self) -> bool:
+        """Whether the package and its types become elements of the registry."""
+        return bool(self.registry_parent) or self.describes_registry
+
+    @property
+    def generated_classes(self) -> list[MetaClass]:
+        return [c for c in self.classes if c.generated]
+
+    @property
+    def listed_classes(self) -> list[MetaClass]:
+        """The classes in the package's table, in the order of the file."""
+        return [c for c in self.classes if c.index is not None]
 
     @property
     def created_classes(self) -> list[MetaClass]:
@@ -102,7 +123,7 @@ class Package:
 
     @property
     def classes_by_index(self) -> list[MetaClass]:
-        return sorted(self.classes, key=lambda c: c.index or 0)
+        return sorted(self.listed_classes, key=lambda c: c.index or 0)
 
     @property
     def metapackage_header(self) -> str:
@@ -117,6 +138,11 @@ class Package:
     @property
     def file_stem(self) -> str:
         return names.file_stem(self.namespace, "")
+
+    def file_stem_of(self, type_name: str) -> str:
+        if self.file_prefix is None:
+            return names.file_stem(self.namespace, type_name)
+        return names.file_stem(self.file_prefix, type_name)
 
 
 @dataclass(eq=False)
@@ -143,7 +169,7 @@ class Type:
 
     @property
     def file_stem(self) -> str:
-        return names.file_stem(self.package.namespace, self.name)
+        return self.package.file_stem_of(self.name)
 
 
 @dataclass(eq=False)
@@ -184,6 +210,8 @@ class Parameter:
 
 @dataclass(eq=False)
 class MetaClass(Type):
+    # Whether its C++ is laid out from the file; its table is in any case.
+    generated: bool = True
     abstract: bool = False
     bases: list[MetaClass] = field(default_factory=list)
     # Whether it is a second base of a class, or lies above one, and isn't above the first as well.
@@ -206,6 +234,14 @@ class MetaClass(Type):
     constructed_by_hand: bool = False
     # Whether it has operations that create the package's other classes.
     factory: bool = False
+    # Hand-written headers: what its operations name, and what its handle's header brings along.
+    headers: list[str] = field(default_factory=list)
+    companions: list[str] = field(default_factory=list)
+    # Hand-written templates that a handle for reading and the root object derive from: what they
+    # have beside the class's properties.
+    handle_mixin: str = ""
+    root_mixin: str = ""
+    root_mixin_header: str = ""
 
     @property
     def is_class(self) -> bool:
@@ -249,7 +285,7 @@ class MetaClass(Type):
         return [
             c
             for c in self.bases_first
-            if c.package.generated and sum(c in each for each in seen) > 1
+            if c.generated and sum(c in each for each in seen) > 1
         ]
 
     def is_a(self, other: MetaClass) -> bool:
@@ -277,7 +313,8 @@ class MetaClass(Type):
 
     @property
     def is_named(self) -> bool:
-        return self.name_property is not None
+        """Whether it has creators that take values."""
+        return bool(self._created_with)
 
     @property
     def creator_parameters(self) -> str:
@@ -334,8 +371,22 @@ class MetaClass(Type):
             c
             for c in every
             if c.state_class
-            or (c.package.generated and not (c.properties and redefined.issuperset(c.properties)))
+            or (c.generated and not (c.properties and redefined.issuperset(c.properties)))
         ]
+
+    @property
+    def reading_base(self) -> str:
+        """What the handle for reading derives from."""
+        handle = f"QOB::ReadHandle<NSInterface::{self.interface}>"
+        return f"{self.handle_mixin}<{handle}>" if self.handle_mixin else handle
+
+    @property
+    def root_base(self) -> str:
+        """What the root object derives from: the states of an object, told apart by class."""
+        root = f"QOB::RootObject<NSInterface::{self.interface}, {self.deviant_implementation}>"
+        if self.root_mixin:
+            root = f"{self.root_mixin}<{root}>"
+        return f"QOB::StatePairs<{', '.join([root, *reversed(self.levels)])}>"
 
     @property
     def state_chain(self) -> str:
@@ -482,8 +533,14 @@ class Property:
     private: bool = False
     plural: Optional[str] = None
     documentation: Optional[str] = None
-    # Of a hand-written class: the rule by which the property contains objects.
+    # Of a hand-written class: the rule by which the property contains objects, and the verbs of
+    # operations that it doesn't have.
     part: Optional[str] = None
+    without: list[str] = field(default_factory=list)
+    # The verbs of operations whose bodies are written by hand.
+    by_hand: list[str] = field(default_factory=list)
+    # Whether its operations take the place of those of a base under the same names.
+    overrides: bool = False
 
     @property
     def qualified(self) -> str:
@@ -511,7 +568,7 @@ class Property:
 
     @property
     def redefined_under_same_name(self) -> bool:
-        return any(names.capitalized(r.name) == names.capitalized(self.name) for r in self.redefines)
+        return not self.overrides and any(names.capitalized(r.name) == names.capitalized(self.name) for r in self.redefines)
 
     @property
     def stem(self) -> str:

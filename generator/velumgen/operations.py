@@ -38,6 +38,8 @@ class Operation:
     after_pair: bool = False
     # Whether it gives a sequence.
     sequence: bool = False
+    # The operation of the interface class that a handle's calls, where that is another.
+    called: str = ""
     # The types of the model that its result and parameters name.
     types: list[Type] = field(default_factory=list)
 
@@ -122,7 +124,7 @@ def own_operations(declaring: MetaClass) -> list[Operation]:
         if isinstance(member, ExtraOperation):
             found.append(_extra(member))
         # The operations of a hand-written class are listed, its properties only referred to.
-        elif declaring.package.generated:
+        elif declaring.generated:
             found.extend(_of_property(member))
     for prop in declaring.properties:
         found.extend(_redefining(prop))
@@ -130,11 +132,27 @@ def own_operations(declaring: MetaClass) -> list[Operation]:
 
 
 def all_operations(of: MetaClass) -> list[Operation]:
-    """Every operation that a caller finds on a handle of the class: bases first, each once."""
+    """Every operation that the handles of the class have of their own: bases first, each once.
+    Those of hand-written classes come with the kernel's part of a handle."""
     found: list[Operation] = []
     for declaring in of.bases_first:
-        own = own_operations(declaring)
+        own = own_operations(declaring) if declaring.generated else []
         found.extend(op for op in own if not op.override and not op.static)
+    return found
+
+
+def handle_operations(of: MetaClass) -> list[tuple[bool, Operation]]:
+    """The operations of both handles, each with whether it is that of the one for reading."""
+    found: list[tuple[bool, Operation]] = []
+    for op in all_operations(of):
+        if op.sequence and op.prop is not None and op.owner.package.reading_views:
+            element = op.prop.type
+            shown = element.cpp_immutable if isinstance(element, MetaClass) else element.cpp
+            alone = op.prop.operation_names["getOnly"]
+            reading = replace(op, result=f"QOB::ImmutableSequence<{shown}>", called=alone)
+            found.extend([(True, reading), (False, op)])
+        else:
+            found.append((op.const, op))
     return found
 
 
@@ -226,9 +244,11 @@ def _ruled(prop: Property, verb: str, operation: Operation) -> Operation:
     shape = shapes.SHAPES.get(shapes.shape_name(prop))
     if shape is not None and verb in shape.statements:
         facts = shapes.facts(prop)
-        operation.statement = shape.statements[verb].format(**facts)
         if verb in shape.state_statements:
             operation.state_statement = shape.state_statements[verb].format(**facts)
+        if verb in prop.by_hand:
+            return operation
+        operation.statement = shape.statements[verb].format(**facts)
         if verb in shape.root_statements:
             operation.root_statement = shape.root_statements[verb].format(**facts)
     return operation
@@ -246,6 +266,7 @@ def _single_valued(prop: Property) -> Iterator[Operation]:
             [Parameter(f"{prop.type.cpp} const&", "value")] if takes_value else [],
             [prop.documentation] if verb == "get" and prop.documentation else [],
             prop=prop,
+            override=prop.overrides,
             types=[prop.type],
         )
         yield _ruled(prop, verb, operation)
@@ -285,7 +306,7 @@ def _redefining(prop: Property) -> Iterator[Operation]:
     """The operations of a redefined property, handed on to those of the redefining one. A derived
     view needs none: it lists the redefining property among what it shows."""
     for redefined in prop.redefines:
-        if not redefined.owner.package.generated or shapes.shape_name(redefined) == "derived view":
+        if not redefined.owner.generated or shapes.shape_name(redefined) == "derived view":
             continue
         for op in _of_property(redefined):
             verb = redefined.verb_of(op.name)

@@ -32,10 +32,12 @@ _CLASS_HEADERS = (
     ("interface.h.j2", "intf_header"),
 )
 _CLASS_PRIVATE_HEADERS = (("state.h.j2", "fields_header"),)
+# The only file of a class that is written by hand.
+_TABLE = ("metaregistry.cpp.j2", "{include}/nsmetaregistry/{stem}metaregistry.cpp")
 _CLASS_SOURCES = (
     ("handle.cpp.j2", "{include}/{stem}.cpp"),
     ("interface.cpp.j2", "{include}/nsinterface/{stem}intf.cpp"),
-    ("metaregistry.cpp.j2", "{include}/nsmetaregistry/{stem}metaregistry.cpp"),
+    _TABLE,
 )
 _CONCRETE_HEADERS = (
     ("deviantimpl.h.j2", "deviant_impl_header"),
@@ -63,7 +65,7 @@ def _package_outputs(package: Package) -> list[Output]:
         Output(table, "introspection.h.j2", "header", context),
         Output(f"{own}introspection.cpp", "introspection.cpp.j2", "source", context),
     ]
-    if package.registry_parent:
+    if package.is_live:
         metapackage = f"nsmetaregistry/{package.file_stem}metapackage.cpp"
         header = f"{package.public_root}/{package.metapackage_header}"
         source = f"{package.private_root}/{package.include}/{metapackage}"
@@ -82,6 +84,9 @@ def _normal(output: Output) -> Output:
 def _class_outputs(each: MetaClass) -> list[Output]:
     package = each.package
     context = {"cls": each, "package": package}
+    if not each.generated:
+        sources = [_TABLE] if each.index is not None else []
+        return [_source(each, template, pattern, context) for template, pattern in sources]
     concrete = not each.abstract
     found = [
         Output(f"{package.public_root}/{getattr(each, include)}", template, "header", context)
@@ -92,9 +97,13 @@ def _class_outputs(each: MetaClass) -> list[Output]:
         for template, include in _CLASS_PRIVATE_HEADERS + (_CONCRETE_HEADERS if concrete else ())
     ]
     for template, pattern in _CLASS_SOURCES + (_CONCRETE_SOURCES if concrete else ()):
-        path = pattern.format(include=package.include, stem=each.file_stem)
-        found.append(Output(f"{package.private_root}/{path}", template, "source", context))
+        found.append(_source(each, template, pattern, context))
     return [_normal(output) for output in found]
+
+
+def _source(each: MetaClass, template: str, pattern: str, context: dict[str, Any]) -> Output:
+    path = pattern.format(include=each.package.include, stem=each.file_stem)
+    return _normal(Output(f"{each.package.private_root}/{path}", template, "source", context))
 
 
 class Renderer:
@@ -116,6 +125,7 @@ class Renderer:
         for function in (
             operations.own_operations,
             operations.all_operations,
+            operations.handle_operations,
             operations.joined_operations,
             operations.state_operations,
             operations.flagged_properties,

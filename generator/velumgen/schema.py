@@ -66,7 +66,10 @@ PACKAGE = {
     "module_header": Key(TEXT),
     "registry_parent": Key(TEXT),
     "registry_parent_header": Key(TEXT),
+    "describes_registry": Key(SWITCH),
+    "file_prefix": Key(TEXT),
     "const_views": Key(SWITCH),
+    "reading_views": Key(SWITCH),
 }
 
 # What a package must say before C++ can be laid out for it.
@@ -95,6 +98,7 @@ CLASS = {
     "name": Key(TEXT, required=True),
     "index": Key(NUMBER),
     "base": Key(TEXT_OR_TEXTS),
+    "generated": Key(SWITCH),
     "abstract": Key(SWITCH),
     "documentation": Key(TEXT_OR_TEXTS),
     "order": Key(TEXTS),
@@ -107,6 +111,11 @@ CLASS = {
     "state_header": Key(TEXT),
     "constructed_by_hand": Key(SWITCH),
     "factory": Key(SWITCH),
+    "headers": Key(TEXTS),
+    "companions": Key(TEXTS),
+    "handle_mixin": Key(TEXT),
+    "root_mixin": Key(TEXT),
+    "root_mixin_header": Key(TEXT),
     "operation": Key(TABLES),
     "property": Key(TABLES),
 }
@@ -141,7 +150,13 @@ PROPERTY = {
     "plural": Key(TEXT),
     "documentation": Key(TEXT),
     "part": Key(TEXT),
+    "without": Key(TEXTS),
+    "by_hand": Key(TEXTS),
+    "overrides": Key(SWITCH),
 }
+
+# What `without` and `by_hand` may name.
+VERBS = ("has", "remove", "set", "get", "removeOnly", "setOnly", "getOnly")
 
 # The words of `flags` and what each sets; `unique` is the rule, so its absence has the word.
 FLAGS = ("composite", "derived", "read-only", "ordered", "non-unique")
@@ -171,7 +186,9 @@ def check(table: dict[str, Any], keys: dict[str, Key], report: Callable[[str], N
         if rule.required and key not in table:
             report(f'Key "{key}" is missing.')
             sound = False
-    if sound and "name" in keys and not names.IDENTIFIER.match(table["name"]):
+    # Operations that are the kernel's own business have a prefix.
+    name = table.get("name", "").removeprefix("internal_") if keys is OPERATION else table.get("name")
+    if sound and "name" in keys and not names.IDENTIFIER.match(name):
         report(f'Name ("{table["name"]}") is not made of letters and digits, a letter first.')
         sound = False
     return sound

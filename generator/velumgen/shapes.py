@@ -300,7 +300,7 @@ def far_end(prop: Property) -> Optional[Property]:
 
 def _container(of: MetaClass) -> Optional[Property]:
     root = [of, *of.first_path][-1]
-    return root.find_property("containerQOB")
+    return root.find_property("ContainerQOB")
 
 
 def facts(prop: Property) -> dict[str, str]:

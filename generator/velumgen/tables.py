@@ -83,6 +83,8 @@ def _association(prop: Property) -> Iterator[tuple[str, Optional[str]]]:
 
 
 def _member(prop: Property, verb: str) -> str:
+    if verb in prop.without:
+        return "nullptr"
     return f"&{prop.owner.interface}::{prop.operation_names[verb]}"
 
 
@@ -109,7 +111,7 @@ def comments(cls: MetaClass) -> str:
 
 def tags(package: Package) -> Iterator[tuple[str, int, str]]:
     """Every mark in the registry: the class's interface, the number of a property or 0, the mark."""
-    for cls in package.classes:
+    for cls in package.listed_classes:
         for tag in cls.tags:
             yield cls.interface, 0, tag
         for prop in cls.properties:

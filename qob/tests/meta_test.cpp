@@ -261,7 +261,7 @@ TEST_F(MetaElements, PropertiesAreReachedByNumber) {
     QOB::Object const package = outer;
 
     auto const& named = NamedElementIntf::sIntrospectiveMethods;
-    named.setSingleValued(package.get(), root, NamedElementIntf::NameId, QOB::String("renamed"));
+    named.setSingleValued(package.get(), root, 1, QOB::String("renamed"));
     EXPECT_EQ(QOB::String(named.getSingleValued(package.get(), root, 1)), QOB::String("renamed"));
     EXPECT_TRUE(named.hasSingleValued(package.get(), root, 1));
     EXPECT_EQ(messageOf([&] { named.setOnlySingleValued(package.get(), root, 1, package); }),
@@ -271,14 +271,14 @@ TEST_F(MetaElements, PropertiesAreReachedByNumber) {
     EXPECT_TRUE(named.getMultiValued(package.get(), root, 1, false).isNull());
 
     auto const& owner = TypeIntf::sIntrospectiveMethods;
-    owner.setSingleValued(QOB::Object(unit).get(), root, TypeIntf::PackageId, inner);
+    owner.setSingleValued(QOB::Object(unit).get(), root, 1, inner);
     EXPECT_EQ(Package(owner.getSingleValued(QOB::Object(unit).get(), root, 1)), inner);
-    owner.removeSingleValued(QOB::Object(unit).get(), root, TypeIntf::PackageId);
-    EXPECT_FALSE(owner.hasSingleValued(QOB::Object(unit).get(), root, TypeIntf::PackageId));
+    owner.removeSingleValued(QOB::Object(unit).get(), root, 1);
+    EXPECT_FALSE(owner.hasSingleValued(QOB::Object(unit).get(), root, 1));
     EXPECT_EQ(messageOf([&] { owner.hasSingleValued(package.get(), root, 1); }), "illegal object");
 
     auto const& packages = PackageIntf::sIntrospectiveMethods;
-    packages.getMultiValued(package.get(), root, PackageIntf::OwnedTypesId, true)
+    packages.getMultiValued(package.get(), root, 4, true)
         .generic_push_back(QOB::Generic::toRef(Type(unit)));
     EXPECT_EQ(unit.getPackage(), outer);
 }

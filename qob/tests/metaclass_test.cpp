@@ -1,7 +1,9 @@
 #include "farm.h"
 #include "fixture.h"
+#include "qob/qob/compare.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/initialize.h"
+#include "qob/qob/objecttext.h"
 #include "qob/qob/tags.h"
 #include "qob/qob/typeinforegistry.h"
 #include "support/names.h"
@@ -201,4 +203,47 @@ TEST(KernelPackage, HoldsWhatMetamodelsReferTo) {
               "ClassObject 0..1 unique default '' about (none) opposite ContaineeQOB in  other end "
               "(none) redefines [] subsets []");
     EXPECT_EQ(object.getPackage().getName(), String("QOB"));
+}
+
+TEST(KernelPackage, DescribesTheClassesOfLiveElements) {
+    QOB::initialize();
+    ImmutableClass const live = Class::MetaClass();
+    EXPECT_EQ(String(live.getOne("Name")), String("Class"));
+    EXPECT_EQ(live.getMetaClass(), live) << "a class is an object of itself";
+    EXPECT_EQ(namesOf(live.getSupers()), "Type");
+    EXPECT_EQ(namesOf(live.getOwnedAttributes()), "isAbstract comment super ownedAttribute");
+    EXPECT_EQ(live.getOwnedAttributes().at(3).getMetaClass(), Property::MetaClass());
+    EXPECT_TRUE(QOB::hasTag("qob_metaclass", live));
+    EXPECT_TRUE(QOB::hasTag("qob_factory", QOB::Factory::MetaClass()));
+    EXPECT_EQ(describe(Property::MetaClass().getOwnedAttributes().at(0)),
+              "Class 0..1 unique default '' about The class that declares the property. opposite "
+              "ownedAttribute in  other end (none) redefines [] subsets [ContainerQOB]");
+    EXPECT_EQ(describe(QOB::Package::MetaClass().getOwnedAttributes().at(0)),
+              "String 0..1 unique default '' about The URI that the package was given; it doesn't "
+              "follow from the model's. opposite (none) in (none) other end (none) redefines [Uri] "
+              "subsets []");
+}
+
+/// Everything in the meta-registry is reached by name, printed and compared like other objects.
+TEST(KernelPackage, EveryLiveElementIsAnObjectLikeOthers) {
+    QOB::initialize();
+    int count = 0;
+    for (QOB::ClassObject const& each :
+         QOB::DomainRegistry::instance()->getMetaRegistry().getRootObjects()) {
+        ImmutableClass const meta = each.getMetaClass();
+        ASSERT_TRUE(meta.isValid()) << each.getLumvoName(false);
+        EXPECT_EQ("QOB." + std::string(meta.getName()), each.getLumvoName(false));
+        if (QOB::NamedElement const element(each); element.isValid()) {
+            EXPECT_EQ(String(each.getOne("Name")), element.getName());
+        }
+        if (Class const described(each); described.isValid()) {
+            std::ostringstream text;
+            QOB::print(text, each);
+            EXPECT_EQ(text.str().find("Class #"), 0U) << text.str();
+            EXPECT_TRUE(QOB::compare(each, each).empty());
+            EXPECT_EQ(each.get("ownedAttribute").size(), described.getOwnedAttributes().size());
+        }
+        ++count;
+    }
+    EXPECT_GT(count, 60);
 }

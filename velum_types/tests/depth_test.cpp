@@ -137,13 +137,6 @@ std::vector<Circle> circles() {
                               QOB::StereotypeObject(part));
                           return owner;
                       }}});
-    found.push_back({{"Package.nestedPackages",
-                      &make<QOB::Package>,
-                      [](QOB::Model const& model, ClassObject const& part) -> ClassObject {
-                          auto const owner = QOB::Package::create(model);
-                          owner.getNestedPackages().push_back(QOB::Package(part));
-                          return owner;
-                      }}});
     return found;
 }
 

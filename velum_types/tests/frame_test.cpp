@@ -1,6 +1,7 @@
 // One body over every concrete metaclass and every property. What is expected follows from the
 // descriptions in the metamodel's tables.
 
+#include "qob/qob/stereotypeobject.h"
 #include "qob/qob/transaction.h"
 #include "qob/qob/valueobjectfactory.h"
 #include "support/failure.h"
@@ -20,8 +21,8 @@ namespace foundation = Zorvane::metamodel::foundation;
 using QOB::ClassObject;
 using QOB::Deviant;
 using QOB::Object;
+using VelumTest::allClasses;
 using VelumTest::ConcreteClass;
-using VelumTest::concreteClasses;
 using VelumTest::failureOf;
 using VelumTest::Property;
 using VelumTest::show;
@@ -40,7 +41,7 @@ std::string place(ConcreteClass const& of, Property const& property) {
 template <class Filter, class Body>
 void forEach(Filter const& isMeant, Body const& body) {
     int count = 0;
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         for (Property const& property : VelumTest::propertiesOf(of.methods)) {
             if (isMeant(property)) {
                 SCOPED_TRACE(place(of, property));
@@ -76,7 +77,8 @@ bool contains(ClassObject const& owner, Object const& part) {
 }
 
 TEST(Frame, TablesDescribeEveryConcreteClass) {
-    EXPECT_EQ(concreteClasses().size(), 30U);
+    EXPECT_EQ(VelumTest::concreteClasses().size(), 30U);
+    EXPECT_EQ(allClasses().size(), 41U);
 }
 
 TEST(Frame, ANewObjectHasTheDefaultsOfItsDescription) {
@@ -201,7 +203,7 @@ TEST(Frame, ListsAreTheSameFromCallToCallAndKeepWhatTheyDoNotRefuse) {
 }
 
 TEST(Frame, AWriteThatChangesNothingMakesNoStateInABranch) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         World world;
         ClassObject const object = world.createFull(of);
         ClassObject const bare = world.create(of);
@@ -246,7 +248,7 @@ void writeAll(World& world, ConcreteClass const& of, ClassObject const& object) 
 }
 
 TEST(Frame, AWriteInABranchLeavesTheRootAndTheOtherBranches) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         ClassObject const object = world.createFull(of);
@@ -262,7 +264,7 @@ TEST(Frame, AWriteInABranchLeavesTheRootAndTheOtherBranches) {
 }
 
 TEST(Frame, RollbackAndUndoBringEverythingBack) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         for (bool const inBranch : {false, true}) {
             SCOPED_TRACE(of.name);
             World world;
@@ -293,7 +295,7 @@ TEST(Frame, RollbackAndUndoBringEverythingBack) {
 }
 
 TEST(Frame, ACopiedAndAnAssignedStateHoldTheSame) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         std::vector<Property> const properties = VelumTest::propertiesOf(of.methods);
@@ -440,6 +442,53 @@ TEST(Frame, OnlyReferencesWithoutAnotherEndLeadIntoAnotherModel) {
     });
 }
 
+/// A stored reference without an other end, to one or to many.
+bool isPlainReference(Property const& property) {
+    return isStored(property) && property.isReference() && !property.hasOpposite() &&
+           !property.ownsObjects();
+}
+
+TEST(Frame, DestroyTakesReferencesIntoAnotherModelBack) {
+    forEach(isPlainReference, [](ConcreteClass const& of, Property const& property) {
+        if (!isInPlace(of, property) || !takesSomething(of, property) ||
+            (VelumTest::comesDownTo(property, "Unit") &&
+             property.description->subsettedCount != 0)) {
+            return; // the other end is that of the list that it is a part of
+        }
+        World world;
+        World other;
+        ClassObject const object = world.create(of);
+        Object const foreign = other.create(VelumTest::partnerClass(property, of.methods));
+        if (property.isMany()) {
+            property.elements(object).push_back(foreign);
+        } else {
+            property.set(object, foreign);
+        }
+        EXPECT_EQ(world.model.getReferredModels().size(), 1U);
+        object.destroy();
+        EXPECT_TRUE(world.model.getReferredModels().empty());
+        EXPECT_TRUE(foreign.isValid());
+    });
+}
+
+TEST(Frame, StereotypesThatAreAppliedToEachOtherEndTogether) {
+    for (ConcreteClass const& of : allClasses()) {
+        SCOPED_TRACE(of.name);
+        World world;
+        ClassObject const object = world.create(of);
+        auto const first = QOB::StereotypeObject::create(world.model, "first");
+        auto const second = QOB::StereotypeObject::create(world.model, "second");
+        object.getAppliedStereotypeInstances().push_back(first);
+        first.getAppliedStereotypeInstances().push_back(second);
+        second.getAppliedStereotypeInstances().push_back(first);
+        EXPECT_FALSE(object.hasAppliedStereotypeInstances());
+        first.destroy();
+        EXPECT_FALSE(first.isValid());
+        EXPECT_FALSE(second.isValid());
+        EXPECT_EQ(world.model.getRootObjects().size(), 1);
+    }
+}
+
 bool ownsObjects(Property const& property) {
     return isStored(property) && property.ownsObjects();
 }
@@ -469,7 +518,9 @@ TEST(Frame, ViewsShowWhatIsContainedAndPartsKnowTheirContainer) {
         bool const isElement = VelumTest::comesDownTo(property, "ownedElement") ||
                                VelumTest::comesDownTo(property, "ownedMember");
         auto const isOwnedElement = [&](ClassObject const& by) {
-            return foundation::Element(by).getOwnedElements().contains(foundation::Element(part));
+            foundation::Element const element(by);
+            return element.get() != nullptr &&
+                   element.getOwnedElements().contains(foundation::Element(part));
         };
         own(property, owner, part);
         EXPECT_TRUE(contains(owner, part));
@@ -509,7 +560,7 @@ void expectCutOff(World const& world, Deviant deviant, ClassObject const& object
 }
 
 TEST(Frame, DestroyEndsWhatIsContainedAndCutsEveryAssociation) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         for (bool const inBranch : {false, true}) {
             SCOPED_TRACE(of.name);
             World world;
@@ -595,7 +646,7 @@ TEST(Frame, DestroyOfWhatIsReferredToIsSeenByWhoRefersToIt) {
 
 TEST(Frame, BothSubObjectsOfATypeAreOneObject) {
     int count = 0;
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         World world;
         ClassObject const object = world.create(of);
         auto* const type = QOB::castObject<foundation::NSInterface::TypeIntf>(object.get());
@@ -632,7 +683,7 @@ TEST(Frame, BothSubObjectsOfATypeAreOneObject) {
 }
 
 TEST(Frame, AStateAnswersAsAPlainStore) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         ClassObject const object = world.create(of);

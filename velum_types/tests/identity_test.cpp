@@ -23,6 +23,7 @@ namespace foundation = Zorvane::metamodel::foundation;
 using QOB::ClassObject;
 using QOB::Deviant;
 using QOB::Object;
+using VelumTest::allClasses;
 using VelumTest::ConcreteClass;
 using VelumTest::concreteClasses;
 using VelumTest::messageOf;
@@ -134,7 +135,7 @@ TEST(Identity, EveryConversionLeadsToTheObjectThatTheKernelKnows) {
 
 TEST(Identity, SettingTheOwnerThatIsThereDoesNothing) {
     int count = 0;
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         for (Property const& list : VelumTest::ownedLists(of.methods)) {
             ConcreteClass const& kind = VelumTest::partnerClass(list, of.methods);
             World world;
@@ -339,7 +340,7 @@ TEST(Identity, AnOwnedValueSeenAsAListTakesObjectsOfItsClassOnly) {
 }
 
 TEST(Identity, WhatAListHoldsOfAnotherModelOutlivesTheOwner) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         for (Property const& list : VelumTest::ownedLists(of.methods)) {
             SCOPED_TRACE(std::string(of.name) + "." + list.description->name);
             World world;
@@ -438,7 +439,7 @@ TEST(Identity, AHandleWithARemovedDeviantActsNowhere) {
 }
 
 TEST(Identity, ANullDeviantIsRefusedByObjectsAndViews) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         ClassObject const object = world.createFull(of);
@@ -450,7 +451,7 @@ TEST(Identity, ANullDeviantIsRefusedByObjectsAndViews) {
 }
 
 TEST(Identity, ADeviantOfAnotherModelStandsForTheRootAndBeginsAndEndsNoState) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         World other;
@@ -501,8 +502,8 @@ TEST(Identity, ADeviantOfAnotherModelStandsForTheRootAndBeginsAndEndsNoState) {
 
 TEST(Identity, AStateOfAnotherClassIsRefused) {
     constexpr char const* refusal = "The state belongs to an object of another class.";
-    ConcreteClass const* previous = &concreteClasses().back();
-    for (ConcreteClass const& of : concreteClasses()) {
+    ConcreteClass const* previous = &allClasses().back();
+    for (ConcreteClass const& of : allClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         ClassObject const object = world.createFull(of);

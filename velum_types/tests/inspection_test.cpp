@@ -385,8 +385,8 @@ TEST_F(TwoModels, TellOrderedValuesApartFromOtherValues) {
 
 ConcreteClass const* classOf(ClassObject const& object) {
     std::string const name = object.getLumvoName(false);
-    for (ConcreteClass const& of : VelumTest::concreteClasses()) {
-        if (name == std::string("Zorvane.metamodel.types.") + of.name) {
+    for (ConcreteClass const& of : VelumTest::allClasses()) {
+        if (name == of.dottedName) {
             return &of;
         }
     }
@@ -441,7 +441,7 @@ template <class Function>
 int forEachStoredProperty(Function const& function) {
     types::initialize();
     int count = 0;
-    for (ConcreteClass const& of : VelumTest::concreteClasses()) {
+    for (ConcreteClass const& of : VelumTest::allClasses()) {
         for (Property const& property : VelumTest::propertiesOf(of.methods)) {
             bool const isStored =
                 !property.isDerived() && VelumTest::inPlaceOf(property, of.methods) == property;

@@ -387,7 +387,7 @@ std::string shown(Read const& read) {
 }
 
 TEST(Reflective, ByElementAndByNameAPropertyShowsWhatItShowsByNumber) {
-    for (ConcreteClass const& of : VelumTest::concreteClasses()) {
+    for (ConcreteClass const& of : VelumTest::allClasses()) {
         World world;
         ClassObject const object = world.createFull(of);
         std::set<std::string> names;

@@ -1,6 +1,6 @@
 #include "attributes.h"
 
-#include "meta/propertyindex.h"
+#include "nshandmaintained/propertyindex.h"
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/qob/sequence.h"
 #include "qob/qob/stereotypeobject.h"

@@ -4,6 +4,7 @@
 #include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
 #include "qob/kernel/deviant/classobjectstate.h"
 #include "qob/kernel/deviant/rootobject.h"
+#include "qob/kernel/deviant/statepairs.h"
 #include "qob/qob/nsinterface/modelintf.h"
 
 #include <memory>
@@ -48,7 +49,10 @@ public:
 };
 
 /// The model object; owns the kernel's half of the model until it ends.
-class ModelImpl final : public RootObject<NSInterface::ModelIntf, ModelDeviantImpl> {
+class ModelImpl final : public StatePairs<RootObject<NSInterface::ModelIntf, ModelDeviantImpl>,
+                                          NSInterface::ModelIntf,
+                                          NSInterface::ClassObjectIntf,
+                                          NSInterface::ObjectIntf> {
     using ClassObjectIntf = NSInterface::ClassObjectIntf;
     using ModelIntf = NSInterface::ModelIntf;
 
@@ -73,25 +77,6 @@ public:
     std::vector<Model> getReferredModels(Deviant deviant) const override;
     void internal_addRootObject(Deviant deviant, ClassObjectIntf* object) override;
     void internal_removeRootObject(Deviant deviant, ClassObjectIntf* object) override;
-
-    ObjectIntf* getReadDeviantI(Deviant deviant, ObjectIntf const*) const override {
-        return readState(deviant);
-    }
-    ObjectIntf* getWriteDeviantI(Deviant deviant, ObjectIntf const*) const override {
-        return writeState(deviant);
-    }
-    ClassObjectIntf* getReadDeviantI(Deviant deviant, ClassObjectIntf const*) const override {
-        return readState(deviant);
-    }
-    ClassObjectIntf* getWriteDeviantI(Deviant deviant, ClassObjectIntf const*) const override {
-        return writeState(deviant);
-    }
-    ModelIntf* getReadDeviantI(Deviant deviant, ModelIntf const*) const override {
-        return readState(deviant);
-    }
-    ModelIntf* getWriteDeviantI(Deviant deviant, ModelIntf const*) const override {
-        return writeState(deviant);
-    }
 
 private:
     /// The long part of a deviant of this model. Raises for a dead model, for a deviant that is

@@ -1,6 +1,6 @@
 #include "qob/kernel/property/container.h"
 
-#include "meta/propertyindex.h"
+#include "nshandmaintained/propertyindex.h"
 #include "object/containerlists.h"
 #include "object/describe.h"
 #include "qob/kernel/containers/sequence/views/combinedsequence.h"

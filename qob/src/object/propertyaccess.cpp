@@ -1,4 +1,4 @@
-#include "meta/propertyindex.h"
+#include "nshandmaintained/propertyindex.h"
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/qob/class.h"
 #include "qob/qob/property.h"

@@ -1,9 +1,9 @@
-#include "meta/factoryimpl.h"
-#include "meta/kernelpackage.h"
 #include "model/modelcore.h"
+#include "nshandmaintained/kernelpackage.h"
 #include "qob/qob/domainregistry.h"
 #include "qob/qob/initialize.h"
 #include "qob/qob/modelcache.h"
+#include "qob/qob/nsimplementation/factoryimpl.h"
 #include "registry/modulelife.h"
 #include "registry/remnants.h"
 
@@ -33,7 +33,7 @@ struct KernelLife {
     static void makeRegistry() {
         registry = new DomainRegistry();
         try {
-            internal::createKernelPackage(registry->getMetaRegistryFactory());
+            internal::createKernelPackage();
         } catch (...) {
             internal::forgetKernelPackage();
             delete std::exchange(registry, nullptr);

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "interfaceof.h"
 #include "qob/kernel/containers/sequence/sequencemember.h"
 #include "qob/kernel/deviant/classobjectstate.h"
 #include "qob/kernel/deviant/rootobject.h"
 #include "qob/kernel/factory/create.h"
-#include "qob/kernel/interfaceof.h"
 #include "qob/kernel/meta/metaclasscreation.h"
 #include "qob/qob/real.h"
 #include "thing.h"
@@ -19,7 +19,7 @@ class Hen;
 
 namespace NSInterface {
 
-class AnimalIntf : public QOB::InterfaceOf<AnimalIntf, QOB::NSInterface::ClassObjectIntf> {
+class AnimalIntf : public sample::InterfaceOf<AnimalIntf, QOB::NSInterface::ClassObjectIntf> {
 public:
     using VisitationDomain = sample::VisitationDomain;
     enum PropertyId : unsigned {
@@ -55,7 +55,7 @@ public:
     QOB::Integer getLegs(QOB::Deviant deviant) const;
 };
 
-class HenIntf : public QOB::InterfaceOf<HenIntf, AnimalIntf> {
+class HenIntf : public sample::InterfaceOf<HenIntf, AnimalIntf> {
 public:
     enum PropertyId : unsigned { EggsId = 1, PartnerId = 2 };
     static QOB::IntrospectiveMethods sIntrospectiveMethods;

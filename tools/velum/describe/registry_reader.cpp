@@ -98,7 +98,7 @@ private:
         property.owner = &owner;
         property.name = live.getName();
         property.lower = live.getLower();
-        if (const int upper = live.getUpper(); upper != QOB::NSInterface::PropertyIntf::Unbounded) {
+        if (const int upper = live.getUpper(); upper != QOB::ImmutableProperty::Unbounded) {
             property.upper = upper;
         }
         property.defaultValue = live.getDefaultValue();

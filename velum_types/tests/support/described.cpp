@@ -1,5 +1,6 @@
 #include "velum_types/tests/support/described.h"
 
+#include "qob/qob/qob.h"
 #include "qob/qob/valueobjectfactory.h"
 #include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundation.h"
 #include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationintrospection.h"
@@ -26,14 +27,14 @@ QOB::ClassObject make(QOB::Model const& model) {
     return Handle::create(model);
 }
 
-#define VELUM_ROW(Class)                                                                           \
-    ConcreteClass{                                                                                 \
-        #Class, &types::NSInterface::Class##Intf::sIntrospectiveMethods, &make<types::Class>},
-#define VELUM_BASE_ROW(Class)                                                                      \
-    ConcreteClass {                                                                                \
-#Class, &foundation::NSInterface::Class##Intf::sIntrospectiveMethods,                      \
-            &make < foundation::Class>                                                             \
-    }
+#define VELUM_ROW_OF(Namespace, dotted, Class)                                                     \
+    ConcreteClass{#Class,                                                                          \
+                  dotted #Class,                                                                   \
+                  &Namespace::NSInterface::Class##Intf::sIntrospectiveMethods,                     \
+                  &make<Namespace::Class>},
+#define VELUM_ROW(Class) VELUM_ROW_OF(types, "Zorvane.metamodel.types.", Class)
+#define VELUM_BASE_ROW(Class) VELUM_ROW_OF(foundation, "Zorvane.metamodel.foundation.", Class)
+#define VELUM_KERNEL_ROW(Class) VELUM_ROW_OF(QOB, "QOB.", Class)
 
 IntrospectiveMethods const* recordOf(QOB::PackageFunction package, unsigned index) {
     return package()->classes[index];
@@ -44,14 +45,19 @@ IntrospectiveMethods const* recordOf(QOB::PackageFunction package, unsigned inde
 constexpr unsigned BaseCounts[] = {0, 0, 0, 0, 0, 1, 3, 1, 4, 0, 0, 3,
                                    1, 1, 0, 0, 0, 0, 2, 0, 1, 0, 0, 0};
 
+// The same for the kernel, without what every object has.
+constexpr unsigned KernelCounts[] = {0, 1,  0, 1, 4, 0, 1, 1, 0, 0, 0, 0, 0, 0, 0, 2,
+                                     4, 13, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
+
 unsigned countOf(IntrospectiveMethods const* methods) {
-    bool const isOwn = methods->package == types::get_types_PackageIntrospectiveMethods();
-    if (!isOwn && methods->package != foundation::get_foundation_PackageIntrospectiveMethods()) {
-        return 0;
-    }
     auto const* const* const first = methods->package->classes;
     auto const index = std::find(first, first + methods->package->count, methods) - first;
-    return isOwn ? static_cast<unsigned>(PackageTable[index].properties) : BaseCounts[index];
+    if (methods->package == types::get_types_PackageIntrospectiveMethods()) {
+        return static_cast<unsigned>(PackageTable[index].properties);
+    }
+    bool const isBase =
+        methods->package == foundation::get_foundation_PackageIntrospectiveMethods();
+    return isBase ? BaseCounts[index] : KernelCounts[index];
 }
 
 Property propertyOf(QOB::PropertyReference const& reference) {
@@ -152,10 +158,14 @@ std::vector<ConcreteClass> const& concreteClasses() {
 std::vector<ConcreteClass> const& allClasses() {
     static std::vector<ConcreteClass> const* const classes = [] {
         auto* const all = new std::vector<ConcreteClass>(concreteClasses());
-        all->push_back(VELUM_BASE_ROW(Comment));
-        all->push_back(VELUM_BASE_ROW(Dependency));
-        all->push_back(VELUM_BASE_ROW(ElementImport));
-        all->push_back(VELUM_BASE_ROW(NamespaceImport));
+        for (ConcreteClass const& each :
+             {VELUM_BASE_ROW(Comment) VELUM_BASE_ROW(Dependency) VELUM_BASE_ROW(ElementImport)
+                  VELUM_BASE_ROW(NamespaceImport) VELUM_KERNEL_ROW(StereotypeObject)
+                      VELUM_KERNEL_ROW(Package) VELUM_KERNEL_ROW(DataType)
+                          VELUM_KERNEL_ROW(Enumeration) VELUM_KERNEL_ROW(EnumerationLiteral)
+                              VELUM_KERNEL_ROW(Class) VELUM_KERNEL_ROW(Property)}) {
+            all->push_back(each);
+        }
         return all;
     }();
     return *classes;

@@ -14,13 +14,15 @@ namespace VelumTest {
 /// A class of which there can be objects.
 struct ConcreteClass {
     char const* name;
+    char const* dottedName;
     QOB::IntrospectiveMethods const* methods;
     QOB::ClassObject (*create)(QOB::Model const& model);
 };
 
 /// The metaclasses of the package but its factory.
 std::vector<ConcreteClass> const& concreteClasses();
-/// With those of the base metamodel, which are the types of its properties.
+/// With those of the base metamodel, which are the types of its properties, and of the kernel,
+/// which metamodels are made of.
 std::vector<ConcreteClass> const& allClasses();
 
 /// A property as its declaring class describes it.

@@ -1,6 +1,6 @@
 #include "qob/kernel/containers/sequence/views/propertytosequenceproxy.h"
 
-#include "meta/propertyindex.h"
+#include "nshandmaintained/propertyindex.h"
 #include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
 #include "qob/qob/class.h"
 

@@ -4,6 +4,7 @@
 /// creation and tables. Not installed: users include qob/qob.h.
 #include "qob/kernel/deviant/countedpointer.h"
 #include "qob/kernel/deviant/rootobject.h"
+#include "qob/kernel/deviant/statepairs.h"
 #include "qob/kernel/factory/byname.h"
 #include "qob/kernel/factory/create.h"
 #include "qob/kernel/factory/setting.h"

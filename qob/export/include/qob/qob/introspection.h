@@ -101,20 +101,6 @@ struct PackageIntrospectiveMethods {
     unsigned count = 0;
 };
 
-/// The types of the kernel's own package, for metamodels that refer to them.
-QOB_EXPORT PackageIntrospectiveMethods const* get_QOB_PackageIntrospectiveMethods();
-
-/// The indexes in the kernel's package. Those of data types have a record without functions.
-enum KernelTypeIndex : unsigned {
-    ClassObjectIndex = 13,
-    ModelIndex = 14,
-    StereotypeObjectIndex = 15,
-    FactoryObjectIndex = 19,
-    BooleanIndex = 23,
-    StringIndex = 24,
-    RealIndex = 27,
-    IntegerIndex = 28,
-    ExternalToolInfoIndex = 29
-};
-
 } // namespace QOB
+
+#include "qob/qob/qobintrospection.h" // IWYU pragma: export

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "qob/qob/nsinterface/factoryintf.h"
 #include "qob/qob/nsinterface/modelintf.h"
 #include "qob/qob/object.h"
 
@@ -75,3 +74,6 @@ Model ClassObjectReading<Base>::getRootModel() const {
 }
 
 } // namespace QOB
+
+// Behind the handle, which it names.
+#include "qob/qob/nsinterface/factoryintf.h" // IWYU pragma: export

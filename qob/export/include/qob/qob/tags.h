@@ -3,7 +3,18 @@
 #include "qob/qob/namedelement.h"
 #include "qob/qob/stereotypeobject.h"
 
+#include <utility>
+
 namespace QOB {
+
+/// A stereotype that no library declares, such as a tag.
+class DynamicStereotypeObject : public StereotypeObject {
+public:
+    using StereotypeObject::StereotypeObject;
+    DynamicStereotypeObject() noexcept = default;
+    explicit DynamicStereotypeObject(StereotypeObject stereotype)
+        : StereotypeObject(std::move(stereotype)) {}
+};
 
 /// Tags of the elements of metamodels: facts about an element for which its class has no property.
 /// A tag is a stereotype that is applied to the element and has the tag's name.

@@ -1,45 +1,21 @@
+#include "qob/kernel/factory/byname.h"
 #include "qob/kernel/factory/create.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/modelcache.h"
-#include "qob/qob/valueobjectfactory.h"
 #include "velum_types/zorvane/metamodel/types/nsimplementation/zorvanemetamodeltypesfactoryimpl.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesnames.h"
 
-#include <functional>
-#include <map>
 #include <string>
 
 namespace Zorvane::metamodel::types {
 
 namespace {
 
-/// What a factory makes under a name: objects of a class, or values of a data type.
-struct Made {
-    QOB::NamedCreator const* ofClass = nullptr;
-    QOB::NamedValue const* ofDataType = nullptr;
-};
-
-/// By short and by dotted name. Filled by the first factory.
-std::map<std::string, Made, std::less<>>& typesByName() {
-    static std::map<std::string, Made, std::less<>> types;
+/// Filled by the first factory.
+QOB::NamedTypes const& typesByName() {
+    static QOB::NamedTypes const types(NSImplementation::namedCreators(),
+                                       NSImplementation::namedValues());
     return types;
-}
-
-void fillTypes() {
-    if (!typesByName().empty()) {
-        return;
-    }
-    for (QOB::NamedCreator const& each : NSImplementation::namedCreators()) {
-        typesByName().insert({{each.name, {&each}}, {each.dottedName, {&each}}});
-    }
-    for (QOB::NamedValue const& each : NSImplementation::namedValues()) {
-        typesByName().insert({{each.name, {nullptr, &each}}, {each.dottedName, {nullptr, &each}}});
-    }
-}
-
-QOB::Object createValue(std::string const& dottedName, QOB::String const* text) {
-    return text != nullptr ? QOB::ValueObjectFactory::createFromString(dottedName, *text)
-                           : QOB::ValueObjectFactory::create(dottedName);
 }
 
 } // namespace
@@ -63,17 +39,7 @@ QOB::Object FactoryIntf::createObject(QOB::Deviant deviant,
                                       QOB::String type,
                                       QOB::Integer id,
                                       QOB::String const* text) {
-    std::string const name(type);
-    auto const found = typesByName().find(name);
-    if (found == typesByName().end()) {
-        return QOB::ValueObjectFactory::isValueObjectType(name) ? createValue(name, text)
-                                                                : QOB::Object();
-    }
-    if (found->second.ofDataType != nullptr) {
-        return createValue(found->second.ofDataType->dottedName, text);
-    }
-    deviant.assertWritable(nullptr);
-    return found->second.ofClass->create(getModelQOB(deviant), id); // objects take no text
+    return typesByName().create(this, deviant, type, id, text);
 }
 
 QOB::Model FactoryIntf::createNewModel() {
@@ -109,7 +75,7 @@ FactoryImpl::FactoryImpl(QOB::Model model) {
     deviant.markObjectCreated(classObject());
     bool const previous = QOB::DeviantAssertions::enableAssertions(false);
     setStateOf(deviant, untyped(new FactoryDeviantImpl));
-    fillTypes();
+    typesByName();
     setOnlyModelQOB(deviant, model);
     setOnlyContainerQOB(deviant, QOB::ClassObject(model));
     QOB::DeviantAssertions::enableAssertions(previous);

@@ -43,7 +43,7 @@ struct MetaPackageDescription {
 };
 
 /// Creates the package inside the one that `parent` returns unless it exists, completes it in any
-/// case, and returns the pointer to it.
+/// case, and returns the pointer to it. Without a `parent` it lies directly in the meta-registry.
 QOB_EXPORT NSInterface::PackageIntf*& initializeMetaPackage(NSInterface::PackageIntf*& package,
                                                             MetaPackageDescription const&,
                                                             NSInterface::PackageIntf*& (*parent)());

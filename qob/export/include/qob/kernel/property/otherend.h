@@ -54,25 +54,4 @@ private:
     }
 };
 
-/// The same through the other end's view: for an end whose operation `GetOnlyMany` doesn't simply
-/// return a container of the state.
-template <auto GetOnlyMany>
-struct ViewAtOtherEnd {
-    template <class Other, class Intf>
-    static void requireRoom(Other const& other, Deviant deviant, Intf* object) {
-        auto const elements = (other.get()->*GetOnlyMany)(deviant);
-        requireElement(elements, typename decltype(elements)::value_type(object, deviant), other);
-    }
-    template <class Other, class Intf>
-    static void add(Other const& other, Deviant deviant, Intf* object) {
-        auto const elements = (other.get()->*GetOnlyMany)(deviant);
-        elements.push_back(typename decltype(elements)::value_type(object, deviant));
-    }
-    template <class Other, class Intf>
-    static void remove(Other const& other, Deviant deviant, Intf* object) {
-        auto const elements = (other.get()->*GetOnlyMany)(deviant);
-        elements.removeAll(typename decltype(elements)::value_type(object, deviant));
-    }
-};
-
 } // namespace QOB::property

@@ -82,30 +82,4 @@ void removeOwner(Intf* object, Deviant deviant) {
     object->removeContainerQOB(deviant);
 }
 
-// The same with the owner's operation that returns its end without association upkeep, instead of
-// `End`.
-
-template <auto Elements, auto SetOnly, class Owner, class Intf>
-void setOwner(Intf* object,
-              Deviant deviant,
-              Owner const& owner,
-              IntrospectiveMethods const& methods,
-              unsigned id) {
-    setOwner<ViewAtOtherEnd<Elements>, SetOnly>(object, deviant, owner, methods, id);
-}
-
-template <auto Elements, auto Remove, class Owner, class Intf>
-void setOnlyOwner(Intf* object,
-                  Deviant deviant,
-                  Owner const& owner,
-                  IntrospectiveMethods const& methods,
-                  unsigned id) {
-    setOnlyOwner<ViewAtOtherEnd<Elements>, Remove>(object, deviant, owner, methods, id);
-}
-
-template <auto Elements, class Owner, class Intf>
-void removeOwner(Intf* object, Deviant deviant) {
-    removeOwner<ViewAtOtherEnd<Elements>, Owner>(object, deviant);
-}
-
 } // namespace QOB::property

@@ -7,7 +7,9 @@ ImmutableClass metaClassOf(IntrospectiveMethods const& methods) {
     if (methods.meta == nullptr || methods.getSingleValued == nullptr) {
         return {};
     }
-    return {static_cast<NSInterface::ClassIntf*>(methods.meta), methods.meta->getRootDeviant()};
+    return {ofClass,
+            static_cast<NSInterface::ClassIntf*>(methods.meta),
+            methods.meta->getRootDeviant()};
 }
 
 } // namespace QOB

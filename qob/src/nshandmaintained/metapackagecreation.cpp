@@ -106,7 +106,8 @@ PackageIntf*& initializeMetaPackage(PackageIntf*& package,
     DomainRegistry const& registry = *DomainRegistry::instance();
     Factory const factory = registry.getMetaRegistryFactory();
     if (package == nullptr) {
-        Package const around(parent(), registry.getMetaRegistry().getDeviant());
+        Package const around(parent != nullptr ? parent() : nullptr,
+                             registry.getMetaRegistry().getDeviant());
         createMetaPackage(package, description, factory, around);
     }
     updateMetaPackage(package, description, factory);

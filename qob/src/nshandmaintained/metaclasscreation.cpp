@@ -10,7 +10,7 @@ using NSInterface::PropertyIntf;
 namespace {
 
 Integer boundOf(unsigned bound) {
-    return bound == MetaPropertyDescription::Unbounded ? PropertyIntf::Unbounded
+    return bound == MetaPropertyDescription::Unbounded ? ImmutableProperty::Unbounded
                                                        : static_cast<int>(bound);
 }
 
