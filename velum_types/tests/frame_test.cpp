@@ -134,7 +134,7 @@ TEST(Frame, SingleValuesAreReadBackUntilTheyAreRemoved) {
 }
 
 bool isPrimitive(Property const& property) {
-    return isStoredSingle(property) &&
+    return isStoredSingle(property) && !property.isReference() &&
            property.description->package() == QOB::get_QOB_PackageIntrospectiveMethods();
 }
 
