@@ -18,6 +18,7 @@ from . import (
     paths,
     places,
     rooms,
+    sizes,
     sources,
     symbols,
     tidy,
@@ -29,6 +30,7 @@ from .project import CommandFailed, Project
 CHECKS = (
     formatting.CHECK,
     words.CHECK,
+    sizes.CHECK,
     metamodel.CHECK,
     generator.CHECK,
     generatedcode.CHECK,

@@ -9,40 +9,24 @@ import sys
 import tempfile
 
 from .check import Check
+from .cplusplus import code_of
 from .metamodel import files, write_all
 from .project import Project
 
 _SUFFIXES = (".h", ".cpp")
-# What is no code: comments, literals and the lines of the preprocessor.
-_NO_CODE = re.compile(
-    r"""
-      //[^\n]*
-    | /\*.*?\*/
-    | R"(?P<mark>[^(\s]*)\(.*?\)(?P=mark)"
-    | "(?:\\.|[^"\\\n])*"
-    | (?<![0-9A-Fa-f])'(?:\\.|[^'\\\n])*'
-    | ^[ \t]*\#(?:\\\n|[^\n])*
-    """,
-    re.VERBOSE | re.DOTALL | re.MULTILINE,
-)
 _BODY = re.compile(r"\)(?:\s|const|noexcept|override|final)*\{(?P<statements>[^{}]*)\}")
 _CONTROL = re.compile(r"\b(?:if|else|for|while|do|switch|case|goto|try|catch)\b|\?")
 
 
-def _blank(match: re.Match[str]) -> str:
-    """As many lines as before, so that line numbers stay true."""
-    return "\n" * match.group().count("\n")
-
-
 def control_flow(text: str) -> list[tuple[int, str]]:
     """Line and word of each place where C++ text decides something."""
-    code = _NO_CODE.sub(_blank, text)
+    code = code_of(text)
     return [(code.count("\n", 0, m.start()) + 1, m.group()) for m in _CONTROL.finditer(code)]
 
 
 def long_bodies(text: str) -> list[tuple[int, int]]:
     """Line and number of statements of each function body that has more than one."""
-    code = _NO_CODE.sub(_blank, text)
+    code = code_of(text)
     bodies = [(m.start("statements"), m["statements"].count(";")) for m in _BODY.finditer(code)]
     return [(code.count("\n", 0, at) + 1, count) for at, count in bodies if count > 1]
 
