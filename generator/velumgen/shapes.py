@@ -43,11 +43,11 @@ _PLAIN_STATE = {
 
 _OPTIONAL_STATE = {
     "has": "return {flag};",
-    "remove": "QOB::property::clearFlagged({field}, {flag}, {default});",
-    "set": "QOB::property::storeFlagged({field}, {flag}, value);",
+    "remove": "QOB::property::clearOptional({field}, {flag}, {default});",
+    "set": "QOB::property::storeOptional({field}, {flag}, value);",
     "get": "return {field};",
-    "removeOnly": "QOB::property::clearFlagged({field}, {flag}, {default});",
-    "setOnly": "QOB::property::storeFlagged({field}, {flag}, value);",
+    "removeOnly": "QOB::property::clearOptional({field}, {flag}, {default});",
+    "setOnly": "QOB::property::storeOptional({field}, {flag}, value);",
 }
 
 _REFERENCE_STATE = {
@@ -116,16 +116,16 @@ def _mandatory(rule: str, with_only: bool) -> Shape:
 
 
 def _optional(with_only: bool) -> Shape:
-    remove = "QOB::property::removeFlagged<{has}, {remove}>(this, deviant);"
+    remove = "QOB::property::removeOptional<{has}, {remove}>(this, deviant);"
     statements = {"has": "return QOB::property::get<{has}>(this, deviant);", "get": _GET, "remove": remove}
     if with_only:
-        rule = "QOB::property::setFlaggedUnchecked<{has}, {get}, "
+        rule = "QOB::property::setOptionalAsGiven<{has}, {get}, "
         statements["set"] = rule + "{set}>(this, deviant, value);"
         statements["setOnly"] = rule + "{setOnly}>(this, deviant, value);"
         statements["removeOnly"] = remove.replace("{remove}", "{removeOnly}")
     else:
         statements["set"] = (
-            "QOB::property::setFlagged<{has}, {get}, {set}, {remove}>(this, deviant, value);"
+            "QOB::property::setOptional<{has}, {get}, {set}, {remove}>(this, deviant, value);"
         )
     return Shape(
         statements,
@@ -184,7 +184,7 @@ _OWNS_MANY = "QOB::property::OwnsMany<{get_named}, {getOnly_named}>"
 
 SHAPES = {
     "mandatory primitive": _mandatory("setMandatory", False),
-    "mandatory value": _mandatory("setMandatoryUnchecked", True),
+    "mandatory value": _mandatory("setMandatoryAsGiven", True),
     "optional primitive": _optional(False),
     "optional value": _optional(True),
     "reference": _reference(
@@ -206,20 +206,22 @@ SHAPES = {
         "QOB::property::LinkedToOne<{interface}::sIntrospectiveMethods, {id}, {get_named}, "
         "{set_named}, " + _FAR_MANY + ">",
         None,
-        set="QOB::property::setLinked<{get}, {setOnly}, {remove}, " + _FAR_MANY + ">"
+        set="QOB::property::setLinked<{get}, {set}, {remove}, " + _FAR_MANY + ">"
         "(this, deviant, value, sIntrospectiveMethods, {id});",
         setOnly="QOB::property::setOnlyLinked<{get}, {set}, " + _FAR_MANY + ">"
         "(this, deviant, value, sIntrospectiveMethods, {id});",
-        remove="QOB::property::removeLinked<{get}, {removeOnly}, " + _FAR_MANY + ">(this, deviant);",
+        remove="QOB::property::removeLinked<{get}, {set}, " + _FAR_MANY + ">"
+        "(this, deviant, sIntrospectiveMethods, {id});",
     ),
     "owned value": _reference(
         None,
         "QOB::property::OwnsOne<{interface}::sIntrospectiveMethods, {id}, {get_named}>",
-        set="QOB::property::setOwnedValue<{get}, {setOnly}, {remove}>"
+        set="QOB::property::setOwnedValue<{get}, {set}, {remove}>"
         "(this, deviant, value, sIntrospectiveMethods, {id});",
         setOnly="QOB::property::setOnlyOwnedValue<{get}, {set}>"
         "(this, deviant, value, sIntrospectiveMethods, {id});",
-        remove="QOB::property::removeOwnedValue<{get}, {removeOnly}>(this, deviant);",
+        remove="QOB::property::removeOwnedValue<{get}, {set}>"
+        "(this, deviant, sIntrospectiveMethods, {id});",
     ),
     "owner": _owner(_FAR_MANY),
     "owner by a derived end": _owner("QOB::property::DerivedOtherEnd"),

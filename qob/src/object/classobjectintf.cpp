@@ -7,6 +7,7 @@
 #include "qob/kernel/property/multivalued.h"
 #include "qob/kernel/property/optionalvalue.h"
 #include "qob/kernel/property/reference.h"
+#include "qob/kernel/property/twoended.h"
 #include "qob/qob/class.h"
 #include "qob/qob/externaltoolinfo.h"
 #include "qob/qob/model.h"
@@ -90,19 +91,29 @@ void ClassObjectIntf::setOnlyModelQOB(Deviant deviant, Model const& model) {
 
 // The container -------------------------------------------------------------------------------
 
+namespace {
+
+/// What contained the object, if it is there, loses it.
+auto leaving(ClassObjectIntf* object, Deviant deviant) {
+    return [object, deviant](ClassObject const& old) {
+        if (old.isValid()) {
+            property::leaveContainer(object, deviant, old);
+        }
+    };
+}
+
+} // namespace
+
 bool ClassObjectIntf::hasContainerQOB(Deviant deviant) const {
     return getContainerQOB(deviant).isValid();
 }
 void ClassObjectIntf::removeContainerQOB(Deviant deviant) {
-    ClassObject const old = getContainerQOB(deviant);
-    removeOnlyContainerQOB(deviant);
-    if (old.isValid()) {
-        property::leaveContainer(this, deviant, old);
-    }
+    property::removeBothEnds<&ClassObjectIntf::getContainerQOB, &ClassObjectIntf::setContainerQOB>(
+        this, deviant, sIntrospectiveMethods, ContainerQOBId, leaving(this, deviant));
 }
 void ClassObjectIntf::setContainerQOB(Deviant deviant, ClassObject const& container) {
-    property::requireSameModel(this, deviant, container, sIntrospectiveMethods, ContainerQOBId);
-    if (!container.isValid()) {
+    if (!property::requireSameModel(
+            this, deviant, container, sIntrospectiveMethods, ContainerQOBId)) {
         removeContainerQOB(deviant);
     } else if (getContainerQOB(deviant) != container) {
         property::joinContainer(this, deviant, container);
@@ -117,12 +128,8 @@ void ClassObjectIntf::removeOnlyContainerQOB(Deviant deviant) {
         this, deviant, sIntrospectiveMethods, ContainerQOBId);
 }
 void ClassObjectIntf::setOnlyContainerQOB(Deviant deviant, ClassObject const& container) {
-    property::requireSameModel(this, deviant, container, sIntrospectiveMethods, ContainerQOBId);
-    ClassObject const old = getContainerQOB(deviant);
-    if (old != container && old.isValid()) {
-        property::leaveContainer(this, deviant, old);
-    }
-    property::setContainerAlone(this, deviant, container);
+    property::setNearEnd<&ClassObjectIntf::getContainerQOB, &ClassObjectIntf::setContainerQOB>(
+        this, deviant, container, sIntrospectiveMethods, ContainerQOBId, leaving(this, deviant));
 }
 
 // The list of the model's objects ------------------------------------------------------------

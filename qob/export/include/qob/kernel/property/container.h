@@ -21,6 +21,20 @@ inline void setContainerAlone(NSInterface::ClassObjectIntf* object,
         ClassObjectIntf::ContainerQOBId);
 }
 
+/// The same for a caller that has read the current container, which is another one.
+inline void replaceContainer(NSInterface::ClassObjectIntf* object,
+                             Deviant deviant,
+                             ClassObject const& old,
+                             ClassObject const& container) {
+    using NSInterface::ClassObjectIntf;
+    replaceReference<&ClassObjectIntf::setContainerQOB>(object,
+                                                        deviant,
+                                                        old,
+                                                        container,
+                                                        ClassObjectIntf::sIntrospectiveMethods,
+                                                        ClassObjectIntf::ContainerQOBId);
+}
+
 /// How the container is assigned from another state; see assign.h. On a root object the object is
 /// also added to the container, to the property that contains it in the source.
 struct AssignContainer {

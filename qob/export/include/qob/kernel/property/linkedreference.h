@@ -7,16 +7,28 @@
 /// end calls the forms with "only", so that the two don't call each other for ever.
 namespace QOB::property {
 
+/// Unlinks the object from its old value, if there is one.
+template <class End, class Intf>
+auto leavingLinked(Intf* object, Deviant deviant) {
+    return [object, deviant](auto const& old) {
+        if (old.isValid()) {
+            End::remove(old, deviant, object);
+        }
+    };
+}
+
 /// In this order: unlink the old value, inform the kernel, change the field, link the new value. An
 /// empty value removes the reference.
-template <auto Get, auto SetOnly, auto Remove, class End, class Intf, class Handle>
+template <auto Get, auto Set, auto Remove, class End, class Intf, class Handle>
 void setLinked(Intf* object,
                Deviant deviant,
                Handle const& value,
                IntrospectiveMethods const& methods,
                unsigned id) {
-    setBothEnds<Get, SetOnly, Remove>(
-        object, deviant, value, methods, id, [] {}, [&] { End::add(value, deviant, object); });
+    setBothEnds<Get, Set, Remove>(
+        object, deviant, value, methods, id, leavingLinked<End>(object, deviant), [&] {
+            End::add(value, deviant, object);
+        });
 }
 
 /// Removes the link to the old value at both ends; the caller updates the new value's end.
@@ -26,18 +38,12 @@ void setOnlyLinked(Intf* object,
                    Handle const& value,
                    IntrospectiveMethods const& methods,
                    unsigned id) {
-    setNearEnd<Get, Set>(object, deviant, value, methods, id, [&](auto const& old) {
-        End::remove(old, deviant, object);
-    });
+    setNearEnd<Get, Set>(object, deviant, value, methods, id, leavingLinked<End>(object, deviant));
 }
 
-template <auto Get, auto RemoveOnly, class End, class Intf>
-void removeLinked(Intf* object, Deviant deviant) {
-    auto const old = (readState(object, deviant)->*Get)(deviant);
-    (object->*RemoveOnly)(deviant);
-    if (old.isValid()) {
-        End::remove(old, deviant, object);
-    }
+template <auto Get, auto Set, class End, class Intf>
+void removeLinked(Intf* object, Deviant deviant, IntrospectiveMethods const& methods, unsigned id) {
+    removeBothEnds<Get, Set>(object, deviant, methods, id, leavingLinked<End>(object, deviant));
 }
 
 } // namespace QOB::property

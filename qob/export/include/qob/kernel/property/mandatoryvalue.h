@@ -41,27 +41,27 @@ struct InField {
     }
 };
 
-/// A set for a value class, which accepts every value, even an invalid one. Compares first: setting
-/// the current value does nothing, so it neither creates a state nor saves one for undo.
+/// For value classes: stores the value as given, even an invalid one. Compares first: setting the
+/// current value does nothing, so it neither creates a state nor saves one for undo.
 template <class Place, class Object, class Value>
-void setMandatoryUnchecked(Object* object, Deviant deviant, Value const& value) {
+void setMandatoryAsGiven(Object* object, Deviant deviant, Value const& value) {
     if (!(Place::get(object, deviant) == value)) {
         Place::set(object, deviant, value);
     }
 }
 
-/// The same for the kernel's values: an invalid value is ignored, since it stands for a removal,
-/// which does nothing here.
+/// For the kernel's values: an invalid value is ignored, since it stands for a removal, which does
+/// nothing here.
 template <class Place, class Object, class Value>
 void setMandatory(Object* object, Deviant deviant, Value const& value) {
     if (!isInvalidArgument(value)) {
-        setMandatoryUnchecked<Place>(object, deviant, value);
+        setMandatoryAsGiven<Place>(object, deviant, value);
     }
 }
 
 template <auto Get, auto Set, class Intf, class Value>
-void setMandatoryUnchecked(Intf* object, Deviant deviant, Value const& value) {
-    setMandatoryUnchecked<ByOperations<Get, Set>>(object, deviant, value);
+void setMandatoryAsGiven(Intf* object, Deviant deviant, Value const& value) {
+    setMandatoryAsGiven<ByOperations<Get, Set>>(object, deviant, value);
 }
 template <auto Get, auto Set, class Intf, class Value>
 void setMandatory(Intf* object, Deviant deviant, Value const& value) {

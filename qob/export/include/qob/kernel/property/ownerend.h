@@ -19,6 +19,18 @@ Owner getOwner(Intf const* object, Deviant deviant) {
     return Owner(object->getContainerQOB(deviant));
 }
 
+/// Replaces `container`, the current one, by another owner. If it is an owner too, its collection
+/// loses the object.
+template <class End, class Owner, class Intf>
+void replaceOwner(Intf* object, Deviant deviant, ClassObject const& container, Owner const& owner) {
+    if (Owner const old(container); old.isValid()) {
+        End::remove(old, deviant, object);
+        replaceContainer(upcast<NSInterface::ClassObjectIntf>(object), deviant, container, owner);
+    } else {
+        object->setOnlyContainerQOB(deviant, owner);
+    }
+}
+
 /// Sets both ends. An empty owner removes the property; the current one changes nothing. Raises,
 /// before anything changes, if the owner has no list for the object.
 template <class End, auto SetOnly, class Owner, class Intf>
@@ -27,18 +39,18 @@ void setOwner(Intf* object,
               Owner const& owner,
               IntrospectiveMethods const& methods,
               unsigned id) {
-    requireSameModel(object, deviant, owner, methods, id);
+    bool const isThere = requireSameModel(object, deviant, owner, methods, id);
     ClassObject const container = object->getContainerQOB(deviant);
     if (container.isValid() && container == ClassObject(owner)) {
         return;
     }
-    if (!owner.isValid()) {
+    if (!isThere) {
         (object->*SetOnly)(deviant, owner);
     } else if constexpr (std::is_same_v<End, DerivedOtherEnd>) {
         object->setContainerQOB(deviant, owner);
     } else {
         End::requireRoom(owner, deviant, object);
-        (object->*SetOnly)(deviant, owner);
+        replaceOwner<End>(object, deviant, container, owner);
         End::add(owner, deviant, object);
     }
 }
@@ -50,32 +62,26 @@ void setOnlyOwner(Intf* object,
                   Owner const& owner,
                   IntrospectiveMethods const& methods,
                   unsigned id) {
-    requireSameModel(object, deviant, owner, methods, id);
-    if (!owner.isValid()) {
+    if (!requireSameModel(object, deviant, owner, methods, id)) {
         (object->*Remove)(deviant);
-        return;
-    }
-    if constexpr (!std::is_same_v<End, DerivedOtherEnd>) {
-        Owner const old = getOwner<Owner>(object, deviant);
-        if (old == owner) {
-            return;
-        }
-        if (old.isValid()) {
-            End::remove(old, deviant, object);
-            setContainerAlone(upcast<NSInterface::ClassObjectIntf>(object), deviant, owner);
-            return;
+    } else if constexpr (std::is_same_v<End, DerivedOtherEnd>) {
+        object->setOnlyContainerQOB(deviant, owner);
+    } else {
+        ClassObject const container = object->getContainerQOB(deviant);
+        if (!(container == ClassObject(owner))) {
+            replaceOwner<End>(object, deviant, container, owner);
         }
     }
-    object->setOnlyContainerQOB(deviant, owner);
 }
 
 template <class End, class Owner, class Intf>
 void removeOwner(Intf* object, Deviant deviant) {
     if constexpr (!std::is_same_v<End, DerivedOtherEnd>) {
-        Owner const old = getOwner<Owner>(object, deviant);
-        if (old.isValid()) {
+        ClassObject const container = object->getContainerQOB(deviant);
+        if (Owner const old(container); old.isValid()) {
             End::remove(old, deviant, object);
-            object->removeOnlyContainerQOB(deviant);
+            replaceContainer(
+                upcast<NSInterface::ClassObjectIntf>(object), deviant, container, ClassObject());
             return;
         }
     }

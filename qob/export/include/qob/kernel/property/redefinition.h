@@ -14,8 +14,11 @@ void setNarrowed(Intf* object,
                  Wide const& value,
                  IntrospectiveMethods const& methods,
                  unsigned id) {
-    requireSameModel(object, deviant, value, methods, id);
-    (object->*Set)(deviant, Narrow(value));
+    Narrow const narrow(value);
+    if (!narrow.isValid()) {
+        requireSameModel(object, deviant, value, methods, id);
+    }
+    (object->*Set)(deviant, narrow);
 }
 
 } // namespace QOB::property

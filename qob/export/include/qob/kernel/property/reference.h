@@ -63,6 +63,19 @@ void tellReferred(Intf* object,
     }
 }
 
+/// Replaces `old`, the current value, by `value`, which differs. Either may be empty.
+template <auto Set, class Intf, class Old, class Handle>
+void replaceReference(Intf* object,
+                      Deviant deviant,
+                      Old const& old,
+                      Handle const& value,
+                      IntrospectiveMethods const& methods,
+                      unsigned id) {
+    Intf* const state = writeState(object, deviant);
+    tellReferred(object, state, deviant, old, value, methods, id);
+    (state->*Set)(deviant, value);
+}
+
 /// Does nothing if there is none.
 template <auto Get, auto Set, class Intf>
 void removeOnlyReference(Intf* object,
@@ -70,13 +83,9 @@ void removeOnlyReference(Intf* object,
                          IntrospectiveMethods const& methods,
                          unsigned id) {
     auto const old = (readState(object, deviant)->*Get)(deviant);
-    if (old.get() == nullptr) {
-        return;
+    if (old.get() != nullptr) {
+        replaceReference<Set>(object, deviant, old, decltype(old)(), methods, id);
     }
-    Intf* const state = writeState(object, deviant);
-    decltype(old) const none;
-    tellReferred(object, state, deviant, old, none, methods, id);
-    (state->*Set)(deviant, none);
 }
 
 /// Sets a non-empty value. Does nothing if it is the current one.
@@ -87,12 +96,9 @@ void storeReference(Intf* object,
                     IntrospectiveMethods const& methods,
                     unsigned id) {
     auto const old = (readState(object, deviant)->*Get)(deviant);
-    if (old == value) {
-        return;
+    if (!(old == value)) {
+        replaceReference<Set>(object, deviant, old, value, methods, id);
     }
-    Intf* const state = writeState(object, deviant);
-    tellReferred(object, state, deviant, old, value, methods, id);
-    (state->*Set)(deviant, value);
 }
 
 /// An invalid value removes the property.

@@ -2,12 +2,13 @@
 
 #include "qob/kernel/property/reference.h"
 
-/// The order of steps in setting a reference whose value also stores something about the owner.
+/// The order of steps in setting a reference whose value also stores something about the owner. The
+/// old value is read once, and the model is checked once.
 namespace QOB::property {
 
-/// Calls `leave` before the field changes and `join` after it. An invalid value removes the
-/// reference; the current one changes nothing.
-template <auto Get, auto SetOnly, auto Remove, class Intf, class Handle, class Leave, class Join>
+/// Calls `leave` with the old value before the field changes and `join` after it. An invalid value
+/// removes the reference; the current one changes nothing.
+template <auto Get, auto Set, auto Remove, class Intf, class Handle, class Leave, class Join>
 void setBothEnds(Intf* object,
                  Deviant deviant,
                  Handle const& value,
@@ -19,35 +20,48 @@ void setBothEnds(Intf* object,
         (object->*Remove)(deviant);
         return;
     }
-    if ((readState(object, deviant)->*Get)(deviant) == value) {
+    auto const old = (readState(object, deviant)->*Get)(deviant);
+    if (old == value) {
         return;
     }
-    leave();
-    (object->*SetOnly)(deviant, value);
+    leave(old);
+    replaceReference<Set>(object, deviant, old, value, methods, id);
     join();
 }
 
-/// Calls `release` with the old value; the caller updates the new one. An invalid value removes the
+/// Calls `leave` with the old value; the caller updates the new one. An invalid value removes the
 /// reference.
-template <auto Get, auto Set, class Intf, class Handle, class Release>
+template <auto Get, auto Set, class Intf, class Handle, class Leave>
 void setNearEnd(Intf* object,
                 Deviant deviant,
                 Handle const& value,
                 IntrospectiveMethods const& methods,
                 unsigned id,
-                Release const& release) {
+                Leave const& leave) {
     bool const isThere = requireSameModel(object, deviant, value, methods, id);
     auto const old = (readState(object, deviant)->*Get)(deviant);
-    if (isThere && old == value) {
+    if (isThere ? old == value : old.get() == nullptr) {
         return;
     }
-    if (old.isValid()) {
-        release(old);
-    }
+    leave(old);
     if (isThere) {
-        storeReference<Get, Set>(object, deviant, value, methods, id);
+        replaceReference<Set>(object, deviant, old, value, methods, id);
     } else {
-        removeOnlyReference<Get, Set>(object, deviant, methods, id);
+        replaceReference<Set>(object, deviant, old, decltype(old)(), methods, id);
+    }
+}
+
+/// Calls `leave` with the old value once the field is empty. Does nothing if it was empty.
+template <auto Get, auto Set, class Intf, class Leave>
+void removeBothEnds(Intf* object,
+                    Deviant deviant,
+                    IntrospectiveMethods const& methods,
+                    unsigned id,
+                    Leave const& leave) {
+    auto const old = (readState(object, deviant)->*Get)(deviant);
+    if (old.get() != nullptr) {
+        replaceReference<Set>(object, deviant, old, decltype(old)(), methods, id);
+        leave(old);
     }
 }
 
