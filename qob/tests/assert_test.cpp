@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <locale>
+#include <string>
 
 TEST(Assertion, FailureTellsMessageAndPlaceAndNote) {
     EXPECT_EQ(failureOf([] {
@@ -15,6 +16,32 @@ TEST(Assertion, FailureTellsMessageAndPlaceAndNote) {
                       QOB::AsserterEx<QOB::UnImplementedException>(false, "%d of %s", 2, "three");
               }),
               "Assertion failed: 2 of three at F:7: note");
+}
+
+namespace {
+
+/// Compiles without a warning only if the compiler knows that a failure doesn't return.
+int atLeastOne(int number) {
+    if (number >= 1) {
+        return number;
+    }
+    QOB_FAIL("%d is too few", number);
+}
+
+} // namespace
+
+TEST(Assertion, EachKindOfCheckFailsInTheSameShapeAndOnlyIfItsConditionIsFalse) {
+    EXPECT_EQ(atLeastOne(1), 1);
+    QOB_REQUIRE(true, "unused");
+    QOB_INVARIANT(true, "unused");
+    auto const at = [](char const* text, int line) {
+        return "Assertion failed: " + std::string(text) +
+               " at qob/tests/assert_test.cpp:" + std::to_string(line) + ": ";
+    };
+    EXPECT_NE(failureOf([] { atLeastOne(0); }).find("Assertion failed: 0 is too few at "),
+              std::string::npos);
+    EXPECT_EQ(failureOf([] { QOB_REQUIRE(false, "given"); }), at("given", __LINE__));
+    EXPECT_EQ(failureOf([] { QOB_INVARIANT(false, "own"); }), at("own", __LINE__));
 }
 
 TEST(Assertion, TrueConditionFormatsNothing) {

@@ -1,5 +1,6 @@
 #include "qob/qob/assert.h"
 
+#include <exception>
 #include <locale>
 #include <sstream>
 
@@ -50,9 +51,13 @@ std::string Asserter::message(char const* file, int line, char const* note) {
     return std::move(out).str();
 }
 
-void internal::failAt(char const* file, int line, char const* text) {
-    AsserterEx<Exception>("%s", text).raise(file, line, "");
+void LocalFailure::operator=(Asserter const& asserter) const {
+    LocalAsserter(file_, line_, "") = asserter;
     std::terminate(); // not reached: the condition of that check is false
+}
+
+void internal::failAt(char const* file, int line, char const* text) {
+    LocalFailure(file, line) = AsserterEx<Exception>("%s", text);
 }
 
 } // namespace QOB

@@ -6,7 +6,6 @@
 #include "qob/kernel/containers/sequence/views/combinedsequence.h"
 #include "qob/qob/class.h"
 
-#include <exception>
 #include <string>
 
 namespace QOB::property {
@@ -71,10 +70,7 @@ bool joinSamePart(ClassObject const& container,
 void failNoList(ClassObjectIntf const* container, ClassObjectIntf const* object) {
     std::string const owner = QOB::internal::describe(container);
     std::string const part = QOB::internal::describe(object);
-    AsserterEx<Exception>(
-        "The container, %s, has no list that takes in %s.", owner.c_str(), part.c_str())
-        .raise(__FILE__, __LINE__, "");
-    std::terminate(); // not reached: that check has failed already
+    QOB_FAIL("The container, %s, has no list that takes in %s.", owner.c_str(), part.c_str());
 }
 
 void leaveContainer(ClassObjectIntf* object, Deviant deviant, ClassObject const& container) {

@@ -59,7 +59,6 @@ Deviant ObjectIntf::getRootDeviant() const {
 
 char const* ObjectIntf::getLumvoName(bool) const {
     QOB_FAIL("Internal Error");
-    return nullptr;
 }
 
 String ObjectIntf::toString(Deviant) const {

@@ -4,7 +4,6 @@
 #include "qob/qob/property.h"
 #include "tessel/any.h"
 
-#include <exception>
 #include <string>
 #include <utility>
 
@@ -133,7 +132,7 @@ private:
         }
         return found != nullptr;
     }
-    void failUnknown(std::string const& name) const {
+    [[noreturn]] void failUnknown(std::string const& name) const {
         QOB_FAIL("The class (%s) has no property (%s).", className(), name.c_str());
     }
 
@@ -227,7 +226,6 @@ private:
                  className(),
                  wanted.c_str(),
                  given.c_str());
-        std::terminate(); // not reached: that check has failed already
     }
     /// Boxes of another type come out of the conversion of the value class.
     template <class Action>

@@ -42,7 +42,7 @@ void* ReferenceCountingIntf::cast(CooperativeVisitor::internal::ClassInfo const&
 }
 
 void internal::releaseCounted(int& count, ReferenceCountingIntf const* object) {
-    QOB_REQUIRE(count > 0, "Decrementing the ref count of a ref with count already 0");
+    QOB_INVARIANT(count > 0, "Decrementing the ref count of a ref with count already 0");
     if (--count == 0) {
         DeletionQueue::schedule(object);
     }

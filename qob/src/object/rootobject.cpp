@@ -4,14 +4,10 @@
 #include "qob/qob/assert.h"
 #include "qob/qob/stereotypeobject.h"
 
-#include <exception>
-
 namespace QOB::internal {
 
 void failNoRootDeviant(char const* implementationName) {
-    AsserterEx<Exception>("no root deviant passed to %s::createRootDeviation", implementationName)
-        .raise(__FILE__, __LINE__, "");
-    std::terminate(); // not reached: that check has failed already
+    QOB_FAIL("no root deviant passed to %s::createRootDeviation", implementationName);
 }
 
 void appendStereotypeInstances(NSInterface::ClassObjectIntf* object,

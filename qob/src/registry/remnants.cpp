@@ -83,7 +83,6 @@ public:
 private:
     static ClassObjectIntf* refuse() {
         QOB_FAIL("object accessed after its model has been destroyed");
-        return nullptr;
     }
 };
 

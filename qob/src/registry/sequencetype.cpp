@@ -27,7 +27,6 @@ Tessel::any ElementwiseType::convertFromString(std::string const& /*text*/,
 
 std::string ElementwiseType::convertToString(Tessel::any const& /*value*/) const {
     QOB_FAIL("%s", noText);
-    return {};
 }
 
 bool ElementwiseType::isEqualTo(Tessel::Type* other) const {

@@ -41,7 +41,6 @@ std::string narrow(std::wstring const& text) {
         return Tessel::wideToUtf8(text);
     } catch (Tessel::EncodingError const& error) {
         QOB_FAIL("The wide text is not well-formed: %s", error.what());
-        throw;
     }
 }
 
@@ -65,7 +64,6 @@ String::operator std::wstring() const {
         return Tessel::utf8ToWide(view());
     } catch (Tessel::EncodingError const& error) {
         QOB_FAIL("The text is not well-formed UTF-8: %s", error.what());
-        throw;
     }
 }
 

@@ -86,22 +86,41 @@ private:
     char const* note_;
 };
 
+/// The place of a check that has already failed. Assigning an Asserter to it raises.
+class QOB_EXPORT LocalFailure {
+public:
+    LocalFailure(char const* file, int line) noexcept : file_(file), line_(line) {}
+
+    /// The asserter must be one without a condition, or with a false one.
+    [[noreturn]] void operator=(Asserter const& asserter) const;
+
+private:
+    char const* file_;
+    int line_;
+};
+
 namespace internal {
-/// The slow paths of the macros below, which keep the formatting out of the checked functions.
+/// The slow path of the macros below, which keeps the formatting out of the checked functions.
 [[noreturn]] QOB_EXPORT void failAt(char const* file, int line, char const* text);
 } // namespace internal
 
 } // namespace QOB
 
-/// Throws a QOB::Exception with a printf-style text.
+/// Throws a QOB::Exception with a printf-style text. The compiler knows that it doesn't return.
 #define QOB_FAIL(...)                                                                              \
-    (::QOB::LocalAsserter(__FILE__, __LINE__, "") =                                                \
-         ::QOB::AsserterEx<::QOB::Exception>(__VA_ARGS__))
+    (::QOB::LocalFailure(__FILE__, __LINE__) = ::QOB::AsserterEx<::QOB::Exception>(__VA_ARGS__))
 
-/// Throws a QOB::Exception with a fixed text if the condition is false.
+/// A check of what a caller gave, or of when it called: throws a QOB::Exception with a fixed text
+/// if the condition is false.
 #define QOB_REQUIRE(condition, text) QOB_REQUIRE_IN(__FILE__, condition, text)
+
+/// A check of our own state: if the condition is false, the fault is in these libraries and not at
+/// the caller. Throws in the same way.
+#define QOB_INVARIANT(condition, text) QOB_INVARIANT_IN(__FILE__, condition, text)
 
 /// The same for installed headers. `path` is the header's path in the repository, so that an error
 /// text never names a folder of the user's machine.
 #define QOB_REQUIRE_IN(path, condition, text)                                                      \
+    ((condition) ? static_cast<void>(0) : ::QOB::internal::failAt(path, __LINE__, text))
+#define QOB_INVARIANT_IN(path, condition, text)                                                    \
     ((condition) ? static_cast<void>(0) : ::QOB::internal::failAt(path, __LINE__, text))

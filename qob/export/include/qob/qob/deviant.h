@@ -67,7 +67,8 @@ public:
     /// read-only, or has undo enabled and no open transaction.
     bool internal_assertWritable(NSInterface::ObjectIntf const* object) const;
     /// Always raises QOB::Exception: the object doesn't exist in this deviant.
-    void assertObjectNotPresentInDeviant(NSInterface::ClassObjectIntf const* object) const;
+    [[noreturn]] void
+    assertObjectNotPresentInDeviant(NSInterface::ClassObjectIntf const* object) const;
 
 protected:
     constexpr DeviantAssertions(std::uint32_t index, std::uint32_t generation) noexcept

@@ -4,5 +4,5 @@
 
 /// Raises QOB::UnImplementedException: the operation is declared and has no code yet.
 #define VELUM_FAIL_UNIMPLEMENTED(text)                                                             \
-    (::QOB::LocalAsserter(__FILE__, __LINE__, "") =                                                \
+    (::QOB::LocalFailure(__FILE__, __LINE__) =                                                     \
          ::QOB::AsserterEx<::QOB::UnImplementedException>(text))

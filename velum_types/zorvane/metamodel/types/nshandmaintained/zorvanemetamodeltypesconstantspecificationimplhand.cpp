@@ -6,7 +6,6 @@ namespace Zorvane::metamodel::types::NSInterface {
 QOB::String ConstantSpecificationIntf::getConstantExpression(QOB::Deviant) const {
     VELUM_FAIL_UNIMPLEMENTED("The ConstantSpecification.constantExpression derived property is not "
                              "yet implemented!");
-    return {};
 }
 
 void ConstantSpecificationIntf::setConstantExpression(QOB::Deviant, QOB::String const&) {

@@ -10,9 +10,9 @@ namespace internal {
 
 /// Checks the counts of iterators and views.
 inline void requireCount(int count) {
-    QOB_REQUIRE_IN("qob/export/include/qob/kernel/containers/sequence/sequenceproxy.h",
-                   count >= 0,
-                   "Internal assertion without a message detected! Please fix me asap");
+    QOB_INVARIANT_IN("qob/export/include/qob/kernel/containers/sequence/sequenceproxy.h",
+                     count >= 0,
+                     "Internal assertion without a message detected! Please fix me asap");
 }
 
 } // namespace internal
