@@ -1,5 +1,7 @@
 #include "qob/kernel/containers/sequence/list/listqimpl.h"
 
+#include "sequence/containers/indexiterator.h"
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -30,66 +32,31 @@ bool sameValue(T const& a, T const& b) {
 
 } // namespace
 
-/// An index in the list's vector, which the iterator keeps as it was.
+/// What an iterator keeps of its list.
 template <class T>
-class ListQImplForPrimitives<T>::Iterator final : public IteratorProxy {
+using Snapshot = typename Performance::COWWrapper<std::vector<T>>::Snapshot;
+
+template <class T>
+class ListQImplForPrimitives<T>::Iterator final
+    : public internal::IndexIterator<Iterator, Snapshot<T>, std::ptrdiff_t> {
+    using Base = internal::IndexIterator<Iterator, Snapshot<T>, std::ptrdiff_t>;
+
 public:
-    using Snapshot = typename Performance::COWWrapper<std::vector<T>>::Snapshot;
+    using Base::Base;
+    using Base::index;
+    using Base::seen;
 
-    Iterator(Snapshot const& seen, std::ptrdiff_t index) noexcept : seen_(seen), index_(index) {}
-
-    Snapshot const& seen() const noexcept { return seen_; }
-    std::ptrdiff_t index() const noexcept { return index_; }
     bool atEnd() const noexcept {
-        return seen_.isNull() || static_cast<std::size_t>(index_) == seen_.container().size();
+        return seen().isNull() || static_cast<std::size_t>(index()) == seen().container().size();
     }
-    T const& value() const noexcept { return seen_.container()[static_cast<std::size_t>(index_)]; }
+    T const& value() const noexcept {
+        return seen().container()[static_cast<std::size_t>(index())];
+    }
+    bool standsWhere(Iterator const& there) const { return isAt(there.index(), there.value()); }
     /// True if it stands at this index of a list that has this value there.
-    bool isAt(std::ptrdiff_t index, T const& there) const {
-        return index == index_ && sameValue(value(), there);
+    bool isAt(std::ptrdiff_t place, T const& there) const {
+        return place == index() && sameValue(value(), there);
     }
-
-    Ref generic_value(Deviant const&) const override {
-        internal::checkNotAtEnd(atEnd());
-        return toRef(value());
-    }
-    void generic_next(Deviant const&) override {
-        internal::checkNotAtEnd(atEnd());
-        ++index_;
-    }
-    void generic_prev(Deviant const&) override {
-        internal::checkNotAtBegin(index_ == 0);
-        --index_;
-    }
-    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(*this); }
-    bool generic_sameAs(IteratorIntf const* other) const override {
-        auto const* const there = dynamic_cast<Iterator const*>(other);
-        if (there == nullptr) {
-            return false;
-        }
-        if (seen_ == there->seen_) {
-            return index_ == there->index_;
-        }
-        return atEnd() == there->atEnd() && (atEnd() || isAt(there->index_, there->value()));
-    }
-
-    static Iterator const& own(IteratorIntf const* position) {
-        auto const* const own = dynamic_cast<Iterator const*>(position);
-        internal::checkPlace(own != nullptr && !own->isUsedUp_);
-        return *own;
-    }
-    /// Before a write at the position, so that the write needn't go to a copy for its sake.
-    static void useUp(IteratorIntf const* position) noexcept {
-        auto const* const own = static_cast<Iterator const*>(position);
-        own->isUsedUp_ = true;
-        own->index_ = 0;
-        own->seen_ = {};
-    }
-
-private:
-    mutable Snapshot seen_;
-    mutable std::ptrdiff_t index_;
-    mutable bool isUsedUp_ = false;
 };
 
 template <class T>
@@ -131,7 +98,7 @@ template <class T>
 IteratorPtr ListQImplForPrimitives<T>::iteratorAt(std::ptrdiff_t offset) const {
     typename Performance::COWWrapper<std::vector<T>>::Lock const lock(values_);
     values_.ensureUnique();
-    return std::make_unique<Iterator>(typename Iterator::Snapshot(values_), offset);
+    return std::make_unique<Iterator>(Snapshot<T>(values_), offset);
 }
 
 template <class T>

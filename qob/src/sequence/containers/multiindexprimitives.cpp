@@ -1,4 +1,5 @@
 #include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
+#include "sequence/containers/indexiterator.h"
 
 #include <boost/multi_index/identity.hpp>
 #include <boost/multi_index/ordered_index.hpp>
@@ -43,67 +44,25 @@ struct MultiIndexImplForPrimitives<T, Unique, Key>::Container {
     Values<T> values;
 };
 
-/// An index in the container, which the iterator keeps as it was; there is none in a sequence that
-/// never held anything.
+/// There is no container in a sequence that never held anything.
 template <class T, bool Unique, class Key>
-class MultiIndexImplForPrimitives<T, Unique, Key>::Iterator final : public IteratorProxy {
+class MultiIndexImplForPrimitives<T, Unique, Key>::Iterator final
+    : public internal::IndexIterator<Iterator, std::shared_ptr<Container>, int> {
+    using Base = internal::IndexIterator<Iterator, std::shared_ptr<Container>, int>;
+
 public:
-    Iterator(std::shared_ptr<Container> seen, int index) noexcept
-        : seen_(std::move(seen)), index_(index) {}
+    using Base::Base;
+    using Base::index;
+    using Base::seen;
 
-    std::shared_ptr<Container> const& seen() const noexcept { return seen_; }
-    int index() const noexcept { return index_; }
     bool atEnd() const noexcept {
-        return seen_ == nullptr || static_cast<std::size_t>(index_) == seen_->values.size();
+        return seen() == nullptr || static_cast<std::size_t>(index()) == seen()->values.size();
     }
-    T const& value() const { return seen_->values[static_cast<std::size_t>(index_)]; }
-
-    Ref generic_value(Deviant const&) const override {
-        internal::checkNotAtEnd(atEnd());
-        return toRef(value());
-    }
-    void generic_next(Deviant const&) override {
-        internal::checkNotAtEnd(atEnd());
-        ++index_;
-    }
-    void generic_prev(Deviant const&) override {
-        internal::checkNotAtBegin(index_ == 0);
-        --index_;
-    }
-    IteratorPtr generic_clone() const override { return std::make_unique<Iterator>(*this); }
-    bool generic_sameAs(IteratorIntf const* other) const override {
-        auto const* const there = dynamic_cast<Iterator const*>(other);
-        if (there == nullptr) {
-            return false;
-        }
-        if (seen_ == there->seen_) {
-            return index_ == there->index_;
-        }
-        return atEnd() == there->atEnd() && (atEnd() || equal(value(), there->value()));
-    }
-
-    static Iterator const& own(IteratorIntf const* position) {
-        auto const* const own = dynamic_cast<Iterator const*>(position);
-        internal::checkPlace(own != nullptr && !own->isUsedUp_);
-        return *own;
-    }
-    /// Before a write at the position, so that the write needn't go to a copy for its sake.
-    static void useUp(IteratorIntf const* position) noexcept {
-        auto const* const own = static_cast<Iterator const*>(position);
-        own->isUsedUp_ = true;
-        own->index_ = 0;
-        own->seen_ = nullptr;
-    }
-
-private:
-    static bool equal(T const& a, T const& b) noexcept {
+    T const& value() const { return seen()->values[static_cast<std::size_t>(index())]; }
+    bool standsWhere(Iterator const& there) const noexcept {
         ElementLess<T> const less;
-        return !less(a, b) && !less(b, a);
+        return !less(value(), there.value()) && !less(there.value(), value());
     }
-
-    mutable std::shared_ptr<Container> seen_;
-    mutable int index_;
-    mutable bool isUsedUp_ = false;
 };
 
 // A copy shares the container until one of the two is written.
