@@ -82,11 +82,11 @@ void Deviant::setStateOfObject(ClassObjectIntf const* object, State state) const
 }
 
 Deviant::State Deviant::getSavedOldStateOfObject(ClassObjectIntf const* object) const noexcept {
-    return isWithinTransaction() ? record().data->savedOldState(object) : nullptr;
+    return isWithinTransaction() ? record().data->history().savedOldState(object) : nullptr;
 }
 
 Deviant::State Deviant::saveOldStateOfObject(ClassObjectIntf const* object, State state) const {
-    return DeviantData::of(*this).saveOldState(object, state);
+    return DeviantData::of(*this).history().saveOldState(object, state);
 }
 
 void Deviant::addObjectToModel(ClassObjectIntf* object) const {
@@ -98,7 +98,7 @@ void Deviant::removeObjectFromModel(ClassObjectIntf* object) const {
 }
 
 void Deviant::markObjectCreated(ClassObjectIntf const* object) const {
-    DeviantData::of(*this).markCreated(object);
+    DeviantData::of(*this).history().markCreated(object);
 }
 
 void Deviant::setOrAddReferred(Deviant const& other,

@@ -82,6 +82,26 @@ bool DeviantData::knowsAsDestroyed(ClassObjectIntf const* object) const {
            root.self().getSavedOldStateOfObject(object) == nullptr;
 }
 
+void DeviantData::exchange(ClassObjectIntf* object, StateSlot& saved) {
+    if (isRoot()) {
+        std::swap(ModelCore::deviationsOf(object).rootState_, saved.state);
+        return;
+    }
+    auto const [entry, isNew] = states_.try_emplace(object);
+    std::swap(entry->second, saved);
+    if (entry->second.state == nullptr) {
+        states_.erase(entry);
+    } else {
+        ModelCore::deviationsOf(object).hasBranchState_ = 1;
+    }
+}
+
+void DeviantData::setDestroyedHere(ClassObjectIntf const* object, bool destroyedHere) noexcept {
+    if (auto const found = states_.find(object); found != states_.end()) {
+        found->second.destroyedHere = destroyedHere;
+    }
+}
+
 void DeviantData::setGate(WriteGate bit, bool on) noexcept {
     std::uint32_t& gate = DeviantAccess::record(self_).writeGate;
     gate = on ? gate | bit : gate & ~static_cast<std::uint32_t>(bit);

@@ -32,7 +32,7 @@ void Step::release() {
     parts.clear();
 }
 
-bool DeviantData::mayComeBack(ClassObjectIntf const* object) const {
+bool History::mayComeBack(ClassObjectIntf const* object) const {
     auto const leadsBack = [object](Step const& step) {
         return std::any_of(
             step.states.begin(), step.states.end(), [object](SavedState const& saved) {
@@ -45,7 +45,7 @@ bool DeviantData::mayComeBack(ClassObjectIntf const* object) const {
            std::any_of(redo_.begin(), redo_.end(), leadsBack);
 }
 
-ObjectIntf* DeviantData::savedOldState(ClassObjectIntf const* object) const noexcept {
+ObjectIntf* History::savedOldState(ClassObjectIntf const* object) const noexcept {
     auto const found = open_->savedIndex.find(object);
     if (found == open_->savedIndex.end()) {
         return nullptr;
@@ -54,9 +54,9 @@ ObjectIntf* DeviantData::savedOldState(ClassObjectIntf const* object) const noex
     return saved.created ? static_cast<ObjectIntf*>(Deviant::InvalidObject) : saved.slot.state;
 }
 
-ObjectIntf* DeviantData::saveOldState(ClassObjectIntf const* object, ObjectIntf* state) {
+ObjectIntf* History::saveOldState(ClassObjectIntf const* object, ObjectIntf* state) {
     QOB_REQUIRE(open_ != nullptr, "An old state can be saved only in an open transaction.");
-    model_.requireOwn(object);
+    deviant_.model().requireOwn(object);
     if (state == nullptr) {
         state = static_cast<ObjectIntf*>(Deviant::FallbackToRoot);
     }
@@ -72,16 +72,17 @@ ObjectIntf* DeviantData::saveOldState(ClassObjectIntf const* object, ObjectIntf*
     return state;
 }
 
-void DeviantData::markCreated(ClassObjectIntf const* object) {
+void History::markCreated(ClassObjectIntf const* object) {
     if (open_ == nullptr) {
         return;
     }
-    model_.requireOwn(object);
+    deviant_.model().requireOwn(object);
     if (open_->savedIndex.try_emplace(object, open_->record.states.size()).second) {
         // A branch that takes the creation back is without the object, also where the root has come
         // to know it since.
-        StateSlot before = slotOf(object);
-        if (!isRoot() && (before.state == nullptr || before.state == Deviant::FallbackToRoot)) {
+        StateSlot before = deviant_.slotOf(object);
+        if (!deviant_.isRoot() &&
+            (before.state == nullptr || before.state == Deviant::FallbackToRoot)) {
             before.state = static_cast<ObjectIntf*>(Deviant::InvalidObject);
         }
         open_->record.states.push_back({const_cast<ClassObjectIntf*>(object), before, true});
@@ -89,13 +90,13 @@ void DeviantData::markCreated(ClassObjectIntf const* object) {
     }
 }
 
-void DeviantData::keep(std::unique_ptr<StepPart> part) {
+void History::keep(std::unique_ptr<StepPart> part) {
     if (open_ != nullptr) {
         open_->record.parts.push_back(std::move(part));
     }
 }
 
-void DeviantData::forgetParts() noexcept {
+void History::forgetParts() noexcept {
     for (auto* const steps : {&undo_, &redo_}) {
         for (Step& step : *steps) {
             step.parts.clear();
@@ -106,7 +107,7 @@ void DeviantData::forgetParts() noexcept {
     }
 }
 
-void DeviantData::forgetCreation(ClassObjectIntf const* object) {
+void History::forgetCreation(ClassObjectIntf const* object) {
     if (open_ == nullptr) {
         return;
     }
@@ -126,30 +127,30 @@ void DeviantData::forgetCreation(ClassObjectIntf const* object) {
     refused.release();
 }
 
-std::uint64_t DeviantData::begin() {
+std::uint64_t History::begin() {
     if (open_ != nullptr) {
         ++open_->depth;
     } else {
         open_ = std::make_unique<OpenTransaction>();
         open_->serial = ++transactionSerial;
-        setGate(InTransaction, true);
+        deviant_.setGate(InTransaction, true);
     }
     return open_->serial;
 }
 
-void DeviantData::commit() {
+void History::commit() {
     if (open_->depth > 1) {
         --open_->depth;
         return;
     }
-    if (isRoot()) {
+    if (deviant_.isRoot()) {
         for (SavedState const& saved : open_->record.states) {
-            saved.object->deviant_commitTransientState(self_);
+            saved.object->deviant_commitTransientState(deviant_.self());
         }
     }
     Step step = std::move(open_->record);
     closeTransaction();
-    if (hasGate(UndoEnabled) && !step.empty()) {
+    if (deviant_.hasGate(UndoEnabled) && !step.empty()) {
         for (Step& undone : std::exchange(redo_, {})) {
             undone.release();
         }
@@ -160,7 +161,7 @@ void DeviantData::commit() {
     }
 }
 
-void DeviantData::rollback() noexcept {
+void History::rollback() noexcept {
     Step& record = open_->record;
     for (auto saved = record.states.rbegin(); saved != record.states.rend(); ++saved) {
         restore(*saved);
@@ -171,24 +172,22 @@ void DeviantData::rollback() noexcept {
     step.release();
 }
 
-void DeviantData::restore(SavedState& saved) noexcept {
+void History::restore(SavedState& saved) noexcept {
     if (saved.created) {
-        exchange(saved);
+        deviant_.exchange(saved.object, saved.slot);
         return;
     }
-    saved.object->internal_setDeviation(self_, std::exchange(saved.slot.state, nullptr));
-    if (auto const found = states_.find(saved.object); found != states_.end()) {
-        found->second.destroyedHere = saved.slot.destroyedHere;
-    }
+    saved.object->internal_setDeviation(deviant_.self(), std::exchange(saved.slot.state, nullptr));
+    deviant_.setDestroyedHere(saved.object, saved.slot.destroyedHere);
 }
 
-void DeviantData::closeTransaction() noexcept {
+void History::closeTransaction() noexcept {
     open_.reset();
-    setGate(InTransaction, false);
+    deviant_.setGate(InTransaction, false);
 }
 
-void DeviantData::setUndoEnabled(bool enabled) {
-    setGate(UndoEnabled, enabled);
+void History::setUndoEnabled(bool enabled) {
+    deviant_.setGate(UndoEnabled, enabled);
     if (!enabled) {
         for (auto* const steps : {&undo_, &redo_}) {
             for (Step& step : std::exchange(*steps, {})) {
@@ -199,8 +198,8 @@ void DeviantData::setUndoEnabled(bool enabled) {
     }
 }
 
-void DeviantData::enterStepsToRoot() {
-    if (isRoot()) {
+void History::enterStepsToRoot() {
+    if (deviant_.isRoot()) {
         return;
     }
     std::vector<SavedState> const& states = undo_.back().states;
@@ -211,7 +210,7 @@ void DeviantData::enterStepsToRoot() {
     }
 }
 
-void DeviantData::dropStepsToRoot() {
+void History::dropStepsToRoot() {
     for (SavedState const& saved : undo_.back().states) {
         auto const found = stepsToRoot_.find(saved.object);
         if (found != stepsToRoot_.end() && found->second.step == undo_.size() - 1) {
@@ -220,9 +219,9 @@ void DeviantData::dropStepsToRoot() {
     }
 }
 
-bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
+bool History::travel(std::vector<Step>& from, std::vector<Step>& to) {
     QOB_REQUIRE(open_ == nullptr, "Undo and redo wait for the end of the open transaction.");
-    QOB_REQUIRE(!hasGate(ReadOnly), "A read-only deviant has no undo and no redo.");
+    QOB_REQUIRE(!deviant_.hasGate(ReadOnly), "A read-only deviant has no undo and no redo.");
     if (from.empty()) {
         return false;
     }
@@ -231,13 +230,13 @@ bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
         dropStepsToRoot();
     }
     Step& step = from.back();
-    if (isRoot() && model_.hasBranches()) {
+    if (deviant_.isRoot() && deviant_.model().hasBranches()) {
         for (SavedState const& saved : step.states) {
             protectReaders(saved);
         }
     }
     for (auto saved = step.states.rbegin(); saved != step.states.rend(); ++saved) {
-        exchange(*saved);
+        deviant_.exchange(saved->object, saved->slot);
     }
     exchangeBackwards(step.parts);
     // What is undone from the last write to the first is redone from the first to the last.
@@ -251,34 +250,20 @@ bool DeviantData::travel(std::vector<Step>& from, std::vector<Step>& to) {
     return true;
 }
 
-void DeviantData::exchange(SavedState& saved) {
-    if (isRoot()) {
-        std::swap(ModelCore::deviationsOf(saved.object).rootState_, saved.slot.state);
-        return;
-    }
-    auto const [entry, isNew] = states_.try_emplace(saved.object);
-    std::swap(entry->second, saved.slot);
-    if (entry->second.state == nullptr) {
-        states_.erase(entry);
-    } else {
-        ModelCore::deviationsOf(saved.object).hasBranchState_ = 1;
-    }
-}
-
-void DeviantData::protectReaders(SavedState const& saved) {
-    if (ModelCore::deviationsOf(saved.object).rootState_ != nullptr) {
-        saved.object->deviant_commitTransientState(self_);
+void History::protectReaders(SavedState const& saved) {
+    if (deviant_.slotOf(saved.object).state != nullptr) {
+        saved.object->deviant_commitTransientState(deviant_.self());
         return;
     }
     // The object is about to come back in the root: branches that don't know it stay without it.
-    model_.forEachBranch([&](DeviantData& branch) {
+    deviant_.model().forEachBranch([&](DeviantData& branch) {
         if (branch.state(saved.object) == nullptr) {
             branch.setState(saved.object, static_cast<ObjectIntf*>(Deviant::InvalidObject));
         }
     });
 }
 
-void DeviantData::dropRecords() {
+void History::drop() {
     if (open_ != nullptr) {
         Step step = std::move(open_->record);
         closeTransaction();

@@ -5,6 +5,8 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -50,6 +52,78 @@ struct OpenTransaction {
     int depth = 1;
     Step record;
     boost::unordered_flat_map<ClassObjectIntf const*, std::size_t> savedIndex;
+};
+
+/// Transactions and undo of one deviant: what brings it back to what it was.
+class History {
+public:
+    explicit History(DeviantData& deviant) noexcept : deviant_(deviant) {}
+    History(History const&) = delete;
+    History& operator=(History const&) = delete;
+
+    /// What the open transaction has recorded for the object; null if nothing. Only while one is
+    /// open.
+    ObjectIntf* savedOldState(ClassObjectIntf const* object) const noexcept;
+    /// Takes the state over; returns what is recorded.
+    ObjectIntf* saveOldState(ClassObjectIntf const* object, ObjectIntf* state);
+    void markCreated(ClassObjectIntf const* object);
+    /// Goes with the open transaction; without one, what is about to change is final.
+    void keep(std::unique_ptr<StepPart> part);
+    /// Forgets what was kept so, in steps too: the library that it lies in is going.
+    void forgetParts() noexcept;
+    /// Takes back what the open transaction recorded since it created the object.
+    void forgetCreation(ClassObjectIntf const* object);
+    /// Whether taking something back, or undoing that, may show the object here again.
+    bool mayComeBack(ClassObjectIntf const* object) const;
+
+    /// Begins a transaction or joins the open one; returns its serial number.
+    std::uint64_t begin();
+    int depth() const noexcept { return open_ != nullptr ? open_->depth : 0; }
+    bool isOpen(std::uint64_t serial) const noexcept {
+        return open_ != nullptr && open_->serial == serial;
+    }
+    /// Ends one level; the outermost makes the changes final.
+    void commit();
+    /// Takes everything back, whatever the depth.
+    void rollback() noexcept;
+
+    void setUndoEnabled(bool enabled);
+    bool undo() { return travel(undo_, redo_); }
+    bool redo() { return travel(redo_, undo_); }
+    /// The root is about to leave behind what branches without a state of their own have been
+    /// reading: a step that would bring this branch back to reading it there gets a copy.
+    template <class Copy>
+    void keepForUndo(ClassObjectIntf const* object, Copy const& copy) {
+        if (auto const found = stepsToRoot_.find(object); found != stepsToRoot_.end()) {
+            undo_[found->second.step].states[found->second.position].slot.state = copy();
+            stepsToRoot_.erase(found);
+        }
+    }
+
+    /// Drops the open transaction and the undo stacks without restoring anything.
+    void drop();
+
+private:
+    /// Where an undo step keeps the old state of an object.
+    struct Place {
+        std::size_t step = 0;
+        std::size_t position = 0;
+    };
+
+    bool travel(std::vector<Step>& from, std::vector<Step>& to);
+    /// Enters or takes out what the last undo step leads back to the root.
+    void enterStepsToRoot();
+    void dropStepsToRoot();
+    void protectReaders(SavedState const& saved);
+    void restore(SavedState& saved) noexcept;
+    void closeTransaction() noexcept;
+
+    DeviantData& deviant_;
+    std::unique_ptr<OpenTransaction> open_;
+    std::vector<Step> undo_;
+    std::vector<Step> redo_;
+    /// Of a branch: the objects that undoing makes it read in the root again, one step for each.
+    boost::unordered_flat_map<ClassObjectIntf const*, Place> stepsToRoot_;
 };
 
 } // namespace QOB::internal

@@ -53,7 +53,7 @@ void requireOwnIds(ModelCore const& core, std::vector<Change> const& changes, De
         if (change.kind != Change::BringIn || !id.isValid()) {
             continue;
         }
-        core.forEachWithId(id, [&](ClassObjectIntf* other) {
+        core.ids().forEachWith(id, [&](ClassObjectIntf* other) {
             if (other != change.object.get() &&
                 (other->deviant_isValid(target) ? !hasKind(changes, other, Change::Destroy)
                                                 : hasKind(changes, other, Change::BringIn))) {

@@ -5,8 +5,6 @@
 #include "qob/qob/assert.h"
 #include "registry/remnants.h"
 
-#include <climits>
-
 #include <algorithm>
 #include <utility>
 
@@ -61,7 +59,7 @@ void ModelCore::endAll(ClassObjectIntf const* kept) noexcept {
 
 void ModelCore::forgetParts() noexcept {
     for (DeviantData* data = root_; data != nullptr; data = data->next_) {
-        data->forgetParts();
+        data->history().forgetParts();
     }
 }
 
@@ -101,10 +99,10 @@ Deviant ModelCore::createBranch() {
 
 void ModelCore::removeBranch(Deviant branch) {
     DeviantData& data = DeviantData::of(branch);
-    if (data.open_ != nullptr) {
-        data.rollback();
+    if (data.history().depth() != 0) {
+        data.history().rollback();
     }
-    data.dropRecords();
+    data.history().drop();
     data.dropStates();
     retireDeviant(data);
 }
@@ -161,21 +159,6 @@ void ModelCore::compactObjects() {
     }
 }
 
-bool ModelCore::isIdInUse(int id) const {
-    return firstWithId(id) != nullptr || sharedIds_.contains(id);
-}
-
-Integer ModelCore::allocateId() {
-    if (highestId_ != INT_MAX) {
-        return ++highestId_;
-    }
-    // There are fewer objects than ids, so the search ends.
-    do {
-        lastFreeId_ = lastFreeId_ != INT_MAX ? lastFreeId_ + 1 : 1;
-    } while (isIdInUse(lastFreeId_));
-    return lastFreeId_;
-}
-
 bool ModelCore::meets(ClassObjectIntf const* owner,
                       ClassObjectIntf const* object,
                       Deviant deviant) const {
@@ -184,10 +167,10 @@ bool ModelCore::meets(ClassObjectIntf const* owner,
     for (DeviantData const* data = root_; data != nullptr; data = data->next_) {
         Deviant const each = data->self();
         bool const isHere = each == deviant || object->deviant_isValid(each) ||
-                            (!isNew && data->mayComeBack(object));
+                            (!isNew && data->history().mayComeBack(object));
         bool const followsUndo = isNew && each == deviant;
-        if (isHere &&
-            (owner->deviant_isValid(each) || (!followsUndo && data->mayComeBack(owner)))) {
+        if (isHere && (owner->deviant_isValid(each) ||
+                       (!followsUndo && data->history().mayComeBack(owner)))) {
             return true;
         }
     }
@@ -196,7 +179,7 @@ bool ModelCore::meets(ClassObjectIntf const* owner,
 
 void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
     if (id.isValid()) {
-        forEachWithId(id, [&](ClassObjectIntf* owner) {
+        ids_.forEachWith(id, [&](ClassObjectIntf* owner) {
             if (owner != object && meets(owner, object, deviant)) {
                 std::string const subject = describe(owner);
                 QOB_FAIL("The object id (%d) belongs to %s already.",
@@ -210,50 +193,8 @@ void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
     if (!id.isValid()) {
         return;
     }
-    if (ClassObjectIntf*& place = placeOfId(id); place == nullptr) {
-        place = object;
-    } else {
-        sharedIds_.emplace(id, object);
-    }
+    ids_.enter(id, object);
     deviationsOf(object).hasBoundId_ = 1;
-    highestId_ = std::max<int>(highestId_, id);
-}
-
-ClassObjectIntf* ModelCore::firstWithId(int id) const {
-    if (id >= 0 && static_cast<std::size_t>(id) < denseIds_.size()) {
-        return denseIds_[static_cast<std::size_t>(id)];
-    }
-    auto const found = sparseIds_.find(id);
-    return found != sparseIds_.end() ? found->second : nullptr;
-}
-
-ClassObjectIntf*& ModelCore::placeOfId(int id) {
-    // Ids that others gave move to their positions only if the gap to them is small.
-    constexpr std::size_t gap = 64;
-    if (id >= 0 && static_cast<std::size_t>(id) < denseIds_.size() + gap && sparseIds_.empty()) {
-        auto const position = static_cast<std::size_t>(id);
-        if (position >= denseIds_.size()) {
-            denseIds_.resize(position + 1);
-        }
-        return denseIds_[position];
-    }
-    return id >= 0 && static_cast<std::size_t>(id) < denseIds_.size()
-               ? denseIds_[static_cast<std::size_t>(id)]
-               : sparseIds_[id];
-}
-
-ClassObjectIntf* ModelCore::findId(Deviant deviant, Integer id) const {
-    ClassObjectIntf* const candidate = firstWithId(id);
-    if (candidate != nullptr && candidate->deviant_isValid(deviant)) {
-        return candidate;
-    }
-    if (sharedIds_.empty()) {
-        return nullptr;
-    }
-    auto const [first, last] = sharedIds_.equal_range(id);
-    auto const shared = std::find_if(
-        first, last, [&](auto const& entry) { return entry.second->deviant_isValid(deviant); });
-    return shared != last ? shared->second : nullptr;
 }
 
 void ModelCore::forgetId(ClassObjectIntf* object) {
@@ -262,17 +203,7 @@ void ModelCore::forgetId(ClassObjectIntf* object) {
         return;
     }
     deviations.hasBoundId_ = 0;
-    if (firstWithId(deviations.objectId_) == object) {
-        placeOfId(deviations.objectId_) = nullptr;
-        return;
-    }
-    // The object shares its id, or its id was set past the index.
-    auto const isObject = [&](auto const& entry) { return entry.second == object; };
-    if (std::erase_if(sharedIds_, isObject) == 0) {
-        boost::unordered::erase_if(sparseIds_, isObject);
-        std::replace(
-            denseIds_.begin(), denseIds_.end(), object, static_cast<ClassObjectIntf*>(nullptr));
-    }
+    ids_.forget(deviations.objectId_, object);
 }
 
 void ModelCore::end() {
@@ -282,7 +213,7 @@ void ModelCore::end() {
     KeepAlive const keep(std::move(objects));
 
     for (DeviantData* data = root_; data != nullptr; data = data->next_) {
-        data->dropRecords();
+        data->history().drop();
     }
     for (DeviantData* data = root_; data != nullptr; data = data->next_) {
         data->dropStates();
@@ -295,9 +226,7 @@ void ModelCore::end() {
     }
     objects_.clear();
     freeSlots_ = 0;
-    denseIds_.clear();
-    sparseIds_.clear();
-    sharedIds_.clear();
+    ids_.clear();
     while (last_ != nullptr) {
         retireDeviant(*last_);
     }

@@ -1,13 +1,11 @@
 #pragma once
 
 #include "model/deviantdata.h"
+#include "model/idindex.h"
 #include "qob/kernel/deviant/deviations.h"
 #include "qob/qob/integer.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 
-#include <boost/unordered/unordered_flat_map.hpp>
-
-#include <unordered_map>
 #include <vector>
 
 namespace QOB::internal {
@@ -39,6 +37,16 @@ public:
         }
     }
 
+    /// Ends at the branch for which the function returns true.
+    template <class Function>
+    void forEachBranchUntil(Function function) {
+        for (DeviantData* data = root_->next_; data != nullptr; data = data->next_) {
+            if (function(*data)) {
+                return;
+            }
+        }
+    }
+
     Deviant createBranch();
     /// Rolls back what is open there, frees the states, ends the deviant.
     void removeBranch(Deviant branch);
@@ -60,29 +68,13 @@ public:
     }
     std::size_t objectCount() const noexcept { return objects_.size() - freeSlots_; }
 
-    /// An id that no object has: the next one above all others, and once the largest possible id
-    /// was used, one that is free.
-    Integer allocateId();
+    IdIndex& ids() noexcept { return ids_; }
+    IdIndex const& ids() const noexcept { return ids_; }
     /// Enters an object under an id. Raises, with nothing changed, if another object has it in the
     /// deviant or in any other one where both exist.
     void bindId(Deviant deviant, ClassObjectIntf* object, Integer id);
     /// Takes an object out of the index of ids.
     void forgetId(ClassObjectIntf* object);
-    /// The object with the id that exists in the deviant, or null.
-    ClassObjectIntf* findId(Deviant deviant, Integer id) const;
-    /// Calls `function` with each object under the id, whatever deviant it exists in.
-    template <class Function>
-    void forEachWithId(int id, Function function) const {
-        if (ClassObjectIntf* const first = firstWithId(id); first != nullptr) {
-            function(first);
-        }
-        if (!sharedIds_.empty()) {
-            auto const [first, last] = sharedIds_.equal_range(id);
-            for (auto entry = first; entry != last; ++entry) {
-                function(entry->second);
-            }
-        }
-    }
 
     /// Whether an object of the model may refer to another model.
     bool mayReferElsewhere() const noexcept { return mayReferElsewhere_; }
@@ -99,11 +91,6 @@ private:
     void retireDeviant(DeviantData& data);
     /// Whether an object that has an id would share a deviant with one that gets it in `deviant`.
     bool meets(ClassObjectIntf const* owner, ClassObjectIntf const* object, Deviant deviant) const;
-    bool isIdInUse(int id) const;
-    /// The first object under an id, or null.
-    ClassObjectIntf* firstWithId(int id) const;
-    /// The place of an id in the index, made if need be.
-    ClassObjectIntf*& placeOfId(int id);
     void compactObjects();
 
     ClassObjectIntf* model_;
@@ -114,15 +101,7 @@ private:
 
     std::vector<ClassObjectIntf*> objects_;
     std::size_t freeSlots_ = 0;
-    /// An id leads to one object but for undone creations and the like, which share it. Ids that
-    /// the model hands out follow each other and are found by position, all others by hash.
-    std::vector<ClassObjectIntf*> denseIds_;
-    boost::unordered_flat_map<int, ClassObjectIntf*> sparseIds_;
-    std::unordered_multimap<int, ClassObjectIntf*> sharedIds_;
-    /// The largest id that was ever used.
-    int highestId_ = 0;
-    /// The last id that was found free, once there is none above the largest.
-    int lastFreeId_ = 0;
+    IdIndex ids_;
     bool mayReferElsewhere_ = false;
 };
 

@@ -40,7 +40,7 @@ DeviantData& ModelImpl::own(Deviant deviant) const {
 
 Integer ModelImpl::allocateObjectId(Deviant deviant) {
     own(deviant);
-    return core_->allocateId();
+    return core_->ids().allocate();
 }
 
 void ModelImpl::bindObjectId(Deviant deviant, ClassObject object, Integer id) {
@@ -51,7 +51,7 @@ void ModelImpl::bindObjectId(Deviant deviant, ClassObject object, Integer id) {
 
 ClassObject ModelImpl::findObject(Deviant deviant, Integer id) const {
     own(deviant);
-    return {core_->findId(deviant, id), deviant};
+    return {core_->ids().find(deviant, id), deviant};
 }
 
 Deviant ModelImpl::createDeviant(Deviant deviant) {
@@ -66,13 +66,13 @@ void ModelImpl::removeDeviant(Deviant deviant, Deviant branch) {
 }
 
 void ModelImpl::setUndoEnabled(Deviant deviant, bool enabled) {
-    own(deviant).setUndoEnabled(enabled);
+    own(deviant).history().setUndoEnabled(enabled);
 }
 bool ModelImpl::undo(Deviant deviant) {
-    return own(deviant).undo();
+    return own(deviant).history().undo();
 }
 bool ModelImpl::redo(Deviant deviant) {
-    return own(deviant).redo();
+    return own(deviant).history().redo();
 }
 void ModelImpl::setReadOnly(Deviant deviant, bool readOnly) {
     own(deviant).setGate(internal::ReadOnly, readOnly);

@@ -10,18 +10,19 @@ using internal::DeviantData;
 
 Transaction::Transaction(Model const& model)
     : deviant_(internal::accessedDeviant(model)),
-      serial_(DeviantData::of(deviant_).begin()),
-      level_(DeviantData::of(deviant_).depth()) {
+      serial_(DeviantData::of(deviant_).history().begin()),
+      level_(DeviantData::of(deviant_).history().depth()) {
 }
 
 Transaction::~Transaction() {
     if (isOpen()) {
-        DeviantData::of(deviant_).rollback();
+        DeviantData::of(deviant_).history().rollback();
     }
 }
 
 bool Transaction::isOpen() const noexcept {
-    return !ended_ && deviant_.isWithinTransaction() && DeviantData::of(deviant_).isOpen(serial_);
+    return !ended_ && deviant_.isWithinTransaction() &&
+           DeviantData::of(deviant_).history().isOpen(serial_);
 }
 
 void Transaction::requireOpen(char const* operation) const {
@@ -34,17 +35,17 @@ void Transaction::requireOpen(char const* operation) const {
 
 void Transaction::commit() {
     requireOpen("commit");
-    DeviantData& data = DeviantData::of(deviant_);
-    QOB_REQUIRE(data.depth() == level_,
+    internal::History& history = DeviantData::of(deviant_).history();
+    QOB_REQUIRE(history.depth() == level_,
                 "Cannot commit the transaction: a transaction inside it is still open.");
-    data.commit();
+    history.commit();
     ended_ = true;
 }
 
 void Transaction::rollback() {
     requireOpen("roll back");
     ended_ = true;
-    DeviantData::of(deviant_).rollback();
+    DeviantData::of(deviant_).history().rollback();
 }
 
 } // namespace QOB

@@ -44,7 +44,7 @@ private:
 /// To be called before the value changes.
 template <class Value>
 void keepValue(Deviant deviant, Value& place) {
-    DeviantData::of(deviant).keep(std::make_unique<KeptValue<Value>>(place));
+    DeviantData::of(deviant).history().keep(std::make_unique<KeptValue<Value>>(place));
 }
 
 } // namespace QOB::internal

@@ -144,7 +144,8 @@ void staticDestroyMeta(ClassIntf* meta,
     for (unsigned id = 1; id <= count; ++id) {
         internal::keepValue(deviant, properties[id]->meta);
     }
-    internal::DeviantData::of(deviant).keep(std::make_unique<internal::KeptBinding>(meta));
+    internal::DeviantData::of(deviant).history().keep(
+        std::make_unique<internal::KeptBinding>(meta));
     ending.destroy(); // first: what is refused has changed nothing
     ending->internal_bind({});
     for (unsigned id = 1; id <= count; ++id) {

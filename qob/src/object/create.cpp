@@ -15,7 +15,7 @@ Deviant accessedDeviant(Model const& model) {
 void revokeCreation(NSInterface::ClassObjectIntf* object, Deviant deviant) {
     object->destroy(deviant); // what refers to it lets go
     DeviantData& data = DeviantData::of(deviant);
-    data.forgetCreation(object);
+    data.history().forgetCreation(object);
     data.model().forgetId(object);
 }
 

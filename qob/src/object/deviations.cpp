@@ -3,8 +3,6 @@
 #include "model/modelcore.h"
 #include "qob/qob/assert.h"
 
-#include <vector>
-
 namespace QOB {
 
 namespace {
@@ -39,8 +37,8 @@ void DeviationsBase::requireOwn(Deviant deviant) const {
 }
 
 Deviant DeviationsBase::effectiveDeviant(Deviant deviant) const {
-    QOB_REQUIRE(rootDeviant_.isNotNull() && rootDeviant_.isRootDeviant(),
-                "Internal assertion without a message detected! Please fix me asap");
+    QOB_INVARIANT(rootDeviant_.isNotNull() && rootDeviant_.isRootDeviant(),
+                  "Internal assertion without a message detected! Please fix me asap");
     return deviant.getRootDeviant() == rootDeviant_ ? deviant : rootDeviant_;
 }
 
@@ -140,33 +138,31 @@ void DeviationsBase::saveOldStateOnce(Deviant deviant,
 }
 
 void DeviationsBase::commit(Deviant root, StateOperations const& operations) {
-    if (!internal::ModelCore::of(root).hasBranches()) {
+    internal::ModelCore& model = internal::ModelCore::of(root);
+    if (!model.hasBranches()) {
         return;
     }
     State const baseline = rootBaseline(root);
     if (baseline == nullptr) {
         return;
     }
-    std::vector<Deviant> deviants;
-    root.getAllDeviants(deviants);
     auto const copyOfBaseline = [&] {
         return isRealState(baseline) ? operations.copy(baseline) : baseline;
     };
-    internal::ModelCore::of(root).forEachBranch(
-        [&](internal::DeviantData& branch) { branch.keepForUndo(owner_, copyOfBaseline); });
-    for (Deviant const& deviant : deviants) {
-        if (deviant == root) {
-            continue;
-        }
-        if (deviant.isWithinTransaction() &&
-            deviant.getSavedOldStateOfObject(owner_) == Deviant::FallbackToRoot) {
+    model.forEachBranch([&](internal::DeviantData& branch) {
+        branch.history().keepForUndo(owner_, copyOfBaseline);
+    });
+    model.forEachBranchUntil([&](internal::DeviantData const& branch) {
+        Deviant const deviant = branch.self();
+        if (deviant.getSavedOldStateOfObject(owner_) == Deviant::FallbackToRoot) {
             deviant.saveOldStateOfObject(owner_, copyOfBaseline());
-            return; // later deviants keep reading the root
+            return true; // later deviants keep reading the root
         }
         if (readsRoot(stateOf(deviant))) {
             setStateOf(deviant, copyOfBaseline());
         }
-    }
+        return false;
+    });
 }
 
 } // namespace QOB
