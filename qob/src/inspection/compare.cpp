@@ -84,8 +84,9 @@ public:
         pairWhatTheyHave(all, 0);
         // What something refers to has its place in the model: nothing else is its partner.
         std::size_t const known = all.size();
-        pairObjects(unplaced(left, true), unplaced(right, false), internal::identityOf, all);
+        pairObjects(unplaced(left), unplaced(right), internal::identityOf, all);
         pairWhatTheyHave(all, known);
+        addReferredWithoutPartner(left, right);
         std::vector<Difference> const existences = takeDifferences();
         for (auto const& [one, other] : all) {
             compareMembers(one, other);
@@ -186,18 +187,29 @@ private:
         }
     }
 
-    /// The anonymous objects to which nothing refers; of the others those without a partner are
-    /// reported.
-    std::vector<ClassObject> unplaced(FreeObjects const& side, bool isLeft) {
+    /// The anonymous objects to which nothing refers.
+    static std::vector<ClassObject> unplaced(FreeObjects const& side) {
         std::vector<ClassObject> rest;
         for (ClassObject const& object : side.anonymous) {
             if (!side.referred.contains(object.get())) {
                 rest.push_back(object);
-            } else if (!(isLeft ? pairs_.hasLeft(object) : pairs_.hasRight(object))) {
-                addExistence(isLeft ? object : ClassObject(), isLeft ? ClassObject() : object);
             }
         }
         return rest;
+    }
+
+    /// Reports the anonymous objects to which something refers, but nothing that has a partner.
+    void addReferredWithoutPartner(FreeObjects const& left, FreeObjects const& right) {
+        for (ClassObject const& object : left.anonymous) {
+            if (left.referred.contains(object.get()) && !pairs_.hasLeft(object)) {
+                addExistence(object, {});
+            }
+        }
+        for (ClassObject const& object : right.anonymous) {
+            if (right.referred.contains(object.get()) && !pairs_.hasRight(object)) {
+                addExistence({}, object);
+            }
+        }
     }
 
     void pairAnonymous(Pair const& users, std::vector<Pair>& all) {
