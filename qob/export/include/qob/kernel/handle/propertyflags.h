@@ -24,7 +24,8 @@ public:
 
 private:
     bool hasFlag(PropertyFlag flag) const {
-        Integer const flags = (*this)->getFlags(this->getDeviant());
+        auto const* const property = this->operator->();
+        Integer const flags = property->getFlags(this->getDeviant());
         return (unsigned(int(flags)) & flag) != 0;
     }
 };
