@@ -2,9 +2,11 @@
 
 #include "planning/axis_order.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <velum_arxml/notation/number.h>
+#include <velum_arxml/notation/tool_notes.h>
 #include <velum_types/types.h>
 
 namespace velum::arxml {
@@ -88,14 +90,19 @@ void TableBuilder::fillSharedAxis(types::SharedAxisType const& shared, Element t
 types::PrimitiveType TableBuilder::makePart(Element properties) {
     constexpr std::array references = {
         element::compuMethodRef, element::unitRef, element::dataConstrRef, element::baseTypeRef};
-    bool isThere = false;
-    for (const NameId reference : references) {
-        isThere = isThere || properties.child(reference);
-    }
-    if (!isThere) {
+    const auto written = std::find_if(references.begin(),
+                                      references.end(),
+                                      [&](NameId name) { return properties.child(name); });
+    if (written == references.end()) {
         return {};
     }
-    return primitives_.makePart(planner_.planOfPart(properties), properties);
+    types::PrimitiveType part = primitives_.makePart(planner_.planOfPart(properties), properties);
+    if (!part.hasCompuMethod() && !part.hasUnit() && !part.hasDataConstr() &&
+        !part.hasSwBaseType()) { // nothing else would tell that the file has a part
+        tool_note::set(
+            part, tool_note::missingReference, std::string(properties.child(*written).text()));
+    }
+    return part;
 }
 
 types::Axis TableBuilder::makeAxis(Element element) {

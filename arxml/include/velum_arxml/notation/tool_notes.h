@@ -12,6 +12,8 @@ inline constexpr char displayName[] = "DisplayName"; ///< Of a unit, with raised
 inline constexpr char minValue[] = "minValue"; ///< A bound that a double can't hold, as written.
 inline constexpr char maxValue[] = "maxValue";
 inline constexpr char missingType[] = "missingType"; ///< What a reference that leads nowhere names.
+inline constexpr char missingReference[] =
+    "missingReference"; ///< The same of a table's or axis' values.
 
 inline void set(QOB::ClassObject const& object, char const* key, std::string const& text) {
     object.setExternalToolInfo(QOB::ExternalToolInfo(QOB::String(key), QOB::String(text)));

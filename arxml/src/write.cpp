@@ -1,0 +1,188 @@
+#include "writing/output_file.h"
+#include "writing/package_writer.h"
+
+#include <memory>
+#include <system_error>
+#include <unordered_set>
+#include <utility>
+#include <velum_arxml/write.h>
+
+namespace velum::arxml {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The elements of one file.
+class Document {
+public:
+    Document(ByteSink sink,
+             Outline const& outline,
+             WriteOptions const& options,
+             WriteReport& report)
+        : xml_(std::move(sink)), packages_(xml_, outline, report.findings), report_(report) {
+        xml_.declaration(options.schema);
+        xml_.openIfUsed("AR-PACKAGES");
+    }
+
+    void add(Outline::Entry const& entry) {
+        packages_.add(entry);
+        xml_.flushIfFull();
+        ++report_.objects;
+    }
+
+    void finish() {
+        packages_.finish();
+        xml_.close("AR-PACKAGES");
+        xml_.close("AUTOSAR");
+        xml_.flush();
+        report_.bytes += xml_.written();
+    }
+
+private:
+    XmlWriter xml_;
+    PackageWriter packages_;
+    WriteReport& report_;
+};
+
+/// What is written: all elements of a model, or some.
+using Wanted = std::unordered_set<int>;
+
+class Writing {
+public:
+    Writing(QOB::Model const& model, Wanted const* wanted, WriteOptions const& options)
+        : outline_(model, options, report_.findings), wanted_(wanted), options_(options) {}
+
+    WriteReport toFile(fs::path const& target) {
+        if (options_.layout == Layout::oneFile) {
+            OutputFile file(target);
+            writeAll([&file](std::string_view piece) { file.write(piece); });
+            if (!report_.isStopped) {
+                file.commit();
+                report_.files.push_back(target.string());
+            }
+        } else {
+            toFolder(target);
+        }
+        return std::move(report_);
+    }
+
+    WriteReport toSink(ByteSink sink) {
+        writeAll(std::move(sink));
+        return std::move(report_);
+    }
+
+private:
+    bool isWanted(Outline::Entry const& entry) const {
+        return wanted_ == nullptr || wanted_->count(entry.object.getObjectId()) != 0;
+    }
+
+    bool isStopped() {
+        constexpr std::uint64_t often = 0x3FF;
+        if ((report_.objects & often) == 0 && options_.onProgress) {
+            options_.onProgress(report_.objects);
+        }
+        report_.isStopped = report_.isStopped || options_.stop.stop_requested();
+        return report_.isStopped;
+    }
+
+    void writeAll(ByteSink sink) {
+        Document document(std::move(sink), outline_, options_, report_);
+        for (Outline::Entry const& entry : outline_.entries()) {
+            if (isWanted(entry)) {
+                if (isStopped()) {
+                    return;
+                }
+                document.add(entry);
+            }
+        }
+        document.finish();
+    }
+
+    /// All files are whole before the first one takes its name.
+    void toFolder(fs::path const& folder) {
+        std::error_code fault;
+        fs::create_directories(folder, fault);
+        if (fault) {
+            throw OutputError(folder.string() + ": The folder cannot be made (" + fault.message() +
+                              ").");
+        }
+        std::vector<std::unique_ptr<OutputFile>> files;
+        std::unique_ptr<Document> document;
+        std::string_view package;
+        for (Outline::Entry const& entry : outline_.entries()) {
+            if (!isWanted(entry)) {
+                continue;
+            }
+            if (isStopped()) {
+                return;
+            }
+            if (document == nullptr || entry.package() != package) {
+                finish(document);
+                package = entry.package();
+                const fs::path path = folder / fileName(package);
+                files.push_back(std::make_unique<OutputFile>(path));
+                report_.files.push_back(path.string());
+                OutputFile& file = *files.back();
+                document = std::make_unique<Document>(
+                    [&file](std::string_view piece) { file.write(piece); },
+                    outline_,
+                    options_,
+                    report_);
+            }
+            document->add(entry);
+        }
+        finish(document);
+        for (auto const& file : files) {
+            file->commit();
+        }
+    }
+
+    static void finish(std::unique_ptr<Document> const& document) {
+        if (document != nullptr) {
+            document->finish();
+        }
+    }
+
+    /// "/A/B" goes to "A.B.arxml": names have no dots in them.
+    static std::string fileName(std::string_view package) {
+        std::string name(package.substr(1));
+        for (char& c : name) {
+            c = c == '/' ? '.' : c;
+        }
+        return name + ".arxml";
+    }
+
+    WriteReport report_;
+    Outline outline_;
+    Wanted const* wanted_;
+    WriteOptions const& options_;
+};
+
+} // namespace
+
+WriteReport write(QOB::Model const& model, fs::path const& target, WriteOptions const& options) {
+    return Writing(model, nullptr, options).toFile(target);
+}
+
+WriteReport write(std::vector<QOB::ClassObject> const& objects,
+                  fs::path const& target,
+                  WriteOptions const& options) {
+    if (objects.empty()) {
+        throw OutputError(target.string() + ": There are no objects to write.");
+    }
+    Wanted wanted;
+    for (QOB::ClassObject const& object : objects) {
+        wanted.insert(object.getObjectId());
+    }
+    return Writing(objects.front().getRootModel(), &wanted, options).toFile(target);
+}
+
+std::string toText(QOB::Model const& model, WriteReport& report, WriteOptions const& options) {
+    std::string text;
+    report =
+        Writing(model, nullptr, options).toSink([&text](std::string_view piece) { text += piece; });
+    return text;
+}
+
+} // namespace velum::arxml

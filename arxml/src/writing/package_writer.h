@@ -1,0 +1,38 @@
+#pragma once
+
+#include "writing/element_output.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace velum::arxml {
+
+/// Writes elements into their packages, one after the other in the order of their paths.
+class PackageWriter {
+public:
+    PackageWriter(XmlWriter& xml, Outline const& outline, std::vector<WriteFinding>& findings)
+        : xml_(xml), outline_(outline), findings_(findings) {}
+
+    void add(Outline::Entry const& entry);
+    /// Closes all packages.
+    void finish();
+
+private:
+    void enter(std::string_view package);
+    void leave();
+    void openPackage(std::string_view name);
+    void closePackage();
+    void writeMaps();
+    std::string mapSetName() const;
+
+    XmlWriter& xml_;
+    Outline const& outline_;
+    std::vector<WriteFinding>& findings_;
+    std::string package_;                       ///< that is open
+    std::vector<std::string> open_;             ///< its name and those of the ones around it
+    std::vector<bool> hasPackages_;             ///< whether AR-PACKAGES is open in each
+    std::vector<Outline::Entry const*> mapped_; ///< types of the package that stand for others
+};
+
+} // namespace velum::arxml
