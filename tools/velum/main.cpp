@@ -7,6 +7,7 @@
 #include "commands/find_command.h"
 #include "commands/import_command.h"
 #include "commands/output.h"
+#include "commands/rename_command.h"
 #include "commands/show_command.h"
 #include "commands/usage_commands.h"
 #include "report/printers.h"
@@ -43,6 +44,7 @@ int run(int argc, char** argv) {
     velum::commands::DiffCommand diff;
     velum::commands::FindCommand find;
     velum::commands::ExportCommand exporting;
+    velum::commands::RenameCommand rename;
     velum::commands::ClassesCommand classes;
     velum::commands::DescribeCommand describe;
     velum::commands::CompletionCommand completion;
@@ -54,6 +56,7 @@ int run(int argc, char** argv) {
         {"diff", [&] { return diff.run(); }},
         {"find", [&] { return find.run(); }},
         {"export", [&] { return exporting.run(); }},
+        {"rename", [&] { return rename.run(); }},
         {"classes", [&] { return classes.run(); }},
         {"describe", [&] { return describe.run(); }},
         {"completion", [&] { return completion.run(); }},
@@ -64,6 +67,7 @@ int run(int argc, char** argv) {
     diff.addTo(app);
     find.addTo(app);
     exporting.addTo(app);
+    rename.addTo(app);
     classes.addTo(app);
     describe.addTo(app);
     completion.addTo(app);

@@ -247,8 +247,16 @@ struct ConstraintLimits {
     std::optional<Bounds> physical;
     bool areInternalDifferent = false;
     bool arePhysicalDifferent = false;
+    bool isUnboundedInternal = false; ///< That there are none must be written.
+    bool isUnboundedPhysical = false;
     std::vector<types::Real> applicationTypes;
 };
+
+/// A truth has limits also if its constraint has none.
+bool hasOwnLimits(types::Real const& type, Bounds const& bounds) {
+    return types::Boolean(type).isValid() && bounds.lower == QOB::Real(0.0) &&
+           bounds.upper == QOB::Real(1.0) && !bounds.isLowerOpen && !bounds.isUpperOpen;
+}
 
 ConstraintLimits limitsOf(types::DataConstr const& constraint) {
     ConstraintLimits limits;
@@ -258,10 +266,16 @@ ConstraintLimits limitsOf(types::DataConstr const& constraint) {
             continue;
         }
         const bool isApplication = bool(type.isApplication());
-        std::optional<Bounds>& known = isApplication ? limits.physical : limits.internal;
         const Bounds own(real);
+        if (hasOwnLimits(real, own)) {
+            continue;
+        }
+        std::optional<Bounds>& known = isApplication ? limits.physical : limits.internal;
         if (known && *known != own) {
             (isApplication ? limits.arePhysicalDifferent : limits.areInternalDifferent) = true;
+        }
+        if (types::Boolean(type).isValid() && own.isEmpty()) {
+            (isApplication ? limits.isUnboundedPhysical : limits.isUnboundedInternal) = true;
         }
         if (isApplication) {
             limits.applicationTypes.push_back(real);
@@ -332,8 +346,9 @@ void writeMethod(ElementOutput const& out, types::CompuMethod const& method) {
 
 void writeConstraint(ElementOutput const& out, types::DataConstr const& constraint) {
     ConstraintLimits limits = limitsOf(constraint);
-    bool isPhysicalWritten = limits.physical && (!limits.physical->isEmpty() ||
-                                                 (limits.internal && !limits.internal->isEmpty()));
+    bool isPhysicalWritten =
+        limits.physical && (!limits.physical->isEmpty() || limits.isUnboundedPhysical ||
+                            (limits.internal && !limits.internal->isEmpty()));
     if (limits.arePhysicalDifferent) {
         isPhysicalWritten = !isInternalEnough(limits);
         if (isPhysicalWritten) {
@@ -359,7 +374,7 @@ void writeConstraint(ElementOutput const& out, types::DataConstr const& constrai
             out.reference("UNIT-REF", constraint.getUnit());
         }
     }
-    if (limits.internal && !limits.internal->isEmpty()) {
+    if (limits.internal && (!limits.internal->isEmpty() || limits.isUnboundedInternal)) {
         const OpenElement internal(out.xml, "INTERNAL-CONSTRS");
         writeBounds(out, *limits.internal);
     }

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <qob/qob.h>
 #include <string>
 #include <vector>
 
@@ -14,9 +15,13 @@ public:
     int run() const;
 
 private:
+    int writeArxml(QOB::Model const& model) const;
+
     std::vector<std::string> files_;
     std::string format_ = "json";
     std::string output_;
+    std::string layout_ = "file";
+    std::string schema_;
 };
 
 } // namespace velum::commands

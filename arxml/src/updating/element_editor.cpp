@@ -1,0 +1,267 @@
+#include "updating/element_editor.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <velum_arxml/notation/number.h>
+
+namespace velum::arxml {
+
+namespace {
+
+/// A number in one form, whatever its notation.
+std::string numberKey(std::string_view text) {
+    const RealNumber number = readRealNumber(text);
+    return number.value ? numberText(*number.value) : std::string(text);
+}
+
+/// What tells an element from others of its name in the same list.
+std::string keyOf(SourceNode const& node) {
+    std::string key(node.name);
+    for (char const* const name : {"SHORT-NAME", "SHORT-LABEL", "SW-AXIS-INDEX"}) {
+        if (SourceNode const* const child = node.child(name)) {
+            return key + '/' + child->text;
+        }
+    }
+    if (node.name == "COMPU-SCALE") {
+        return key + (node.child("COMPU-CONST") != nullptr
+                          ? '/' + numberKey(node.childText("LOWER-LIMIT"))
+                          : std::string());
+    }
+    return key;
+}
+
+/// The keys of all children; equal ones are numbered.
+std::vector<std::string> keysOf(SourceNode const& node) {
+    std::map<std::string, int> counts;
+    std::vector<std::string> keys;
+    for (SourceNode const& child : node.children) {
+        std::string key = keyOf(child);
+        const int number = ++counts[key];
+        keys.push_back(number == 1 ? key : key + '#' + std::to_string(number));
+    }
+    return keys;
+}
+
+SourceNode const* childAt(SourceNode const& node, std::string const& key) {
+    const std::vector<std::string> keys = keysOf(node);
+    const auto found = std::find(keys.begin(), keys.end(), key);
+    return found == keys.end() ? nullptr
+                               : &node.children[static_cast<std::size_t>(found - keys.begin())];
+}
+
+std::string_view of(std::string_view text, SourceNode const& node) {
+    return text.substr(node.begin, node.end - node.begin);
+}
+
+/// Which child after a change each one before it has become. Those without a partner of their key
+/// pair with the next one of their name that has none either: they were renamed.
+std::vector<std::optional<std::size_t>> pairs(SourceNode const& before, SourceNode const& after) {
+    const std::vector<std::string> old = keysOf(before);
+    const std::vector<std::string> now = keysOf(after);
+    std::vector<std::optional<std::size_t>> partner(old.size());
+    std::vector<bool> isTaken(now.size());
+    for (std::size_t i = 0; i < old.size(); ++i) {
+        const auto found = std::find(now.begin(), now.end(), old[i]);
+        if (found != now.end()) {
+            partner[i] = static_cast<std::size_t>(found - now.begin());
+            isTaken[*partner[i]] = true;
+        }
+    }
+    if (old.size() != now.size()) {
+        return partner;
+    }
+    for (std::size_t i = 0; i < old.size(); ++i) {
+        if (!partner[i] && !isTaken[i] && before.children[i].name == after.children[i].name) {
+            partner[i] = i;
+            isTaken[i] = true;
+        }
+    }
+    return partner;
+}
+
+} // namespace
+
+void ElementEditor::change(std::string_view before,
+                           std::string_view after,
+                           SourceNode const& source) {
+    const SourceNode beforeNode = SourceText(before).nodeAt(0);
+    const SourceNode afterNode = SourceText(after).nodeAt(0);
+    changeNode({before, beforeNode}, {after, afterNode}, source);
+}
+
+void ElementEditor::changeNode(Side const& before, Side const& after, SourceNode const& source) {
+    if (of(before.text, before.node) == of(after.text, after.node)) {
+        return;
+    }
+    changeTag(before.text.substr(before.node.begin, before.node.content - before.node.begin),
+              after.text.substr(after.node.begin, after.node.content - after.node.begin),
+              source);
+    if (before.node.children.empty() && after.node.children.empty()) {
+        changeText(before.node.text, after.node.text, source);
+    } else {
+        changeChildren(before, after, source);
+    }
+}
+
+void ElementEditor::changeText(std::string const& before,
+                               std::string const& after,
+                               SourceNode const& source) {
+    if (before == after) {
+        return;
+    }
+    if (!source.children.empty()) {
+        missing_.push_back("<" + std::string(source.name) + "> has elements in it");
+        return;
+    }
+    if (source.isEmptyTag()) {
+        missing_.push_back("<" + std::string(source.name) + "/> is written without content");
+        return;
+    }
+    std::size_t begin = source.content;
+    std::size_t end = source.contentEnd;
+    const auto isBlank = [&](std::size_t at) {
+        return std::string_view(" \t\r\n").find(file_[at]) != std::string_view::npos;
+    };
+    while (begin < end && isBlank(begin)) {
+        ++begin;
+    }
+    while (end > begin && isBlank(end - 1)) {
+        --end;
+    }
+    edits_.push_back({begin, end, escaped(after)});
+}
+
+/// The one attribute that changes: INTERVAL-TYPE of a limit, DEST of a reference.
+void ElementEditor::changeTag(std::string_view before,
+                              std::string_view after,
+                              SourceNode const& source) {
+    if (before == after) {
+        return;
+    }
+    const auto attribute = [](std::string_view tag) {
+        const std::size_t name = tag.find(' ');
+        const std::size_t quote = tag.find('"');
+        return name == std::string_view::npos || quote == std::string_view::npos
+                   ? std::pair(std::string_view(), std::string_view())
+                   : std::pair(tag.substr(name + 1, quote - name - 2),
+                               tag.substr(quote + 1, tag.rfind('"') - quote - 1));
+    };
+    const auto [name, value] = attribute(after);
+    const std::string_view tag = file_.substr(source.begin, source.content - source.begin);
+    const std::size_t place = tag.find(name);
+    if (name.empty()) {
+        missing_.push_back("<" + std::string(source.name) + "> has another attribute");
+    } else if (place == std::string_view::npos) {
+        edits_.push_back({source.begin + 1 + source.name.size(),
+                          source.begin + 1 + source.name.size(),
+                          ' ' + std::string(name) + "=\"" + escaped(value) + '"'});
+    } else {
+        const std::size_t quote = tag.find_first_of("\"'", place);
+        const std::size_t end = tag.find(tag[quote], quote + 1);
+        edits_.push_back({source.begin + quote + 1, source.begin + end, escaped(value)});
+    }
+}
+
+void ElementEditor::changeChildren(Side const& before,
+                                   Side const& after,
+                                   SourceNode const& source) {
+    const std::vector<std::optional<std::size_t>> partner = pairs(before.node, after.node);
+    const std::vector<std::string> keys = keysOf(before.node);
+    std::vector<SourceNode const*> counterpart(after.node.children.size());
+    std::vector<bool> isNew(after.node.children.size(), true);
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        SourceNode const& old = before.node.children[i];
+        SourceNode const* const written = childAt(source, keys[i]);
+        if (!partner[i]) {
+            if (written != nullptr) {
+                remove(*written);
+            }
+            continue;
+        }
+        SourceNode const& now = after.node.children[*partner[i]];
+        isNew[*partner[i]] = false;
+        counterpart[*partner[i]] = written;
+        if (of(before.text, old) == of(after.text, now)) {
+            continue;
+        }
+        if (written == nullptr) {
+            missing_.push_back("<" + std::string(source.name) + "> has no " + keys[i]);
+        } else {
+            changeNode({before.text, old}, {after.text, now}, *written);
+        }
+    }
+    SourceNode const* behind = nullptr;
+    for (std::size_t i = 0; i < after.node.children.size(); ++i) {
+        if (isNew[i]) {
+            insert(source, behind, of(after.text, after.node.children[i]));
+        } else if (counterpart[i] != nullptr) {
+            behind = counterpart[i];
+        }
+    }
+}
+
+/// The blanks before an element, if nothing else is in its line.
+std::string_view ElementEditor::indentAt(std::size_t begin) const {
+    std::size_t line = begin;
+    while (line > 0 && (file_[line - 1] == ' ' || file_[line - 1] == '\t')) {
+        --line;
+    }
+    return file_.substr(line, begin - line);
+}
+
+void ElementEditor::remove(SourceNode const& source) {
+    std::size_t begin = source.begin - indentAt(source.begin).size();
+    std::size_t end = source.end;
+    const bool isAlone = begin == 0 || file_[begin - 1] == '\n';
+    if (isAlone && file_.substr(end, lineEnd_.size()) == lineEnd_) {
+        end += lineEnd_.size();
+    } else {
+        begin = source.begin;
+    }
+    edits_.push_back({begin, end, {}});
+}
+
+/// A text of lines with two blanks a step, moved to where it is to stand.
+std::string ElementEditor::indented(std::string_view text, std::string_view indent) const {
+    std::string result;
+    const std::size_t own =
+        text.rfind('\n') == std::string_view::npos
+            ? 0
+            : text.find_first_not_of(' ', text.rfind('\n') + 1) - (text.rfind('\n') + 1);
+    bool isFirst = true;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = text.substr(0, end);
+        if (!isFirst) {
+            line.remove_prefix(std::min(own, line.size()));
+            result += lineEnd_;
+        }
+        result += indent;
+        result += line;
+        isFirst = false;
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return result;
+}
+
+void ElementEditor::insert(SourceNode const& source,
+                           SourceNode const* behind,
+                           std::string_view text) {
+    if (source.isEmptyTag()) {
+        missing_.push_back("<" + std::string(source.name) + "/> is written without content");
+        return;
+    }
+    const std::size_t place = behind != nullptr ? behind->end : source.content;
+    const std::string indent = behind != nullptr ? std::string(indentAt(behind->begin))
+                               : !source.children.empty()
+                                   ? std::string(indentAt(source.children.front().begin))
+                                   : std::string(indentAt(source.begin)) + "  ";
+    edits_.push_back({place, place, std::string(lineEnd_) + indented(text, indent)});
+}
+
+void ElementEditor::append(SourceNode const& list, std::string_view text) {
+    insert(list, list.children.empty() ? nullptr : &list.children.back(), text);
+}
+
+} // namespace velum::arxml

@@ -1,0 +1,301 @@
+#include "updating/source_text.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace velum::arxml {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r\n";
+
+std::string_view stripped(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos
+               ? std::string_view()
+               : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// The text that the five named entities and character data stand for.
+std::string unescaped(std::string_view text) {
+    static constexpr std::pair<std::string_view, char> entities[] = {
+        {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
+    std::string plain;
+    while (!text.empty()) {
+        bool isEntity = false;
+        for (auto const& [entity, c] : entities) {
+            if (text.substr(0, entity.size()) == entity) {
+                plain += c;
+                text.remove_prefix(entity.size());
+                isEntity = true;
+                break;
+            }
+        }
+        if (!isEntity) {
+            plain += text.front();
+            text.remove_prefix(1);
+        }
+    }
+    return plain;
+}
+
+/// One piece of markup.
+struct Tag {
+    enum class Kind { start, end, empty, other, text };
+    Kind kind = Kind::other;
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::string_view name;
+};
+
+/// Takes markup off a document, one piece after the other.
+class Tags {
+public:
+    Tags(std::string_view text, std::size_t at) : text_(text), at_(at) {}
+
+    /// False at the end of the document.
+    bool next(Tag& tag) {
+        const std::size_t begin = text_.find('<', at_);
+        if (begin == std::string_view::npos) {
+            return false;
+        }
+        tag = {Tag::Kind::other, begin, 0, {}};
+        if (text_.compare(begin, 4, "<!--") == 0) {
+            tag.end = behind("-->", begin + 4);
+        } else if (text_.compare(begin, 9, "<![CDATA[") == 0) {
+            tag.kind = Tag::Kind::text;
+            tag.end = behind("]]>", begin + 9);
+        } else if (text_.compare(begin, 2, "<?") == 0) {
+            tag.end = behind("?>", begin + 2);
+        } else {
+            readTag(tag);
+        }
+        at_ = tag.end;
+        return true;
+    }
+
+private:
+    std::size_t behind(std::string_view mark, std::size_t from) const {
+        const std::size_t place = text_.find(mark, from);
+        if (place == std::string_view::npos) {
+            throw std::runtime_error("The document ends within its markup.");
+        }
+        return place + mark.size();
+    }
+
+    void readTag(Tag& tag) const {
+        const bool isEnd = text_[tag.begin + 1] == '/';
+        const std::size_t name = tag.begin + (isEnd ? 2 : 1);
+        std::size_t at = text_.find_first_of(" \t\r\n/>", name);
+        tag.name = text_.substr(name, at - name);
+        while (at < text_.size() && text_[at] != '>') { // a value may have '>' in it
+            const char c = text_[at];
+            at = c == '"' || c == '\'' ? text_.find(c, at + 1) : at;
+            at = at == std::string_view::npos ? text_.size() : at + 1;
+        }
+        if (at >= text_.size()) {
+            throw std::runtime_error("The document ends within its markup.");
+        }
+        tag.end = at + 1;
+        tag.kind = isEnd                  ? Tag::Kind::end
+                   : text_[at - 1] == '/' ? Tag::Kind::empty
+                                          : Tag::Kind::start;
+    }
+
+    std::string_view text_;
+    std::size_t at_;
+};
+
+bool isReference(std::string_view name) {
+    return name.size() > 4 && (name.substr(name.size() - 4) == "-REF" ||
+                               (name.size() > 5 && name.substr(name.size() - 5) == "-TREF") ||
+                               (name.size() > 5 && name.substr(name.size() - 5) == "-IREF"));
+}
+
+std::string_view attributeIn(std::string_view tag, std::string_view name) {
+    for (std::size_t at = tag.find(name); at != std::string_view::npos;
+         at = tag.find(name, at + 1)) {
+        const std::size_t behind = tag.find_first_not_of(blanks, at + name.size());
+        if (blanks.find(tag[at - 1]) == std::string_view::npos ||
+            behind == std::string_view::npos || tag[behind] != '=') {
+            continue;
+        }
+        const std::size_t quote = tag.find_first_of("\"'", behind);
+        const std::size_t end = tag.find(tag[quote], quote + 1);
+        return tag.substr(quote + 1, end - quote - 1);
+    }
+    return {};
+}
+
+/// Follows the names and references of a document.
+class Walk {
+public:
+    Walk(std::string_view text, SourceText::Visitor const& visitor)
+        : text_(text), visitor_(visitor) {}
+
+    void run() {
+        Tags tags(text_, 0);
+        Tag tag;
+        while (tags.next(tag)) {
+            if (tag.kind == Tag::Kind::start) {
+                open_.push_back({tag.name, tag.begin, tag.end, path_.size()});
+                if (tag.name == "REFERENCE-BASE") {
+                    base_ = Base();
+                }
+            } else if (tag.kind == Tag::Kind::end && !open_.empty()) {
+                close(tag);
+            }
+        }
+    }
+
+private:
+    struct Open {
+        std::string_view name;
+        std::size_t begin;
+        std::size_t content;
+        std::size_t pathSize; ///< of the path around it
+    };
+    struct Base {
+        std::string label;
+        std::string target;
+        bool isDefault = false;
+    };
+
+    void close(Tag const& tag) {
+        const Open open = open_.back();
+        open_.pop_back();
+        const std::string_view content = text_.substr(open.content, tag.begin - open.content);
+        if (open.name == "SHORT-NAME" && !open_.empty()) {
+            const std::string_view name = stripped(content);
+            path_.resize(open_.back().pathSize);
+            path_ += '/';
+            path_ += name;
+            if (visitor_.onNamed) {
+                const auto begin = static_cast<std::size_t>(name.data() - text_.data());
+                visitor_.onNamed(path_, open_.back().begin, begin, begin + name.size());
+            }
+            return;
+        }
+        if (open.name == "SHORT-LABEL") {
+            base_.label = stripped(content);
+        } else if (open.name == "IS-DEFAULT") {
+            base_.isDefault = stripped(content) == "true";
+        } else if (open.name == "PACKAGE-REF") {
+            base_.target = stripped(content);
+        } else if (open.name == "REFERENCE-BASE" && visitor_.onBase) {
+            visitor_.onBase(path_, base_.label, base_.target, base_.isDefault);
+        }
+        if (isReference(open.name) && visitor_.onReference &&
+            content.find('<') == std::string_view::npos) {
+            const std::string_view text = stripped(content);
+            const std::string_view start = text_.substr(open.begin, open.content - open.begin);
+            visitor_.onReference({text,
+                                  static_cast<std::size_t>(text.data() - text_.data()),
+                                  attributeIn(start, "BASE"),
+                                  path_});
+        }
+        path_.resize(open.pathSize);
+    }
+
+    std::string_view text_;
+    SourceText::Visitor const& visitor_;
+    std::vector<Open> open_;
+    std::string path_;
+    Base base_;
+};
+
+} // namespace
+
+std::string applied(std::string_view text, std::vector<TextEdit> edits) {
+    std::stable_sort(edits.begin(), edits.end(), [](TextEdit const& a, TextEdit const& b) {
+        return a.begin < b.begin;
+    });
+    std::string result;
+    result.reserve(text.size() + 1024);
+    std::size_t at = 0;
+    for (TextEdit const& edit : edits) {
+        if (edit.begin < at) {
+            throw std::logic_error("Two changes of the file touch each other.");
+        }
+        result += text.substr(at, edit.begin - at);
+        result += edit.text;
+        at = edit.end;
+    }
+    result += text.substr(at);
+    return result;
+}
+
+std::string escaped(std::string_view text) {
+    std::string result;
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            result += "&amp;";
+            break;
+        case '<':
+            result += "&lt;";
+            break;
+        case '>':
+            result += "&gt;";
+            break;
+        default:
+            result += c;
+            break;
+        }
+    }
+    return result;
+}
+
+SourceNode const* SourceNode::child(std::string_view tag) const {
+    const auto found = std::find_if(
+        children.begin(), children.end(), [&](SourceNode const& node) { return node.name == tag; });
+    return found == children.end() ? nullptr : &*found;
+}
+
+std::string_view SourceNode::childText(std::string_view tag) const {
+    SourceNode const* const node = child(tag);
+    return node == nullptr ? std::string_view() : std::string_view(node->text);
+}
+
+void SourceText::visit(Visitor const& visitor) const {
+    Walk(text_, visitor).run();
+}
+
+SourceNode SourceText::nodeAt(std::size_t begin) const {
+    std::vector<SourceNode> open;
+    std::vector<std::size_t> textFrom;
+    Tags tags(text_, begin);
+    Tag tag;
+    while (tags.next(tag)) {
+        if (!open.empty()) {
+            open.back().text +=
+                unescaped(text_.substr(textFrom.back(), tag.begin - textFrom.back()));
+            textFrom.back() = tag.end;
+        }
+        if (tag.kind == Tag::Kind::text && !open.empty()) {
+            open.back().text += text_.substr(tag.begin + 9, tag.end - tag.begin - 12);
+        }
+        if (tag.kind == Tag::Kind::start || tag.kind == Tag::Kind::empty) {
+            open.push_back({tag.name, tag.begin, tag.end, tag.end, tag.end, {}, {}});
+            textFrom.push_back(tag.end);
+        }
+        if (tag.kind != Tag::Kind::end && tag.kind != Tag::Kind::empty) {
+            continue;
+        }
+        SourceNode node = std::move(open.back());
+        open.pop_back();
+        textFrom.pop_back();
+        node.contentEnd = tag.kind == Tag::Kind::end ? tag.begin : tag.end;
+        node.end = tag.end;
+        node.text = std::string(stripped(node.text));
+        if (open.empty()) {
+            return node;
+        }
+        textFrom.back() = tag.end;
+        open.back().children.push_back(std::move(node));
+    }
+    throw std::runtime_error("The document ends within an element.");
+}
+
+} // namespace velum::arxml

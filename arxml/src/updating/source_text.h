@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace velum::arxml {
+
+/// A change of a text: the bytes from `begin` to `end` give way to others.
+struct TextEdit {
+    std::size_t begin;
+    std::size_t end;
+    std::string text;
+};
+
+/// Makes all changes; none may touch another one. Those that insert at one place keep their order.
+std::string applied(std::string_view text, std::vector<TextEdit> edits);
+
+/// A text with the characters escaped that XML needs.
+std::string escaped(std::string_view text);
+
+/// An element of a document with its places in the text.
+struct SourceNode {
+    std::string_view name;
+    std::size_t begin = 0;      ///< of the start tag
+    std::size_t content = 0;    ///< behind the start tag
+    std::size_t contentEnd = 0; ///< of the content
+    std::size_t end = 0;        ///< behind the end tag
+    std::string text;           ///< directly in it, without white space at both ends
+    std::vector<SourceNode> children;
+
+    SourceNode const* child(std::string_view tag) const;
+    std::string_view childText(std::string_view tag) const;
+    bool isEmptyTag() const { return contentEnd == end; }
+};
+
+/// A reference in a document, as written.
+struct SourceRef {
+    std::string_view text;
+    std::size_t begin = 0;
+    std::string_view base;    ///< BASE, empty without
+    std::string_view package; ///< the path of the element around it
+};
+
+/// Walks through a well-formed document in UTF-8, once, and keeps nothing of it.
+class SourceText {
+public:
+    explicit SourceText(std::string_view text) : text_(text) {}
+
+    /// Calls back for the path of each named element, with its name's place; and for each
+    /// reference.
+    struct Visitor {
+        std::function<void(std::string const& path,
+                           std::size_t begin,
+                           std::size_t nameBegin,
+                           std::size_t nameEnd)>
+            onNamed;
+        std::function<void(SourceRef const&)> onReference;
+        std::function<void(std::string const& package,
+                           std::string const& label,
+                           std::string const& target,
+                           bool isDefault)>
+            onBase;
+    };
+    void visit(Visitor const& visitor) const;
+
+    /// The element that begins at a place.
+    SourceNode nodeAt(std::size_t begin) const;
+
+private:
+    std::string_view text_;
+};
+
+} // namespace velum::arxml

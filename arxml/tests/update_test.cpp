@@ -1,0 +1,239 @@
+#include "scratch.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+#include <velum_arxml/read.h>
+#include <velum_arxml/update.h>
+
+namespace velum::arxml {
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace types = Zorvane::metamodel::types;
+namespace foundation = Zorvane::metamodel::foundation;
+using scratch::contentOf;
+using scratch::Folder;
+using scratch::Model;
+using scratch::objectAt;
+
+std::vector<std::string> linesOf(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+/// The lines that are only in the first text ("-") and only in the second one ("+"), in order and
+/// without the blanks before them.
+std::string lineDiff(std::string const& before, std::string const& after) {
+    const std::vector<std::string> a = linesOf(before);
+    const std::vector<std::string> b = linesOf(after);
+    std::size_t head = 0;
+    while (head < a.size() && head < b.size() && a[head] == b[head]) {
+        ++head;
+    }
+    std::vector<std::vector<unsigned>> common(a.size() - head + 1,
+                                              std::vector<unsigned>(b.size() - head + 1));
+    for (std::size_t i = a.size(); i-- > head;) {
+        for (std::size_t j = b.size(); j-- > head;) {
+            auto& cell = common[i - head][j - head];
+            cell = a[i] == b[j]
+                       ? common[i - head + 1][j - head + 1] + 1
+                       : std::max(common[i - head + 1][j - head], common[i - head][j - head + 1]);
+        }
+    }
+    std::string diff;
+    const auto add = [&diff](char sign, std::string const& line) {
+        diff += sign + line.substr(std::min(line.find_first_not_of(' '), line.size())) + '\n';
+    };
+    std::size_t i = head;
+    std::size_t j = head;
+    while (i < a.size() || j < b.size()) {
+        if (i < a.size() && j < b.size() && a[i] == b[j]) {
+            ++i;
+            ++j;
+        } else if (i < a.size() && (j == b.size() || common[i - head + 1][j - head] >=
+                                                         common[i - head][j - head + 1])) {
+            add('-', a[i++]);
+        } else {
+            add('+', b[j++]);
+        }
+    }
+    return diff;
+}
+
+struct Case {
+    char const* name;
+    std::function<void(QOB::Model const&)> change;
+    std::string diff;
+    std::string refusal;
+};
+
+void addLiteral(QOB::Model const& model, std::string const& path) {
+    const types::Enumeration enumeration(objectAt(model, path));
+    const auto literal = types::EnumerationLiteral::create(model);
+    literal.setName(QOB::String("Park"));
+    literal.setValue(QOB::Integer(9));
+    literal.setPvalue(QOB::Integer(9));
+    literal.setPisUserDefined(QOB::Boolean(true));
+    literal.setEnumeration(enumeration);
+}
+
+std::vector<Case> const& cases() {
+    static const std::vector<Case> list = {
+        {"nothing", [](QOB::Model const&) {}, "", ""},
+        {"a limit",
+         [](QOB::Model const& model) {
+             types::Real(objectAt(model, "/Gearbox/ApplicationTypes/OilTemperature"))
+                 .setMaxValue(QOB::Real(180.5));
+         },
+         "-<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">215</UPPER-LIMIT>\n"
+         "+<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">180.5</UPPER-LIMIT>\n",
+         ""},
+        {"the openness of a limit",
+         [](QOB::Model const& model) {
+             types::Real(objectAt(model, "/Gearbox/ApplicationTypes/OilTemperature"))
+                 .setIsMinOpen(QOB::Boolean(true));
+         },
+         "-<LOWER-LIMIT INTERVAL-TYPE=\"CLOSED\">-40</LOWER-LIMIT>\n"
+         "+<LOWER-LIMIT INTERVAL-TYPE=\"OPEN\">-40</LOWER-LIMIT>\n",
+         ""},
+        {"a unit",
+         [](QOB::Model const& model) {
+             types::CompuMethod(objectAt(model, "/Gearbox/CompuMethods/Celsius"))
+                 .setUnit(types::Unit(objectAt(model, "/Platform/Units/Percent")));
+         },
+         "-<UNIT-REF DEST=\"UNIT\">/Platform/Units/DegreeCelsius</UNIT-REF>\n"
+         "+<UNIT-REF DEST=\"UNIT\">/Platform/Units/Percent</UNIT-REF>\n",
+         ""},
+        {"a unit that is gone",
+         [](QOB::Model const& model) {
+             types::CompuMethod(objectAt(model, "/Gearbox/CompuMethods/Celsius")).removeUnit();
+         },
+         "-<UNIT-REF DEST=\"UNIT\">/Platform/Units/DegreeCelsius</UNIT-REF>\n",
+         ""},
+        {"a new literal",
+         [](QOB::Model const& model) {
+             addLiteral(model, "/Gearbox/ApplicationTypes/Gear");
+             addLiteral(model, "/Gearbox/ImplementationTypes/GearCode");
+         },
+         "+<LOWER-LIMIT INTERVAL-TYPE=\"CLOSED\">9</LOWER-LIMIT>\n"
+         "+<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">9</UPPER-LIMIT>\n"
+         "+<COMPU-CONST>\n"
+         "+<VT>Park</VT>\n"
+         "+</COMPU-CONST>\n"
+         "+</COMPU-SCALE>\n"
+         "+<COMPU-SCALE>\n",
+         ""},
+        {"a renamed type",
+         [](QOB::Model const& model) {
+             foundation::NamedElement(objectAt(model, "/Gearbox/ImplementationTypes/Frame"))
+                 .setName(QOB::String("Message"));
+         },
+         "-<SHORT-NAME>Frame</SHORT-NAME>\n"
+         "+<SHORT-NAME>Message</SHORT-NAME>\n"
+         "-<IMPLEMENTATION-DATA-TYPE-REF DEST=\"IMPLEMENTATION-DATA-TYPE\">"
+         "/Gearbox/ImplementationTypes/Frame</IMPLEMENTATION-DATA-TYPE-REF>\n"
+         "+<IMPLEMENTATION-DATA-TYPE-REF DEST=\"IMPLEMENTATION-DATA-TYPE\">"
+         "/Gearbox/ImplementationTypes/Message</IMPLEMENTATION-DATA-TYPE-REF>\n"
+         "-<IMPLEMENTATION-DATA-TYPE-REF DEST=\"IMPLEMENTATION-DATA-TYPE\">"
+         "/Gearbox/ImplementationTypes/Frame</IMPLEMENTATION-DATA-TYPE-REF>\n"
+         "+<IMPLEMENTATION-DATA-TYPE-REF DEST=\"IMPLEMENTATION-DATA-TYPE\">"
+         "/Gearbox/ImplementationTypes/Message</IMPLEMENTATION-DATA-TYPE-REF>\n",
+         ""},
+        {"a new unit",
+         [](QOB::Model const& model) {
+             const auto format = types::CompuMethod::create(model);
+             format.setName(QOB::String("Plain"));
+             format.setExternalId(QOB::String("/Gearbox/CompuMethods/Plain"));
+             format.setCategory(types::CompuMethodCategory::Identical);
+         },
+         "+<COMPU-METHOD>\n+<SHORT-NAME>Plain</SHORT-NAME>\n+<CATEGORY>IDENTICAL</CATEGORY>\n"
+         "+</COMPU-METHOD>\n",
+         ""},
+        {"an object of another file",
+         [](QOB::Model const& model) {
+             types::Unit(objectAt(model, "/Platform/Units/Percent")).setSymbol(QOB::String("pc"));
+         },
+         "",
+         "The changed /Platform/Units/Percent is not in this file."},
+        {"what files have no place for",
+         [](QOB::Model const& model) {
+             foundation::NamedElement(objectAt(model, "/Gearbox/CompuMethods/Celsius"))
+                 .setVisibility(foundation::VisibilityKind::PrivateVisibility);
+         },
+         "",
+         "can't be expressed in this file"},
+        {"a package that isn't there",
+         [](QOB::Model const& model) {
+             const auto unit = types::Unit::create(model);
+             unit.setName(QOB::String("Bar"));
+             unit.setExternalId(QOB::String("/New/Bar"));
+         },
+         "",
+         "The file has no package for the new /New/Bar."},
+    };
+    return list;
+}
+
+} // namespace
+
+TEST(Update, ChangesTheLinesThatAChangeNeedsAndNoOthers) {
+    const std::string samples = VELUM_SAMPLES;
+    const std::string original = contentOf(samples + "/gearbox.arxml");
+    for (Case const& each : cases()) {
+        SCOPED_TRACE(each.name);
+        const Folder folder;
+        const std::string file = folder / "gearbox.arxml";
+        fs::copy_file(samples + "/gearbox.arxml", file);
+        const Model model;
+        read({file, samples + "/platform.arxml"}, model);
+        each.change(model);
+        const UpdateReport report = update(file, model, {samples + "/platform.arxml"});
+        EXPECT_EQ(report.isRefused(), !each.refusal.empty()) << report.refusal;
+        EXPECT_NE(report.refusal.find(each.refusal), std::string::npos) << report.refusal;
+        EXPECT_EQ(report.edits == 0, each.diff.empty());
+        EXPECT_EQ(lineDiff(original, contentOf(file)), each.diff);
+        EXPECT_EQ(scratch::filesIn(folder / ".").size(), 1U) << "the draft is left";
+    }
+}
+
+TEST(Rename, ChangesTheNameAndAllReferencesInAllFiles) {
+    const std::string samples = VELUM_SAMPLES;
+    const Folder folder;
+    const std::vector<std::string> files = {folder / "gearbox.arxml", folder / "platform.arxml"};
+    for (std::string const& file : files) {
+        fs::copy_file(samples + "/" + fs::path(file).filename().string(), file);
+    }
+    const auto refusalOf = [&](char const* path, char const* name) {
+        return rename(files, path, name).refusal;
+    };
+    EXPECT_EQ(refusalOf("/Platform/Units/None", "Any"),
+              "There is no element at /Platform/Units/None.");
+    EXPECT_EQ(refusalOf("/Platform/Units/Percent", "DegreeCelsius"),
+              "There is an element at /Platform/Units/DegreeCelsius already.");
+    const UpdateReport report = rename(files, "/Platform/Units", "Measures");
+    EXPECT_FALSE(report.isRefused());
+    const Model model;
+    for (FileReport const& each : read(files, model).files) {
+        for (Finding const& finding : each.findings) {
+            EXPECT_FALSE(finding.reason == Reason::dangling && finding.isFault) << finding.text;
+        }
+    }
+    EXPECT_TRUE(objectAt(model, "/Platform/Measures/Percent").isValid());
+    EXPECT_GT(report.edits, 2U);
+    EXPECT_FALSE(rename(files, "/Platform/Measures", "Units").isRefused());
+    for (std::string const& file : files) {
+        EXPECT_EQ(contentOf(file), contentOf(samples + "/" + fs::path(file).filename().string()));
+    }
+}
+
+} // namespace velum::arxml
