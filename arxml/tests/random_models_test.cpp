@@ -276,9 +276,9 @@ TEST(RandomModels, AreWrittenAsFilesThatGoRound) {
         write(first, folder / "1.arxml");
         const Model second;
         read({folder / "1.arxml"}, second);
-        ASSERT_EQ(differences(first, second), "");
+        EXPECT_EQ(differences(first, second), "");
         write(second, folder / "2.arxml");
-        ASSERT_EQ(contentOf(folder / "1.arxml"), contentOf(folder / "2.arxml"));
+        EXPECT_EQ(contentOf(folder / "1.arxml"), contentOf(folder / "2.arxml"));
     }
 }
 

@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
-#include <velum_arxml/write.h>
+#include <velum_arxml/writing/write_report.h>
 #include <velum_types/types.h>
 
 namespace velum::arxml {

@@ -8,7 +8,7 @@
 #include <system_error>
 #include <unistd.h>
 #include <utility>
-#include <velum_arxml/write.h>
+#include <velum_arxml/writing/write_report.h>
 
 namespace velum::arxml {
 
