@@ -172,6 +172,50 @@ class ExportTest(unittest.TestCase):
                 self.assertEqual(result.returncode, code, arguments)
                 self.assertTrue(result.stderr)
 
+class ArxmlTest(unittest.TestCase):
+    """What the format keeps and how it is written is tested with the library."""
+
+    def test_a_file_goes_round_and_is_replaced_only_as_a_whole(self):
+        with Folder() as folder:
+            for name in DICTIONARY:
+                folder.write(name, (SAMPLES / name).read_bytes())
+            folder.write("out.arxml", "before")
+            self.assertEqual(folder.run("export", "--format", "arxml", *DICTIONARY).returncode, 2)
+            result = folder.run("export", "--format", "arxml", "-o", "no/out.arxml", *DICTIONARY)
+            self.assertEqual(result.returncode, 3)
+            self.assertIn(b"no/out.arxml: The file cannot be made", result.stderr)
+            result = folder.run("export", "--format", "arxml", "-o", "out.arxml", *DICTIONARY)
+            self.assertEqual((result.returncode, result.stdout), (0, b""))
+            self.assertIn(b"velum: no-place: /Gearbox/ImplementationTypes/Clutches: ", result.stderr)
+            text = (folder.path / "out.arxml").read_text(encoding="utf-8")
+            self.assertIn("AUTOSAR_00051.xsd", text)
+            folder.run("export", "--format", "arxml", "--layout", "packages", "--schema",
+                       "AUTOSAR_00048", "-o", "parts", "out.arxml")
+            parts = sorted((folder.path / "parts").iterdir())
+            self.assertIn("Gearbox.CompuMethods.arxml", [part.name for part in parts])
+            for part in parts:
+                self.assertIn("AUTOSAR_00048.xsd", part.read_text(encoding="utf-8"))
+            self.assertEqual(
+                folder.run("diff", "--old", *DICTIONARY, "--new", "parts").returncode, 0)
+            self.assertEqual(sorted(path.name for path in folder.path.iterdir()),
+                             sorted([*DICTIONARY, "out.arxml", "parts"]))
+
+
+class RenameTest(unittest.TestCase):
+    def test_a_refused_renaming_changes_nothing(self):
+        with Folder() as folder:
+            for name in DICTIONARY:
+                folder.write(name, (SAMPLES / name).read_bytes())
+            for path, name, code in (("/Gearbox/None", "New", 1),
+                                     ("/Platform/Units/Percent", "Kelvin", 1),
+                                     ("/Platform/Units/Percent", "per cent", 2),
+                                     ("Platform", "New", 2)):
+                result = folder.run("rename", *DICTIONARY, path, name)
+                self.assertEqual((result.returncode, result.stdout), (code, b""), path)
+                self.assertTrue(result.stderr.startswith(b"velum: "))
+            for name in DICTIONARY:
+                self.assertEqual((folder.path / name).read_bytes(), (SAMPLES / name).read_bytes())
+
 
 if __name__ == "__main__":
     unittest.main(argv=[sys.argv[0], *sys.argv[4:]])
