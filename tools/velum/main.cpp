@@ -8,6 +8,7 @@
 #include "commands/import_command.h"
 #include "commands/output.h"
 #include "commands/rename_command.h"
+#include "commands/report_command.h"
 #include "commands/show_command.h"
 #include "commands/usage_commands.h"
 #include "report/printers.h"
@@ -45,6 +46,7 @@ int run(int argc, char** argv) {
     velum::commands::FindCommand find;
     velum::commands::ExportCommand exporting;
     velum::commands::RenameCommand rename;
+    velum::commands::ReportCommand reporting;
     velum::commands::ClassesCommand classes;
     velum::commands::DescribeCommand describe;
     velum::commands::CompletionCommand completion;
@@ -57,6 +59,7 @@ int run(int argc, char** argv) {
         {"find", [&] { return find.run(); }},
         {"export", [&] { return exporting.run(); }},
         {"rename", [&] { return rename.run(); }},
+        {"report", [&] { return reporting.run(); }},
         {"classes", [&] { return classes.run(); }},
         {"describe", [&] { return describe.run(); }},
         {"completion", [&] { return completion.run(); }},
@@ -68,6 +71,7 @@ int run(int argc, char** argv) {
     find.addTo(app);
     exporting.addTo(app);
     rename.addTo(app);
+    reporting.addTo(app);
     classes.addTo(app);
     describe.addTo(app);
     completion.addTo(app);

@@ -27,7 +27,7 @@ public:
     static constexpr Index none = 0xFFFFFFFF;
 
     /// The most elements and bytes of text that one tree may have.
-    static constexpr Index mostElements = 1'000'000;
+    static constexpr Index mostElements = 2'000'000;
     static constexpr std::size_t mostText = 100'000'000;
 
     /// One outermost element: where it stands and where its package's relative references begin.

@@ -5,6 +5,7 @@
 #include "describe/metamodel.h"
 #include "describe/printers.h"
 #include "describe/words.h"
+#include "html/metamodel_page.h"
 #include "report/printers.h"
 
 #include <iostream>
@@ -13,9 +14,23 @@ namespace velum::commands {
 
 namespace {
 
+/// What a page is written by.
+template <class Described>
+std::string pageOf(Described const& described) {
+    std::string page;
+    html::writeMetamodel(described, [&page](std::string_view piece) {
+        page += piece;
+        return true;
+    });
+    return page;
+}
+
 std::string describeAll(describe::Metamodel const& metamodel, std::string const& format) {
     if (format == "dot") {
         return printDot(metamodel.types());
+    }
+    if (format == "html") {
+        return pageOf(metamodel);
     }
     return format == "md" ? printMarkdown(metamodel) : printText(metamodel.types());
 }
@@ -23,6 +38,9 @@ std::string describeAll(describe::Metamodel const& metamodel, std::string const&
 std::string describeOne(describe::Type const& type, std::string const& format) {
     if (format == "dot") {
         return printDot(type);
+    }
+    if (format == "html") {
+        return pageOf(type);
     }
     return format == "md" ? printMarkdown(type) : printText(type);
 }
@@ -34,8 +52,11 @@ void DescribeCommand::addTo(CLI::App& app) {
         "describe", "Print what the metamodel says of its classes, data types and properties");
     command->add_option(
         "CLASS", class_, "Only this class or data type, with or without its package");
-    command->add_option("--format", format_, "text, dot (a diagram for Graphviz) or md (Markdown)")
-        ->check(CLI::IsMember({"text", "dot", "md"}));
+    command
+        ->add_option("--format",
+                     format_,
+                     "text, dot (a diagram for Graphviz), md (Markdown) or html (a page)")
+        ->check(CLI::IsMember({"text", "dot", "md", "html"}));
 }
 
 int DescribeCommand::run() const {

@@ -3,14 +3,12 @@
 #include "commands/exit_code.h"
 #include "commands/load.h"
 #include "commands/output.h"
+#include "commands/output_file.h"
 #include "export/writers.h"
 #include "model/dictionary.h"
 #include "report/printers.h"
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <map>
 #include <system_error>
@@ -21,40 +19,6 @@ namespace velum::commands {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A file that says on the standard error if it can't be written.
-class OutputFile {
-public:
-    explicit OutputFile(fs::path path)
-        : path_(std::move(path)), out_(path_, std::ios::binary | std::ios::trunc) {
-        check();
-    }
-
-    bool write(std::string_view piece) {
-        out_ << piece;
-        return check();
-    }
-    bool close() {
-        if (isGood_) {
-            out_.close();
-        }
-        return check();
-    }
-
-private:
-    bool check() {
-        if (isGood_ && !out_) {
-            isGood_ = false;
-            std::cerr << "velum: " << report::inOneLine(path_.string())
-                      << ": The file cannot be written (" << std::strerror(errno) << ").\n";
-        }
-        return isGood_;
-    }
-
-    fs::path path_;
-    std::ofstream out_;
-    bool isGood_ = true;
-};
 
 bool exportJson(QOB::Model const& model, std::string const& output) {
     if (output.empty()) {

@@ -5,6 +5,7 @@
 #include "commands/load.h"
 #include "commands/output.h"
 #include "find/references.h"
+#include "html/single_picture.h"
 #include "model/addresses.h"
 #include "model/dictionary.h"
 #include "model/objects.h"
@@ -76,10 +77,42 @@ void ShowCommand::addTo(CLI::App& app) {
             std::string(whatFilesAre) +
                 ", then what to show: paths (/A/B), patterns (/A*/**/Speed*), names (Speed)")
         ->required();
+    command
+        ->add_option(
+            "--svg", picture_, "Write the picture of the curve or map at this path, as SVG")
+        ->type_name("PATH");
     failOn_.addTo(*command);
 }
 
+int ShowCommand::drawPicture() const {
+    model::Dictionary dictionary;
+    arxml::Sources sources;
+    arxml::Options options;
+    options.sources = &sources;
+    const arxml::Report report = load(arguments_, dictionary, options);
+    const std::vector<QOB::ClassObject> objects = show::select(dictionary.model(), picture_);
+    html::SinglePicture picture;
+    if (objects.size() == 1) {
+        picture = html::pictureOf(objects.front(), html::Constants(dictionary.model(), sources));
+    } else {
+        picture.fault = objects.empty() ? "Nothing in the files has this path."
+                                        : "Several objects have this path; name one of them.";
+    }
+    if (!picture.fault.empty()) {
+        std::cerr << "velum: " << velum::report::inOneLine(picture_) << ": " << picture.fault
+                  << "\n";
+        return inputAtFault;
+    }
+    if (!print(picture.svg)) {
+        return failed;
+    }
+    return tellFailure(report, failOn_.value()) ? inputAtFault : done;
+}
+
 int ShowCommand::run() const {
+    if (!picture_.empty()) {
+        return drawPicture();
+    }
     std::vector<std::string> files = {arguments_.front()};
     std::vector<std::string> wanted;
     for (std::size_t i = 1; i < arguments_.size(); ++i) {

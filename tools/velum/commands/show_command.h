@@ -16,7 +16,10 @@ public:
     int run() const;
 
 private:
+    int drawPicture() const;
+
     std::vector<std::string> arguments_;
+    std::string picture_; ///< The path of what is drawn.
     FailOnOption failOn_;
 };
 

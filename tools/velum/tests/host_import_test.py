@@ -645,11 +645,11 @@ class RefusalTest(unittest.TestCase):
             self.refused(
                 folder.run("import", "f.arxml"),
                 "f.arxml:1:819: Elements are nested more than 256 deep.")
-        parts = "<A/>" * 1_000_001
+        parts = "<A/>" * 2_000_001
         self.check(
             f"{OPENING}<AR-PACKAGES><AR-PACKAGE><ELEMENTS>\n<SW-BASE-TYPE>{parts}</SW-BASE-TYPE>"
             "</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>",
-            "f.arxml:2:4000011: The element around this one is larger than 1000000 elements or "
+            "f.arxml:2:8000011: The element around this one is larger than 2000000 elements or "
             "100000000 bytes of text.")
 
     @unittest.skipUnless(pathlib.Path("/dev/stdin").exists(), "needs a file that is a pipe")

@@ -18,7 +18,7 @@ import unittest
 from host import PROGRAM, SAMPLES, help_of, run
 
 PAGES = [(pathlib.Path(sys.argv[3]) / name).read_text(encoding="utf-8")
-         for name in ("docs/velum.md", "README.md")]
+         for name in ("docs/velum.md", "README.md", "docs/report.md")]
 
 
 def sessions(text):

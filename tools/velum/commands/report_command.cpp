@@ -1,0 +1,111 @@
+#include "commands/report_command.h"
+
+#include "commands/exit_code.h"
+#include "commands/load.h"
+#include "commands/output_file.h"
+#include "html/diff_report.h"
+#include "html/report.h"
+#include "model/dictionary.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace velum::commands {
+
+namespace {
+
+/// "2 files: a.arxml, b.arxml": what a page is about.
+std::string namesOf(arxml::Report const& report) {
+    constexpr std::size_t most = 8;
+    auto const& files = report.files;
+    std::string text = std::to_string(files.size()) + (files.size() == 1 ? " file: " : " files: ");
+    for (std::size_t i = 0; i < std::min(files.size(), most); ++i) {
+        text += (i == 0 ? "" : ", ") + files[i].file;
+    }
+    return text + (files.size() > most ? " and others" : "");
+}
+
+/// Files with their objects, and with what they say beside.
+struct ReadRelease {
+    explicit ReadRelease(std::vector<std::string> const& files) {
+        arxml::Options options;
+        options.sources = &sources;
+        report = load(files, dictionary, options);
+    }
+
+    model::Dictionary dictionary;
+    arxml::Sources sources;
+    arxml::Report report;
+};
+
+} // namespace
+
+void ReportCommand::addTo(CLI::App& app) {
+    CLI::App* const command = app.add_subcommand(
+        "report", "Write a page for a browser: every object with its links, curves and maps");
+    CLI::Option* const files = command->add_option("FILE", files_, whatFilesAre);
+    command->add_option("-o,--output", output_, "The page to write; one that is there is replaced")
+        ->type_name("FILE")
+        ->required();
+    CLI::Option* const isDiff = command->add_flag(
+        "--diff", isDiff_, "Report what changed between two releases: --diff OLD NEW");
+    CLI::Option* const older =
+        command->add_option("--old", oldFiles_, "With --diff: the old release as a list of files")
+            ->type_name("FILE")
+            ->excludes(files);
+    CLI::Option* const newer =
+        command->add_option("--new", newFiles_, "With --diff: the new release as a list of files")
+            ->type_name("FILE")
+            ->excludes(files);
+    older->needs(newer)->needs(isDiff);
+    newer->needs(older)->needs(isDiff);
+    failOn_.addTo(*command);
+}
+
+int ReportCommand::run() const {
+    if (isDiff_) {
+        return reportDiff();
+    }
+    if (files_.empty()) {
+        std::cerr << "velum: There is nothing to report on: \"velum report FILE... -o PAGE\".\n";
+        return wrongUsage;
+    }
+    return reportOne();
+}
+
+int ReportCommand::reportOne() const {
+    ReadRelease const release(files_);
+    OutputFile file(output_);
+    bool const isWritten = html::writeReport(
+        release.dictionary.model(),
+        release.sources,
+        html::findingsOf(release.dictionary.model(), release.report, release.sources),
+        namesOf(release.report),
+        [&file](std::string_view piece) { return file.write(piece); });
+    if (!isWritten || !file.close()) {
+        return failed;
+    }
+    return tellFailure(release.report, failOn_.value()) ? inputAtFault : done;
+}
+
+int ReportCommand::reportDiff() const {
+    if (oldFiles_.empty() && files_.size() != 2) {
+        std::cerr << "velum: Two releases are needed: \"velum report --diff OLD NEW -o PAGE\", or "
+                     "--old and --new.\n";
+        return wrongUsage;
+    }
+    ReadRelease const older(oldFiles_.empty() ? std::vector{files_.front()} : oldFiles_);
+    ReadRelease const newer(oldFiles_.empty() ? std::vector{files_.back()} : newFiles_);
+    OutputFile file(output_);
+    bool const isWritten =
+        html::writeDiffReport({older.dictionary.model(), older.sources, namesOf(older.report)},
+                              {newer.dictionary.model(), newer.sources, namesOf(newer.report)},
+                              [&file](std::string_view piece) { return file.write(piece); });
+    if (!isWritten || !file.close()) {
+        return failed;
+    }
+    bool const isOldAtFault = tellFailure(older.report, failOn_.value());
+    return tellFailure(newer.report, failOn_.value()) || isOldAtFault ? inputAtFault : done;
+}
+
+} // namespace velum::commands

@@ -1,0 +1,84 @@
+#include "html/frame.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace velum::html {
+
+namespace {
+
+constexpr double widthOfCharacter = 6.4;
+
+} // namespace
+
+double acrossOf(double number, Span span, Box const& box) {
+    return box.left + fraction(number, span) * box.width();
+}
+
+double upOf(double number, Span span, Box const& box) {
+    return box.bottom - fraction(number, span) * box.height();
+}
+
+void drawUpright(Out& out, Box const& box, Span span, std::string_view title) {
+    for (const double tick : ticks(span, 5)) {
+        const double y = upOf(tick, span, box);
+        out << "<path class=\"grid\" d=\"M" << Px{box.left} << " " << Px{y} << "H" << Px{box.right}
+            << "\"/><text class=\"end\" x=\"" << Px{box.left - 6} << "\" y=\"" << Px{y + 4} << "\">"
+            << labelText(tick) << "</text>";
+    }
+    out << "<text class=\"title\" x=\"" << Px{4} << "\" y=\"" << Px{box.top - 8} << "\">"
+        << shortened(std::string(title), 60) << "</text>";
+}
+
+void drawBelow(Out& out, Box const& box, std::vector<Label> const& labels, std::string_view title) {
+    double free = -1e9;
+    for (Label const& label : labels) {
+        const std::string text = shortened(label.text, 12);
+        const double half = (static_cast<double>(text.size()) * widthOfCharacter) / 2.0;
+        out << "<path class=\"axis\" d=\"M" << Px{label.across} << " " << Px{box.bottom}
+            << "v4\"/>";
+        if (label.across - half < free) {
+            continue;
+        }
+        free = label.across + half + 8.0;
+        out << "<text class=\"mid\" x=\"" << Px{label.across} << "\" y=\"" << Px{box.bottom + 17}
+            << "\">" << text << "</text>";
+    }
+    out << "<text class=\"title mid\" x=\"" << Px{(box.left + box.right) / 2.0} << "\" y=\""
+        << Px{box.bottom + 36} << "\">" << shortened(std::string(title), 60) << "</text>";
+}
+
+std::vector<double> placesOf(LookupAxis const& axis, Box const& box) {
+    const bool isToScale = axis.isRising() && axis.points.size() > 1;
+    const Span span = isToScale ? spanOf(axis.points.numbers)
+                                : Span{0.0, std::max(1.0, double(axis.points.size()) - 1.0)};
+    std::vector<double> places;
+    for (std::size_t i = 0; i < axis.points.size(); ++i) {
+        const double number = isToScale ? axis.points.numbers[i] : static_cast<double>(i);
+        places.push_back(axis.points.size() == 1 ? (box.left + box.right) / 2.0
+                                                 : acrossOf(number, span, box));
+    }
+    return places;
+}
+
+std::vector<Label> labelsOf(LookupAxis const& axis, std::vector<double> const& places) {
+    std::vector<Label> labels;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        labels.push_back({places[i], axis.points.texts[i]});
+    }
+    return labels;
+}
+
+std::string shortened(std::string const& text, std::size_t most) {
+    std::size_t characters = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool begins = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
+        characters += begins ? 1 : 0;
+        if (characters > most) {
+            return text.substr(0, i) + "…";
+        }
+    }
+    return text;
+}
+
+} // namespace velum::html

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "html/out.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <velum_types/types.h>
+
+namespace velum::html {
+
+namespace types = Zorvane::metamodel::types;
+namespace foundation = Zorvane::metamodel::foundation;
+
+/// The limits of a type, in the numbers that they are given in. Without a bound an end is open.
+struct Limits {
+    std::optional<double> low;
+    std::optional<double> high;
+    bool isLowOpen = true;
+    bool isHighOpen = true;
+    std::string lowText{}; ///< As the file writes it, if the number is rounded.
+    std::string highText{};
+
+    bool areThere() const { return low || high; }
+    std::string text() const; ///< "[0, 255)"
+    friend bool operator==(Limits const&, Limits const&) = default;
+};
+
+Limits limitsOf(types::Real const& type);
+
+/// A number line with the limits of a type, and with those of another release above them.
+void drawLimits(Out& out, Limits const& limits, Limits const* before = nullptr);
+
+/// The type of a member, its own or the one that it refers to.
+foundation::ValueType typeOf(types::StructElement const& member);
+
+/// How many bits values of a type take in memory, as far as the model says.
+std::optional<std::int64_t> bitsOf(foundation::ValueType const& type);
+
+/// So many bits as a row of boxes, eight to a byte.
+void drawBits(Out& out, std::int64_t bits);
+
+/// The curve of a method from internal to physical values, over the limits of the types that have
+/// it, with the texts of their enumerations as points. Nothing if there is nothing to draw.
+void drawMethod(Out& out, types::CompuMethod const& method);
+
+/// "physical = -40 + 0.5 x internal", or what the model holds: internal as a quotient.
+std::string formulaText(types::CompuMethod const& method);
+
+} // namespace velum::html
