@@ -40,7 +40,7 @@ class CompletionTest(unittest.TestCase):
         self.assertEqual(self.complete("find", "--un"), ["--unit", "--unused"])
 
     def test_values(self):
-        self.assertEqual(self.complete("export", "--format", ""), ["csv", "json"])
+        self.assertEqual(self.complete("export", "--format", ""), ["arxml", "csv", "json"])
         self.assertEqual(self.complete("export", "--format", "=", "c"), ["csv"])
         self.assertEqual(self.complete("export", "--format", "="), ["csv", "json"])
         self.assertEqual(self.complete("find", "--class", "Enum"),
