@@ -68,8 +68,11 @@ void Contents::addEntries(QOB::Model const& model) {
         }
         std::string path = addresses_.of(object);
         auto [package, name] = packageAndName(path);
-        if (package.empty() && !model::nameOf(object).empty()) {
-            name = model::nameOf(object);
+        // A name may have a slash in it.
+        if (const std::string own = model::nameOf(object); !own.empty()) {
+            const bool endsSo = path.ends_with("/" + own) && path.front() == '/';
+            package = endsSo ? path.substr(0, path.size() - own.size() - 1) : package;
+            name = endsSo || package.empty() ? own : name;
         }
         entries_.push_back({object,
                             std::move(path),

@@ -39,7 +39,7 @@ struct Lookup {
     Values values;                ///< One for each combination of points; the last axis is fastest.
     std::vector<std::string> surplus; ///< Values for which there is no place.
     std::vector<std::string> notes;   ///< Sentences: what doesn't fit, what the picture leaves out.
-    std::string where{}; ///< Of a map out of a row of them: which one it is.
+    std::string where{};              ///< Of a map out of a row of them: which one it is.
 
     std::string title() const;
 };
