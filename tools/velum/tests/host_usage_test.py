@@ -42,7 +42,7 @@ class CompletionTest(unittest.TestCase):
     def test_values(self):
         self.assertEqual(self.complete("export", "--format", ""), ["arxml", "csv", "json"])
         self.assertEqual(self.complete("export", "--format", "=", "c"), ["csv"])
-        self.assertEqual(self.complete("export", "--format", "="), ["csv", "json"])
+        self.assertEqual(self.complete("export", "--format", "="), ["arxml", "csv", "json"])
         self.assertEqual(self.complete("find", "--class", "Enum"),
                          ["Enumeration", "EnumerationLiteral", "EnumerationLiteralReference"])
         self.assertEqual(self.complete("describe", "FloatingP"), ["FloatingPoint"])
