@@ -131,9 +131,9 @@ private:
     std::vector<ImmutableProperty> properties_;
 };
 
-std::vector<Attribute> attributesOf(ClassObject const& object) {
+std::vector<Attribute> attributesOf(ImmutableClass const& live) {
     std::vector<Attribute> attributes;
-    if (ImmutableClass const live = object.getMetaClass(); live.isValid()) {
+    if (live.isValid()) {
         Collection collection;
         collection.add(live);
         attributes = collection.attributes(live->internal_propertyIndex());
@@ -170,12 +170,20 @@ std::vector<Object> Attribute::valuesOf(ClassObject const& object) const {
 
 std::vector<Attribute> const& Attributes::of(ClassObject const& object) {
     // Objects without a live class are told apart by the name of their class.
-    NSInterface::ClassIntf const* const live = object.getMetaClass().get();
-    void const* const key =
-        live != nullptr ? static_cast<void const*>(live) : object.getLumvoName(false);
+    ImmutableClass const live = object.getMetaClass();
+    return of(live,
+              live.get() != nullptr ? live.get()
+                                    : static_cast<void const*>(object.getLumvoName(false)));
+}
+
+std::vector<Attribute> const& Attributes::of(ImmutableClass const& live) {
+    return of(live, live.get());
+}
+
+std::vector<Attribute> const& Attributes::of(ImmutableClass const& live, void const* key) {
     auto const found = byClass_.find(key);
     return found != byClass_.end() ? found->second
-                                   : byClass_.emplace(key, attributesOf(object)).first->second;
+                                   : byClass_.emplace(key, attributesOf(live)).first->second;
 }
 
 namespace internal {

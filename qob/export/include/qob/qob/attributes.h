@@ -40,8 +40,12 @@ class QOB_EXPORT Attributes {
 public:
     /// Valid as long as this is.
     std::vector<Attribute> const& of(ClassObject const& object);
+    /// The same for the objects of a live class.
+    std::vector<Attribute> const& of(ImmutableClass const& live);
 
 private:
+    std::vector<Attribute> const& of(ImmutableClass const& live, void const* key);
+
     std::unordered_map<void const*, std::vector<Attribute>> byClass_;
 };
 

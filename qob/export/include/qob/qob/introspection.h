@@ -5,6 +5,8 @@
 
 namespace QOB {
 
+class Integer;
+class Model;
 class Object;
 struct PackageIntrospectiveMethods;
 
@@ -93,6 +95,9 @@ struct IntrospectiveMethods {
     SuperReference const* supers = nullptr;         ///< ended by an empty one
     NSInterface::TypeIntf* meta = nullptr;          ///< the created metaclass seen as its type
     PackageIntrospectiveMethods const* package = nullptr;
+    /// A new object of the class, in its defaults and under the given id, in the deviant of the
+    /// model's handle. Null for a class without objects of its own.
+    Object (*create)(Model const&, Integer const& id) = nullptr;
 };
 
 /// The classes of a package by index; entry 0 is null, and so is the last one.

@@ -16,6 +16,7 @@
 ///     static constexpr char const* name;   its dotted name
 ///     static constexpr Place place{__FILE__, __LINE__};   where it is described
 ///     using Properties = List<Single<...>, Many<...>, ...>;
+///     static constexpr auto create = &createAsObject<...>;   of a class that has objects
 namespace QOB::reflective {
 
 /// The source place that a failure of one of the functions reports.
@@ -290,6 +291,16 @@ private:
     }
 };
 
+/// What makes objects of the class; null if its description names nothing.
+template <class Class>
+constexpr auto creatorOf() -> decltype(IntrospectiveMethods::create) {
+    if constexpr (requires { Class::create; }) {
+        return Class::create;
+    } else {
+        return nullptr;
+    }
+}
+
 } // namespace internal
 
 /// The record of the class that `Class` describes, with its table of properties, its list of supers
@@ -312,6 +323,7 @@ constexpr IntrospectiveMethods methodsOf(MetaPropertyDescription** properties = 
         .supers = supers,
         .meta = nullptr,
         .package = package,
+        .create = internal::creatorOf<Class>(),
     };
 }
 
