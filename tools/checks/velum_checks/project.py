@@ -68,7 +68,7 @@ class Project:
     @functools.cache
     def installed(self) -> pathlib.Path:
         """A fresh installation of the release build, as a user would have it."""
-        build = self.build("release", "velum_types", "velum")
+        build = self.build("release", "qob_store", "velum_types", "velum")
         prefix = self.root / "build" / "check" / "prefix"
         self.run("cmake", "-E", "rm", "-rf", prefix)
         self.run("cmake", "--install", build, "--prefix", prefix)

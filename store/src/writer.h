@@ -1,0 +1,88 @@
+#pragma once
+
+#include "database.h"
+#include "layout.h"
+#include "qob/qob/model.h"
+
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace QOB::store {
+
+/// The key of the model itself in the table of objects: above every id.
+inline constexpr std::int64_t ModelKey = std::int64_t(1) << 32;
+
+/// By what the objects of one model are known in a file: by their ids; those without one get a key
+/// above all ids.
+class Keys {
+public:
+    explicit Keys(Model const& model) : model_(model) {}
+
+    std::int64_t of(ClassObject const& object);
+
+private:
+    Model model_;
+    std::unordered_map<void const*, std::int64_t> withoutId_;
+};
+
+/// Writes objects into the tables of an open transaction.
+class Writer {
+public:
+    Writer(Database& database, Layout const& layout, Model const& model, Keys& keys);
+    Writer(Writer const&) = delete;
+    Writer& operator=(Writer const&) = delete;
+
+    /// Everything, into empty tables.
+    void writeAll();
+
+private:
+    /// The statements of one class.
+    struct ClassRows {
+        Statement row;
+        std::vector<Statement*> lists{};
+    };
+    struct Foreign {
+        int property;
+        int position;
+        ClassObject object;
+    };
+
+    ClassTable const& tableOf(ClassObject const& object) const;
+    ClassRows& rowsOf(ClassTable const& table);
+
+    void writeObject(ClassObject const& object, std::int64_t position);
+    void writeModel();
+    /// The row of a class and what stands in lists.
+    void writeValues(ClassObject const& object);
+    void writeRow(ClassTable const& table, ClassObject const& object, std::int64_t key);
+    void writeList(Field const& list, Statement& row, ClassObject const& object, std::int64_t key);
+    void writeNotes(ClassObject const& object, std::int64_t key);
+    void writeForeign(std::int64_t key);
+
+    void bindValue(Statement& row, int parameter, Field const& field, Object const& value);
+    void bindText(Statement& row, int parameter, String const& text);
+    void bindReal(Statement& row, int parameter, Real const& value);
+    /// A reference to an object of another model is left out and noted.
+    void bindReference(Statement& row,
+                       int parameter,
+                       int property,
+                       int position,
+                       ClassObject const& target);
+
+    Database& database_;
+    Layout const& layout_;
+    Model model_;
+    Deviant root_;
+    Keys& keys_;
+    Statement object_;
+    Statement toolInfo_;
+    Statement stereotype_;
+    Statement foreign_;
+    std::unordered_map<ClassTable const*, ClassRows> byClass_;
+    std::unordered_map<Field const*, Statement> byList_;
+    std::vector<String> texts_; ///< of the row that is being written
+    std::vector<Foreign> foreigns_;
+};
+
+} // namespace QOB::store
