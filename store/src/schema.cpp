@@ -237,7 +237,7 @@ private:
         row.bind(2, name.view());
         row.bind(3, std::string_view(type));
         row.bind(4, std::int64_t(int(property.getLower())));
-        if (int const upper = property.getUpper(); upper == NSInterface::PropertyIntf::Unbounded) {
+        if (int const upper = property.getUpper(); upper == ImmutableProperty::Unbounded) {
             row.bindNull(5);
         } else {
             row.bind(5, std::int64_t(upper));
