@@ -12,6 +12,14 @@ void ElementOutput::reference(std::string_view tag, QOB::ClassObject const& targ
                " is no element of a package; the reference isn't written.");
 }
 
+void ElementOutput::partName(std::string const& name) const {
+    const std::string written = nameInPath(name);
+    if (!isIdentifier(name)) {
+        remark(Remark::badName, "The name \"" + name + "\" of a part is no identifier.");
+    }
+    xml.leaf("SHORT-NAME", written.empty() ? "Unnamed" : std::string_view(written));
+}
+
 void writeElement(ElementOutput const& out, Outline::Entry const& entry) {
     const OpenElement element(out.xml, tagOf(entry.kind));
     out.xml.leaf("SHORT-NAME", entry.name());

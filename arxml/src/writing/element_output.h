@@ -32,6 +32,9 @@ struct ElementOutput {
         }
     }
 
+    /// SHORT-NAME of a part.
+    void partName(std::string const& name) const;
+
     /// The label of a value or field, if there is one.
     void label(std::string const& name) const {
         if (!name.empty()) {

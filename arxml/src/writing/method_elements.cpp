@@ -260,6 +260,7 @@ bool hasOwnLimits(types::Real const& type, Bounds const& bounds) {
 
 ConstraintLimits limitsOf(types::DataConstr const& constraint) {
     ConstraintLimits limits;
+    std::vector<types::Real> unlimited; // application types
     for (const types::PrimitiveType type : constraint.getPrimitiveTypes()) {
         const types::Real real(type);
         if (!real.isValid()) {
@@ -268,6 +269,9 @@ ConstraintLimits limitsOf(types::DataConstr const& constraint) {
         const bool isApplication = bool(type.isApplication());
         const Bounds own(real);
         if (hasOwnLimits(real, own)) {
+            if (isApplication) {
+                unlimited.push_back(real);
+            }
             continue;
         }
         std::optional<Bounds>& known = isApplication ? limits.physical : limits.internal;
@@ -282,6 +286,11 @@ ConstraintLimits limitsOf(types::DataConstr const& constraint) {
         }
         known = known ? known : own;
     }
+    if (limits.physical && !limits.physical->isEmpty() && !unlimited.empty()) {
+        limits.arePhysicalDifferent = true;
+        limits.applicationTypes.insert(
+            limits.applicationTypes.end(), unlimited.begin(), unlimited.end());
+    }
     return limits;
 }
 
@@ -291,7 +300,9 @@ bool followFrom(ConstraintLimits const& limits, Bounds const& internal) {
     for (types::Real const& type : limits.applicationTypes) {
         const Bounds own(type);
         const auto read = throughMethod(internal, type);
-        if (read ? read->first != own.lower || read->second != own.upper : !own.isEmpty()) {
+        const bool isSame = read ? read->first == own.lower && read->second == own.upper
+                                 : own.isEmpty() || hasOwnLimits(type, own);
+        if (!isSame) {
             return false;
         }
     }

@@ -14,30 +14,6 @@ bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-bool isIdentifier(std::string_view name) {
-    constexpr std::size_t mostCharacters = 128;
-    return !name.empty() && name.size() <= mostCharacters && isLetter(name.front()) &&
-           std::all_of(name.begin(), name.end(), [](char c) {
-               return isLetter(c) || (c >= '0' && c <= '9') || c == '_';
-           });
-}
-
-/// A name that a path can have in it: no slash, no blanks at the ends, no control characters.
-std::string mended(std::string_view name) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = name.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    std::string text(name.substr(first, name.find_last_not_of(blanks) - first + 1));
-    for (char& c : text) {
-        if (c == '/' || (c >= 0 && c < 0x20)) {
-            c = '_';
-        }
-    }
-    return text;
-}
-
 std::string_view shortClassName(QOB::ClassObject const& object) {
     std::string_view name = object.getLumvoName(false);
     name.remove_prefix(name.rfind('.') + 1);
@@ -53,7 +29,7 @@ std::string cleaned(std::string_view path) {
     std::string text;
     while (!path.empty()) {
         const std::size_t end = std::min(path.find('/'), path.size());
-        if (const std::string name = mended(path.substr(0, end)); !name.empty()) {
+        if (const std::string name = nameInPath(path.substr(0, end)); !name.empty()) {
             text += '/';
             text += name;
         }
@@ -63,6 +39,29 @@ std::string cleaned(std::string_view path) {
 }
 
 } // namespace
+
+bool isIdentifier(std::string_view name) {
+    constexpr std::size_t mostCharacters = 128;
+    return !name.empty() && name.size() <= mostCharacters && isLetter(name.front()) &&
+           std::all_of(name.begin(), name.end(), [](char c) {
+               return isLetter(c) || (c >= '0' && c <= '9') || c == '_';
+           });
+}
+
+std::string nameInPath(std::string_view name) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t first = name.find_first_not_of(blanks);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    std::string text(name.substr(first, name.find_last_not_of(blanks) - first + 1));
+    for (char& c : text) {
+        if (c == '/' || (c >= 0 && c < 0x20)) {
+            c = '_';
+        }
+    }
+    return text;
+}
 
 std::string_view tagOf(ElementKind kind) {
     switch (kind) {
@@ -277,7 +276,7 @@ void Outline::place(std::vector<Candidate> candidates, std::vector<WriteFinding>
     std::unordered_set<std::string> taken;
     entries_.reserve(candidates.size());
     for (Candidate& candidate : candidates) {
-        std::string name = mended(candidate.name);
+        std::string name = nameInPath(candidate.name);
         if (name.empty()) {
             name = shortClassName(candidate.object);
         }

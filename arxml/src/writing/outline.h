@@ -39,6 +39,11 @@ std::string nameOf(QOB::ClassObject const& object);
 /// The external id of an object; empty if it has none.
 std::string externalIdOf(QOB::ClassObject const& object);
 
+/// Whether a name is one that the format allows.
+bool isIdentifier(std::string_view name);
+/// A name that a path can have in it: no slash, no blanks at the ends, no control characters.
+std::string nameInPath(std::string_view name);
+
 /// The bases of the international system, in the order of the schema.
 struct SiDimension {
     std::string_view exponentTag;

@@ -281,7 +281,7 @@ private:
 
     void writeMember(types::StructElement const& member) {
         const OpenElement element(xml_, "IMPLEMENTATION-DATA-TYPE-ELEMENT");
-        xml_.leaf("SHORT-NAME", nameOf(member));
+        out_.partName(nameOf(member));
         if (member.hasInlineType()) {
             writeInline(member, member.getInlineType());
             return;
@@ -373,7 +373,7 @@ private:
         const std::size_t unsized = names.size() - std::min(sizes, names.size());
         const OpenElement elements(xml_, "SUB-ELEMENTS");
         const OpenElement element(xml_, "IMPLEMENTATION-DATA-TYPE-ELEMENT");
-        xml_.leaf("SHORT-NAME", names[level]);
+        out_.partName(names[level]);
         Place place{true};
         if (level >= unsized) {
             place.array = matrix;
@@ -483,7 +483,7 @@ void writeRecord(ElementOutput const& out, types::Structure const& structure) {
     const OpenElement elements(out.xml, "ELEMENTS", OpenElement::When::ifUsed);
     for (const types::StructElement member : structure.getElementses()) {
         const OpenElement element(out.xml, "APPLICATION-RECORD-ELEMENT");
-        out.xml.leaf("SHORT-NAME", nameOf(member));
+        out.partName(nameOf(member));
         if (member.hasInlineType()) {
             out.noPlace("A member of an application type can't have its type in it.");
             continue;

@@ -181,16 +181,22 @@ Conversion conversionOf(double convFactor, double convOffset) {
     return conversion;
 }
 
+/// Whether a reader takes the numbers: it refuses those that it can't turn round.
+bool isReadable(Conversion const& conversion) {
+    return conversion.factor != 0.0 && std::isfinite(conversion.factor) &&
+           std::isfinite(conversion.offset) && std::isfinite(1.0 / conversion.factor) &&
+           std::isfinite(conversion.offset / conversion.factor);
+}
+
 void writeConversion(ElementOutput const& out, types::Unit const& unit) {
     const double convFactor = unit.getConvFactor();
     const double convOffset = unit.getConvOffset();
-    if (convFactor == 0.0 || !std::isfinite(convFactor) || !std::isfinite(convOffset) ||
-        !std::isfinite(1.0 / convFactor)) {
+    const Conversion conversion = conversionOf(convFactor, convOffset);
+    if (!isReadable(conversion)) {
         out.noPlace("The conversion by the factor " + numberText(convFactor) + " and the offset " +
                     numberText(convOffset) + " can't be written.");
         return;
     }
-    const Conversion conversion = conversionOf(convFactor, convOffset);
     if (!conversion.isExact) {
         out.noPlace("The conversion to the SI unit is written rounded.");
     }
