@@ -5,7 +5,8 @@
     schema.py      the keys of a metamodel file
     checks.py      the rules that hold between the parts of a loaded metamodel
     faults.py      what is wrong with a model
-    model.py       packages, classes, properties: every fact a template prints
+    model.py       packages, data types, classes: every fact a template prints
+    members.py     properties and operations of classes, likewise
     names.py       how C++ names and file names follow from the model's names
     operations.py  which operations a property gives to its class, in which order
     shapes.py      the kinds of property and the kernel rules they call

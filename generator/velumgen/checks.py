@@ -7,7 +7,8 @@ from typing import Iterator
 
 from . import operations, shapes
 from .faults import Fault
-from .model import DataType, MetaClass, Package, Property
+from .members import Property
+from .model import DataType, MetaClass, Package
 
 
 def check(package: Package) -> list[Fault]:

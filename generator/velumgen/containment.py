@@ -6,7 +6,8 @@ from dataclasses import dataclass
 from typing import Iterator
 
 from . import names, shapes
-from .model import MetaClass, Property
+from .members import Property
+from .model import MetaClass
 
 
 @dataclass(frozen=True)

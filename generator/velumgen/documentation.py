@@ -4,7 +4,8 @@ from __future__ import annotations
 
 from typing import Iterator
 
-from .model import DataType, MetaClass, Property, Type, UNBOUNDED
+from .members import Property
+from .model import DataType, MetaClass, Type, UNBOUNDED
 from .operations import Operation
 
 # How the documentation of an operation begins, by its verb.

@@ -6,7 +6,8 @@ from dataclasses import dataclass, field
 from typing import Iterable
 
 from . import operations, shapes, tables
-from .model import MetaClass, Property, Type
+from .members import Property
+from .model import MetaClass, Type
 
 
 @dataclass(frozen=True)

@@ -9,16 +9,8 @@ from typing import Any, Optional, Union
 
 from . import checks, schema
 from .faults import Fault, MetamodelError
-from .model import (
-    UNBOUNDED,
-    DataType,
-    ExtraOperation,
-    MetaClass,
-    Package,
-    Parameter,
-    Property,
-    Type,
-)
+from .members import ExtraOperation, Parameter, Property
+from .model import UNBOUNDED, DataType, MetaClass, Package, Type
 
 
 def load(path: Union[str, Path]) -> Package:

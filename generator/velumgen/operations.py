@@ -11,7 +11,8 @@ from dataclasses import dataclass, field, replace
 from typing import Iterator, Optional
 
 from . import shapes
-from .model import DataType, ExtraOperation, MetaClass, Parameter, Property, Type
+from .members import ExtraOperation, Parameter, Property
+from .model import DataType, MetaClass, Type
 
 
 @dataclass(eq=False)

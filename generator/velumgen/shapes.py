@@ -9,7 +9,8 @@ from __future__ import annotations
 from dataclasses import dataclass, field
 from typing import Optional
 
-from .model import DataType, MetaClass, Property
+from .members import Property
+from .model import DataType, MetaClass
 
 
 @dataclass(frozen=True)

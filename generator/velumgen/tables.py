@@ -5,7 +5,8 @@ from __future__ import annotations
 from typing import Iterator, Optional
 
 from . import names
-from .model import DataType, MetaClass, Package, Property, Type, UNBOUNDED
+from .members import Property
+from .model import DataType, MetaClass, Package, Type, UNBOUNDED
 
 # The mark of what hosts don't show.
 HIDDEN = "qob_hide_in_lumvo"
