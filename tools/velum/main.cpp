@@ -20,6 +20,7 @@
 #include <functional>
 #include <iostream>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -30,6 +31,25 @@
 namespace {
 
 using velum::commands::ExitCode;
+
+/// Parses the arguments. Returns an exit code if no command is to run: wrong usage, or --help.
+std::optional<int> parse(CLI::App& app, int argc, char** argv) {
+    try {
+        app.parse(argc, argv);
+        return std::nullopt;
+    } catch (CLI::ParseError const& error) {
+        if (app.get_subcommands().empty() && !app.remaining().empty()) {
+            std::cerr << "velum: There is no command ("
+                      << velum::report::inOneLine(app.remaining().front())
+                      << "); \"velum --help\" lists them.\n";
+            return ExitCode::wrongUsage;
+        }
+        if (app.exit(error) != 0) {
+            return ExitCode::wrongUsage;
+        }
+        return velum::commands::print("") ? ExitCode::done : ExitCode::failed; // what --help wrote
+    }
+}
 
 int run(int argc, char** argv) {
     CLI::App app("Holds automotive data types in a model and shows them.", "velum");
@@ -77,19 +97,8 @@ int run(int argc, char** argv) {
     completion.addTo(app);
     manual.addTo(app);
 
-    try {
-        app.parse(argc, argv);
-    } catch (CLI::ParseError const& error) {
-        if (app.get_subcommands().empty() && !app.remaining().empty()) {
-            std::cerr << "velum: There is no command ("
-                      << velum::report::inOneLine(app.remaining().front())
-                      << "); \"velum --help\" lists them.\n";
-            return ExitCode::wrongUsage;
-        }
-        if (app.exit(error) != 0) {
-            return ExitCode::wrongUsage;
-        }
-        return velum::commands::print("") ? ExitCode::done : ExitCode::failed; // what --help wrote
+    if (auto const code = parse(app, argc, argv)) {
+        return *code;
     }
     for (auto const& [name, runs] : commands) {
         if (app.got_subcommand(name)) {

@@ -84,6 +84,65 @@ void TagScanner::beginText() {
     state_ = State::text;
 }
 
+// Each byte of a file passes here: the parts of step() are inlined into it.
+
+inline void TagScanner::stepOpened(char c) {
+    closing_ = 0;
+    if (c == '/') {
+        state_ = State::endTag;
+    } else if (c == '?') {
+        state_ = State::instruction;
+    } else if (c == '!') {
+        state_ = State::declaration;
+    } else {
+        elements_.push_back(pieceBegin_);
+        attributes_ = 0;
+        ++depth_;
+        state_ = State::startTag;
+    }
+}
+
+inline TagScanner::Refusal TagScanner::stepStartTag(char c) {
+    if (c == '"') {
+        state_ = State::doubleQuoted;
+    } else if (c == '\'') {
+        state_ = State::singleQuoted;
+    } else if (c == '=' && ++attributes_ > mostAttributes) {
+        return Refusal::manyAttributes;
+    } else if (c == '>') {
+        beginText();
+        depth_ -= slash_ ? 1U : 0U;
+    }
+    slash_ = c == '/';
+    return Refusal::none;
+}
+
+inline void TagScanner::stepEndTag(char c) {
+    if (c == '>') {
+        beginText();
+        depth_ -= depth_ > 0 ? 1U : 0U;
+    }
+}
+
+inline TagScanner::Refusal TagScanner::stepDeclaration(char c) {
+    if (c == '-') {
+        state_ = State::commentOpening;
+    } else if (c == '[') {
+        state_ = State::characterData;
+    } else {
+        return Refusal::documentType;
+    }
+    return Refusal::none;
+}
+
+/// In a piece that ends with '>' after so many of its mark.
+inline void TagScanner::stepUntilMarks(char c, char mark, unsigned marks) {
+    if (c == '>' && closing_ >= marks) {
+        beginText();
+    }
+    closing_ = c == mark ? closing_ + 1 : 0;
+}
+
 TagScanner::Refusal TagScanner::step(char c) {
     if (++pieceSize_ > longestPiece) {
         return Refusal::longPiece;
@@ -95,33 +154,10 @@ TagScanner::Refusal TagScanner::step(char c) {
         }
         break;
     case State::opened:
-        closing_ = 0;
-        if (c == '/') {
-            state_ = State::endTag;
-        } else if (c == '?') {
-            state_ = State::instruction;
-        } else if (c == '!') {
-            state_ = State::declaration;
-        } else {
-            elements_.push_back(pieceBegin_);
-            attributes_ = 0;
-            ++depth_;
-            state_ = State::startTag;
-        }
+        stepOpened(c);
         break;
     case State::startTag:
-        if (c == '"') {
-            state_ = State::doubleQuoted;
-        } else if (c == '\'') {
-            state_ = State::singleQuoted;
-        } else if (c == '=' && ++attributes_ > mostAttributes) {
-            return Refusal::manyAttributes;
-        } else if (c == '>') {
-            beginText();
-            depth_ -= slash_ ? 1U : 0U;
-        }
-        slash_ = c == '/';
-        break;
+        return stepStartTag(c);
     case State::doubleQuoted:
         state_ = c == '"' ? State::startTag : state_;
         break;
@@ -129,38 +165,22 @@ TagScanner::Refusal TagScanner::step(char c) {
         state_ = c == '\'' ? State::startTag : state_;
         break;
     case State::endTag:
-        if (c == '>') {
-            beginText();
-            depth_ -= depth_ > 0 ? 1U : 0U;
-        }
+        stepEndTag(c);
         break;
     case State::instruction:
-        if (c == '>' && closing_ > 0) {
-            beginText();
-        }
-        closing_ = c == '?' ? 1 : 0;
+        stepUntilMarks(c, '?', 1);
         break;
     case State::declaration:
-        if (c == '-') {
-            state_ = State::commentOpening;
-        } else if (c == '[') {
-            state_ = State::characterData;
-        } else {
-            return Refusal::documentType;
-        }
-        break;
+        return stepDeclaration(c);
     case State::commentOpening:
         state_ = State::comment; // anything but a second '-' the parser refuses
         break;
     case State::comment:
-    case State::characterData: {
-        const char mark = state_ == State::comment ? '-' : ']';
-        if (c == '>' && closing_ >= 2) {
-            beginText();
-        }
-        closing_ = c == mark ? closing_ + 1 : 0;
+        stepUntilMarks(c, '-', 2);
         break;
-    }
+    case State::characterData:
+        stepUntilMarks(c, ']', 2);
+        break;
     }
     return Refusal::none;
 }

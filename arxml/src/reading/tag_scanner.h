@@ -57,6 +57,11 @@ private:
 
     std::size_t skipByteOrderMark(std::string_view bytes);
     Refusal step(char c);
+    void stepOpened(char c);
+    Refusal stepStartTag(char c);
+    void stepEndTag(char c);
+    Refusal stepDeclaration(char c);
+    void stepUntilMarks(char c, char mark, unsigned marks);
     void advance(std::string_view bytes);
     void beginMarkup();
     void beginText();
