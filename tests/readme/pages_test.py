@@ -14,6 +14,8 @@ PAGES = [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md"), *ROOT.glob("*/README.md"),
 # Where a page may leave out the beginning of a path.
 FOLDERS = ["", "qob/export/include", "qob/export/include/qob/kernel/property", "tools/velum",
            "generator", "docs", "arxml/src", "arxml/include/velum_arxml"]
+# A folder in the sources, from the root of the repository.
+CODE_FOLDER = re.compile(r"`((?:qob|foundation|velum_types|arxml|tessel|tools|generator|tests)/[\w./-]*/)`")
 CODE_FILE = re.compile(r"`([\w./-]*/[\w.-]+\.(?:h|cpp|py|toml|md|cmake|txt|sh))`")
 
 
@@ -31,6 +33,12 @@ class PagesTest(unittest.TestCase):
         missing = [f"{page.relative_to(ROOT)}: {name}" for page in PAGES
                    for name in CODE_FILE.findall(text(page))
                    if "..." not in name and not any((ROOT / each / name).exists() for each in FOLDERS)]
+        self.assertEqual(missing, [])
+
+    def test_each_named_folder_exists(self):
+        missing = [f"{page.relative_to(ROOT)}: {name}" for page in PAGES
+                   for name in CODE_FOLDER.findall(text(page))
+                   if "..." not in name and not any((ROOT / each / name).is_dir() for each in FOLDERS)]
         self.assertEqual(missing, [])
 
     def test_each_figure_of_speed_was_measured(self):
