@@ -76,13 +76,16 @@ Layout::Layout() {
                                    "meta_column"}) {
         names_.emplace(name, true);
     }
+    // The kernel's own classes come last: of two classes of one name, the other one's table has it.
+    ImmutablePackage const kernel(ImmutableClass::MetaClass().getPackage());
     for (ClassObject const object :
          DomainRegistry::instance()->getMetaRegistry().getRootObjectsWithoutAssociation()) {
         ImmutablePackage const package(object);
-        if (package.isValid() && !package.hasParent()) {
+        if (package.isValid() && !package.hasParent() && package != kernel) {
             addPackage(package);
         }
     }
+    addPackage(kernel);
     for (ClassTable& table : classes_) {
         addFields(table);
     }

@@ -7,6 +7,10 @@
 
 namespace QOB {
 
+namespace NSInterface {
+class NamespaceIntf;
+}
+
 /// A stereotype that no library declares, such as a tag.
 class DynamicStereotypeObject : public StereotypeObject {
 public:
