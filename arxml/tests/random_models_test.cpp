@@ -98,8 +98,7 @@ private:
                                             "\x01 control",
                                             "lone \xED\xA0\x80 surrogate",
                                             "cut \xE2\x82",
-                                            "Gr\xC3\xB6\xC3\x9F"
-                                            "e \xF0\x9F\x9A\x97",
+                                            "Gr\xC3\xB6\xC3\x9F\x65 \xF0\x9F\x9A\x97",
                                             "line\nbreak\tand\rreturn",
                                             " blanks ",
                                             ""};

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <vector>
+#include <velum_arxml/notation/number.h>
 
 namespace velum::html {
 

@@ -52,8 +52,8 @@ TEST(Escape, leaves_no_markup_and_no_control_character_of_any_bytes) {
     for (int round = 0; round < 2000; ++round) {
         std::string text(random() % 40, ' ');
         for (char& c : text) {
-            c = static_cast<char>(random() % 4 == 0 ? "<>&\"'\xE2\x80\xAE\xC2"[random() % 9]
-                                                    : random() % 256);
+            c = random() % 4 == 0 ? "<>&\"'\xE2\x80\xAE\xC2"[random() % 9]
+                                  : static_cast<char>(random() % 256);
         }
         const std::string markup = escaped(text);
         EXPECT_EQ(markup.find_first_of("<>\"'"), std::string::npos);
