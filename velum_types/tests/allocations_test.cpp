@@ -43,7 +43,7 @@ void expectNone(ClassObject const& object, Property const& property) {
 }
 
 TEST(Allocations, ReadsAndWritesThatChangeNothingAllocateNothing) {
-    for (ConcreteClass const& of : VelumTest::concreteClasses()) {
+    for (ConcreteClass const& of : VelumTest::allClasses()) {
         World world;
         ClassObject const full = world.createFull(of);
         ClassObject const bare = world.create(of);
@@ -116,7 +116,7 @@ TEST(Allocations, CreatingAnObjectOfAnyClassTakesTwo) {
     if (isInstrumented) {
         GTEST_SKIP() << "counted in optimized builds";
     }
-    for (ConcreteClass const& of : VelumTest::concreteClasses()) {
+    for (ConcreteClass const& of : VelumTest::allClasses()) {
         Cost const cost = costOf([&](QOB::Model const& model) { of.create(model); });
         std::cout << of.name << ": " << cost.allocations << " allocations, " << cost.bytes
                   << " bytes\n";
