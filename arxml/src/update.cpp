@@ -353,7 +353,7 @@ private:
             }
         }
         for (auto const& [path, element] : after) {
-            if (before.count(path) == 0) {
+            if (!before.contains(path)) {
                 changed.push_back(path);
             }
         }
@@ -424,7 +424,9 @@ rename(std::vector<std::string> const& files, std::string const& path, std::stri
     for (std::string const& file : files) {
         const std::string text = contentOf(file);
         if (const std::string obstacle = obstacleIn(text); !obstacle.empty()) {
-            report.refusal = file + ": " + obstacle;
+            report.refusal = file;
+            report.refusal += ": ";
+            report.refusal += obstacle;
             return report;
         }
         SourceText::Visitor visitor;

@@ -107,7 +107,7 @@ private:
 
     template <class Handle>
     Handle make() {
-        const auto object = Handle::create(model_);
+        auto object = Handle::create(model_);
         static char const* const names[] = {
             "A", "B", "Name", "with blank", "sl/ash", "", "1st", "__"};
         if (below(8) == 0) {
@@ -174,6 +174,8 @@ private:
                 type.setMinValue(QOB::Real(number()));
                 type.setIsMaxOpen(QOB::Boolean(coin()));
             }
+            // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): for one class it is a
+            // copy
             if (const types::Enumeration enumeration(type); enumeration.isValid()) {
                 for (int i = below(3); i > 0; --i) {
                     const auto literal = make<types::EnumerationLiteral>();
@@ -200,7 +202,7 @@ private:
                 member.setInlineType(type);
             }
         }
-        valueTypes_.push_back(structure);
+        valueTypes_.emplace_back(structure);
     }
 
     foundation::ValueSpecification value(std::vector<types::ConstantSpecification> const& constants,

@@ -23,6 +23,10 @@ using tests::TemporaryFiles;
 
 /// A model with undo, and files with 40 units and a reference into nowhere.
 class Read : public testing::Test {
+public:
+    Read(Read const&) = delete;
+    Read& operator=(Read const&) = delete;
+
 protected:
     Read() {
         types::initialize();
@@ -41,8 +45,6 @@ protected:
         }
     }
     ~Read() override { model.destroy(); }
-    Read(Read const&) = delete;
-    Read& operator=(Read const&) = delete;
 
     void expectAsBefore() {
         EXPECT_TRUE(model.getRootObjects().empty());

@@ -88,7 +88,7 @@ inline std::string inText(WriteReport const& report) {
 
 /// The object with an external id; empty without one.
 inline QOB::ClassObject objectAt(QOB::Model const& model, std::string const& path) {
-    for (const QOB::ClassObject object : model.getRootObjects()) {
+    for (QOB::ClassObject object : model.getRootObjects()) {
         if (object.hasExternalId() && object.getExternalId().view() == path) {
             return object;
         }

@@ -390,7 +390,7 @@ Object Reader::numberOf(Setter const& setter, Statement const& row, int column) 
 }
 
 ClassObject Reader::targetOf(Setter& setter, std::int64_t key) {
-    ClassObject const target = objectOf(key);
+    ClassObject target = objectOf(key);
     if (target.isValid() && !takes(setter, target)) {
         database_.fail("the property " + setter.field->name + " doesn't take the object with key " +
                        std::to_string(key) + ", which is a " + target.getLumvoName(false));

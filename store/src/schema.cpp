@@ -99,12 +99,10 @@ Field const* columnOf(ClassTable const& table, ImmutableProperty const& property
         if (each.property == property) {
             return true;
         }
-        for (ImmutableProperty const redefined : each.property.getRedefinedProperties()) {
-            if (redefined == property) {
-                return true;
-            }
-        }
-        return false;
+        auto const redefined = each.property.getRedefinedProperties();
+        return std::any_of(redefined.begin(), redefined.end(), [&](ImmutableProperty const& other) {
+            return other == property;
+        });
     };
     auto const found = std::find_if(table.columns.begin(), table.columns.end(), isIt);
     return found != table.columns.end() ? &*found : nullptr;

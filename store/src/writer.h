@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace QOB::store {
@@ -17,7 +18,7 @@ inline constexpr std::int64_t ModelKey = std::int64_t(1) << 32;
 /// above all ids.
 class Keys {
 public:
-    explicit Keys(Model const& model) : model_(model) {}
+    explicit Keys(Model model) : model_(std::move(model)) {}
 
     std::int64_t of(ClassObject const& object);
 

@@ -25,7 +25,7 @@ using StoreTest::RandomModel;
 /// A number for longer runs by hand.
 int fromEnvironment(char const* name, int otherwise) {
     char const* const value = std::getenv(name);
-    return value != nullptr ? std::atoi(value) : otherwise;
+    return value != nullptr ? static_cast<int>(std::strtol(value, nullptr, 10)) : otherwise;
 }
 
 std::string failureOfSave(Model const& model, std::string const& path) {

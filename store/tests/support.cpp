@@ -123,7 +123,7 @@ void RandomModel::writeNotes(QOB::ClassObject const& object) {
 
 QOB::Object RandomModel::valueFor(Made const& made, VelumTest::Property const& property) {
     if (!property.isReference()) {
-        QOB::Object const sample = VelumTest::sampleValue(property, static_cast<int>(below(2)));
+        QOB::Object sample = VelumTest::sampleValue(property, static_cast<int>(below(2)));
         std::string const type = sample.getLumvoName(false);
         if (type == QOB::Real::getTypeName()) {
             return QOB::Real(reals[below(std::size(reals))]);

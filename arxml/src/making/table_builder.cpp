@@ -90,7 +90,7 @@ void TableBuilder::fillSharedAxis(types::SharedAxisType const& shared, Element t
 types::PrimitiveType TableBuilder::makePart(Element properties) {
     constexpr std::array references = {
         element::compuMethodRef, element::unitRef, element::dataConstrRef, element::baseTypeRef};
-    const auto written = std::find_if(
+    const auto* const written = std::find_if(
         references.begin(), references.end(), [&](NameId name) { return properties.child(name); });
     if (written == references.end()) {
         return {};

@@ -23,7 +23,7 @@ TypeTable::Row const& TypeTable::row(TypeKind kind) {
             &Maker::makePlain<types::SharedAxisType>,
             &Importer::fillSharedAxis},
     };
-    const auto found = std::find_if(
+    const auto* const found = std::find_if(
         rows.begin(), rows.end(), [kind](Row const& candidate) { return candidate.kind == kind; });
     if (found == rows.end()) {
         throw std::logic_error("No object is made of a type of this kind.");

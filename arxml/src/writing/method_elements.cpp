@@ -117,7 +117,8 @@ std::optional<Coefficients> coefficientsOf(ElementOutput const& out,
     const Category category = method.getCategory();
     const bool hasPlace = category == Category::Linear || category == Category::RatFunc ||
                           category == Category::LinearAndTextTable;
-    if (!hasPlace || held.numerator.empty() || held.denominator.empty()) {
+    const bool isQuotient = !held.numerator.empty() && !held.denominator.empty();
+    if (!hasPlace || !isQuotient) {
         out.noPlace("The coefficients of the method have no place in its category.");
         return std::nullopt;
     }
@@ -297,16 +298,13 @@ ConstraintLimits limitsOf(types::DataConstr const& constraint) {
 /// Application types with different limits under one constraint have them from its internal ones,
 /// each by its own method.
 bool followFrom(ConstraintLimits const& limits, Bounds const& internal) {
-    for (types::Real const& type : limits.applicationTypes) {
+    auto const& all = limits.applicationTypes;
+    return std::all_of(all.begin(), all.end(), [&](types::Real const& type) {
         const Bounds own(type);
         const auto read = throughMethod(internal, type);
-        const bool isSame = read ? read->first == own.lower && read->second == own.upper
-                                 : own.isEmpty() || hasOwnLimits(type, own);
-        if (!isSame) {
-            return false;
-        }
-    }
-    return true;
+        return read ? read->first == own.lower && read->second == own.upper
+                    : own.isEmpty() || hasOwnLimits(type, own);
+    });
 }
 
 /// The internal limits that a type's physical ones may come from.

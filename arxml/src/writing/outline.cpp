@@ -146,8 +146,8 @@ Outline::Outline(QOB::Model const& model,
     findBases(model);
     std::vector<Candidate> candidates;
     for (const QOB::ClassObject object : model.getRootObjects()) {
-        if (isContained(object) || owners_.count(object.getObjectId()) != 0 ||
-            usedBases_.count(object.getObjectId()) != 0) {
+        if (isContained(object) || owners_.contains(object.getObjectId()) ||
+            usedBases_.contains(object.getObjectId())) {
             continue;
         }
         if (const ElementKind kind = kindOf(object); kind != ElementKind::none) {
@@ -281,8 +281,8 @@ void Outline::place(std::vector<Candidate> candidates, std::vector<WriteFinding>
             name = shortClassName(candidate.object);
         }
         std::string path = candidate.package + "/" + name;
-        const bool isTaken = taken.count(path) != 0;
-        for (int number = 2; taken.count(path) != 0; ++number) {
+        const bool isTaken = taken.contains(path);
+        for (int number = 2; taken.contains(path); ++number) {
             path = candidate.package + "/" + name + "_" + std::to_string(number);
         }
         if (!isIdentifier(candidate.name)) {

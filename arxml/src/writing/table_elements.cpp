@@ -99,7 +99,7 @@ void writeAxis(ElementOutput const& out,
 void writeTable(ElementOutput const& out, types::LookupTableType const& table) {
     const std::string category = table.getCategory();
     out.xml.leaf("CATEGORY", category);
-    if (table.getAxeses().size() == 0) {
+    if (table.getAxeses().empty()) {
         out.noPlace("A table without axes is none in the format.");
     }
     const types::PrimitiveType part =

@@ -153,7 +153,7 @@ void writeContent(ElementOutput const& out, types::ApplicationValueSpecification
 }
 
 bool isEmpty(types::ApplicationValueSpecification const& content) {
-    return content.getVs().size() == 0 && content.getDimensionses().size() == 0;
+    return content.getVs().empty() && content.getDimensionses().empty();
 }
 
 std::string_view categoryOf(types::ApplicationValueSpecification const& value) {

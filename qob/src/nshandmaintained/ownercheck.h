@@ -9,7 +9,7 @@ namespace QOB::internal {
 /// Raises `refusal` for an object of another class.
 template <class Owner>
 Owner ownerOf(ClassObject const& container, char const* refusal) {
-    Owner const owner(container);
+    Owner owner(container);
     if (!owner.isValid() && container.isValid()) {
         QOB_FAIL("%s", refusal);
     }

@@ -81,8 +81,8 @@ std::size_t productOf(std::vector<std::size_t> const& sizes) {
 /// Reads a constant axis by axis.
 class Reader {
 public:
-    Reader(types::LookupTableSpecification const& content, types::LookupTableType const& type)
-        : content_(content), type_(type) {}
+    Reader(types::LookupTableSpecification content, types::LookupTableType type)
+        : content_(std::move(content)), type_(std::move(type)) {}
 
     Lookup read() {
         lookup_.values = valuesOf(types::ApplicationValueSpecification(content_));
@@ -295,9 +295,12 @@ std::vector<Lookup> mapsOf(Lookup const& table, std::size_t most) {
             LookupAxis const& axis = table.axes[i];
             const std::size_t point = left % axis.points.size();
             left /= axis.points.size();
-            where = axis.name + " = " + axis.points.texts[point] +
-                    (axis.unit.empty() ? "" : " " + axis.unit) + (where.empty() ? "" : ", ") +
-                    where;
+            std::string outer = axis.name;
+            outer += " = ";
+            outer += axis.points.texts[point];
+            outer += axis.unit.empty() ? "" : " " + axis.unit;
+            outer += where.empty() ? "" : ", ";
+            where.insert(0, outer);
         }
         map.where = where;
         for (std::size_t i = place; i < table.values.size(); i += inner) {

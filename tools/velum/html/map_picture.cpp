@@ -125,8 +125,9 @@ void drawIsolines(Out& out, Lookup const& map, Grid const& grid, Span span) {
 
 void drawChanged(Out& out, Drawn const& drawn, Grid const& grid) {
     for (const std::size_t place : drawn.changed) {
-        out << "<rect class=\"changed\" x=\"" << Px{grid.xOf(double(place / grid.rows)) + 1.5}
-            << "\" y=\"" << Px{grid.yOf(double(place % grid.rows + 1)) + 1.5} << "\" width=\""
+        const std::size_t column = place / grid.rows;
+        out << "<rect class=\"changed\" x=\"" << Px{grid.xOf(double(column)) + 1.5} << "\" y=\""
+            << Px{grid.yOf(double(place % grid.rows + 1)) + 1.5} << "\" width=\""
             << Px{grid.wide - 3} << "\" height=\"" << Px{grid.high - 3} << "\"/>";
     }
 }

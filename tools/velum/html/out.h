@@ -28,9 +28,9 @@ class Out {
 public:
     explicit Out(Sink sink) : sink_(std::move(sink)) {}
 
-    template <std::size_t size>
-    Out& operator<<(const char (&markup)[size]) {
-        return add({markup, size - 1});
+    template <std::size_t Size>
+    Out& operator<<(const char (&markup)[Size]) {
+        return add({markup, Size - 1});
     }
     Out& operator<<(Markup markup) { return add(markup.text); }
     Out& operator<<(std::string_view text);

@@ -42,9 +42,9 @@ void drawBits(Out& out, std::int64_t bits);
 
 /// The curve of a method from internal to physical values, over the limits of the types that have
 /// it, with the texts of their enumerations as points. Nothing if there is nothing to draw.
-void drawMethod(Out& out, types::CompuMethod const& method);
+void drawMethod(Out& out, types::CompuMethod const& held);
 
 /// "physical = -40 + 0.5 x internal", or what the model holds: internal as a quotient.
-std::string formulaText(types::CompuMethod const& method);
+std::string formulaText(types::CompuMethod const& held);
 
 } // namespace velum::html

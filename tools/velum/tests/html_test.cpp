@@ -62,7 +62,7 @@ TEST(Escape, leaves_no_markup_and_no_control_character_of_any_bytes) {
         }));
         // What comes out is UTF-8 without anything to escape but its own entities.
         std::string entities = markup;
-        for (std::size_t at = 0; (at = entities.find("&", at)) != std::string::npos;) {
+        for (std::size_t at = 0; (at = entities.find('&', at)) != std::string::npos;) {
             const std::size_t end = entities.find(';', at);
             ASSERT_NE(end, std::string::npos);
             entities.erase(at, end - at + 1);

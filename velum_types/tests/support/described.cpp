@@ -27,6 +27,7 @@ QOB::ClassObject make(QOB::Model const& model) {
     return Handle::create(model);
 }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the names of namespaces
 #define VELUM_ROW_OF(Namespace, dotted, Class)                                                     \
     ConcreteClass{#Class,                                                                          \
                   dotted #Class,                                                                   \
@@ -35,6 +36,7 @@ QOB::ClassObject make(QOB::Model const& model) {
 #define VELUM_ROW(Class) VELUM_ROW_OF(types, "Zorvane.metamodel.types.", Class)
 #define VELUM_BASE_ROW(Class) VELUM_ROW_OF(foundation, "Zorvane.metamodel.foundation.", Class)
 #define VELUM_KERNEL_ROW(Class) VELUM_ROW_OF(QOB, "QOB.", Class)
+// NOLINTEND(bugprone-macro-parentheses)
 
 IntrospectiveMethods const* recordOf(QOB::PackageFunction package, unsigned index) {
     return package()->classes[index];

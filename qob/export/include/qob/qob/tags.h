@@ -9,7 +9,7 @@ namespace QOB {
 
 namespace NSInterface {
 class NamespaceIntf;
-}
+} // namespace NSInterface
 
 /// A stereotype that no library declares, such as a tag.
 class DynamicStereotypeObject : public StereotypeObject {
