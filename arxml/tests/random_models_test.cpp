@@ -174,8 +174,7 @@ private:
                 type.setMinValue(QOB::Real(number()));
                 type.setIsMaxOpen(QOB::Boolean(coin()));
             }
-            // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): for one class it is a
-            // copy
+            // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a copy for one type
             if (const types::Enumeration enumeration(type); enumeration.isValid()) {
                 for (int i = below(3); i > 0; --i) {
                     const auto literal = make<types::EnumerationLiteral>();

@@ -115,6 +115,7 @@ std::optional<Coefficients> coefficientsOf(ElementOutput const& out,
     }
     using Category = types::CompuMethodCategory;
     const Category category = method.getCategory();
+    // NOLINTNEXTLINE(misc-redundant-expression): three constants
     const bool hasPlace = category == Category::Linear || category == Category::RatFunc ||
                           category == Category::LinearAndTextTable;
     const bool isQuotient = !held.numerator.empty() && !held.denominator.empty();

@@ -2,6 +2,7 @@
 
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/qob/model.h"
+#include "qob/qob/nsinterface/namespaceintf.h"
 
 namespace QOB {
 
