@@ -2,8 +2,10 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <system_error>
+#include <utility>
 #include <velum_arxml/notation/number.h>
 
 namespace velum::arxml {
@@ -72,6 +74,16 @@ std::optional<double> readWord(std::string_view text) {
     return std::nullopt;
 }
 
+/// What digits stand for, in the base that their prefix names; `invalid_argument` if something else
+/// is among them.
+std::pair<std::uint64_t, std::errc> magnitudeOf(std::string_view digits) {
+    const int base = takeBase(digits);
+    std::uint64_t magnitude = 0;
+    char const* const end = digits.data() + digits.size();
+    const auto [last, error] = std::from_chars(digits.data(), end, magnitude, base);
+    return {magnitude, last != end ? std::errc::invalid_argument : error};
+}
+
 RealNumber signedReal(double magnitude, bool isNegative, bool isRounded) {
     return {isNegative ? -magnitude : magnitude, std::nullopt, isRounded};
 }
@@ -81,11 +93,8 @@ RealNumber signedReal(double magnitude, bool isNegative, bool isRounded) {
 WholeNumber readWholeNumber(std::string_view text) {
     std::string_view digits = trimmed(text);
     const bool isNegative = isNegativeSign(digits);
-    const int base = takeBase(digits);
-    std::uint64_t magnitude = 0;
-    char const* const end = digits.data() + digits.size();
-    const auto [last, error] = std::from_chars(digits.data(), end, magnitude, base);
-    if (last != end || error == std::errc::invalid_argument) {
+    const auto [magnitude, error] = magnitudeOf(digits);
+    if (error == std::errc::invalid_argument) {
         return {std::nullopt, Reason::badNumber};
     }
     // The most negative number is the library's invalid value.
@@ -115,11 +124,8 @@ RealNumber readRealNumber(std::string_view text) {
                             (digits[1] == 'x' || digits[1] == 'X' || digits[1] == 'b' ||
                              digits[1] == 'B' || isDigits(digits));
     if (isPrefixed) {
-        const int base = takeBase(digits);
-        std::uint64_t magnitude = 0;
-        char const* const end = digits.data() + digits.size();
-        const auto [last, error] = std::from_chars(digits.data(), end, magnitude, base);
-        if (last != end || error == std::errc::invalid_argument) {
+        const auto [magnitude, error] = magnitudeOf(digits);
+        if (error == std::errc::invalid_argument) {
             return {std::nullopt, Reason::badNumber};
         }
         if (error == std::errc::result_out_of_range) {
