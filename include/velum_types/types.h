@@ -1,13 +1,13 @@
 #pragma once
 
-/// The public interface of the library. The functions of the live package are in a header of their
-/// own: nsmetaregistry/zorvanemetamodeltypesmetapackage.h.
+/// The public interface of the library.
 #include "qob/qob.h"
 #include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundation.h"
 #include "velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationintrospection.h"
 #include "velum_types/export.h"
 #include "velum_types/version.h"
 #include "velum_types/zorvane/metamodel/types/initialize.h"
+#include "velum_types/zorvane/metamodel/types/nsmetaregistry/zorvanemetamodeltypesmetapackage.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypes.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypescompumethodcategory.h"
 #include "velum_types/zorvane/metamodel/types/zorvanemetamodeltypesdatasize.h"

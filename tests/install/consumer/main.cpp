@@ -1,6 +1,5 @@
 // A program of a user: only what the installed package offers.
 #include "velum_types/types.h"
-#include "velum_types/zorvane/metamodel/types/nsmetaregistry/zorvanemetamodeltypesmetapackage.h"
 
 #include <cstdlib>
 #include <iostream>
