@@ -17,13 +17,16 @@ std::string failureOf(Action const& action) {
     return {};
 }
 
+/// What messageOf() answers to an action that raises nothing.
+inline constexpr char const* NoFailure = "no failed check: ";
+
 /// The message part of a failed check: what stands between "Assertion failed: " and the place.
 template <class Action>
 std::string messageOf(Action const& action) {
     std::string text = failureOf(action);
     std::string const prefix = "Assertion failed: ";
     if (text.rfind(prefix, 0) != 0) {
-        return "no failed check: " + text;
+        return NoFailure + text;
     }
     text.erase(0, prefix.size());
     return text.substr(0, text.rfind(" at "));

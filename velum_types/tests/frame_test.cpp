@@ -24,6 +24,7 @@ using QOB::Object;
 using VelumTest::allClasses;
 using VelumTest::ConcreteClass;
 using VelumTest::failureOf;
+using VelumTest::isStoredSingle;
 using VelumTest::Property;
 using VelumTest::show;
 using VelumTest::showElements;
@@ -55,9 +56,6 @@ void forEach(Filter const& isMeant, Body const& body) {
 
 bool isStored(Property const& property) {
     return !property.isDerived();
-}
-bool isStoredSingle(Property const& property) {
-    return isStored(property) && !property.isMany();
 }
 
 /// Whether the property itself is what its class stores, and not one that redefines it.

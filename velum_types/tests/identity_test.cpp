@@ -25,14 +25,13 @@ using QOB::Deviant;
 using QOB::Object;
 using VelumTest::allClasses;
 using VelumTest::ConcreteClass;
-using VelumTest::concreteClasses;
 using VelumTest::messageOf;
+using VelumTest::NoFailure;
 using VelumTest::Property;
 using VelumTest::World;
 
 namespace {
 
-constexpr char const* NoFailure = "no failed check: ";
 constexpr char const* Removed = "object accessed after its deviant has been removed";
 constexpr char const* CrossModel =
     "Cross-model bi-directional associations are currently disallowed!";
@@ -100,14 +99,26 @@ std::vector<Way> const& ways() {
 }
 
 TEST(Identity, EveryConversionLeadsToTheObjectThatTheKernelKnows) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         ClassObject const object = world.create(of);
         auto* const known = QOB::castObject<QOB::NSInterface::ClassObjectIntf>(object.get());
-        std::vector<ClassObject> seen{ClassObject(foundation::Element(object)),
-                                      ClassObject(foundation::NamedElement(object))};
-        std::vector<Object> boxed{Object(object), foundation::Element(object)};
+        std::vector<ClassObject> seen{ClassObject(Object(object))};
+        std::vector<Object> boxed{Object(object)};
+        if (foundation::Element const element(object); element.get() != nullptr) {
+            seen.emplace_back(element);
+            boxed.emplace_back(element);
+        }
+        if (foundation::NamedElement const named(object); named.get() != nullptr) {
+            seen.emplace_back(named);
+            boxed.emplace_back(named);
+        }
+        if (QOB::Namespace const space(object); space.get() != nullptr) {
+            seen.emplace_back(space);
+            seen.emplace_back(space.get(), world.root);
+            boxed.emplace_back(space);
+        }
         if (foundation::Namespace const space(object); space.get() != nullptr) {
             seen.emplace_back(space);
             seen.emplace_back(space.get(), world.root);
@@ -196,7 +207,8 @@ TEST(Identity, AnOwnerTakesThePartInAtBothEndsOrIsRefusedBeforeAnythingChanges) 
                 expectInStep(other.inDeviant(deviant), part.inDeviant(deviant));
                 if (!VelumTest::takesIn(of.methods, kind.methods)) {
                     // A narrowed property takes what it can't hold as a removal.
-                    EXPECT_TRUE(isNarrowed || failure.find("has no list") != std::string::npos)
+                    EXPECT_TRUE(isNarrowed || failure.find("has no list") != std::string::npos ||
+                                failure.find("The container of ") == 0)
                         << failure;
                     EXPECT_EQ(world.print(deviant), before);
                     EXPECT_EQ(branch.getStateOfObject(part.get()), nullptr);
@@ -212,8 +224,8 @@ TEST(Identity, AnOwnerTakesThePartInAtBothEndsOrIsRefusedBeforeAnythingChanges) 
             EXPECT_EQ(world.print(deviant), before);
         }
     };
-    for (ConcreteClass const& of : concreteClasses()) {
-        for (ConcreteClass const& kind : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
+        for (ConcreteClass const& kind : allClasses()) {
             for (Property const& way : waysToOwner(kind)) {
                 if (VelumTest::isA(of.methods, way.type()) ||
                     way.type() == &QOB::NSInterface::ClassObjectIntf::sIntrospectiveMethods) {
@@ -294,7 +306,7 @@ void expectLifeCycleRefused(ClassObject const& object, Deviant deviant, char con
 TEST(Identity, AnOwnedValueSeenAsAListTakesObjectsOfItsClassOnly) {
     constexpr char const* refusal = "null object while inserting into QOB.SequenceOfClassObject";
     int refused = 0;
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         for (Property const& property : VelumTest::propertiesOf(of.methods)) {
             if (property.isMany() || property.isDerived() || !property.ownsObjects()) {
                 continue;
@@ -317,7 +329,7 @@ TEST(Identity, AnOwnedValueSeenAsAListTakesObjectsOfItsClassOnly) {
                 world.root);
             ClassObject present(world.another(owner, property, of.methods));
             view.push_back(present);
-            for (ConcreteClass const& kind : concreteClasses()) {
+            for (ConcreteClass const& kind : allClasses()) {
                 ClassObject const part = world.create(kind);
                 std::string const before = world.print(world.root);
                 std::string const failure = messageOf([&] { view.push_back(part); });
@@ -405,7 +417,7 @@ TEST(Identity, AnyHandleShowsItsObjectInAnotherDeviant){
 }
 
 TEST(Identity, AHandleWithARemovedDeviantActsNowhere) {
-    for (ConcreteClass const& of : concreteClasses()) {
+    for (ConcreteClass const& of : allClasses()) {
         SCOPED_TRACE(of.name);
         World world;
         ClassObject const object = world.createFull(of);
@@ -416,8 +428,12 @@ TEST(Identity, AHandleWithARemovedDeviantActsNowhere) {
         EXPECT_FALSE(late.isValid());
         EXPECT_EQ(late.getDeviant(), branch);
         EXPECT_EQ(Object(late).getDeviant(), branch);
-        EXPECT_EQ(foundation::Element(late).getDeviant(), branch);
-        EXPECT_EQ(ClassObject(foundation::NamedElement(late)).getDeviant(), branch);
+        if (foundation::Element(object).get() != nullptr) {
+            EXPECT_EQ(foundation::Element(late).getDeviant(), branch);
+        }
+        if (foundation::NamedElement(object).get() != nullptr) {
+            EXPECT_EQ(ClassObject(foundation::NamedElement(late)).getDeviant(), branch);
+        }
         EXPECT_EQ(object.inDeviant(branch).getDeviant(), branch)
             << "nor is it replaced in a new handle";
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qob/qob/transaction.h"
+#include "support/failure.h"
 #include "thing.h"
 
 #include <gtest/gtest.h>
@@ -22,25 +23,5 @@ protected:
     QOB::Model model;
 };
 
-/// The text of the QOB::Exception that `action` raises; empty if it raises none.
-template <class Action>
-std::string failureOf(Action const& action) {
-    try {
-        action();
-    } catch (QOB::Exception const& failure) {
-        return failure.what();
-    }
-    return {};
-}
-
-/// The message part of a failed check: what stands between "Assertion failed: " and the place.
-template <class Action>
-std::string messageOf(Action const& action) {
-    std::string text = failureOf(action);
-    std::string const prefix = "Assertion failed: ";
-    if (text.rfind(prefix, 0) != 0) {
-        return "no failed check: " + text;
-    }
-    text.erase(0, prefix.size());
-    return text.substr(0, text.rfind(" at "));
-}
+using VelumTest::failureOf;
+using VelumTest::messageOf;

@@ -51,17 +51,6 @@ constexpr unsigned BaseCounts[] = {0, 0, 0, 0, 0, 1, 3, 1, 4, 0, 0, 3,
 constexpr unsigned KernelCounts[] = {0, 1,  0, 1, 4, 0, 1, 1, 0, 0, 0, 0, 0, 0, 0, 2,
                                      4, 13, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0};
 
-unsigned countOf(IntrospectiveMethods const* methods) {
-    auto const* const* const first = methods->package->classes;
-    auto const index = std::find(first, first + methods->package->count, methods) - first;
-    if (methods->package == types::get_types_PackageIntrospectiveMethods()) {
-        return static_cast<unsigned>(PackageTable[index].properties);
-    }
-    bool const isBase =
-        methods->package == foundation::get_foundation_PackageIntrospectiveMethods();
-    return isBase ? BaseCounts[index] : KernelCounts[index];
-}
-
 Property propertyOf(QOB::PropertyReference const& reference) {
     IntrospectiveMethods const* const methods = recordOf(reference.package, reference.classIndex);
     if (methods->properties == nullptr) {
@@ -213,11 +202,22 @@ bool isA(IntrospectiveMethods const* methods, IntrospectiveMethods const* base) 
     return std::find(classes.begin(), classes.end(), base) != classes.end();
 }
 
+unsigned declaredBy(IntrospectiveMethods const* methods) {
+    auto const* const* const first = methods->package->classes;
+    auto const index = std::find(first, first + methods->package->count, methods) - first;
+    if (methods->package == types::get_types_PackageIntrospectiveMethods()) {
+        return static_cast<unsigned>(PackageTable[index].properties);
+    }
+    bool const isBase =
+        methods->package == foundation::get_foundation_PackageIntrospectiveMethods();
+    return isBase ? BaseCounts[index] : KernelCounts[index];
+}
+
 std::vector<Property> propertiesOf(IntrospectiveMethods const* methods) {
     types::initialize(); // fills the tables
     std::vector<Property> found;
     for (IntrospectiveMethods const* declaring : classesOf(methods)) {
-        for (unsigned id = 1; id <= countOf(declaring); ++id) {
+        for (unsigned id = 1; id <= declaredBy(declaring); ++id) {
             found.push_back({declaring, declaring->properties[id]});
         }
     }
@@ -282,6 +282,9 @@ std::vector<Property> ownedLists(IntrospectiveMethods const* methods) {
 }
 
 bool takesIn(IntrospectiveMethods const* owner, IntrospectiveMethods const* part) {
+    if (isA(part, &QOB::NSInterface::StereotypeObjectIntf::sIntrospectiveMethods)) {
+        return true; // every object has a list of those that are applied to it
+    }
     std::vector<Property> const lists = ownedLists(owner);
     return std::any_of(lists.begin(), lists.end(), [part](Property const& list) {
         return isA(part, list.type());

@@ -62,10 +62,16 @@ struct Property {
     }
 };
 
+/// Whether an object keeps the property, as one value.
+inline bool isStoredSingle(Property const& property) {
+    return !property.isMany() && !property.isDerived();
+}
 /// Whether a class is the other one or below it.
 bool isA(QOB::IntrospectiveMethods const* methods, QOB::IntrospectiveMethods const* base);
 /// Every property that a class has of this product's metamodels: its own, then those of its bases.
 std::vector<Property> propertiesOf(QOB::IntrospectiveMethods const* methods);
+/// How many properties the class itself declares; of those of every object none.
+unsigned declaredBy(QOB::IntrospectiveMethods const* methods);
 /// The property that stands in the place of another one in a class: the one that redefines it last.
 Property inPlaceOf(Property const& property, QOB::IntrospectiveMethods const* methods);
 /// Whether a property is the other one or a part of it, by what it redefines and subsets.
