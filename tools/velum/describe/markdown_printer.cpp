@@ -272,10 +272,10 @@ void addContents(Page& page, std::vector<Chapter> const& chapters) {
 
 /// The tree of classes as a nested list. A class with several supers stands below the first and
 /// names the others.
-void addInheritance(Page& page, Package const& here, Package const& base) {
+void addInheritance(Page& page, Package const& here, std::vector<Package const*> const& packages) {
     page << "\n## " << anchor("inheritance")
          << "Inheritance\n\nAbstract classes are in italics.\n\n";
-    for (auto const& [type, depth] : classTree({&here, &base})) {
+    for (auto const& [type, depth] : classTree(packages)) {
         const std::string name = page.link(here, *type);
         page << std::string(2 * depth, ' ') << "- " << (type->isAbstract ? "*" + name + "*" : name);
         if (type->supers.size() > 1) {
@@ -290,11 +290,15 @@ void addInheritance(Page& page, Package const& here, Package const& base) {
 std::string printMarkdown(Metamodel const& metamodel) {
     Package const& types = metamodel.types();
     Package const& base = metamodel.foundation();
+    Package const& kernel = metamodel.kernel();
+    const std::vector<Package const*> packages = {&types, &base, &kernel};
     const std::vector<Chapter> chapters = {
         {"Data types", "data-types", &types, dataTypesOf(types)},
         {"Classes", "classes", &types, classesOf(types)},
         {"Data types of the base metamodel", "base-data-types", &base, dataTypesOf(base)},
-        {"Classes of the base metamodel", "base-classes", &base, classesOf(base)}};
+        {"Classes of the base metamodel", "base-classes", &base, classesOf(base)},
+        {"Data types of the kernel", "kernel-data-types", &kernel, dataTypesOf(kernel)},
+        {"Classes of the kernel", "kernel-classes", &kernel, classesOf(kernel)}};
 
     std::vector<Type const*> all;
     for (Chapter const& chapter : chapters) {
@@ -304,7 +308,7 @@ std::string printMarkdown(Metamodel const& metamodel) {
     page << "# Metamodel\n\n<!-- Written by \"velum describe --format md\": ./dev docs writes it "
             "anew. "
             "-->\n\n";
-    for (Package const* package : {&types, &base}) {
+    for (Package const* package : packages) {
         page << "- Package " << code(package->name) << ": " << sumOf(*package);
         if (!package->tags.empty()) {
             page << "; " << tagsText(package->tags);
@@ -313,7 +317,7 @@ std::string printMarkdown(Metamodel const& metamodel) {
     }
     page << "\n";
     addContents(page, chapters);
-    addInheritance(page, types, base);
+    addInheritance(page, types, packages);
     for (Chapter const& chapter : chapters) {
         page << "\n## " << anchor(chapter.id) << chapter.title << "\n";
         for (Type const* type : chapter.types) {

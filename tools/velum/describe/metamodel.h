@@ -80,9 +80,10 @@ public:
     Metamodel(Metamodel const&) = delete;
     Metamodel& operator=(Metamodel const&) = delete;
 
-    /// The data-type metamodel, and the one that it builds on.
+    /// The data-type metamodel, the one that it builds on, and the one that both are described in.
     Package const& types() const { return package("Zorvane.metamodel.types"); }
     Package const& foundation() const { return package("Zorvane.metamodel.foundation"); }
+    Package const& kernel() const { return package("QOB"); }
 
     /// The type of a name without its package, or with it or with the end of it. Where several
     /// packages have one, the package counts that was made last: it builds on the others. Null if

@@ -213,13 +213,14 @@ private:
 
 bool writeMetamodel(describe::Metamodel const& metamodel, Sink sink) {
     std::vector<Type const*> types;
-    for (Package const* const package : {&metamodel.types(), &metamodel.foundation()}) {
+    const std::vector<Package const*> packages = {
+        &metamodel.types(), &metamodel.foundation(), &metamodel.kernel()};
+    for (Package const* const package : packages) {
         for (auto const& some : {describe::classesOf(*package), describe::dataTypesOf(*package)}) {
             types.insert(types.end(), some.begin(), some.end());
         }
     }
-    return MetamodelPage(std::move(types), std::move(sink))
-        .write({&metamodel.types(), &metamodel.foundation()});
+    return MetamodelPage(std::move(types), std::move(sink)).write(packages);
 }
 
 bool writeMetamodel(describe::Type const& type, Sink sink) {
