@@ -4,10 +4,10 @@
 
 namespace Tessel {
 
-EncodingError::EncodingError(const std::string& text) : std::range_error(text) {
+EncodingError::EncodingError(std::string const& text) : std::range_error(text) {
 }
-EncodingError::EncodingError(const EncodingError& other) noexcept = default;
-EncodingError& EncodingError::operator=(const EncodingError& other) noexcept = default;
+EncodingError::EncodingError(EncodingError const& other) noexcept = default;
+EncodingError& EncodingError::operator=(EncodingError const& other) noexcept = default;
 EncodingError::~EncodingError() = default;
 
 std::wstring utf8ToWide(std::string_view text) {

@@ -20,7 +20,7 @@ constexpr std::size_t numberBytes = 4;
 
 std::optional<int> parseNumber(std::string_view text) {
     int number = 0;
-    const char* const end = text.data() + text.size();
+    char const* const end = text.data() + text.size();
     const auto [stop, code] = std::from_chars(text.data(), end, number);
     if (code != std::errc() || stop != end) {
         return std::nullopt;
@@ -32,12 +32,12 @@ std::optional<int> parseNumber(std::string_view text) {
 
 EnumType::EnumType(std::string name) : name_(std::move(name)) {
 }
-EnumType::EnumType(const EnumType& other) = default;
-EnumType& EnumType::operator=(const EnumType& other) = default;
+EnumType::EnumType(EnumType const& other) = default;
+EnumType& EnumType::operator=(EnumType const& other) = default;
 EnumType::~EnumType() = default;
 
-any EnumType::convertFromString(const std::string& text, ErrorHolder& errors) const {
-    if (const int* number = findLiteral(text)) {
+any EnumType::convertFromString(std::string const& text, ErrorHolder& errors) const {
+    if (int const* number = findLiteral(text)) {
         return fromInteger(*number);
     }
     if (const std::optional<int> number = parseNumber(text)) {
@@ -52,13 +52,13 @@ any EnumType::convertFromString(const std::string& text, ErrorHolder& errors) co
     return {};
 }
 
-std::string EnumType::convertToString(const any& value) const {
+std::string EnumType::convertToString(any const& value) const {
     const int number = toInteger(value);
     const auto found = literals_.find(number);
     return found != literals_.end() ? found->second : std::to_string(number);
 }
 
-any EnumType::convertFromByteArray(const ByteArray& bytes, ErrorHolder& errors) const {
+any EnumType::convertFromByteArray(ByteArray const& bytes, ErrorHolder& errors) const {
     if (bytes.size() != numberBytes) {
         errors.setError("Byte array of size (" + std::to_string(bytes.size()) +
                         ") is no value of the type (" + name_ + "), which has the size (" +
@@ -72,7 +72,7 @@ any EnumType::convertFromByteArray(const ByteArray& bytes, ErrorHolder& errors) 
     return fromInteger(static_cast<std::int32_t>(number));
 }
 
-ByteArray EnumType::convertToByteArray(const any& value) const {
+ByteArray EnumType::convertToByteArray(any const& value) const {
     auto number = static_cast<std::uint32_t>(toInteger(value));
     std::vector<std::byte> bytes(numberBytes);
     for (std::byte& byte : bytes) {
@@ -90,7 +90,7 @@ bool EnumType::isEqualTo(Type* other) const {
     if (!Type::isEqualTo(other)) {
         return false;
     }
-    const auto& same = static_cast<const EnumType&>(*other);
+    const auto& same = static_cast<EnumType const&>(*other);
     return name_ == same.name_ && literals_ == same.literals_;
 }
 
@@ -98,12 +98,12 @@ bool EnumType::isLessThan(Type* other) const {
     if (!Type::isEqualTo(other)) {
         return Type::isLessThan(other);
     }
-    const auto& same = static_cast<const EnumType&>(*other);
+    const auto& same = static_cast<EnumType const&>(*other);
     return std::tie(name_, literals_) < std::tie(same.name_, same.literals_);
 }
 
 void EnumType::addLiteral(int number, std::string literal) {
-    const auto refuse = [&](const std::string& cause) {
+    const auto refuse = [&](std::string const& cause) {
         throw std::invalid_argument("Literal (" + literal + ") with the number (" +
                                     std::to_string(number) + ") cannot enter the type (" + name_ +
                                     "): " + cause);
@@ -111,7 +111,7 @@ void EnumType::addLiteral(int number, std::string literal) {
     if (const auto found = literals_.find(number); found != literals_.end()) {
         refuse("the number has the literal (" + found->second + ").");
     }
-    if (const int* other = findLiteral(literal)) {
+    if (int const* other = findLiteral(literal)) {
         refuse("the literal has the number (" + std::to_string(*other) + ").");
     }
     if (const auto meant = parseNumber(literal); meant.has_value() && *meant != number) {
@@ -121,7 +121,7 @@ void EnumType::addLiteral(int number, std::string literal) {
 }
 
 // A walk: tables have a handful of literals.
-const int* EnumType::findLiteral(std::string_view literal) const noexcept {
+int const* EnumType::findLiteral(std::string_view literal) const noexcept {
     const auto found = std::find_if(literals_.begin(), literals_.end(), [&](const auto& entry) {
         return entry.second == literal;
     });

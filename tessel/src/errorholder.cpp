@@ -8,7 +8,7 @@ void ErrorHolder::setError(std::string text) {
     text_ = std::move(text);
 }
 
-const std::string& ErrorHolder::getError() const noexcept {
+std::string const& ErrorHolder::getError() const noexcept {
     static const std::string none;
     return text_.has_value() ? *text_ : none;
 }

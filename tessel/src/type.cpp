@@ -11,34 +11,34 @@
 namespace Tessel {
 
 Type::Type() = default;
-Type::Type(const Type& other) = default;
-Type& Type::operator=(const Type& other) = default;
+Type::Type(Type const& other) = default;
+Type& Type::operator=(Type const& other) = default;
 Type::~Type() = default;
 
-any Type::convertFromByteArray(const ByteArray& bytes, ErrorHolder& errors) const {
+any Type::convertFromByteArray(ByteArray const& bytes, ErrorHolder& errors) const {
     return convertFromString(bytes.toText(), errors);
 }
 
-ByteArray Type::convertToByteArray(const any& value) const {
+ByteArray Type::convertToByteArray(any const& value) const {
     return ByteArray::fromText(convertToString(value));
 }
 
-any Type::convertFromUString(const std::wstring& text, ErrorHolder& errors) const {
+any Type::convertFromUString(std::wstring const& text, ErrorHolder& errors) const {
     std::string narrow;
     try {
         narrow = wideToUtf8(text);
-    } catch (const EncodingError& error) {
+    } catch (EncodingError const& error) {
         errors.setError(error.what());
         return {};
     }
     return convertFromString(narrow, errors);
 }
 
-std::wstring Type::convertToUString(const any& value) const {
+std::wstring Type::convertToUString(any const& value) const {
     return utf8ToWide(convertToString(value));
 }
 
-bool Type::isValid(const any& value) const {
+bool Type::isValid(any const& value) const {
     return !value.empty() && value.type() == defaultConstruct().type();
 }
 
@@ -57,7 +57,7 @@ TypeInfo Type::CreateTypeInfo(Type* type) {
     return TypeInfo(std::shared_ptr<Type>(type));
 }
 
-Type* Type::GetBaseType(const TypeInfo& info) noexcept {
+Type* Type::GetBaseType(TypeInfo const& info) noexcept {
     return info.type_.get();
 }
 

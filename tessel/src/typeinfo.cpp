@@ -8,20 +8,20 @@ namespace Tessel {
 
 TypeInfo::TypeInfo(std::shared_ptr<Type> type) noexcept : type_(std::move(type)) {
 }
-TypeInfo::TypeInfo(const TypeInfo& other) noexcept = default;
-TypeInfo& TypeInfo::operator=(const TypeInfo& other) noexcept = default;
+TypeInfo::TypeInfo(TypeInfo const& other) noexcept = default;
+TypeInfo& TypeInfo::operator=(TypeInfo const& other) noexcept = default;
 TypeInfo::~TypeInfo() = default;
 
-std::string TypeInfo::convertToString(const any& value) const {
+std::string TypeInfo::convertToString(any const& value) const {
     return type_->convertToString(value);
 }
 
-any TypeInfo::convertFromString(const std::string& text) const {
+any TypeInfo::convertFromString(std::string const& text) const {
     ErrorHolder errors;
     return convertFromString(text, errors);
 }
 
-any TypeInfo::convertFromString(const std::string& text, ErrorHolder& errors) const {
+any TypeInfo::convertFromString(std::string const& text, ErrorHolder& errors) const {
     any value = type_->convertFromString(text, errors);
     if (errors.hasError()) {
         value.reset();
@@ -29,11 +29,11 @@ any TypeInfo::convertFromString(const std::string& text, ErrorHolder& errors) co
     return value;
 }
 
-bool TypeInfo::isEqualTo(const TypeInfo& other) const {
+bool TypeInfo::isEqualTo(TypeInfo const& other) const {
     return type_ == other.type_ || type_->isEqualTo(other.type_.get());
 }
 
-bool TypeInfo::isLessThan(const TypeInfo& other) const {
+bool TypeInfo::isLessThan(TypeInfo const& other) const {
     return type_->isLessThan(other.type_.get());
 }
 

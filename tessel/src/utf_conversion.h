@@ -22,7 +22,7 @@ constexpr bool isSurrogate(char32_t c) {
 }
 
 /// "U+" or "0x" and the number in upper-case hexadecimal digits, at least `digits` of them.
-inline std::string hex(const char* prefix, char32_t number, std::size_t digits) {
+inline std::string hex(char const* prefix, char32_t number, std::size_t digits) {
     std::array<char, 8> buffer{};
     char* const end =
         std::to_chars(
@@ -37,7 +37,7 @@ inline std::string hex(const char* prefix, char32_t number, std::size_t digits) 
 }
 
 [[noreturn]] inline void
-raiseUtf8(const std::string& subject, std::size_t offset, const std::string& fault) {
+raiseUtf8(std::string const& subject, std::size_t offset, std::string const& fault) {
     throw EncodingError(subject + " at offset (" + std::to_string(offset) + ") " + fault);
 }
 
@@ -160,7 +160,7 @@ std::string encodeUtf8(std::basic_string_view<Unit> text) {
                 code = 0x10000 + ((unit - 0xD800) << 10U) + (unitAt(at) - 0xDC00);
             }
         }
-        const auto refuse = [&](const char* fault) {
+        const auto refuse = [&](char const* fault) {
             throw EncodingError("Wide character (" + hex("0x", unit, 4) + ") at index (" +
                                 std::to_string(at) + ") " + fault);
         };

@@ -20,7 +20,7 @@ using VelumTest::allocationCount;
 struct Size {
     int value;
     int unit;
-    friend bool operator==(const Size&, const Size&) = default;
+    friend bool operator==(Size const&, Size const&) = default;
 };
 
 struct Incomparable {
@@ -29,7 +29,7 @@ struct Incomparable {
 
 /// Has a copy constructor and one from an any, like the boxed objects of the kernel.
 struct Boxed {
-    Boxed(const any& value) : number(any_cast<int>(value)) {} // NOLINT: implicit on purpose
+    Boxed(any const& value) : number(any_cast<int>(value)) {} // NOLINT: implicit on purpose
     int number;
 };
 
@@ -44,14 +44,14 @@ TEST(Any, GivesBackTheValueUnderItsExactTypeOnly) {
     EXPECT_EQ(value.type(), typeid(Size));
     EXPECT_EQ(any_cast<int>(&value), nullptr);
     EXPECT_THROW(any_cast<int>(value), bad_any_cast);
-    EXPECT_THROW(any_cast<const int&>(std::as_const(value)), bad_any_cast);
+    EXPECT_THROW(any_cast<int const&>(std::as_const(value)), bad_any_cast);
     EXPECT_THROW(any_cast<int>(any(2.0)), bad_any_cast);
     // What converts implicitly is another type nonetheless.
     EXPECT_THROW(any_cast<long>(any(2)), bad_any_cast);
 
     any_cast<Size&>(value).unit = 4;
     EXPECT_EQ(any_cast<const Size>(&value)->unit, 4);
-    EXPECT_EQ(any_cast<const Size&>(std::as_const(value)).unit, 4);
+    EXPECT_EQ(any_cast<Size const&>(std::as_const(value)).unit, 4);
     EXPECT_EQ(any_cast<Boxed>(any(Boxed(any(3)))).number, 3);
 }
 
@@ -61,7 +61,7 @@ TEST(Any, EmptyHoldsNothingAndSaysSo) {
     EXPECT_EQ(none.type(), typeid(void));
     EXPECT_EQ(none.content(), nullptr);
     EXPECT_EQ(any_cast<int>(&none), nullptr);
-    EXPECT_EQ(any_cast<int>(static_cast<const any*>(nullptr)), nullptr);
+    EXPECT_EQ(any_cast<int>(static_cast<any const*>(nullptr)), nullptr);
     EXPECT_TRUE(any(none).empty());
 
     any value = 1;
@@ -76,12 +76,12 @@ TEST(Any, CopiesAreIndependentAndMovesLeaveNothingBehind) {
     any_cast<std::string&>(second) += "!";
     EXPECT_EQ(any_cast<std::string>(first), "a text too long for any small buffer");
 
-    const void* const address = any_cast<std::string>(&second);
+    void const* const address = any_cast<std::string>(&second);
     any third = std::move(second);
     EXPECT_EQ(any_cast<std::string>(&third), address);
     EXPECT_TRUE(second.empty()); // NOLINT(bugprone-use-after-move): the state of it is promised
 
-    const any& alias = first;
+    any const& alias = first;
     first = alias;
     EXPECT_EQ(any_cast<std::string>(first).size(), 36U);
     first = 7;
@@ -110,19 +110,19 @@ TEST(Any, BoxingAllocatesOnceAndReadingNever) {
     const any value = Size{32, 1};
     EXPECT_EQ(allocationCount() - before, 1U);
 
-    const any& itself = value;
+    any const& itself = value;
     const std::size_t boxed = allocationCount();
-    const bool same = any_cast<const Size&>(value) == Size{32, 1} && value == itself &&
+    const bool same = any_cast<Size const&>(value) == Size{32, 1} && value == itself &&
                       any_cast<int>(&value) == nullptr;
     EXPECT_EQ(allocationCount(), boxed);
     EXPECT_TRUE(same);
 }
 
 TEST(Any, BadCastNamesBothTypes) {
-    const auto textOf = [](const any& value) -> std::string {
+    const auto textOf = [](any const& value) -> std::string {
         try {
             static_cast<void>(any_cast<double>(value));
-        } catch (const bad_any_cast& error) {
+        } catch (bad_any_cast const& error) {
             const bad_any_cast copy(error); // NOLINT(performance-unnecessary-copy-initialization)
             return copy.what();
         }
@@ -135,7 +135,7 @@ TEST(Any, BadCastNamesBothTypes) {
 
 TEST(Any, HolderOwnsItsValueAndClonesIt) {
     const any value = Size{1, 2};
-    const any::placeholder* box = value.content();
+    any::placeholder const* box = value.content();
     EXPECT_EQ(box->referredValue(), nullptr);
     const auto copy = box->clone();
     EXPECT_NE(copy.get(), box);

@@ -24,7 +24,7 @@ struct Sample {
     std::u32string utf32;
 };
 
-const std::vector<Sample>& samples() {
+std::vector<Sample> const& samples() {
     static const std::vector<Sample> all = {
         {"", u"", U""},
         {"32|bit", u"32|bit", U"32|bit"},
@@ -50,14 +50,14 @@ template <class Call>
 std::string refusal(Call call) {
     try {
         call();
-    } catch (const EncodingError& error) {
+    } catch (EncodingError const& error) {
         return error.what();
     }
     return "accepted";
 }
 
 TEST(Encoding, TextsReadTheSameInEveryForm) {
-    for (const Sample& sample : samples()) {
+    for (Sample const& sample : samples()) {
         SCOPED_TRACE(sample.utf8);
         EXPECT_EQ(decodeUtf8<char16_t>(sample.utf8), sample.utf16);
         EXPECT_EQ(decodeUtf8<char32_t>(sample.utf8), sample.utf32);
@@ -115,12 +115,12 @@ TEST(Encoding, NoSequenceOfBytesPassesUnlessItIsWhatEncodingWrites) {
     const std::string edges = "A\x7F\x80\x8F\x90\x9F\xA0\xBF\xC0\xC1\xC2\xDF\xE0\xED\xEF\xF0\xF4"
                               "\xF5\xFF";
     std::size_t accepted = 0;
-    const auto check = [&](const std::string& text) {
+    const auto check = [&](std::string const& text) {
         try {
             const std::u32string wide = decodeUtf8<char32_t>(text);
             EXPECT_EQ(encodeUtf8<char32_t>(wide), text);
             ++accepted;
-        } catch (const EncodingError&) { // NOLINT(bugprone-empty-catch): refusal is the other way
+        } catch (EncodingError const&) { // NOLINT(bugprone-empty-catch): refusal is the other way
         }
     };
     for (const char a : edges) {
@@ -138,7 +138,7 @@ TEST(Encoding, NoSequenceOfBytesPassesUnlessItIsWhatEncodingWrites) {
 }
 
 TEST(Encoding, MalformedWideTextIsRefusedWithItsPlaceAndCause) {
-    const auto of16 = [](const std::u16string& text) {
+    const auto of16 = [](std::u16string const& text) {
         return refusal([&] { encodeUtf8<char16_t>(text); });
     };
     const std::u16string high(1, char16_t{0xD83D});
@@ -149,7 +149,7 @@ TEST(Encoding, MalformedWideTextIsRefusedWithItsPlaceAndCause) {
     EXPECT_EQ(of16(high + high + low), "Wide character (0xD83D) at index (0) " + lonely);
     EXPECT_EQ(of16(high + low + low), "Wide character (0xDE00) at index (2) " + lonely);
 
-    const auto of32 = [](const std::u32string& text) {
+    const auto of32 = [](std::u32string const& text) {
         return refusal([&] { encodeUtf8<char32_t>(text); });
     };
     EXPECT_EQ(of32({0x41, 0xD83D, 0xDE00}), "Wide character (0xD83D) at index (1) " + lonely);

@@ -68,7 +68,7 @@ TEST(EnumType, UnknownLiteralNamesItselfItsTypeAndTheKnownOnes) {
 
 TEST(EnumType, BytesHoldTheNumberLowestFirst) {
     const UnitType type = unitType();
-    const auto bytes = [](const std::vector<int>& values) {
+    const auto bytes = [](std::vector<int> const& values) {
         std::vector<std::byte> all;
         all.reserve(values.size());
         for (const int value : values) {
@@ -101,7 +101,7 @@ TEST(EnumType, TableRefusesWhatWouldNotReadBack) {
     try {
         type.addLiteral(9, "byte");
         FAIL();
-    } catch (const std::invalid_argument& error) {
+    } catch (std::invalid_argument const& error) {
         EXPECT_STREQ(error.what(),
                      "Literal (byte) with the number (9) cannot enter the type (Unit): "
                      "the literal has the number (1).");

@@ -15,8 +15,8 @@ using Tessel::ModuleObjectImpl;
 
 struct Traced {
     Traced(std::string& traceLog, char mark) : log(traceLog), name(mark) {}
-    Traced(const Traced&) = delete;
-    Traced& operator=(const Traced&) = delete;
+    Traced(Traced const&) = delete;
+    Traced& operator=(Traced const&) = delete;
     virtual ~Traced() { log += name; }
     std::string& log;
     char name;

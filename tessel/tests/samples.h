@@ -15,7 +15,7 @@ public:
     Unit() = default;
     explicit Unit(int number) : number_(number) {}
     int number() const { return number_; }
-    friend bool operator==(const Unit&, const Unit&) = default;
+    friend bool operator==(Unit const&, Unit const&) = default;
 
 private:
     int number_ = 0;
@@ -26,8 +26,8 @@ public:
     explicit UnitType(std::string name = "Unit") : EnumType(std::move(name)) {}
 
     Tessel::Type* clone() const override { return new UnitType(*this); }
-    int toInteger(const Tessel::any& value) const override {
-        return Tessel::any_cast<const Unit&>(value).number();
+    int toInteger(Tessel::any const& value) const override {
+        return Tessel::any_cast<Unit const&>(value).number();
     }
     Tessel::any fromInteger(int number) const override { return Unit(number); }
 };
@@ -36,22 +36,22 @@ public:
 class TextType : public Tessel::Type {
 public:
     explicit TextType(int* destroyed = nullptr) : destroyed_(destroyed) {}
-    TextType(const TextType&) = default;
-    TextType& operator=(const TextType&) = default;
+    TextType(TextType const&) = default;
+    TextType& operator=(TextType const&) = default;
     ~TextType() override {
         if (destroyed_ != nullptr) {
             ++*destroyed_;
         }
     }
 
-    Tessel::any convertFromString(const std::string& text,
+    Tessel::any convertFromString(std::string const& text,
                                   Tessel::ErrorHolder& errors) const override {
         if (text == "bad") {
             errors.setError("Text (bad) is refused.");
         }
         return text;
     }
-    std::string convertToString(const Tessel::any& value) const override {
+    std::string convertToString(Tessel::any const& value) const override {
         return Tessel::any_cast<std::string>(value);
     }
     Tessel::any defaultConstruct() const override { return std::string(); }

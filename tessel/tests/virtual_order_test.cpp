@@ -21,13 +21,13 @@ using VelumTest::entryAt;
 using VelumTest::entryOf;
 using VelumTest::slotOf;
 
-struct Traced {
+struct Flagged {
     bool* destroyed = nullptr;
-    Traced() = default;
-    explicit Traced(bool* flag) : destroyed(flag) {}
-    Traced(const Traced&) = default;
-    Traced& operator=(const Traced&) = default;
-    ~Traced() {
+    Flagged() = default;
+    explicit Flagged(bool* flag) : destroyed(flag) {}
+    Flagged(Flagged const&) = default;
+    Flagged& operator=(Flagged const&) = default;
+    ~Flagged() {
         if (destroyed != nullptr) {
             *destroyed = true;
         }
@@ -59,8 +59,8 @@ TEST(VirtualOrder, OfEnumTypeGoesOnBehindTheDestructor) {
 
     const Samples::UnitType unit;
     const Samples::TextType text;
-    const Type* const asUnit = &unit;
-    const Type* const asText = &text;
+    Type const* const asUnit = &unit;
+    Type const* const asText = &text;
     EXPECT_EQ(entryOf(asUnit, &Type::convertFromUString),
               entryOf(asText, &Type::convertFromUString));
     EXPECT_EQ(entryOf(asUnit, &Type::convertToUString), entryOf(asText, &Type::convertToUString));
@@ -78,8 +78,8 @@ TEST(VirtualOrder, OfHolder) {
     EXPECT_EQ(slotOf(&any::holder<int>::isEqualTo), 5U);
 
     bool destroyed = false;
-    const any original = Traced(nullptr);
-    auto* const box = new any::holder<Traced>(std::in_place, &destroyed);
+    const any original = Flagged(nullptr);
+    auto* const box = new any::holder<Flagged>(std::in_place, &destroyed);
     EXPECT_EQ(entryAt(static_cast<Box*>(box), 3), entryAt(original.content(), 3));
     destroyThrough<Box>(box, 1);
     EXPECT_TRUE(destroyed);
@@ -87,12 +87,12 @@ TEST(VirtualOrder, OfHolder) {
 
 TEST(VirtualOrder, OfModuleObject) {
     struct Deleter {
-        void operator()(Traced* object) const { delete object; }
+        void operator()(Flagged* object) const { delete object; }
     };
-    using Module = ModuleObjectImpl<Traced*, Deleter>;
+    using Module = ModuleObjectImpl<Flagged*, Deleter>;
     EXPECT_EQ(slotOf(&Module::deleteObject), 2U);
     bool destroyed = false;
-    destroyThrough<Tessel::ModuleObject>(new Module(new Traced(&destroyed)), 1);
+    destroyThrough<Tessel::ModuleObject>(new Module(new Flagged(&destroyed)), 1);
     EXPECT_TRUE(destroyed);
 }
 

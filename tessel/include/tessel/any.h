@@ -17,12 +17,12 @@ class TESSEL_EXPORT bad_any_cast : public std::exception {
 public:
     bad_any_cast() noexcept;
     /// The text names both types; `held` is `typeid(void)` for an empty any.
-    bad_any_cast(const std::type_info& held, const std::type_info& requested);
-    bad_any_cast(const bad_any_cast& other) noexcept;
-    bad_any_cast& operator=(const bad_any_cast& other) noexcept;
+    bad_any_cast(std::type_info const& held, std::type_info const& requested);
+    bad_any_cast(bad_any_cast const& other) noexcept;
+    bad_any_cast& operator=(bad_any_cast const& other) noexcept;
     ~bad_any_cast() override;
 
-    const char* what() const noexcept override;
+    char const* what() const noexcept override;
 
 private:
     // Shared, because copying an exception must not raise another. Null for the default text.
@@ -53,9 +53,9 @@ public:
     // NOLINTNEXTLINE(google-explicit-constructor, bugprone-forwarding-reference-overload)
     any(V&& value);
 
-    any(const any& other);
+    any(any const& other);
     any(any&& other) noexcept = default;
-    any& operator=(const any& other);
+    any& operator=(any const& other);
     any& operator=(any&& other) noexcept = default;
     ~any();
 
@@ -65,14 +65,14 @@ public:
     friend void swap(any& a, any& b) noexcept { a.swap(b); }
 
     /// The type of the value; `typeid(void)` if there is none.
-    const std::type_info& type() const noexcept;
+    std::type_info const& type() const noexcept;
 
     /// The box of the value, owned by this any; null if it is empty.
-    const placeholder* content() const noexcept { return content_.get(); }
+    placeholder const* content() const noexcept { return content_.get(); }
 
     /// The value's address if it has exactly the type T, otherwise null. Never allocates.
     template <class T>
-    const T* target() const noexcept;
+    T const* target() const noexcept;
     template <class T>
     T* target() noexcept {
         return const_cast<T*>(std::as_const(*this).template target<T>());
@@ -80,10 +80,10 @@ public:
 
     /// Two empty anys are equal. Two values are equal if they have the same type and its own
     /// operator says so; a value of a type without one is equal only to itself.
-    friend bool operator==(const any& a, const any& b) { return a.isEqualTo(b); }
+    friend bool operator==(any const& a, any const& b) { return a.isEqualTo(b); }
 
 private:
-    bool isEqualTo(const any& other) const;
+    bool isEqualTo(any const& other) const;
 
     std::unique_ptr<placeholder> content_;
 };
@@ -94,17 +94,17 @@ class TESSEL_EXPORT any::placeholder {
 public:
     virtual ~placeholder();
     /// The address of a value that the box only refers to. Null for a holder, which owns its value.
-    virtual const void* referredValue() const noexcept = 0;
-    virtual const std::type_info& type() const noexcept = 0;
+    virtual void const* referredValue() const noexcept = 0;
+    virtual std::type_info const& type() const noexcept = 0;
     /// A new box with a copy of the value.
     virtual std::unique_ptr<placeholder> clone() const = 0;
     /// Whether the other is a box of the same type with an equal value.
-    virtual bool isEqualTo(const placeholder& other) const = 0;
+    virtual bool isEqualTo(placeholder const& other) const = 0;
 
 protected:
     placeholder() = default;
-    placeholder(const placeholder&) = default;
-    placeholder& operator=(const placeholder&) = default;
+    placeholder(placeholder const&) = default;
+    placeholder& operator=(placeholder const&) = default;
 };
 
 /// The box that owns a value of type T.
@@ -115,25 +115,25 @@ public:
     explicit holder(std::in_place_t /*tag*/, Args&&... args)
         : value_(std::forward<Args>(args)...) {}
 
-    const void* referredValue() const noexcept override { return nullptr; }
-    const std::type_info& type() const noexcept override { return typeid(T); }
+    void const* referredValue() const noexcept override { return nullptr; }
+    std::type_info const& type() const noexcept override { return typeid(T); }
     std::unique_ptr<placeholder> clone() const override {
         return std::make_unique<holder>(std::in_place, value_);
     }
-    bool isEqualTo(const placeholder& other) const override {
+    bool isEqualTo(placeholder const& other) const override {
         if (other.type() != typeid(T)) {
             return false;
         }
-        if constexpr (requires(const T& a, const T& b) {
+        if constexpr (requires(T const& a, T const& b) {
                           { a == b } -> std::convertible_to<bool>;
                       }) {
-            return value_ == static_cast<const holder&>(other).value_;
+            return value_ == static_cast<holder const&>(other).value_;
         } else {
             return this == &other;
         }
     }
 
-    const T& value() const noexcept { return value_; }
+    T const& value() const noexcept { return value_; }
 
 private:
     T value_;
@@ -147,22 +147,22 @@ any::any(V&& value)
 }
 
 template <class T>
-const T* any::target() const noexcept {
+T const* any::target() const noexcept {
     if (content_ == nullptr || content_->type() != typeid(T)) {
         return nullptr;
     }
     // The type check does not see a const of T, and boxes are made for plain types only.
-    return std::addressof(static_cast<const holder<std::remove_cv_t<T>>&>(*content_).value());
+    return std::addressof(static_cast<holder<std::remove_cv_t<T>> const&>(*content_).value());
 }
 
 namespace Detail {
 /// Out of line, so that a cast costs its callers no more than the comparison.
-[[noreturn]] TESSEL_EXPORT void raiseBadAnyCast(const any& value, const std::type_info& requested);
+[[noreturn]] TESSEL_EXPORT void raiseBadAnyCast(any const& value, std::type_info const& requested);
 } // namespace Detail
 
 /// The value's address if it has exactly the type T, otherwise null; null for a null pointer.
 template <class T>
-const T* any_cast(const any* value) noexcept {
+T const* any_cast(any const* value) noexcept {
     return value == nullptr ? nullptr : value->target<T>();
 }
 template <class T>
@@ -172,9 +172,9 @@ T* any_cast(any* value) noexcept {
 
 /// The value as a T, which may be a reference; raises bad_any_cast if it has another type.
 template <class T>
-T any_cast(const any& value) {
+T any_cast(any const& value) {
     using Value = std::remove_cvref_t<T>;
-    static_assert(std::is_constructible_v<T, const Value&>, "T is made from a constant value");
+    static_assert(std::is_constructible_v<T, Value const&>, "T is made from a constant value");
     if (const auto* held = value.target<Value>()) {
         return static_cast<T>(*held);
     }

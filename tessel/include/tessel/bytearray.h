@@ -23,14 +23,14 @@ public:
 
     bool empty() const noexcept { return bytes_.empty(); }
     std::size_t size() const noexcept { return bytes_.size(); }
-    const std::byte* data() const noexcept { return bytes_.data(); }
-    const std::byte* begin() const noexcept { return bytes_.data(); }
-    const std::byte* end() const noexcept { return bytes_.data() + bytes_.size(); }
+    std::byte const* data() const noexcept { return bytes_.data(); }
+    std::byte const* begin() const noexcept { return bytes_.data(); }
+    std::byte const* end() const noexcept { return bytes_.data() + bytes_.size(); }
     /// `index` must be below the size.
     std::byte operator[](std::size_t index) const noexcept { return bytes_[index]; }
 
-    friend bool operator==(const ByteArray&, const ByteArray&) = default;
-    friend std::strong_ordering operator<=>(const ByteArray&, const ByteArray&) = default;
+    friend bool operator==(ByteArray const&, ByteArray const&) = default;
+    friend std::strong_ordering operator<=>(ByteArray const&, ByteArray const&) = default;
 
 private:
     std::vector<std::byte> bytes_;

@@ -12,9 +12,9 @@ namespace Tessel {
 /// offending byte or unit and its place, counted from 0.
 class TESSEL_EXPORT EncodingError : public std::range_error {
 public:
-    explicit EncodingError(const std::string& text);
-    EncodingError(const EncodingError& other) noexcept;
-    EncodingError& operator=(const EncodingError& other) noexcept;
+    explicit EncodingError(std::string const& text);
+    EncodingError(EncodingError const& other) noexcept;
+    EncodingError& operator=(EncodingError const& other) noexcept;
     ~EncodingError() override;
 };
 

@@ -17,10 +17,10 @@ namespace Tessel {
 /// bytes of a value are its number as four bytes, little-endian.
 class TESSEL_EXPORT EnumType : public Type {
 public:
-    any convertFromString(const std::string& text, ErrorHolder& errors) const override;
-    std::string convertToString(const any& value) const override;
-    any convertFromByteArray(const ByteArray& bytes, ErrorHolder& errors) const override;
-    ByteArray convertToByteArray(const any& value) const override;
+    any convertFromString(std::string const& text, ErrorHolder& errors) const override;
+    std::string convertToString(any const& value) const override;
+    any convertFromByteArray(ByteArray const& bytes, ErrorHolder& errors) const override;
+    ByteArray convertToByteArray(any const& value) const override;
     /// The value of the number 0, whether or not the table holds it.
     any defaultConstruct() const override;
     /// Whether class, name and table are the same.
@@ -29,25 +29,25 @@ public:
     bool isLessThan(Type* other) const override;
 
     /// The number of a boxed value; raises bad_any_cast for a value of another type.
-    virtual int toInteger(const any& value) const = 0;
+    virtual int toInteger(any const& value) const = 0;
     /// A boxed value of any number, also one without a literal.
     virtual any fromInteger(int number) const = 0;
 
     /// Enters a literal. Raises std::invalid_argument, and changes nothing, if the table already
     /// has the number or the literal, or if the literal reads as another number.
     void addLiteral(int number, std::string literal);
-    const std::map<int, std::string>& getLiterals() const noexcept { return literals_; }
+    std::map<int, std::string> const& getLiterals() const noexcept { return literals_; }
     /// The name of the type in error texts.
-    const std::string& getName() const noexcept { return name_; }
+    std::string const& getName() const noexcept { return name_; }
 
 protected:
     explicit EnumType(std::string name);
-    EnumType(const EnumType& other);
-    EnumType& operator=(const EnumType& other);
+    EnumType(EnumType const& other);
+    EnumType& operator=(EnumType const& other);
     ~EnumType() override;
 
 private:
-    const int* findLiteral(std::string_view literal) const noexcept;
+    int const* findLiteral(std::string_view literal) const noexcept;
 
     std::string name_;
     std::map<int, std::string> literals_;

@@ -17,7 +17,7 @@ public:
     /// Sets the cause of the failure, replacing an earlier one.
     void setError(std::string text);
     /// The cause as a sentence; empty if there is no error.
-    const std::string& getError() const noexcept;
+    std::string const& getError() const noexcept;
     void clear() noexcept { text_.reset(); }
 
 private:

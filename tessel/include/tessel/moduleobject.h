@@ -12,8 +12,8 @@ namespace Tessel {
 /// Something to destroy when the module (shared library) that created it is unloaded.
 class TESSEL_EXPORT ModuleObject {
 public:
-    ModuleObject(const ModuleObject&) = delete;
-    ModuleObject& operator=(const ModuleObject&) = delete;
+    ModuleObject(ModuleObject const&) = delete;
+    ModuleObject& operator=(ModuleObject const&) = delete;
     virtual ~ModuleObject();
 
 protected:
@@ -44,8 +44,8 @@ private:
 class TESSEL_EXPORT ModuleObjectDeleter {
 public:
     ModuleObjectDeleter();
-    ModuleObjectDeleter(const ModuleObjectDeleter&) = delete;
-    ModuleObjectDeleter& operator=(const ModuleObjectDeleter&) = delete;
+    ModuleObjectDeleter(ModuleObjectDeleter const&) = delete;
+    ModuleObjectDeleter& operator=(ModuleObjectDeleter const&) = delete;
     /// Also deletes any objects that are appended during the deletion.
     ~ModuleObjectDeleter();
 

@@ -18,21 +18,21 @@ class TypeInfo;
 /// this one.
 class TESSEL_EXPORT Type {
 public:
-    virtual any convertFromString(const std::string& text, ErrorHolder& errors) const = 0;
-    virtual std::string convertToString(const any& value) const = 0;
+    virtual any convertFromString(std::string const& text, ErrorHolder& errors) const = 0;
+    virtual std::string convertToString(any const& value) const = 0;
     /// By default, reads the bytes as narrow text.
-    virtual any convertFromByteArray(const ByteArray& bytes, ErrorHolder& errors) const;
+    virtual any convertFromByteArray(ByteArray const& bytes, ErrorHolder& errors) const;
     /// By default, returns the bytes of the narrow text.
-    virtual ByteArray convertToByteArray(const any& value) const;
+    virtual ByteArray convertToByteArray(any const& value) const;
     /// By default, converts the narrow form of the text; a wide text without one is an error.
-    virtual any convertFromUString(const std::wstring& text, ErrorHolder& errors) const;
+    virtual any convertFromUString(std::wstring const& text, ErrorHolder& errors) const;
     /// By default, widens the narrow text; raises EncodingError if that is not UTF-8.
-    virtual std::wstring convertToUString(const any& value) const;
+    virtual std::wstring convertToUString(any const& value) const;
     /// A box with a default-constructed value.
     virtual any defaultConstruct() const = 0;
     /// Whether the any holds a value of this type. By default, compares with the type of
     /// defaultConstruct(); an empty any is never valid.
-    virtual bool isValid(const any& value) const;
+    virtual bool isValid(any const& value) const;
     /// Whether the other describes the same type; false for null. By default, compares classes.
     virtual bool isEqualTo(Type* other) const;
     /// A total order of types, stable while the process runs; false for null. By default, orders by
@@ -46,12 +46,12 @@ public:
     /// std::invalid_argument for null.
     static TypeInfo CreateTypeInfo(Type* type);
     /// The description that `info` owns; never null, lives as long as `info` or a copy of it.
-    static Type* GetBaseType(const TypeInfo& info) noexcept;
+    static Type* GetBaseType(TypeInfo const& info) noexcept;
 
 protected:
     Type();
-    Type(const Type& other);
-    Type& operator=(const Type& other);
+    Type(Type const& other);
+    Type& operator=(Type const& other);
 };
 
 } // namespace Tessel

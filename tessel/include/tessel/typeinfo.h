@@ -15,27 +15,27 @@ class Type;
 /// description, which is deleted with the last of them. There is no empty handle, so a move copies.
 class TESSEL_EXPORT TypeInfo {
 public:
-    TypeInfo(const TypeInfo& other) noexcept;
-    TypeInfo& operator=(const TypeInfo& other) noexcept;
+    TypeInfo(TypeInfo const& other) noexcept;
+    TypeInfo& operator=(TypeInfo const& other) noexcept;
     ~TypeInfo();
 
     /// The text of a value; raises bad_any_cast for a value of another type.
-    std::string convertToString(const any& value) const;
+    std::string convertToString(any const& value) const;
     /// The value of a text; empty if the text isn't a value of this type.
-    any convertFromString(const std::string& text) const;
+    any convertFromString(std::string const& text) const;
     /// As above; leaves the cause of a failure in `errors`.
-    any convertFromString(const std::string& text, ErrorHolder& errors) const;
+    any convertFromString(std::string const& text, ErrorHolder& errors) const;
 
     /// Whether both describe the same type.
-    friend bool operator==(const TypeInfo& a, const TypeInfo& b) { return a.isEqualTo(b); }
+    friend bool operator==(TypeInfo const& a, TypeInfo const& b) { return a.isEqualTo(b); }
     /// The order of the described types.
-    friend bool operator<(const TypeInfo& a, const TypeInfo& b) { return a.isLessThan(b); }
+    friend bool operator<(TypeInfo const& a, TypeInfo const& b) { return a.isLessThan(b); }
 
 private:
     friend class Type;
     explicit TypeInfo(std::shared_ptr<Type> type) noexcept;
-    bool isEqualTo(const TypeInfo& other) const;
-    bool isLessThan(const TypeInfo& other) const;
+    bool isEqualTo(TypeInfo const& other) const;
+    bool isLessThan(TypeInfo const& other) const;
 
     std::shared_ptr<Type> type_;
 };

@@ -26,8 +26,8 @@ GridPoint crossing(Square const& square, std::size_t side, double level) {
     const double from = square.values.at(side);
     const double to = square.values.at(next);
     const double part = (level / 2.0 - from / 2.0) / (to / 2.0 - from / 2.0);
-    const GridPoint& a = square.corners.at(side);
-    const GridPoint& b = square.corners.at(next);
+    GridPoint const& a = square.corners.at(side);
+    GridPoint const& b = square.corners.at(next);
     return {a.column + (b.column - a.column) * part, a.row + (b.row - a.row) * part};
 }
 
