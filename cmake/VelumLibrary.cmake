@@ -74,8 +74,8 @@ endfunction()
 # velum_unite(<target> MOST <count> [SOURCES <file>...])
 #
 # Compiles sources of a target, all unless named, in units of up to that many neighbours in the list, so
-# that the headers they share are read once a unit. Files with flags of their own are compiled alone; with
-# VELUM_UNITY_BUILD off, all are.
+# that the headers they share are read once a unit; VELUM_UNITY_SCALE times as many in builds that nobody
+# edits in. Files with flags of their own are compiled alone; with VELUM_UNITY_BUILD off, all are.
 function(velum_unite target)
     cmake_parse_arguments(ARG "" "MOST" "SOURCES" ${ARGN})
     if(NOT VELUM_UNITY_BUILD)
@@ -87,9 +87,10 @@ function(velum_unite target)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
     # Within a unit g++ takes a source for a header, whose unnamed namespaces would be a fault.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+    math(EXPR most "${ARG_MOST} * ${VELUM_UNITY_SCALE}")
     set(count 0)
     foreach(source IN LISTS ARG_SOURCES)
-        math(EXPR unit "${count} / ${ARG_MOST}")
+        math(EXPR unit "${count} / ${most}")
         math(EXPR count "${count} + 1")
         set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "${ARG_MOST}_${unit}")
     endforeach()
@@ -107,13 +108,14 @@ endfunction()
 # velum_add_test(<target> LINK <target>... SOURCES <file>...)
 #
 # One GoogleTest program; each of its cases becomes a CTest test. Sees tests/ for "support/...". Its own
-# code is optimised little: it is compiled more often than it runs.
+# code is optimised little or, where sanitizers make compiling slow, not at all: it is compiled more
+# often than it runs.
 function(velum_add_test target)
     cmake_parse_arguments(ARG "" "" "LINK;SOURCES" ${ARGN})
     add_executable(${target} ${ARG_SOURCES})
     target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${target} PRIVATE velum_build_flags ${ARG_LINK} GTest::gtest_main)
-    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+    target_compile_options(${target} PRIVATE $<IF:$<CONFIG:Release>,-O1,-O0>)
     list(FILTER ARG_SOURCES EXCLUDE REGEX "TARGET_OBJECTS")
     velum_unite(${target} MOST 4 SOURCES ${ARG_SOURCES})
     list(LENGTH ARG_SOURCES count)

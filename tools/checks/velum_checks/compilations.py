@@ -18,10 +18,15 @@ _INCLUDED = re.compile(r'^#include "(.*\.cpp)"$', re.MULTILINE)
 
 @dataclasses.dataclass(frozen=True)
 class Compilation:
-    """One call of the compiler. `compiler` is the command without the file and without an output."""
+    """One call of the compiler. `compiler` is the command without the file and without an output.
+
+    `sources` are the hand-written ones that it reads, `following` those of them that have another
+    source before them.
+    """
 
     file: pathlib.Path
     sources: tuple[pathlib.Path, ...]
+    following: tuple[pathlib.Path, ...]
     compiler: tuple[str, ...]
     directory: pathlib.Path
 
@@ -42,9 +47,11 @@ def compilations(project: Project) -> Iterator[Compilation]:
     for entry in json.loads((build / "compile_commands.json").read_text()):
         file = pathlib.Path(entry["directory"], entry["file"])
         included = _INCLUDED.findall(file.read_text()) if file.suffix == ".cxx" else []
-        sources = pending.intersection([file, *map(pathlib.Path, included)])
-        pending -= sources
+        parts = [pathlib.Path(name) for name in included] or [file]
+        sources = tuple(part for part in parts if part in pending)
+        pending.difference_update(sources)
         if sources:
+            following = tuple(source for source in sources if source != parts[0])
             yield Compilation(
-                file, tuple(sorted(sources)), _compiler(entry), pathlib.Path(entry["directory"])
+                file, sources, following, _compiler(entry), pathlib.Path(entry["directory"])
             )

@@ -5,7 +5,15 @@ from __future__ import annotations
 import functools
 import os
 import pathlib
+import re
 import subprocess
+
+_NO_PRODUCT = re.compile(r"(?:.*/)?tests/|bench/|examples/|fuzz/")
+
+
+def is_product(name: str) -> bool:
+    """Whether the file of that name in the repository is a part of what users get."""
+    return _NO_PRODUCT.match(name) is None
 
 
 class CommandFailed(Exception):

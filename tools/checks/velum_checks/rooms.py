@@ -3,12 +3,11 @@
 from __future__ import annotations
 
 import dataclasses
-import pathlib
 import posixpath
 import re
 
 from .check import Check
-from .project import Project
+from .project import Project, is_product
 
 _LIST = "tools/checks/rooms.txt"
 _INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*(?:"([^"]+)"|<([^>]+)>)', re.MULTILINE)
@@ -105,10 +104,6 @@ def _findings_in(plan: Plan, path: str, text: str) -> list[str]:
     return findings
 
 
-def _is_product(path: str) -> bool:
-    return "tests" not in pathlib.PurePosixPath(path).parts
-
-
 def _find(project: Project) -> list[str]:
     try:
         houses = parse((project.root / _LIST).read_text(encoding="utf-8"))
@@ -120,7 +115,7 @@ def _find(project: Project) -> list[str]:
     homeless = set()
     for name, path in files.items():
         house = plan.house(name)
-        if house is None or not _is_product(name):
+        if house is None or not is_product(name):
             continue
         if (room := house.room(name)) not in house.floors and (house.sources, room) not in homeless:
             homeless.add((house.sources, room))

@@ -7,13 +7,10 @@ import re
 
 from .check import Check
 from .cplusplus import functions
-from .project import Project
+from .project import Project, is_product
 
 FILE = 500
 FUNCTION = 60
-
-# What is no product.
-_EXEMPT = re.compile(r"(?:.*/)?tests/|bench/|examples/|fuzz/")
 
 
 def _python_functions(text: str) -> list[tuple[str, int, int]]:
@@ -44,7 +41,7 @@ def _find(project: Project) -> list[str]:
     findings = []
     for path in project.tracked("*.h", "*.cpp", "*.py"):
         name = project.relative(path)
-        if not _EXEMPT.match(name):
+        if is_product(name):
             findings += long_parts(name, path.read_text(encoding="utf-8"))
     return findings
 
