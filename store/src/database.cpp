@@ -46,12 +46,30 @@ char const* causeOf(int extendedCode) {
         return "the file is no store";
     case SQLITE_CORRUPT:
         return "the file is damaged";
+    case SQLITE_AUTH:
+        return OnlyReading;
     case SQLITE_IOERR:
         return extendedCode == SQLITE_IOERR_WRITE || extendedCode == SQLITE_IOERR_FSYNC
                    ? "a write to the disk failed; the disk may be full"
                    : "the disk reports an error";
     default:
         return nullptr;
+    }
+}
+
+/// The name as it is given to SQLite, to which an empty one and some others mean no file.
+std::string fileName(std::string const& path) {
+    return std::filesystem::path(path).is_absolute() ? path : "./" + path;
+}
+
+char const* failureOf(Database::Use use) {
+    switch (use) {
+    case Database::Use::Write:
+        return "Cannot write";
+    case Database::Use::Query:
+        return "Cannot query";
+    default:
+        return "Cannot read";
     }
 }
 
@@ -128,6 +146,9 @@ bool Statement::isNull(int column) const {
 bool Statement::isInteger(int column) const {
     return sqlite3_column_type(statement_.get(), column) == SQLITE_INTEGER;
 }
+bool Statement::isReal(int column) const {
+    return sqlite3_column_type(statement_.get(), column) == SQLITE_FLOAT;
+}
 bool Statement::isText(int column) const {
     return sqlite3_column_type(statement_.get(), column) == SQLITE_TEXT;
 }
@@ -145,6 +166,15 @@ std::string_view Statement::text(int column) const {
                            : std::string_view();
 }
 
+std::vector<std::string> Statement::columns() const {
+    std::vector<std::string> titles;
+    for (int i = 0, count = sqlite3_column_count(statement_.get()); i < count; ++i) {
+        char const* const title = sqlite3_column_name(statement_.get(), i);
+        titles.emplace_back(title != nullptr ? title : "");
+    }
+    return titles;
+}
+
 // Database -------------------------------------------------------------------------------------
 
 void Database::Close::operator()(sqlite3* database) const noexcept {
@@ -156,14 +186,16 @@ Database::Database(std::string path, Use use) : path_(std::move(path)), use_(use
     if (std::filesystem::is_directory(path_, ignored)) {
         fail("it is a folder");
     }
-    if (use == Use::Read && !std::filesystem::exists(path_, ignored)) {
+    if (use != Use::Write && !std::filesystem::exists(path_, ignored)) {
         fail("there is no such file");
     }
     // Also to be read a file is opened for writing where it can be: what a program that died left
     // half written is taken back first.
     sqlite3* database = nullptr;
-    int const flags = SQLITE_OPEN_READWRITE | (use == Use::Write ? SQLITE_OPEN_CREATE : 0);
-    int const code = sqlite3_open_v2(path_.c_str(), &database, flags, nullptr);
+    // There is one thread, so no call has to lock.
+    int const flags =
+        SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (use == Use::Write ? SQLITE_OPEN_CREATE : 0);
+    int const code = sqlite3_open_v2(fileName(path_).c_str(), &database, flags, nullptr);
     database_.reset(database);
     if (code != SQLITE_OK) {
         failLast();
@@ -194,8 +226,7 @@ void Database::failLast() const {
 }
 
 void Database::fail(std::string const& cause) const {
-    throw StoreError(std::string(use_ == Use::Write ? "Cannot write" : "Cannot read") +
-                     " the store " + path_ + ": " + cause + ".");
+    throw StoreError(std::string(failureOf(use_)) + " the store " + path_ + ": " + cause + ".");
 }
 
 // FileTransaction ------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -13,6 +14,9 @@ namespace QOB::store {
 
 /// Appends a name as SQL quotes it.
 std::string sqlName(std::string_view name);
+
+/// Why a statement is refused where nothing may be changed.
+inline constexpr char OnlyReading[] = "only statements that read are run, such as SELECT";
 
 class Database;
 
@@ -35,11 +39,14 @@ public:
 
     bool isNull(int column) const;
     bool isInteger(int column) const;
+    bool isReal(int column) const;
     bool isText(int column) const;
     std::int64_t integer(int column) const;
     double real(int column) const;
     /// Valid until the next step.
     std::string_view text(int column) const;
+    /// Their titles.
+    std::vector<std::string> columns() const;
 
 private:
     struct Finalize {
@@ -53,7 +60,7 @@ private:
 /// An open file. Every failure raises StoreError with the file and the cause in one line.
 class Database {
 public:
-    enum class Use { Read, Write };
+    enum class Use { Read, Write, Query };
 
     Database(std::string path, Use use);
     Database(Database const&) = delete;

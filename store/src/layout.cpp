@@ -135,6 +135,7 @@ Field Layout::fieldOf(Attribute const& attribute) const {
         field.isAlone = attribute.isReference && !attribute.property.hasOpposite();
     } else {
         field.valueType = dottedName(type);
+        field.mayBeAbsent = description.lower == 0;
     }
     return field;
 }

@@ -37,6 +37,7 @@ struct Field {
     IntrospectiveMethods const* targets = nullptr; ///< the class to which a reference leads
     /// Follows from the other end: written for those who query, not read.
     bool follows = false;
+    bool mayBeAbsent = false;  ///< It is asked for before a value is read; a reference may be none.
     bool isThereFirst = false; ///< of a new object, which has the default; it may be removed
     /// A reference without another end: set alone, so that no property that it is a part of is
     /// touched.

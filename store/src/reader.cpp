@@ -1,7 +1,6 @@
 #include "reader.h"
 
 #include "qob/qob/modelcache.h"
-#include "qob/qob/nsinterface/factoryintf.h"
 #include "qob/qob/sequence.h"
 #include "qob/qob/stereotypeobject.h"
 #include "qob/qob/valueobjectfactory.h"
@@ -11,6 +10,7 @@
 #include <climits>
 
 #include <algorithm>
+#include <utility>
 
 namespace QOB::store {
 
@@ -33,28 +33,25 @@ struct StoredObject {
 
 } // namespace
 
-Reader::Reader(Database& database, Layout const& layout, LoadOptions const& options)
+Reader::Reader(Database& database,
+               Layout const& layout,
+               LoadOptions const& options,
+               Model model,
+               Into into)
     : database_(database),
       layout_(layout),
       options_(options),
-      model_(NSInterface::FactoryIntf::createNewModel()) {
-}
-
-Reader::~Reader() {
-    if (!isTaken_) {
-        model_.destroy();
-    }
-}
-
-Model Reader::takeModel() {
-    isTaken_ = true;
-    return model_;
+      model_(std::move(model)),
+      into_(into),
+      keepsIds_(model_.getRootObjectsWithoutAssociation().empty()) {
 }
 
 void Reader::read() {
     readClasses();
     readObjects();
-    readModel();
+    if (into_ == Into::NewModel) {
+        readModel();
+    }
     readExternalIds();
     for (auto const& [id, stored] : classes_) {
         if (!stored.isAbstract && stored.known != nullptr) {
@@ -132,17 +129,18 @@ void Reader::createObject(std::int64_t key, std::int64_t storedClass) {
     if (create == nullptr) {
         failAt("object", key, "it is of the abstract class " + stored.name);
     }
-    if (isId(key)) {
+    if (keepsIds_ && isId(key)) {
         create(model_, Integer(static_cast<int>(key)));
     } else {
-        others_.emplace(key, ClassObject(create(model_, Integer())));
+        Integer const id = isId(key) ? model_.allocateObjectId() : Integer();
+        others_.emplace(key, ClassObject(create(model_, id)));
     }
 }
 
 void Reader::readExternalIds() {
     Statement rows(database_, "SELECT id, external_id FROM object WHERE external_id IS NOT NULL");
     while (rows.step()) {
-        if (ClassObject const object = objectOf(rows.integer(0)); object.isValid()) {
+        if (ClassObject const object = notedObjectOf(rows.integer(0)); object.isValid()) {
             object.setExternalId(textOf(rows.text(1)));
         }
     }
@@ -152,16 +150,22 @@ void Reader::readRows(std::int64_t id, StoredClass const& stored) {
     std::string columns = "id";
     std::vector<Setter> setters = settersOf(id, stored, columns);
     Statement rows(database_, "SELECT " + columns + " FROM " + sqlName(stored.table));
+    bool isFirst = true;
     while (rows.step()) {
         std::int64_t const key = rows.integer(0);
         ClassObject const object = objectOf(key);
         if (object.getMetaClass().get() != stored.known->live.get()) {
             failAt(stored.table, key, "the object is of another class");
         }
+        if (std::exchange(isFirst, false)) {
+            noteInitial(object, setters);
+        }
         int column = 0;
         for (Setter& setter : setters) {
             if (!rows.isNull(++column)) {
-                set(object, setter, rows, column);
+                if (!isInitial(setter, rows, column)) {
+                    set(object, setter, rows, column);
+                }
             } else if (setter.field->isThereFirst) {
                 PropertyBinding const& binding = setter.field->binding;
                 binding.methods->removeSingleValued(object.get(), object.getDeviant(), binding.id);
@@ -193,6 +197,46 @@ Reader::settersOf(std::int64_t id, StoredClass const& stored, std::string& colum
         }
     }
     return setters;
+}
+
+void Reader::noteInitial(ClassObject const& object, std::vector<Setter>& setters) {
+    for (Setter& setter : setters) {
+        PropertyBinding const& binding = setter.field->binding;
+        if (setter.field->kind == ValueKind::Reference ||
+            !binding.methods->hasSingleValued(object.get(), object.getDeviant(), binding.id)) {
+            continue;
+        }
+        Object const value =
+            binding.methods->getSingleValued(object.get(), object.getDeviant(), binding.id);
+        if (String const text = value.get() != nullptr ? value.toString() : String();
+            !text.isValid() || text.view().empty()) {
+            continue; // no value, or the invalid one
+        }
+        switch (setter.field->kind) {
+        case ValueKind::Boolean:
+            setter.initial = std::int64_t(Boolean(value) == true);
+            break;
+        case ValueKind::Integer:
+            setter.initial = std::int64_t(static_cast<int const&>(Integer(value)));
+            break;
+        case ValueKind::Real:
+            setter.initial = static_cast<double const&>(Real(value));
+            break;
+        default:
+            setter.initial = std::string(value.toString().view());
+        }
+    }
+}
+
+bool Reader::isInitial(Setter const& setter, Statement const& row, int column) {
+    if (auto const* const number = std::get_if<std::int64_t>(&setter.initial)) {
+        return row.isInteger(column) && row.integer(column) == *number;
+    }
+    if (auto const* const number = std::get_if<double>(&setter.initial)) {
+        return row.isReal(column) && row.real(column) == *number;
+    }
+    auto const* const text = std::get_if<std::string>(&setter.initial);
+    return text != nullptr && row.isText(column) && row.text(column) == *text;
 }
 
 void Reader::set(ClassObject const& object, Setter& setter, Statement const& row, int column) {
@@ -276,7 +320,7 @@ void Reader::readList(StoredClass const& owner, std::string const& name, std::st
 void Reader::readToolInfos() {
     Statement rows(database_, "SELECT owner, key, value FROM tool_info");
     while (rows.step()) {
-        if (ClassObject const object = objectOf(rows.integer(0)); object.isValid()) {
+        if (ClassObject const object = notedObjectOf(rows.integer(0)); object.isValid()) {
             object.setExternalToolInfo(ExternalToolInfo(
                 textOf(rows.text(1)), rows.isText(2) ? textOf(rows.text(2)) : String()));
         }
@@ -286,7 +330,7 @@ void Reader::readToolInfos() {
 void Reader::readStereotypes() {
     Statement rows(database_, "SELECT owner, value FROM stereotype");
     while (rows.step()) {
-        ClassObject const object = objectOf(rows.integer(0));
+        ClassObject const object = notedObjectOf(rows.integer(0));
         ClassObject const value = objectOf(rows.integer(1));
         if (!object.isValid() || !value.isValid()) {
             continue;
@@ -414,7 +458,7 @@ ClassObject Reader::objectOf(std::int64_t key) {
     if (key == ModelKey) {
         return model_;
     }
-    if (isId(key)) {
+    if (keepsIds_ && isId(key)) {
         if (ClassObject object = model_.findObject(static_cast<int>(key)); object.isValid()) {
             return object;
         }
@@ -424,6 +468,10 @@ ClassObject Reader::objectOf(std::int64_t key) {
         database_.fail("it refers to an object (" + std::to_string(key) + ") that it doesn't have");
     }
     return found->second;
+}
+
+ClassObject Reader::notedObjectOf(std::int64_t key) {
+    return key == ModelKey && into_ == Into::PresentModel ? ClassObject() : objectOf(key);
 }
 
 void Reader::skip(std::string const& name, std::uint64_t count) {

@@ -8,21 +8,26 @@
 #include <functional>
 #include <map>
 #include <unordered_map>
+#include <variant>
 #include <vector>
 
 namespace QOB::store {
 
-/// Reads a file into a new model.
+/// Reads a file into a model.
 class Reader {
 public:
-    Reader(Database& database, Layout const& layout, LoadOptions const& options);
+    enum class Into { NewModel, PresentModel };
+
+    Reader(Database& database,
+           Layout const& layout,
+           LoadOptions const& options,
+           Model model,
+           Into into);
     Reader(Reader const&) = delete;
     Reader& operator=(Reader const&) = delete;
-    /// Ends the model unless it was taken.
-    ~Reader();
+    ~Reader() = default;
 
     void read();
-    Model takeModel();
     LoadReport takeReport() { return std::move(report_); }
 
 private:
@@ -39,6 +44,8 @@ private:
         ImmutableClass lastTarget{}; ///< a class whose objects the property takes
         Object lastValue{};          ///< of a value that has only its text, with that text
         std::string lastText{};
+        /// What a new object has, which isn't set again.
+        std::variant<std::monostate, std::int64_t, double, std::string> initial{};
     };
 
     void readClasses();
@@ -48,6 +55,9 @@ private:
     void readExternalIds();
     void readRows(std::int64_t id, StoredClass const& stored);
     std::vector<Setter> settersOf(std::int64_t id, StoredClass const& stored, std::string& columns);
+    /// Notes what an object has before anything is set.
+    static void noteInitial(ClassObject const& object, std::vector<Setter>& setters);
+    static bool isInitial(Setter const& setter, Statement const& row, int column);
     void set(ClassObject const& object, Setter& setter, Statement const& row, int column);
     void readLists();
     void readList(StoredClass const& owner, std::string const& name, std::string const& table);
@@ -64,6 +74,8 @@ private:
 
     /// Raises for a key that no object has; empty for one that was left out.
     ClassObject objectOf(std::int64_t key);
+    /// The same for what is written beside objects; empty also for a model that isn't the file's.
+    ClassObject notedObjectOf(std::int64_t key);
     void skip(std::string const& name, std::uint64_t count);
     [[noreturn]] void failAt(std::string const& table, std::int64_t key, std::string const& cause);
 
@@ -72,9 +84,11 @@ private:
     LoadOptions options_;
     LoadReport report_;
     Model model_;
-    bool isTaken_ = false;
+    Into into_;
+    bool keepsIds_; ///< An id of the file leads to the object in the model, too.
     std::map<std::int64_t, StoredClass> classes_;
-    /// The objects that no id leads to; empty handles stand for those that were left out.
+    /// The objects to which no id of the file leads; empty handles stand for those that were left
+    /// out.
     std::unordered_map<std::int64_t, ClassObject> others_;
 };
 

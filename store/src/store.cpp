@@ -2,18 +2,65 @@
 
 #include "database.h"
 #include "layout.h"
+#include "qob/qob/nsinterface/factoryintf.h"
+#include "qob/qob/transaction.h"
 #include "reader.h"
 #include "schema.h"
 #include "writer.h"
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace QOB {
 
 using store::Database;
 
 namespace {
+
+/// Reads a file; its failures name it.
+LoadReport read(std::string const& path,
+                LoadOptions const& options,
+                Model const& model,
+                store::Reader::Into into) {
+    store::Layout const layout;
+    Database database(path, Database::Use::Read);
+    store::FileTransaction const transaction(database, Database::Use::Read);
+    if (!store::isStore(database)) {
+        database.fail("the file is empty");
+    }
+    store::Reader reader(database, layout, options, model, into);
+    try {
+        reader.read();
+    } catch (StoreError const&) {
+        throw;
+    } catch (Exception const& failure) { // the model refuses what the file holds
+        database.fail(failure.what());
+    }
+    return reader.takeReport();
+}
+
+/// A model that goes again unless it is kept.
+class NewModel {
+public:
+    NewModel() : model_(NSInterface::FactoryIntf::createNewModel()) {}
+    NewModel(NewModel const&) = delete;
+    NewModel& operator=(NewModel const&) = delete;
+    ~NewModel() {
+        if (!isKept_) {
+            model_.destroy();
+        }
+    }
+    Model const& get() const noexcept { return model_; }
+    Model keep() noexcept {
+        isKept_ = true;
+        return model_;
+    }
+
+private:
+    Model model_;
+    bool isKept_ = false;
+};
 
 /// A file that a save made goes again if that save fails.
 class NewFile {
@@ -57,24 +104,24 @@ void Store::save(Model const& model, std::string const& path) {
 }
 
 Model Store::load(std::string const& path, LoadOptions const& options, LoadReport* report) {
-    store::Layout const layout;
-    Database database(path, Database::Use::Read);
-    store::FileTransaction const transaction(database, Database::Use::Read);
-    if (!store::isStore(database)) {
-        database.fail("the file is empty");
-    }
-    store::Reader reader(database, layout, options);
-    try {
-        reader.read();
-    } catch (StoreError const&) {
-        throw;
-    } catch (Exception const& failure) { // the model refuses what the file holds
-        database.fail(failure.what());
-    }
+    NewModel model;
+    LoadReport found = read(path, options, model.get(), store::Reader::Into::NewModel);
     if (report != nullptr) {
-        *report = reader.takeReport();
+        *report = std::move(found);
     }
-    return reader.takeModel();
+    return model.keep();
+}
+
+void Store::loadInto(Model const& model,
+                     std::string const& path,
+                     LoadOptions const& options,
+                     LoadReport* report) {
+    Transaction transaction(model); // rolled back unless committed
+    LoadReport found = read(path, options, model, store::Reader::Into::PresentModel);
+    transaction.commit();
+    if (report != nullptr) {
+        *report = std::move(found);
+    }
 }
 
 } // namespace QOB

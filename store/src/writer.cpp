@@ -23,6 +23,12 @@ std::string insertion(std::string const& table, std::size_t columns) {
     return "INSERT INTO " + sqlName(table) + " VALUES(" + placeholders(columns) + ")";
 }
 
+/// What the object shows in its handle's deviant. Reading it takes no look for the deviant, and no
+/// view of a list.
+NSInterface::ObjectIntf* stateOf(ClassObject const& object) {
+    return object->getReadDeviantI(object.getDeviant(), object.get());
+}
+
 } // namespace
 
 std::int64_t Keys::of(ClassObject const& object) {
@@ -62,26 +68,34 @@ void Writer::writeAll() {
     writeNotes(model_, ModelKey);
 }
 
-ClassTable const& Writer::tableOf(ClassObject const& object) const {
-    ClassTable const* const table = layout_.find(object.getMetaClass().get());
-    if (table == nullptr) {
+ClassTable const& Writer::tableOf(ClassObject const& object) {
+    NSInterface::ClassIntf const* const live = object.getMetaClass().get();
+    if (lastTable_ == nullptr || live != lastClass_) {
+        lastTable_ = layout_.find(live);
+        lastClass_ = live;
+    }
+    if (lastTable_ == nullptr) {
         database_.fail("the model holds an object of the class " +
                        std::string(object.getLumvoName(false)) +
                        ", which is not in the meta-registry");
     }
-    return *table;
+    return *lastTable_;
 }
 
 Writer::ClassRows& Writer::rowsOf(ClassTable const& table) {
-    auto const found = byClass_.find(&table);
-    if (found != byClass_.end()) {
-        return found->second;
+    if (lastRows_.first == &table) {
+        return *lastRows_.second;
     }
-    ClassRows& rows = byClass_[&table];
+    auto const [entry, isNew] = byClass_.try_emplace(&table);
+    ClassRows& rows = entry->second;
+    lastRows_ = {&table, &rows};
+    if (!isNew) {
+        return rows;
+    }
     rows.row = Statement(database_, insertion(table.table, table.columns.size() + 2));
     for (Field const* const list : table.lists) {
-        auto const [statement, isNew] = byList_.try_emplace(list);
-        if (isNew) {
+        auto const [statement, isNewList] = byList_.try_emplace(list);
+        if (isNewList) {
             statement->second = Statement(database_, insertion(list->column, 3));
         }
         rows.lists.push_back(&statement->second);
@@ -111,10 +125,7 @@ void Writer::writeValues(ClassObject const& object) {
     ClassTable const& table = tableOf(object);
     std::int64_t const key = keys_.of(object);
     writeRow(table, object, key);
-    ClassRows const& rows = rowsOf(table);
-    for (std::size_t i = 0; i != table.lists.size(); ++i) {
-        writeList(*table.lists[i], *rows.lists[i], object, key);
-    }
+    writeLists(table, object, key);
     writeNotes(object, key);
     if (!foreigns_.empty()) {
         writeForeign(key);
@@ -124,17 +135,16 @@ void Writer::writeValues(ClassObject const& object) {
 void Writer::writeRow(ClassTable const& table, ClassObject const& object, std::int64_t key) {
     Statement& row = rowsOf(table).row;
     Deviant const deviant = object.getDeviant();
+    NSInterface::ObjectIntf* const state = stateOf(object);
     row.bind(0, key);
     ClassObject const container = object.getContainerQOB();
     container.isValid() ? row.bind(1, keys_.of(container)) : row.bindNull(1);
     int parameter = 2;
     for (Field const& field : table.columns) {
         IntrospectiveMethods const& methods = *field.binding.methods;
-        if (methods.hasSingleValued(object.get(), deviant, field.binding.id)) {
-            bindValue(row,
-                      parameter++,
-                      field,
-                      methods.getSingleValued(object.get(), deviant, field.binding.id));
+        if (!field.mayBeAbsent || methods.hasSingleValued(state, deviant, field.binding.id)) {
+            bindValue(
+                row, parameter++, field, methods.getSingleValued(state, deviant, field.binding.id));
         } else {
             row.bindNull(parameter++);
         }
@@ -143,15 +153,24 @@ void Writer::writeRow(ClassTable const& table, ClassObject const& object, std::i
     texts_.clear();
 }
 
+void Writer::writeLists(ClassTable const& table, ClassObject const& object, std::int64_t key) {
+    ClassRows const& rows = rowsOf(table);
+    NSInterface::ObjectIntf* const state = stateOf(object);
+    for (std::size_t i = 0; i != table.lists.size(); ++i) {
+        PropertyBinding const& list = table.lists[i]->binding;
+        if (!list.methods->getMultiValued(state, object.getDeviant(), list.id, false)
+                 .generic_empty()) {
+            writeList(*table.lists[i], *rows.lists[i], object, key);
+        }
+    }
+}
+
 void Writer::writeList(Field const& list,
                        Statement& row,
                        ClassObject const& object,
                        std::int64_t key) {
     Generic::SequenceRef const elements = list.binding.methods->getOnlyMultiValued(
         object.get(), object.getDeviant(), list.binding.id, true);
-    if (elements.generic_empty()) {
-        return;
-    }
     int position = 0;
     row.bind(0, key);
     auto const write = [&](auto const& bindElement) {

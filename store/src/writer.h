@@ -49,7 +49,7 @@ private:
         ClassObject object;
     };
 
-    ClassTable const& tableOf(ClassObject const& object) const;
+    ClassTable const& tableOf(ClassObject const& object);
     ClassRows& rowsOf(ClassTable const& table);
 
     void writeObject(ClassObject const& object, std::int64_t position);
@@ -57,6 +57,7 @@ private:
     /// The row of a class and what stands in lists.
     void writeValues(ClassObject const& object);
     void writeRow(ClassTable const& table, ClassObject const& object, std::int64_t key);
+    void writeLists(ClassTable const& table, ClassObject const& object, std::int64_t key);
     void writeList(Field const& list, Statement& row, ClassObject const& object, std::int64_t key);
     void writeNotes(ClassObject const& object, std::int64_t key);
     void writeForeign(std::int64_t key);
@@ -81,6 +82,10 @@ private:
     Statement stereotype_;
     Statement foreign_;
     std::unordered_map<ClassTable const*, ClassRows> byClass_;
+    /// Of the last object: the next one is mostly of the same class.
+    NSInterface::ClassIntf const* lastClass_ = nullptr;
+    ClassTable const* lastTable_ = nullptr;
+    std::pair<ClassTable const*, ClassRows*> lastRows_{};
     std::unordered_map<Field const*, Statement> byList_;
     std::vector<String> texts_; ///< of the row that is being written
     std::vector<Foreign> foreigns_;

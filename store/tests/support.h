@@ -40,20 +40,25 @@ private:
     std::filesystem::path path_;
 };
 
-/// Everything that a model says of itself, object by object in its order. What mirrors the
-/// references of others has no order.
-inline std::string contentOf(QOB::Model const& model) {
+/// Everything that a model says of itself, object by object in its order from a position on. What
+/// mirrors the references of others has no order.
+template <class Show>
+std::string contentOf(QOB::Model const& model, int first, Show const& show) {
     QOB::Attributes attributes;
     std::ostringstream text;
     text << model.getUri() << '\n';
+    int position = 0;
     for (QOB::ClassObject const object : model.getRootObjectsWithoutAssociation()) {
-        text << object.getLumvoName(false) << ' ' << VelumTest::show(object) << " in "
-             << VelumTest::show(object.getContainerQOB()) << '\n';
+        if (position++ < first) {
+            continue;
+        }
+        text << object.getLumvoName(false) << ' ' << show(object) << " in "
+             << show(object.getContainerQOB()) << '\n';
         for (QOB::Attribute const& attribute : attributes.of(object)) {
             std::vector<std::string> values;
             for (QOB::Object const& value : attribute.valuesOf(object)) {
                 if (value.isValid()) { // a reference to an object that has ended is none
-                    values.push_back(VelumTest::show(value));
+                    values.push_back(show(value));
                 }
             }
             if (attribute.isOtherEnd) {
@@ -67,6 +72,10 @@ inline std::string contentOf(QOB::Model const& model) {
         }
     }
     return text.str();
+}
+
+inline std::string contentOf(QOB::Model const& model) {
+    return contentOf(model, 0, [](QOB::Object const& value) { return VelumTest::show(value); });
 }
 
 /// A model of objects of all classes with properties of all kinds, the same for the same seed.

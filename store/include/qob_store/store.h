@@ -64,6 +64,13 @@ public:
     /// has that URI. References to other models are resolved if those models are there.
     static Model
     load(std::string const& path, LoadOptions const& options = {}, LoadReport* report = nullptr);
+    /// Adds the objects of a file to a model, in one transaction. They keep their ids if the model
+    /// has no objects, and get new ones otherwise. What the file says of its model itself, such as
+    /// the URI, is left out.
+    static void loadInto(Model const& model,
+                         std::string const& path,
+                         LoadOptions const& options = {},
+                         LoadReport* report = nullptr);
 };
 
 } // namespace QOB

@@ -26,7 +26,7 @@ def _groups(headers: list[pathlib.Path]) -> list[list[pathlib.Path]]:
 # What users include: the umbrella headers, and beside them what only some need. All other headers are
 # installed because one of these needs them; the rest is the libraries' own.
 _UMBRELLAS = ("velum_types/types.h", "velum_arxml/read.h", "velum_arxml/write.h", "velum_arxml/update.h",
-              "qob_store/store.h", "qob/qob.h", "tessel/tessel.h")
+              "qob_store/store.h", "qob_store/query.h", "qob/qob.h", "tessel/tessel.h")
 _BESIDE = (
     "qob/qob/**/*.h",
     "velum_foundation/zorvane/metamodel.h",
