@@ -10,6 +10,7 @@
 #include "commands/rename_command.h"
 #include "commands/report_command.h"
 #include "commands/show_command.h"
+#include "commands/sql_command.h"
 #include "commands/usage_commands.h"
 #include "report/printers.h"
 
@@ -21,6 +22,7 @@
 #include <iostream>
 #include <new>
 #include <optional>
+#include <qob_store/store.h>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -67,6 +69,7 @@ int run(int argc, char** argv) {
     velum::commands::ExportCommand exporting;
     velum::commands::RenameCommand rename;
     velum::commands::ReportCommand reporting;
+    velum::commands::SqlCommand sql;
     velum::commands::ClassesCommand classes;
     velum::commands::DescribeCommand describe;
     velum::commands::CompletionCommand completion;
@@ -80,6 +83,7 @@ int run(int argc, char** argv) {
         {"export", [&] { return exporting.run(); }},
         {"rename", [&] { return rename.run(); }},
         {"report", [&] { return reporting.run(); }},
+        {"sql", [&] { return sql.run(); }},
         {"classes", [&] { return classes.run(); }},
         {"describe", [&] { return describe.run(); }},
         {"completion", [&] { return completion.run(); }},
@@ -92,6 +96,7 @@ int run(int argc, char** argv) {
     exporting.addTo(app);
     rename.addTo(app);
     reporting.addTo(app);
+    sql.addTo(app);
     classes.addTo(app);
     describe.addTo(app);
     completion.addTo(app);
@@ -106,6 +111,11 @@ int run(int argc, char** argv) {
         }
     }
     return ExitCode::wrongUsage; // not reached: a command is required
+}
+
+int tell(std::exception const& error, ExitCode code) {
+    std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
+    return code;
 }
 
 /// Ends the program where memory runs out: going back through what is half done could need more.
@@ -123,12 +133,12 @@ int main(int argc, char** argv) {
     try {
         return run(argc, argv);
     } catch (velum::arxml::InputError const& error) {
-        std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
-        return ExitCode::inputAtFault;
+        return tell(error, ExitCode::inputAtFault);
+    } catch (QOB::StoreError const& error) {
+        return tell(error, ExitCode::inputAtFault);
     } catch (std::bad_alloc const&) {
         endWithoutMemory();
     } catch (std::exception const& error) {
-        std::cerr << "velum: " << velum::report::inOneLine(error.what()) << "\n";
-        return ExitCode::failed;
+        return tell(error, ExitCode::failed);
     }
 }

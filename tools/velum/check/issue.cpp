@@ -49,4 +49,13 @@ Rule const* findRule(std::string_view id) {
     return found == rules().end() ? nullptr : &*found;
 }
 
+std::string placeText(Issue const& issue) {
+    if (!issue.place) {
+        return {};
+    }
+    return issue.hasLine() ? issue.place->file + ":" + std::to_string(issue.place->position.line) +
+                                 ":" + std::to_string(issue.place->position.column)
+                           : issue.place->file;
+}
+
 } // namespace velum::check

@@ -45,9 +45,15 @@ Rule const* findRule(std::string_view id);
 struct Issue {
     std::string path; ///< Of the object, or of the nearest one around it that has a path.
     Rule const* rule;
-    std::string text;                   ///< A sentence.
-    std::optional<arxml::Origin> place; ///< None of an object that came from no file.
+    std::string text; ///< A sentence.
+    /// None of an object that came from no file; line 0 of one that came from a store.
+    std::optional<arxml::Origin> place;
+
+    bool hasLine() const { return place && place->position.line > 0; }
 };
+
+/// "FILE:LINE:COLUMN", "FILE" for a store, empty for no file.
+std::string placeText(Issue const& issue);
 
 /// Where the issues of one object go.
 class Sink {

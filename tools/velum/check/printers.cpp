@@ -10,9 +10,7 @@ std::string printText(std::vector<Issue> const& issues) {
     std::string text;
     for (Issue const& issue : issues) {
         if (issue.place) {
-            text += report::inOneLine(issue.place->file) + ":" +
-                    std::to_string(issue.place->position.line) + ":" +
-                    std::to_string(issue.place->position.column) + ": ";
+            text += report::inOneLine(placeText(issue)) + ": ";
         }
         text += word(issue.rule->severity);
         text += ": ";
@@ -33,6 +31,8 @@ std::string printJson(std::vector<Issue> const& issues) {
         Json entry = Json::object();
         if (issue.place) {
             entry["file"] = issue.place->file;
+        }
+        if (issue.hasLine()) {
             entry["line"] = issue.place->position.line;
             entry["column"] = issue.place->position.column;
         }

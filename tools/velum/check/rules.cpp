@@ -113,8 +113,15 @@ bool standsBefore(Issue const& a, Issue const& b) {
 
 } // namespace
 
-std::vector<Issue> checkModel(QOB::Model const& model, arxml::Sources const& sources) {
+std::vector<Issue>
+checkModel(QOB::Model const& model, arxml::Sources const& sources, report::Input const& input) {
     std::vector<Issue> issues = Walk(model, sources).run();
+    for (Issue& issue : issues) {
+        if (std::string const* const store = input.storeWith(issue.path);
+            store != nullptr && !issue.place) {
+            issue.place = {*store, {}};
+        }
+    }
     std::stable_sort(issues.begin(), issues.end(), standsBefore);
     return issues;
 }

@@ -48,10 +48,11 @@ SarifJson resultOf(Issue const& issue) {
         {"logicalLocations",
          SarifJson::array({{{"fullyQualifiedName", issue.path}, {"kind", "element"}}})}};
     if (issue.place) {
-        location["physicalLocation"] = {{"artifactLocation", {{"uri", uriOf(issue.place->file)}}},
-                                        {"region",
-                                         {{"startLine", issue.place->position.line},
-                                          {"startColumn", issue.place->position.column}}}};
+        location["physicalLocation"] = {{"artifactLocation", {{"uri", uriOf(issue.place->file)}}}};
+    }
+    if (issue.hasLine()) {
+        location["physicalLocation"]["region"] = {{"startLine", issue.place->position.line},
+                                                  {"startColumn", issue.place->position.column}};
     }
     return {{"ruleId", issue.rule->id},
             {"ruleIndex", issue.rule - rules().data()},

@@ -71,8 +71,8 @@ int CheckCommand::run() const {
     arxml::Sources sources;
     arxml::Options options;
     options.sources = &sources;
-    const arxml::Report report = load(files_, dictionary, options);
-    auto issues = check::checkModel(dictionary.model(), sources);
+    const report::Input input = load(files_, dictionary, options);
+    auto issues = check::checkModel(dictionary.model(), sources, input);
     issues.erase(std::remove_if(issues.begin(),
                                 issues.end(),
                                 [this](check::Issue const& issue) { return !isWanted(issue); }),
@@ -86,7 +86,7 @@ int CheckCommand::run() const {
     const bool hasErrors = std::any_of(issues.begin(), issues.end(), [](check::Issue const& issue) {
         return issue.rule->severity == check::Severity::error;
     });
-    const bool isInputAtFault = tellFailure(report, failOn_.value());
+    const bool isInputAtFault = tellFailure(input, failOn_.value());
     return hasErrors || isInputAtFault ? inputAtFault : done;
 }
 

@@ -9,7 +9,9 @@
 #include "report/printers.h"
 
 #include <algorithm>
+#include <exception>
 #include <iostream>
+#include <qob_store/store.h>
 #include <velum_arxml/source/input_error.h>
 #include <velum_arxml/source/standard_input.h>
 
@@ -86,6 +88,10 @@ int DiffCommand::run() const {
                "as a file.\n";
         return isWrongUsage;
     }
+    auto const tell = [](std::exception const& error) {
+        std::cerr << "velum: " << report::inOneLine(error.what()) << "\n";
+        return isUnreadable;
+    };
     try {
         model::Dictionary older;
         model::Dictionary newer;
@@ -101,8 +107,9 @@ int DiffCommand::run() const {
         }
         return comparison.isSame() ? isSame : isDifferent;
     } catch (arxml::InputError const& error) {
-        std::cerr << "velum: " << report::inOneLine(error.what()) << "\n";
-        return isUnreadable;
+        return tell(error);
+    } catch (QOB::StoreError const& error) {
+        return tell(error);
     }
 }
 

@@ -7,6 +7,8 @@
 #include "model/objects.h"
 #include "report/printers.h"
 
+#include <iostream>
+#include <qob_store/store.h>
 #include <sstream>
 
 namespace velum::commands {
@@ -26,6 +28,16 @@ bool printObjects(QOB::Model const& model) {
     return true;
 }
 
+bool save(QOB::Model const& model, std::string const& output) {
+    try {
+        QOB::Store::save(model, output);
+        return true;
+    } catch (QOB::StoreError const& error) {
+        std::cerr << "velum: " << report::inOneLine(error.what()) << "\n";
+        return false;
+    }
+}
+
 } // namespace
 
 void ImportCommand::addTo(CLI::App& app) {
@@ -33,6 +45,12 @@ void ImportCommand::addTo(CLI::App& app) {
         "import", "Read AUTOSAR R4 files and report what became of everything in them");
     command->add_option("FILE", files_, whatFilesAre)->required();
     CLI::Option* const json = command->add_flag("--json", isJson_, "Print the report as JSON");
+    command
+        ->add_option("-o,--output",
+                     output_,
+                     "Write all objects as a store (.velum), which every command takes instead of "
+                     "the files; one that is there is replaced")
+        ->type_name("FILE");
     command->add_flag("--strict", isStrict_, "Keep nothing if anything is wrong in the files");
     command->add_flag(
         "--skipped", withOmissions_, "List the types and methods of which no object is made");
@@ -50,14 +68,20 @@ int ImportCommand::run() const {
     if (isStrict_) {
         options.isAcceptable = [&failOn](arxml::Report const& all) { return !failOn.fails(all); };
     }
-    const arxml::Report report = load(files_, dictionary, options);
-    if (!print(isJson_ ? report::printJson(report) : report::printText(report, withOmissions_))) {
+    const report::Input input = load(files_, dictionary, options, output_);
+    if (!print(isJson_ ? report::printJson(input) : report::printText(input, withOmissions_))) {
         return failed;
+    }
+    if (!input.documents.isKept()) {
+        return inputAtFault;
     }
     if (isVerbose_ && !printObjects(dictionary.model())) {
         return failed;
     }
-    return failOn.fails(report) ? inputAtFault : done;
+    if (!output_.empty() && !save(dictionary.model(), output_)) {
+        return failed;
+    }
+    return failOn.fails(input.documents) ? inputAtFault : done;
 }
 
 } // namespace velum::commands

@@ -17,6 +17,7 @@ public:
 
 private:
     std::vector<std::string> files_;
+    std::string output_;
     bool isJson_ = false;
     bool isStrict_ = false;
     bool isVerbose_ = false;

@@ -1,7 +1,9 @@
 #include "commands/input_files.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 #include <unordered_set>
@@ -14,15 +16,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool hasArxmlName(fs::path const& file) {
+bool hasName(fs::path const& file, std::initializer_list<std::string_view> endings) {
     std::string name = file.filename().string();
     std::transform(name.begin(), name.end(), name.begin(), [](char c) {
         return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
     });
-    const auto endsWith = [&name](std::string_view end) {
-        return name.size() > end.size() && name.substr(name.size() - end.size()) == end;
-    };
-    return endsWith(".arxml") || endsWith(".arxml.gz");
+    return std::any_of(endings.begin(), endings.end(), [&name](std::string_view ending) {
+        return name.size() > ending.size() && name.ends_with(ending);
+    });
+}
+
+bool hasInputName(fs::path const& file) {
+    return hasName(file, {".arxml", ".arxml.gz", ".velum"});
 }
 
 std::vector<std::string> filesIn(std::string const& folder) {
@@ -32,7 +37,7 @@ std::vector<std::string> filesIn(std::string const& folder) {
     while (!fault && entry != fs::recursive_directory_iterator()) {
         std::error_code unknown;
         const bool isFile = !entry->is_directory(unknown) && !entry->is_other(unknown);
-        if (isFile && hasArxmlName(entry->path())) {
+        if (isFile && hasInputName(entry->path())) {
             files.push_back(entry->path().string());
         }
         entry.increment(fault);
@@ -41,7 +46,8 @@ std::vector<std::string> filesIn(std::string const& folder) {
         throw arxml::InputError(folder, "The folder cannot be read (" + fault.message() + ").");
     }
     if (files.empty()) {
-        throw arxml::InputError(folder, "There is no .arxml or .arxml.gz file in this folder.");
+        throw arxml::InputError(folder,
+                                "There is no .arxml, .arxml.gz or .velum file in this folder.");
     }
     std::sort(files.begin(), files.end());
     return files;
@@ -54,32 +60,51 @@ std::string identityOf(std::string const& file) {
     return unknown || file == arxml::standardInput ? file : canonical.string();
 }
 
+/// The first bytes of every SQLite file.
+bool hasStoreHeader(std::string const& file) {
+    constexpr std::string_view header("SQLite format 3\0", 16);
+    std::error_code unknown;
+    if (!fs::is_regular_file(file, unknown)) {
+        return false; // reading from a pipe would take the bytes out of it
+    }
+    std::array<char, header.size()> bytes{};
+    std::ifstream(file, std::ios::binary).read(bytes.data(), bytes.size());
+    return std::string_view(bytes.data(), bytes.size()) == header;
+}
+
 } // namespace
 
-std::vector<std::string> inputFiles(std::vector<std::string> const& arguments) {
-    std::vector<std::string> files;
+bool isStore(std::string const& file) {
+    return hasName(file, {".velum"}) || hasStoreHeader(file);
+}
+
+InputFiles inputFiles(std::vector<std::string> const& arguments, std::string const& leftOut) {
+    InputFiles files;
     std::unordered_set<std::string> known;
     const auto add = [&](std::string const& file) {
         if (known.insert(identityOf(file)).second) {
-            files.push_back(file);
+            (isStore(file) ? files.stores : files.documents).push_back(file);
         }
     };
     for (std::string const& argument : arguments) {
         std::error_code unknown;
         if (fs::is_directory(argument, unknown)) {
             for (std::string const& file : filesIn(argument)) {
-                add(file);
+                if (leftOut.empty() || identityOf(file) != identityOf(leftOut)) {
+                    add(file);
+                }
             }
         } else {
             add(argument);
         }
     }
+    std::sort(files.stores.begin(), files.stores.end());
     return files;
 }
 
 bool isInput(std::string const& argument) {
     std::error_code unknown;
-    return argument == arxml::standardInput || hasArxmlName(argument) ||
+    return argument == arxml::standardInput || hasInputName(argument) ||
            fs::exists(argument, unknown);
 }
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <vector>
 #include <velum_arxml/update.h>
 
 namespace velum::commands {
@@ -55,8 +56,14 @@ int RenameCommand::run() const {
                   << report::inOneLine(path + " " + name) << "\n";
         return wrongUsage;
     }
-    const arxml::UpdateReport report =
-        arxml::rename(inputFiles({arguments_.begin(), arguments_.end() - 2}), path, name);
+    std::vector<std::string> const files(arguments_.begin(), arguments_.end() - 2);
+    if (const auto store = std::find_if(files.begin(), files.end(), isStore);
+        store != files.end()) {
+        std::cerr << "velum: " << report::inOneLine(*store)
+                  << ": This is a store; rename in the .arxml files, and import them again.\n";
+        return inputAtFault;
+    }
+    const arxml::UpdateReport report = arxml::rename(inputFiles(files).documents, path, name);
     if (report.isRefused()) {
         std::cerr << "velum: " << report::inOneLine(report.refusal) << "\n";
         return inputAtFault;

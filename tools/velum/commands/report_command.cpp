@@ -15,12 +15,12 @@ namespace velum::commands {
 namespace {
 
 /// "2 files: a.arxml, b.arxml": what a page is about.
-std::string namesOf(arxml::Report const& report) {
+std::string namesOf(report::Input const& input) {
     constexpr std::size_t most = 8;
-    auto const& files = report.files;
+    const std::vector<std::string> files = input.files();
     std::string text = std::to_string(files.size()) + (files.size() == 1 ? " file: " : " files: ");
     for (std::size_t i = 0; i < std::min(files.size(), most); ++i) {
-        text += (i == 0 ? "" : ", ") + files[i].file;
+        text += (i == 0 ? "" : ", ") + files[i];
     }
     return text + (files.size() > most ? " and others" : "");
 }
@@ -30,12 +30,12 @@ struct ReadRelease {
     explicit ReadRelease(std::vector<std::string> const& files) {
         arxml::Options options;
         options.sources = &sources;
-        report = load(files, dictionary, options);
+        input = load(files, dictionary, options);
     }
 
     model::Dictionary dictionary;
     arxml::Sources sources;
-    arxml::Report report;
+    report::Input input;
 };
 
 } // namespace
@@ -79,13 +79,13 @@ int ReportCommand::reportOne() const {
     bool const isWritten = html::writeReport(
         release.dictionary.model(),
         release.sources,
-        html::findingsOf(release.dictionary.model(), release.report, release.sources),
-        namesOf(release.report),
+        html::findingsOf(release.dictionary.model(), release.input, release.sources),
+        namesOf(release.input),
         [&file](std::string_view piece) { return file.write(piece); });
     if (!isWritten || !file.close()) {
         return failed;
     }
-    return tellFailure(release.report, failOn_.value()) ? inputAtFault : done;
+    return tellFailure(release.input, failOn_.value()) ? inputAtFault : done;
 }
 
 int ReportCommand::reportDiff() const {
@@ -98,14 +98,14 @@ int ReportCommand::reportDiff() const {
     ReadRelease const newer(oldFiles_.empty() ? std::vector{files_.back()} : newFiles_);
     OutputFile file(output_);
     bool const isWritten =
-        html::writeDiffReport({older.dictionary.model(), older.sources, namesOf(older.report)},
-                              {newer.dictionary.model(), newer.sources, namesOf(newer.report)},
+        html::writeDiffReport({older.dictionary.model(), older.sources, namesOf(older.input)},
+                              {newer.dictionary.model(), newer.sources, namesOf(newer.input)},
                               [&file](std::string_view piece) { return file.write(piece); });
     if (!isWritten || !file.close()) {
         return failed;
     }
-    bool const isOldAtFault = tellFailure(older.report, failOn_.value());
-    return tellFailure(newer.report, failOn_.value()) || isOldAtFault ? inputAtFault : done;
+    bool const isOldAtFault = tellFailure(older.input, failOn_.value());
+    return tellFailure(newer.input, failOn_.value()) || isOldAtFault ? inputAtFault : done;
 }
 
 } // namespace velum::commands

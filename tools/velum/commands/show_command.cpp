@@ -69,7 +69,7 @@ std::string textsOf(std::vector<QOB::ClassObject> const& objects, Users const& u
 } // namespace
 
 void ShowCommand::addTo(CLI::App& app) {
-    CLI::App* const command = app.add_subcommand("show", "Print the types that AUTOSAR files hold");
+    CLI::App* const command = app.add_subcommand("show", "Print the types that files hold");
     command
         ->add_option(
             "FILE",
@@ -89,7 +89,7 @@ int ShowCommand::drawPicture() const {
     arxml::Sources sources;
     arxml::Options options;
     options.sources = &sources;
-    const arxml::Report report = load(arguments_, dictionary, options);
+    const report::Input input = load(arguments_, dictionary, options);
     const std::vector<QOB::ClassObject> objects = show::select(dictionary.model(), picture_);
     html::SinglePicture picture;
     if (objects.size() == 1) {
@@ -106,7 +106,7 @@ int ShowCommand::drawPicture() const {
     if (!print(picture.svg)) {
         return failed;
     }
-    return tellFailure(report, failOn_.value()) ? inputAtFault : done;
+    return tellFailure(input, failOn_.value()) ? inputAtFault : done;
 }
 
 int ShowCommand::run() const {
@@ -119,7 +119,7 @@ int ShowCommand::run() const {
         (arguments_[i] != "/" && isInput(arguments_[i]) ? files : wanted).push_back(arguments_[i]);
     }
     model::Dictionary dictionary;
-    const arxml::Report report = load(files, dictionary);
+    const report::Input input = load(files, dictionary);
     const Users users = usersIn(dictionary.model());
     bool isAllThere = true;
     std::string text;
@@ -138,7 +138,7 @@ int ShowCommand::run() const {
     if (!print(text)) {
         return failed;
     }
-    const bool isInputAtFault = tellFailure(report, failOn_.value());
+    const bool isInputAtFault = tellFailure(input, failOn_.value());
     return isAllThere && !isInputAtFault ? done : inputAtFault;
 }
 

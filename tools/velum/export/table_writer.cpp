@@ -2,6 +2,7 @@
 #include "model/addresses.h"
 #include "model/objects.h"
 #include "model/values.h"
+#include "report/csv.h"
 
 #include <nlohmann/json.hpp>
 
@@ -14,23 +15,8 @@ namespace {
 
 using model::Addresses;
 using QOB::ClassObject;
-
-constexpr std::string_view endOfRow = "\r\n";
-
-std::string quotedCell(std::string_view text) {
-    bool const needsQuotes = text.empty() ||
-                             text.find_first_of(",\"\r\n") != std::string_view::npos ||
-                             text.front() == ' ' || text.back() == ' ';
-    if (!needsQuotes) {
-        return std::string(text);
-    }
-    std::string cell = "\"";
-    for (char const c : text) {
-        cell += c;
-        cell += c == '"' ? "\"" : "";
-    }
-    return cell + '"';
-}
+using report::csvCell;
+using report::endOfCsvRow;
 
 /// Whether the property is a column of its own; the container has one for all classes.
 bool isColumn(QOB::Attribute const& attribute) {
@@ -46,13 +32,13 @@ cellOf(QOB::Attribute const& attribute, ClassObject const& object, Addresses& ad
     }
     if (!attribute.isMultiValued) {
         bool const isNothing = model::kindOf(values.front()) == model::ValueKind::nothing;
-        return isNothing ? std::string() : quotedCell(model::textOf(values.front(), addresses));
+        return isNothing ? std::string() : csvCell(model::textOf(values.front(), addresses));
     }
     Json list = Json::array();
     for (QOB::Object const& value : values) {
         list.push_back(model::jsonOf(value, addresses));
     }
-    return quotedCell(list.dump(-1, ' ', false, Json::error_handler_t::replace));
+    return csvCell(list.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
 class TableWriter {
@@ -66,18 +52,18 @@ public:
         if (begun_.insert(metaclass).second) {
             rows = "path,container";
             for (QOB::Attribute const& attribute : attributes) {
-                rows += isColumn(attribute) ? "," + quotedCell(attribute.name.view()) : "";
+                rows += isColumn(attribute) ? "," + csvCell(attribute.name.view()) : "";
             }
-            rows += endOfRow;
+            rows += endOfCsvRow;
         }
-        rows += quotedCell(addresses_.of(object)) + ',';
+        rows += csvCell(addresses_.of(object)) + ',';
         if (object.hasContainerQOB()) {
-            rows += quotedCell(addresses_.of(object.getContainerQOB()));
+            rows += csvCell(addresses_.of(object.getContainerQOB()));
         }
         for (QOB::Attribute const& attribute : attributes) {
             rows += isColumn(attribute) ? "," + cellOf(attribute, object, addresses_) : "";
         }
-        rows += endOfRow;
+        rows += endOfCsvRow;
         return sink_(metaclass, rows);
     }
 

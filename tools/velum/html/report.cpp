@@ -96,17 +96,16 @@ void writeFindings(Out& out, Contents const& contents) {
 } // namespace
 
 std::vector<Finding>
-findingsOf(QOB::Model const& model, arxml::Report const& report, arxml::Sources const& sources) {
+findingsOf(QOB::Model const& model, report::Input const& input, arxml::Sources const& sources) {
     std::vector<Finding> findings;
-    for (check::Issue const& issue : check::checkModel(model, sources)) {
-        findings.push_back(
-            {std::string(word(issue.rule->severity)),
-             std::string(issue.rule->id),
-             issue.path,
-             issue.place ? placeText(issue.place->file, issue.place->position) : std::string(),
-             issue.text});
+    for (check::Issue const& issue : check::checkModel(model, sources, input)) {
+        findings.push_back({std::string(word(issue.rule->severity)),
+                            std::string(issue.rule->id),
+                            issue.path,
+                            check::placeText(issue),
+                            issue.text});
     }
-    for (arxml::FileReport const& file : report.files) {
+    for (arxml::FileReport const& file : input.documents.files) {
         for (arxml::Finding const& finding : file.findings) {
             arxml::Place const& place = finding.places.front();
             findings.push_back({finding.isFault ? "error" : "note",

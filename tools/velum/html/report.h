@@ -2,6 +2,7 @@
 
 #include "html/contents.h"
 #include "html/out.h"
+#include "report/input.h"
 
 #include <string>
 #include <vector>
@@ -11,7 +12,7 @@ namespace velum::html {
 
 /// What the checks and the import say of what was read.
 std::vector<Finding>
-findingsOf(QOB::Model const& model, arxml::Report const& report, arxml::Sources const& sources);
+findingsOf(QOB::Model const& model, report::Input const& input, arxml::Sources const& sources);
 
 /// Writes one page about all objects of a model, with every finding at its object. `said`: what was
 /// read. False if the sink fails.

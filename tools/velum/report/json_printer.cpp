@@ -66,12 +66,18 @@ Json omissions(arxml::FileReport const& file) {
 
 } // namespace
 
-std::string printJson(arxml::Report const& report) {
+std::string printJson(Input const& input) {
+    arxml::Report const& report = input.documents;
     Json classes = Json::array();
     for (arxml::ClassCount const& row : report.classes) {
         classes.push_back({{"class", row.metaclass}, {"count", row.count}});
     }
     Json files = Json::array();
+    for (StoreFile const& store : input.stores) {
+        files.push_back({{"file", store.file},
+                         {"objects", store.objectCount},
+                         {"unresolved", store.unresolvedCount}});
+    }
     for (arxml::FileReport const& file : report.files) {
         files.push_back({{"file", file.file},
                          {"elements",

@@ -79,6 +79,14 @@ void printFindings(std::string& text, arxml::FileReport const& file) {
     }
 }
 
+void printStore(std::string& text, StoreFile const& store) {
+    text += inOneLine(store.file) + ": " + counted(store.objectCount, "object");
+    if (store.unresolvedCount > 0) {
+        text += ", " + counted(store.unresolvedCount, "reference") + " to other models left out";
+    }
+    text += ".\n";
+}
+
 void printFile(std::string& text, arxml::FileReport const& file, bool withOmissions) {
     const std::string name = inOneLine(file.file);
     text += name + ": " + counted(file.elementCount, "element") + ", " +
@@ -126,13 +134,17 @@ std::string inOneLine(std::string_view text) {
     return line;
 }
 
-std::string printText(arxml::Report const& report, bool withOmissions) {
+std::string printText(Input const& input, bool withOmissions) {
     std::string text;
+    arxml::Report const& report = input.documents;
     const std::uint64_t total = printClasses(text, report);
     if (!report.isKept()) {
         text += "Nothing is kept: something is wrong in the files.\n";
     }
-    text += counted(total, "object") + " from " + counted(report.files.size(), "file") + ".\n";
+    text += counted(total, "object") + " from " + counted(input.files().size(), "file") + ".\n";
+    for (StoreFile const& store : input.stores) {
+        printStore(text, store);
+    }
     for (arxml::FileReport const& file : report.files) {
         printFile(text, file, withOmissions);
     }

@@ -129,7 +129,7 @@ class RefusalTest(unittest.TestCase):
             folder.write("d/a.txt", "x")
             result = folder.run("import", "d")
             self.assertEqual((result.returncode, result.stdout), (1, b""))
-            self.assertEqual(result.stderr, b"velum: d: There is no .arxml or .arxml.gz file in "
+            self.assertEqual(result.stderr, b"velum: d: There is no .arxml, .arxml.gz or .velum file in "
                                             b"this folder.\n")
 
 

@@ -18,16 +18,21 @@ import unittest
 from host import PROGRAM, SAMPLES, help_of, run
 
 PAGES = [(pathlib.Path(sys.argv[3]) / name).read_text(encoding="utf-8")
-         for name in ("docs/velum.md", "README.md", "docs/report.md")]
+         for name in ("docs/velum.md", "README.md", "docs/report.md", "docs/store.md")]
 
 
 def sessions(text):
-    """Each command of a page, with the lines that follow it in the same block."""
+    """Each command of a page, with the lines that follow it in the same block. A text in double
+    quotes may continue in lines that begin with ">"."""
     for block in re.findall(r"(?:^    .*\n(?:^\n)*)+", text, re.MULTILINE):
         lines = [line[4:] for line in block.rstrip("\n").splitlines()]
         starts = [i for i, line in enumerate(lines) if line.startswith("$ ")]
         for start, end in zip(starts, [*starts[1:], len(lines)]):
-            yield lines[start][2:], lines[start + 1:end]
+            command = lines[start][2:]
+            while command.count('"') % 2:
+                start += 1
+                command += "\n" + lines[start].removeprefix("> ")
+            yield command, lines[start + 1:end]
 
 
 class PageTest(unittest.TestCase):

@@ -58,12 +58,12 @@ class CompletionTest(unittest.TestCase):
 
     def test_files(self):
         with Folder() as folder:
-            for name in ("a b.arxml", "b.arxml.gz", "notes.txt"):
+            for name in ("a b.arxml", "b.arxml.gz", "c.velum", "notes.txt"):
                 folder.write(name, "")
             (folder.path / "more").mkdir()
             for words in (["import", ""], ["diff", "a b.arxml", ""], ["diff", "--old", ""]):
                 self.assertEqual(self.complete(*words, cwd=folder.path),
-                                 ["a b.arxml", "b.arxml.gz", "more"], words)
+                                 ["a b.arxml", "b.arxml.gz", "c.velum", "more"], words)
             for words in (["export", "-o", ""], ["check", "--baseline", ""]):
                 self.assertIn("notes.txt", self.complete(*words, cwd=folder.path))
             self.assertEqual(self.complete("find", "--uses", "", cwd=folder.path), [])

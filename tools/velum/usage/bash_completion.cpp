@@ -28,6 +28,7 @@ _velum_files() {
         compgen -d -- "$current"
         compgen -f -X '!*.arxml' -- "$current"
         compgen -f -X '!*.arxml.gz' -- "$current"
+        compgen -f -X '!*.velum' -- "$current"
     )
 }
 
