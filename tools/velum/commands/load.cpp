@@ -1,6 +1,6 @@
 #include "commands/load.h"
 
-#include "commands/input_files.h"
+#include "model/input_files.h"
 #include "model/objects.h"
 #include "report/printers.h"
 #include "report/progress.h"
@@ -98,7 +98,7 @@ report::Input load(std::vector<std::string> const& arguments,
                    model::Dictionary const& dictionary,
                    arxml::Options options,
                    std::string const& leftOut) {
-    const InputFiles files = inputFiles(arguments, leftOut);
+    const model::InputFiles files = model::inputFiles(arguments, leftOut);
     report::Progress progress(sizeOf(files.stores) + sizeOf(files.documents));
     report::Input input;
     std::uint64_t done = 0;

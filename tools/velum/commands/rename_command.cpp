@@ -1,8 +1,8 @@
 #include "commands/rename_command.h"
 
 #include "commands/exit_code.h"
-#include "commands/input_files.h"
 #include "commands/output.h"
+#include "model/input_files.h"
 #include "report/printers.h"
 
 #include <algorithm>
@@ -57,13 +57,13 @@ int RenameCommand::run() const {
         return wrongUsage;
     }
     std::vector<std::string> const files(arguments_.begin(), arguments_.end() - 2);
-    if (const auto store = std::find_if(files.begin(), files.end(), isStore);
+    if (const auto store = std::find_if(files.begin(), files.end(), model::isStore);
         store != files.end()) {
         std::cerr << "velum: " << report::inOneLine(*store)
                   << ": This is a store; rename in the .arxml files, and import them again.\n";
         return inputAtFault;
     }
-    const arxml::UpdateReport report = arxml::rename(inputFiles(files).documents, path, name);
+    const arxml::UpdateReport report = arxml::rename(model::inputFiles(files).documents, path, name);
     if (report.isRefused()) {
         std::cerr << "velum: " << report::inOneLine(report.refusal) << "\n";
         return inputAtFault;

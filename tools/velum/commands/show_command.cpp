@@ -1,13 +1,13 @@
 #include "commands/show_command.h"
 
 #include "commands/exit_code.h"
-#include "commands/input_files.h"
 #include "commands/load.h"
 #include "commands/output.h"
 #include "find/references.h"
 #include "html/single_picture.h"
 #include "model/addresses.h"
 #include "model/dictionary.h"
+#include "model/input_files.h"
 #include "model/objects.h"
 #include "report/printers.h"
 #include "show/object_printer.h"
@@ -116,7 +116,8 @@ int ShowCommand::run() const {
     std::vector<std::string> files = {arguments_.front()};
     std::vector<std::string> wanted;
     for (std::size_t i = 1; i < arguments_.size(); ++i) {
-        (arguments_[i] != "/" && isInput(arguments_[i]) ? files : wanted).push_back(arguments_[i]);
+        (arguments_[i] != "/" && model::isInput(arguments_[i]) ? files : wanted)
+            .push_back(arguments_[i]);
     }
     model::Dictionary dictionary;
     const report::Input input = load(files, dictionary);

@@ -1,4 +1,4 @@
-#include "commands/input_files.h"
+#include "model/input_files.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 #include <velum_arxml/source/input_error.h>
 #include <velum_arxml/source/standard_input.h>
 
-namespace velum::commands {
+namespace velum::model {
 
 namespace {
 
@@ -108,4 +108,4 @@ bool isInput(std::string const& argument) {
            fs::exists(argument, unknown);
 }
 
-} // namespace velum::commands
+} // namespace velum::model

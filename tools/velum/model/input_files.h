@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace velum::commands {
+namespace velum::model {
 
 /// The files that the arguments of a command stand for, each once.
 struct InputFiles {
@@ -22,4 +22,4 @@ bool isInput(std::string const& argument);
 /// Whether a file is a store: by its first bytes, or else by its name.
 bool isStore(std::string const& file);
 
-} // namespace velum::commands
+} // namespace velum::model
