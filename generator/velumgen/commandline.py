@@ -7,7 +7,7 @@ import sys
 from pathlib import Path
 from typing import Optional
 
-from . import loader, outputs, writer
+from . import loader, outputs, stubs, writer
 from .faults import MetamodelError
 from .model import Package
 
@@ -18,6 +18,9 @@ def main(arguments: Optional[list[str]] = None) -> int:
     options = _parser().parse_args(arguments)
     try:
         package = loader.load(options.model)
+        if options.command == "stubs":
+            writer.write_if_changed(options.out, stubs.render(package, options.names))
+            return 0
         files = outputs.outputs(package) if package.generated else []
     except MetamodelError as error:
         print(error, file=sys.stderr)
@@ -38,9 +41,12 @@ def _parser() -> argparse.ArgumentParser:
     check = commands.add_parser("check", help="load a metamodel file and report its faults")
     list_ = commands.add_parser("list", help="print what a run would write and what it reads")
     write = commands.add_parser("write", help="write the generated files that changed")
-    for command in (check, list_, write):
+    stub = commands.add_parser("stubs", help="write the annotations of the Python classes")
+    for command in (check, list_, write, stub):
         command.add_argument("model", type=Path, help="the metamodel file")
     write.add_argument("--out", type=Path, required=True, help="folder of all generated files")
+    stub.add_argument("--out", type=Path, required=True, help="the stub file")
+    stub.add_argument("--names", type=Path, required=True, help="what spells names in Python")
     write.add_argument("--stamp", type=Path, required=True, help="touched at the end of the run")
     return parser
 

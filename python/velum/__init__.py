@@ -1,0 +1,37 @@
+"""Data types of ASAM and AUTOSAR: models with undo, branches, checks and files.
+
+The classes, their properties and their documentation are those of the metamodel: see help() of any of
+them, and docs/python.md for all names.
+"""
+
+import collections.abc as _abc
+
+from . import _core
+from ._core import *  # noqa: F403  the classes are made when the module is loaded
+from .reports import (
+    Change,
+    CheckReport,
+    ConsumedElements,
+    DiffReport,
+    FileReport,
+    Finding,
+    Issue,
+    LoadReport,
+    Omission,
+    Place,
+    ReadReport,
+    Renaming,
+    Single,
+    SkippedElements,
+    SkippedName,
+    UnresolvedReference,
+    Value,
+    WriteFinding,
+    WriteReport,
+)
+
+for _made in (_core.Model, _core.Branch, _core.Transaction):
+    _made.__module__ = "velum"
+for _function in (_core.check, _core.diff, _core.load, _core.read, _core.save, _core.write):
+    _function.__module__ = "velum"
+_abc.MutableSequence.register(_core.List)
