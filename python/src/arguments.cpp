@@ -4,7 +4,22 @@
 #include "model/input_files.h"
 #include "text.h"
 
+#include <utility>
+#include <velum_arxml/source/input_error.h>
+
 namespace velum::python {
+
+namespace {
+
+std::vector<std::string> documentsOf(std::vector<std::string> const& names) {
+    model::InputFiles files = model::inputFiles(names);
+    if (!files.stores.empty()) {
+        throw arxml::InputError(files.stores.front(), "This is a store; velum.load reads it.");
+    }
+    return std::move(files.documents);
+}
+
+} // namespace
 
 bool isPath(py::handle value) {
     return py::isinstance<py::str>(value) || py::hasattr(value, "__fspath__");
@@ -21,7 +36,7 @@ std::string pathFrom(py::handle path) {
 
 std::vector<std::string> filesFrom(py::handle paths, char const* function) {
     if (isPath(paths)) {
-        return model::inputFiles({pathFrom(paths)});
+        return documentsOf({pathFrom(paths)});
     }
     if (py::isinstance<py::bytes>(paths) || !py::isinstance<py::iterable>(paths)) {
         raise(PyExc_TypeError,
@@ -35,7 +50,7 @@ std::vector<std::string> filesFrom(py::handle paths, char const* function) {
     if (names.empty()) {
         raise(PyExc_ValueError, std::string(function) + " takes at least one path.");
     }
-    return model::inputFiles(names);
+    return documentsOf(names);
 }
 
 std::function<void(std::uint64_t)> progressTo(py::object callback) {
