@@ -1,6 +1,7 @@
 // What a host pays for the metaclasses as they are used together: objects of ten properties, their
 // associations, what they contain, transactions, undo and branches over them.
 
+#include "qob/qob/observer.h"
 #include "qob/qob/transaction.h"
 #include "support/comparison.h"
 #include "support/plaintypes.h"
@@ -233,15 +234,59 @@ void setByNamePlain(State& state, std::int64_t) {
 }
 
 /// One transaction over all objects, each written once; committed, or undone outside of the time.
-void setInTransaction(State& state, std::int64_t count) {
-    Scope const scope(count);
+void commitAgainAndAgain(State& state, Scope const& scope) {
     bool value = false;
-    while (state.KeepRunningBatch(count)) {
+    while (state.KeepRunningBatch(static_cast<std::int64_t>(scope.integers.size()))) {
         QOB::Transaction transaction(scope.model);
         for (types::Integer const& each : scope.integers) {
             each.setIsSigned(value);
         }
         transaction.commit();
+        value = !value;
+    }
+}
+
+void setInTransaction(State& state, std::int64_t count) {
+    commitAgainAndAgain(state, Scope(count));
+}
+
+/// Asks for the new value of each property.
+class Listener : public QOB::Observer {
+public:
+    void changed(QOB::Changes const& changes) override {
+        for (QOB::ObjectChange const& change : changes.changed()) {
+            for (QOB::ImmutableProperty const& property : change.properties()) {
+                DoNotOptimize(change.newValues(property).data());
+            }
+        }
+    }
+};
+void setInTransactionObserved(State& state, std::int64_t count) {
+    Scope const scope(count);
+    Listener listener;
+    listener.observe(scope.model);
+    commitAgainAndAgain(state, scope);
+}
+
+void setObserved(State& state, std::int64_t count) {
+    Scope const scope(count);
+    Listener listener;
+    listener.observe(scope.model);
+    bool value = false;
+    while (state.KeepRunningBatch(count)) {
+        for (types::Integer const& each : scope.integers) {
+            each.setIsSigned(value);
+        }
+        value = !value;
+    }
+}
+void setUnobserved(State& state, std::int64_t count) {
+    Scope const scope(count);
+    bool value = false;
+    while (state.KeepRunningBatch(count)) {
+        for (types::Integer const& each : scope.integers) {
+            each.setIsSigned(value);
+        }
         value = !value;
     }
 }
@@ -415,6 +460,12 @@ int main(int argc, char** argv) {
     add("get by name / typed", getByName, typedGet, 0);
     add("set by name / typed", setByName, typedSet, 0);
     add("set in a transaction, objects", setInTransaction, setInTransactionPlain, 6, {10'000});
+    add("the same with an observer / without, objects",
+        setInTransactionObserved,
+        setInTransaction,
+        0,
+        {1, 10'000});
+    add("set with an observer / without, objects", setObserved, setUnobserved, 0, {10'000});
     add("undo or redo, objects", undo, undoPlain, 3, {10'000});
     add("move between opposites, elements", move, movePlain, 0, {10, 1000, 100'000});
     add("add a child, up to", children<true>, childrenPlain<true>, 3, {1000, 100'000});

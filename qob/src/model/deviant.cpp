@@ -29,7 +29,9 @@ bool DeviantAssertions::internal_assertWritable(ObjectIntf const* object) const 
     internal::DeviantRecord const& r = record();
     QOB_REQUIRE(r.generation == generation_, "object accessed after its deviant has been removed");
     char const* cause = nullptr;
-    if ((r.writeGate & internal::ReadOnly) != 0) {
+    if ((r.writeGate & internal::Telling) != 0) {
+        cause = "its observers are being told of a change and may only read";
+    } else if ((r.writeGate & internal::ReadOnly) != 0) {
         cause = "its deviant is read-only";
     } else if ((r.writeGate & internal::UndoEnabled) != 0 &&
                (r.writeGate & internal::InTransaction) == 0) {

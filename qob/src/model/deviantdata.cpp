@@ -111,6 +111,64 @@ bool DeviantData::hasGate(WriteGate bit) const noexcept {
     return (DeviantAccess::record(self_).writeGate & bit) != 0;
 }
 
+DeviantData::~DeviantData() {
+    if (write_ != nullptr) {
+        forgetWrite(*this);
+        write_->step.release();
+    }
+}
+
+void DeviantData::keep(SavedState const& saved) {
+    if (write_ == nullptr) {
+        write_ = std::make_unique<ObservedWrite>();
+        noteWrite(*this);
+    }
+    if (write_->index.emplace(saved.object, write_->step.states.size()).second) {
+        write_->step.states.push_back(saved);
+        retain(counted(saved.object));
+    }
+}
+
+void DeviantData::keepOldState(ClassObjectIntf const* object, ObjectIntf* state) {
+    keep({const_cast<ClassObjectIntf*>(object), {state, false}, false});
+}
+
+void DeviantData::keepCreation(ClassObjectIntf const* object) {
+    if (hasGate(Observed)) {
+        keep({const_cast<ClassObjectIntf*>(object), {}, true});
+    }
+}
+
+std::exception_ptr DeviantData::tellWrite() {
+    std::unique_ptr<ObservedWrite> const write = std::move(write_);
+    std::exception_ptr raised = tellObservers(*this, write->step.states);
+    write->step.release();
+    return raised;
+}
+
+bool DeviantData::hasCreated(ClassObjectIntf const* object) const noexcept {
+    if (history_.depth() != 0 && history_.savedOldState(object) == Deviant::InvalidObject) {
+        return true;
+    }
+    if (!keepsOldState(object)) {
+        return false;
+    }
+    return write_->step.states[write_->index.find(object)->second].created;
+}
+
+ObserverList& DeviantData::needObservers() {
+    if (observers_ == nullptr) {
+        observers_ = std::make_shared<ObserverList>(*this);
+    }
+    return *observers_;
+}
+
+void DeviantData::requireNotTelling(char const* what) const {
+    if (hasGate(Telling)) {
+        QOB_FAIL("Cannot %s: observers of the model are being told of a change.", what);
+    }
+}
+
 void DeviantData::dropStates() {
     KeepAlive const keep(isRoot() ? std::vector<ClassObjectIntf*>() : changedObjects());
     auto const states = std::exchange(states_, {});

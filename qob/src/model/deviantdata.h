@@ -2,13 +2,23 @@
 
 #include "model/deviantrecords.h"
 #include "model/history.h"
+#include "model/observers.h"
 #include "model/stateslot.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <cstddef>
+#include <exception>
+#include <memory>
 #include <vector>
 
 namespace QOB::internal {
+
+/// What a write outside a transaction has changed so far, for observers.
+struct ObservedWrite {
+    Step step;
+    boost::unordered_flat_map<ClassObjectIntf const*, std::size_t> index;
+};
 
 /// The long part of a deviant: its states (in a branch), its transactions and its undo.
 class DeviantData {
@@ -17,6 +27,7 @@ public:
         : model_(model), self_(self), history_(*this) {}
     DeviantData(DeviantData const&) = delete;
     DeviantData& operator=(DeviantData const&) = delete;
+    ~DeviantData();
 
     static DeviantData& of(Deviant deviant);
 
@@ -46,11 +57,32 @@ public:
     void setGate(WriteGate bit, bool on) noexcept;
     bool hasGate(WriteGate bit) const noexcept;
 
+    /// Those of this deviant; null if it never had one.
+    std::shared_ptr<ObserverList> const& observers() const noexcept { return observers_; }
+    bool hasObservers() const noexcept { return observers_ != nullptr && !observers_->empty(); }
+    ObserverList& needObservers();
+    // What a write outside a transaction changes, for observers. It lasts until tellWrite().
+    bool keepsOldState(ClassObjectIntf const* object) const noexcept {
+        return write_ != nullptr && write_->index.contains(object);
+    }
+    /// Takes the state over.
+    void keepOldState(ClassObjectIntf const* object, ObjectIntf* state);
+    /// Does nothing without observers.
+    void keepCreation(ClassObjectIntf const* object);
+    /// Tells what was written; returns what the first observer raised.
+    std::exception_ptr tellWrite();
+    /// Whether the transaction or the write that is going on has created the object.
+    bool hasCreated(ClassObjectIntf const* object) const noexcept;
+    /// Raises while observers of the model are being told of a change.
+    void requireNotTelling(char const* what) const;
+
     /// Frees all states of a branch.
     void dropStates();
 
 private:
     friend class ModelCore;
+
+    void keep(SavedState const& saved);
 
     ModelCore& model_;
     Deviant self_;
@@ -58,6 +90,8 @@ private:
     DeviantData* next_ = nullptr;
     boost::unordered_flat_map<ClassObjectIntf const*, StateSlot> states_;
     History history_;
+    std::shared_ptr<ObserverList> observers_;
+    std::unique_ptr<ObservedWrite> write_;
 };
 
 } // namespace QOB::internal

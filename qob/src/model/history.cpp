@@ -2,6 +2,7 @@
 
 #include "model/keepalive.h"
 #include "model/modelcore.h"
+#include "model/observers.h"
 #include "qob/qob/assert.h"
 
 #include <algorithm>
@@ -74,6 +75,7 @@ ObjectIntf* History::saveOldState(ClassObjectIntf const* object, ObjectIntf* sta
 
 void History::markCreated(ClassObjectIntf const* object) {
     if (open_ == nullptr) {
+        deviant_.keepCreation(object);
         return;
     }
     deviant_.model().requireOwn(object);
@@ -128,6 +130,7 @@ void History::forgetCreation(ClassObjectIntf const* object) {
 }
 
 std::uint64_t History::begin() {
+    deviant_.requireNotTelling("begin a transaction");
     if (open_ != nullptr) {
         ++open_->depth;
     } else {
@@ -138,10 +141,10 @@ std::uint64_t History::begin() {
     return open_->serial;
 }
 
-void History::commit() {
+std::exception_ptr History::commit() {
     if (open_->depth > 1) {
         --open_->depth;
-        return;
+        return nullptr;
     }
     if (deviant_.isRoot()) {
         for (SavedState const& saved : open_->record.states) {
@@ -156,9 +159,11 @@ void History::commit() {
         }
         undo_.push_back(std::move(step));
         enterStepsToRoot();
-    } else {
-        step.release();
+        return tellObservers(deviant_, undo_.back().states);
     }
+    std::exception_ptr raised = tellObservers(deviant_, step.states);
+    step.release();
+    return raised;
 }
 
 void History::rollback() noexcept {
@@ -220,6 +225,7 @@ void History::dropStepsToRoot() {
 }
 
 bool History::travel(std::vector<Step>& from, std::vector<Step>& to) {
+    deviant_.requireNotTelling("undo or redo");
     QOB_REQUIRE(open_ == nullptr, "Undo and redo wait for the end of the open transaction.");
     QOB_REQUIRE(!deviant_.hasGate(ReadOnly), "A read-only deviant has no undo and no redo.");
     if (from.empty()) {
@@ -246,6 +252,9 @@ bool History::travel(std::vector<Step>& from, std::vector<Step>& to) {
     from.pop_back();
     if (&to == &undo_) {
         enterStepsToRoot();
+    }
+    if (std::exception_ptr const raised = tellObservers(deviant_, to.back().states)) {
+        std::rethrow_exception(raised);
     }
     return true;
 }

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <vector>
 
@@ -82,8 +83,9 @@ public:
     bool isOpen(std::uint64_t serial) const noexcept {
         return open_ != nullptr && open_->serial == serial;
     }
-    /// Ends one level; the outermost makes the changes final.
-    void commit();
+    /// Ends one level; the outermost makes the changes final and tells the observers. Returns what
+    /// the first of them raised.
+    std::exception_ptr commit();
     /// Takes everything back, whatever the depth.
     void rollback() noexcept;
 

@@ -90,7 +90,11 @@ void ModelCore::retireDeviant(DeviantData& data) {
         data.previous_->next_ = data.next_;
     }
     retireRecord(DeviantAccess::index(data.self()));
+    std::shared_ptr<ObserverList> const observers = data.observers();
     delete &data;
+    if (observers != nullptr) {
+        observers->end();
+    }
 }
 
 Deviant ModelCore::createBranch() {
@@ -105,6 +109,15 @@ void ModelCore::removeBranch(Deviant branch) {
     data.history().drop();
     data.dropStates();
     retireDeviant(data);
+    noteObservers();
+}
+
+void ModelCore::noteObservers() noexcept {
+    bool isObserved = false;
+    for (DeviantData const* data = root_; data != nullptr; data = data->next_) {
+        isObserved = isObserved || data->hasObservers();
+    }
+    root_->setGate(Observed, isObserved);
 }
 
 void ModelCore::allDeviants(std::vector<Deviant>& deviants) const {
@@ -188,13 +201,17 @@ void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
             }
         });
     }
+    Integer const before = deviationsOf(object).objectId_;
+    bool const isNew = deviationsOf(object).hasBoundId_ == 0 && before == -1;
     forgetId(object);
     object->setObjectId(deviant, id);
-    if (!id.isValid()) {
-        return;
+    if (id.isValid()) {
+        ids_.enter(id, object);
+        deviationsOf(object).hasBoundId_ = 1;
     }
-    ids_.enter(id, object);
-    deviationsOf(object).hasBoundId_ = 1;
+    if (!isNew) {
+        tellObserversOfId(*root_, object, before);
+    }
 }
 
 void ModelCore::forgetId(ClassObjectIntf* object) {

@@ -30,6 +30,7 @@ public:
     ClassObjectIntf* model() const noexcept { return model_; }
     Deviant root() const noexcept { return root_->self(); }
     bool hasBranches() const noexcept { return root_->next_ != nullptr; }
+    DeviantData& rootData() noexcept { return *root_; }
     template <class Function>
     void forEachBranch(Function function) {
         for (DeviantData* data = root_->next_; data != nullptr; data = data->next_) {
@@ -57,6 +58,10 @@ public:
 
     void addObject(ClassObjectIntf* object);
     void removeObject(ClassObjectIntf* object);
+    /// The place of an object in the order of entry.
+    static std::uint32_t placeOf(ClassObjectIntf const* object) {
+        return deviationsOf(object).slot_;
+    }
     /// Living objects in order of entry.
     template <class Function>
     void forEachObject(Function function) const {
@@ -82,6 +87,8 @@ public:
 
     /// In every deviant.
     void forgetParts() noexcept;
+    /// Records the writes of the root while any deviant has observers: branches read there.
+    void noteObservers() noexcept;
 
     /// Ends the model: every object is marked, every state and record freed, every deviant gone.
     void end();

@@ -25,6 +25,7 @@ void ModelImpl::destroy(Deviant deviant) {
         return;
     }
     requireOwn(deviant);
+    DeviantData::of(rootDeviant_).requireNotTelling("destroy the model");
     CountedPointer<ModelIntf> const keep(this);
     ModelCache::instance()->unbindModel(Model(this, rootDeviant_));
     core_->end();
@@ -44,7 +45,7 @@ Integer ModelImpl::allocateObjectId(Deviant deviant) {
 }
 
 void ModelImpl::bindObjectId(Deviant deviant, ClassObject object, Integer id) {
-    own(deviant);
+    own(deviant).requireNotTelling("bind an object to an id");
     QOB_REQUIRE(object->getRootDeviant() == rootDeviant_, "The object belongs to another model.");
     core_->bindId(deviant, object.get(), id);
 }
@@ -55,18 +56,20 @@ ClassObject ModelImpl::findObject(Deviant deviant, Integer id) const {
 }
 
 Deviant ModelImpl::createDeviant(Deviant deviant) {
-    own(deviant);
+    own(deviant).requireNotTelling("create a deviant");
     return core_->createBranch();
 }
 
 void ModelImpl::removeDeviant(Deviant deviant, Deviant branch) {
-    own(deviant);
+    own(deviant).requireNotTelling("remove a deviant");
     QOB_REQUIRE(!own(branch).isRoot(), "The root deviant of a model cannot be removed.");
     core_->removeBranch(branch);
 }
 
 void ModelImpl::setUndoEnabled(Deviant deviant, bool enabled) {
-    own(deviant).history().setUndoEnabled(enabled);
+    DeviantData& data = own(deviant);
+    data.requireNotTelling("switch undo on or off");
+    data.history().setUndoEnabled(enabled);
 }
 bool ModelImpl::undo(Deviant deviant) {
     return own(deviant).history().undo();
@@ -90,11 +93,15 @@ std::vector<Model> ModelImpl::getReferredModels(Deviant deviant) const {
 }
 
 void ModelImpl::internal_addRootObject(Deviant deviant, ClassObjectIntf* object) {
+    internal::OneWrite const write;
+    internal::WithoutObservers const unobserved(deviant);
     writeState(deviant)->internal_addRootObject(deviant, object);
 }
 
 void ModelImpl::internal_removeRootObject(Deviant deviant, ClassObjectIntf* object) {
     if (readState(deviant)->fields_.rootObjects.storage().contains(object)) {
+        internal::OneWrite const write;
+        internal::WithoutObservers const unobserved(deviant);
         writeState(deviant)->internal_removeRootObject(deviant, object);
     }
 }

@@ -31,6 +31,7 @@ bool ModelIntf::hasUri(Deviant deviant) const {
 }
 void ModelIntf::removeUri(Deviant deviant) {
     if (hasUri(deviant)) {
+        property::OneWrite const write;
         property::writeState(this, deviant)->removeUri(deviant);
     }
 }

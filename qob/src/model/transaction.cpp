@@ -38,8 +38,11 @@ void Transaction::commit() {
     internal::History& history = DeviantData::of(deviant_).history();
     QOB_REQUIRE(history.depth() == level_,
                 "Cannot commit the transaction: a transaction inside it is still open.");
-    history.commit();
+    std::exception_ptr const raised = history.commit();
     ended_ = true;
+    if (raised) {
+        std::rethrow_exception(raised);
+    }
 }
 
 void Transaction::rollback() {

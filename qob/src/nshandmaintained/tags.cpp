@@ -1,6 +1,7 @@
 #include "qob/qob/tags.h"
 
 #include "qob/kernel/containers/sequence/sequence.h"
+#include "qob/kernel/deviant/onewrite.h"
 #include "qob/qob/model.h"
 #include "qob/qob/nsinterface/namespaceintf.h"
 
@@ -46,6 +47,7 @@ DynamicStereotypeObject applyTagToMetaElement(char const* tag,
     if (StereotypeObject const there = find(tag, element); there.isValid()) {
         return DynamicStereotypeObject(there);
     }
+    internal::OneWrite const write;
     auto* const object = const_cast<NSInterface::NamedElementIntf*>(element.operator->());
     Deviant const deviant = element.getDeviant();
     StereotypeObject const made = StereotypeObject::create(object->getModelQOB(deviant), tag);

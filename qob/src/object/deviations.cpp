@@ -131,10 +131,17 @@ State DeviationsBase::writeStateSlow(Deviant deviant, StateOperations const& ope
 void DeviationsBase::saveOldStateOnce(Deviant deviant,
                                       State state,
                                       StateOperations const& operations) {
-    if (!deviant.hasUndoStack() || deviant.getSavedOldStateOfObject(owner_) != nullptr) {
-        return;
+    auto const copy = [&] { return isRealState(state) ? operations.copy(state) : state; };
+    if (deviant.hasUndoStack()) {
+        if (deviant.getSavedOldStateOfObject(owner_) == nullptr) {
+            deviant.saveOldStateOfObject(owner_, copy());
+        }
+    } else if (deviant.isObserved()) {
+        internal::DeviantData& data = *DeviantAccess::record(deviant).data;
+        if (!data.keepsOldState(owner_)) {
+            data.keepOldState(owner_, copy());
+        }
     }
-    deviant.saveOldStateOfObject(owner_, isRealState(state) ? operations.copy(state) : state);
 }
 
 void DeviationsBase::commit(Deviant root, StateOperations const& operations) {

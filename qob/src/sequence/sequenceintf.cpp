@@ -1,6 +1,7 @@
 #include "qob/kernel/containers/sequence/sequenceintf.h"
 
 #include "qob/kernel/containers/sequence/sequenceproxy.h"
+#include "qob/kernel/deviant/onewrite.h"
 
 #include <vector>
 
@@ -95,6 +96,7 @@ void SequenceIntf::generic_assign(Deviant const& deviant,
         return;
     }
     QOB_REQUIRE(other != nullptr, "A null sequence can't be assigned from.");
+    internal::OneWrite const write;
     // Taken first: what is cleared may be what the other one shows.
     std::vector<Ref> const elements = elementsOf(*other, otherDeviant);
     if (auto const* const view = dynamic_cast<SequenceProxy const*>(this)) {

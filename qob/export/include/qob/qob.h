@@ -22,6 +22,7 @@
 #include "qob/qob/namedelement.h"
 #include "qob/qob/object.h"
 #include "qob/qob/objecttext.h"
+#include "qob/qob/observer.h"
 #include "qob/qob/package.h"
 #include "qob/qob/property.h"
 #include "qob/qob/real.h"

@@ -1,5 +1,6 @@
 #include "qob/kernel/containers/sequence/views/associationsequence.h"
 
+#include "qob/kernel/deviant/onewrite.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 
 #include <utility>
@@ -74,6 +75,7 @@ void GenericAssociationSequence::unlink(Deviant const& deviant, Ref const& eleme
 }
 
 void GenericAssociationSequence::generic_clear(Deviant const& deviant) {
+    internal::OneWrite const write;
     std::vector<Ref> elements;
     IteratorPtr const position = inner_->generic_begin(deviant);
     for (int rest = inner_->generic_size(deviant); rest != 0; --rest) {
@@ -89,6 +91,7 @@ void GenericAssociationSequence::generic_clear(Deviant const& deviant) {
 IteratorPtr GenericAssociationSequence::generic_insert(Deviant const& deviant,
                                                        IteratorIntf const* position,
                                                        Ref element) {
+    internal::OneWrite const write;
     bool const changes = isNew(deviant, element);
     IteratorPtr result = inner_->generic_insert(deviant, position, element);
     if (changes) {
@@ -98,6 +101,7 @@ IteratorPtr GenericAssociationSequence::generic_insert(Deviant const& deviant,
 }
 
 void GenericAssociationSequence::generic_insert(Deviant const& deviant, int index, Ref element) {
+    internal::OneWrite const write;
     internal::checkInsertIndex(index, inner_->generic_size(deviant));
     if (isNew(deviant, element)) {
         inner_->generic_insert(deviant, index, element);
@@ -106,6 +110,7 @@ void GenericAssociationSequence::generic_insert(Deviant const& deviant, int inde
 }
 
 void GenericAssociationSequence::generic_erase(Deviant const& deviant, int index) {
+    internal::OneWrite const write;
     Ref const element = inner_->generic_at(deviant, index);
     inner_->generic_erase(deviant, index);
     unlink(deviant, element);
@@ -114,6 +119,7 @@ void GenericAssociationSequence::generic_erase(Deviant const& deviant, int index
 IteratorPtr GenericAssociationSequence::generic_erase(Deviant const& deviant,
                                                       IteratorIntf const* first,
                                                       IteratorIntf const* last) {
+    internal::OneWrite const write;
     std::vector<Ref> elements;
     // From where `first` stands in the sequence as it is.
     for (IteratorPtr const position = inner_->generic_erase(deviant, first, first);
@@ -130,6 +136,7 @@ IteratorPtr GenericAssociationSequence::generic_erase(Deviant const& deviant,
 
 IteratorPtr GenericAssociationSequence::generic_erase(Deviant const& deviant,
                                                       IteratorIntf const* position) {
+    internal::OneWrite const write;
     Ref const element = position->generic_value(deviant);
     IteratorPtr result = inner_->generic_erase(deviant, position);
     unlink(deviant, element);
@@ -137,18 +144,21 @@ IteratorPtr GenericAssociationSequence::generic_erase(Deviant const& deviant,
 }
 
 void GenericAssociationSequence::generic_pop_back(Deviant const& deviant) {
+    internal::OneWrite const write;
     Ref const element = inner_->generic_back(deviant);
     inner_->generic_pop_back(deviant);
     unlink(deviant, element);
 }
 
 void GenericAssociationSequence::generic_pop_front(Deviant const& deviant) {
+    internal::OneWrite const write;
     Ref const element = inner_->generic_front(deviant);
     inner_->generic_pop_front(deviant);
     unlink(deviant, element);
 }
 
 void GenericAssociationSequence::generic_push_back(Deviant const& deviant, Ref element) {
+    internal::OneWrite const write;
     if (isNew(deviant, element)) {
         inner_->generic_push_back(deviant, element);
         linkInserted(deviant, element);
@@ -156,6 +166,7 @@ void GenericAssociationSequence::generic_push_back(Deviant const& deviant, Ref e
 }
 
 void GenericAssociationSequence::generic_push_front(Deviant const& deviant, Ref element) {
+    internal::OneWrite const write;
     if (isNew(deviant, element)) {
         inner_->generic_push_front(deviant, element);
         linkInserted(deviant, element);
@@ -163,6 +174,7 @@ void GenericAssociationSequence::generic_push_front(Deviant const& deviant, Ref 
 }
 
 void GenericAssociationSequence::generic_replace(Deviant const& deviant, int index, Ref element) {
+    internal::OneWrite const write;
     Ref const old = inner_->generic_at(deviant, index);
     if (!isNew(deviant, element)) {
         return;
@@ -178,6 +190,7 @@ void GenericAssociationSequence::generic_replace(Deviant const& deviant, int ind
 }
 
 int GenericAssociationSequence::generic_removeAll(Deviant const& deviant, Ref element) {
+    internal::OneWrite const write;
     int const removed = inner_->generic_removeAll(deviant, element);
     if (removed != 0) {
         unlink(deviant, element);

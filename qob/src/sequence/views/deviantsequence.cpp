@@ -1,5 +1,6 @@
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
 
+#include "qob/kernel/deviant/onewrite.h"
 #include "qob/kernel/property/reference.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 
@@ -116,6 +117,7 @@ bool GenericDeviantSequence::refuses(Deviant const& deviant, Ref const& element)
 }
 
 void GenericDeviantSequence::generic_clear(Deviant const& deviant) {
+    internal::OneWrite const write;
     SequenceRef const source = reading(deviant);
     if (source.generic_empty()) {
         return;
@@ -129,6 +131,7 @@ void GenericDeviantSequence::generic_clear(Deviant const& deviant) {
 IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
                                                    IteratorIntf const* position,
                                                    Ref element) {
+    internal::OneWrite const write;
     SequenceRef const source = reading(deviant);
     if (isUnique() && source.generic_contains(element)) {
         // A container that has the element gives its place and changes nothing.
@@ -141,6 +144,7 @@ IteratorPtr GenericDeviantSequence::generic_insert(Deviant const& deviant,
 }
 
 void GenericDeviantSequence::generic_insert(Deviant const& deviant, int index, Ref element) {
+    internal::OneWrite const write;
     internal::checkInsertIndex(index, generic_size(deviant));
     if (!refuses(deviant, element)) {
         writing(deviant).generic_insert(index, element);
@@ -149,6 +153,7 @@ void GenericDeviantSequence::generic_insert(Deviant const& deviant, int index, R
 }
 
 void GenericDeviantSequence::generic_erase(Deviant const& deviant, int index) {
+    internal::OneWrite const write;
     internal::checkElementIndex(index, generic_size(deviant));
     Ref const element = generic_at(deviant, index);
     writing(deviant).generic_erase(index);
@@ -158,6 +163,7 @@ void GenericDeviantSequence::generic_erase(Deviant const& deviant, int index) {
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
                                                   IteratorIntf const* first,
                                                   IteratorIntf const* last) {
+    internal::OneWrite const write;
     SequenceRef const source = reading(deviant);
     IteratorPtr const end = placeIn(source, last);
     std::vector<Ref> const objects = objectsBetween(source, first, end.get());
@@ -171,6 +177,7 @@ IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
 
 IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
                                                   IteratorIntf const* position) {
+    internal::OneWrite const write;
     Ref const element = placeIn(reading(deviant), position)->generic_value(deviant);
     IteratorPtr result = writing(deviant).generic_erase(position);
     lose(deviant, element);
@@ -178,18 +185,21 @@ IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
 }
 
 void GenericDeviantSequence::generic_pop_back(Deviant const& deviant) {
+    internal::OneWrite const write;
     Ref const element = generic_back(deviant);
     writing(deviant).generic_pop_back();
     lose(deviant, element);
 }
 
 void GenericDeviantSequence::generic_pop_front(Deviant const& deviant) {
+    internal::OneWrite const write;
     Ref const element = generic_front(deviant);
     writing(deviant).generic_pop_front();
     lose(deviant, element);
 }
 
 void GenericDeviantSequence::generic_push_back(Deviant const& deviant, Ref element) {
+    internal::OneWrite const write;
     if (!refuses(deviant, element)) {
         writing(deviant).generic_push_back(element);
         gain(deviant, element);
@@ -197,6 +207,7 @@ void GenericDeviantSequence::generic_push_back(Deviant const& deviant, Ref eleme
 }
 
 void GenericDeviantSequence::generic_push_front(Deviant const& deviant, Ref element) {
+    internal::OneWrite const write;
     if (!refuses(deviant, element)) {
         writing(deviant).generic_push_front(element);
         gain(deviant, element);
@@ -204,6 +215,7 @@ void GenericDeviantSequence::generic_push_front(Deviant const& deviant, Ref elem
 }
 
 void GenericDeviantSequence::generic_replace(Deviant const& deviant, int index, Ref element) {
+    internal::OneWrite const write;
     Ref const old = generic_at(deviant, index);
     if (!Generic::sameElement(old, element) && !refuses(deviant, element)) {
         writing(deviant).generic_replace(index, element);
@@ -213,6 +225,7 @@ void GenericDeviantSequence::generic_replace(Deviant const& deviant, int index, 
 }
 
 int GenericDeviantSequence::generic_removeAll(Deviant const& deviant, Ref element) {
+    internal::OneWrite const write;
     if (!reading(deviant).generic_contains(element)) {
         return 0;
     }

@@ -40,6 +40,8 @@ enum WriteGate : std::uint32_t {
     InTransaction = 1,
     ReadOnly = 2,
     UndoEnabled = 4,
+    Observed = 8, ///< by observers of the deviant, or, in the root, by those of any branch
+    Telling = 16, ///< observers are being told of a change: they only read
 };
 
 constexpr std::uint32_t RecordsPerChunk = 1024;
@@ -130,6 +132,10 @@ public:
 
     bool isWithinTransaction() const noexcept {
         return isValid() && (record().writeGate & internal::InTransaction) != 0;
+    }
+    /// True if writes outside a transaction are recorded for observers.
+    bool isObserved() const noexcept {
+        return isValid() && (record().writeGate & internal::Observed) != 0;
     }
     /// True while old states are recorded: every open transaction can be rolled back.
     bool hasUndoStack() const noexcept { return isWithinTransaction(); }

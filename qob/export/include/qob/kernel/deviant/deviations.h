@@ -128,6 +128,14 @@ public:
         return typed(readsRootDirectly(deviant) ? rootState_ : readStateSlow(deviant));
     }
 
+    /// The state that a write changes, if neither checks nor records come first; otherwise null,
+    /// and the write takes writeState().
+    QOB_ALWAYS_INLINE StateType* directState(Deviant deviant) const {
+        return readsRootDirectly(deviant) && deviant.isWritableWithoutChecks()
+                   ? typed(this->rootState_)
+                   : nullptr;
+    }
+
     /// The state that a write in the deviant changes. Creates it if needed, and saves the old state
     /// if a transaction is open. Raises if the deviant can't be written. Const, since an object's
     /// identity doesn't change when one of its states does.

@@ -2,6 +2,7 @@
 
 #include "qob/kernel/deviant/destruction.h"
 #include "qob/kernel/deviant/deviations.h"
+#include "qob/kernel/deviant/onewrite.h"
 #include "qob/qob/object.h"
 
 #include <vector>
@@ -57,6 +58,7 @@ public:
         this->requireOwn(deviant);
         deviant.assertWritable(this->owner_);
         if (deviant_isValid(deviant)) {
+            internal::OneWrite const write;
             this->owner_->internal_disconnect(deviant);
             this->owner_->internal_discard(deviant, true);
         }

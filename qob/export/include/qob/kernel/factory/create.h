@@ -1,6 +1,7 @@
 #pragma once
 
 #include "qob/kernel/deviant/countedpointer.h"
+#include "qob/kernel/deviant/onewrite.h"
 #include "qob/qob/model.h"
 
 namespace QOB {
@@ -24,6 +25,7 @@ template <class Handle, class Impl, class Initialize>
 Handle createObject(Model const& model, Integer const& id, Initialize const& initialize) {
     Deviant const deviant = internal::accessedDeviant(model);
     deviant.assertWritable(nullptr);
+    internal::OneWrite const write;
     auto* const object = new Impl();
     CountedPointer<Impl> const keep(object);
     object->enterModel(deviant);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "qob/kernel/deviant/onewrite.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/deviant.h"
 
@@ -8,6 +9,8 @@
 /// accesses the field. Operations are passed as pointers to virtual members, so the calls are
 /// virtual calls as if written by hand.
 namespace QOB::property {
+
+using QOB::internal::OneWrite;
 
 /// Raises for null, which a state returns when asked for a state.
 inline void requireState(void const* state) {

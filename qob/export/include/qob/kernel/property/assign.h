@@ -24,6 +24,7 @@ struct AssignMandatory {
         }
         if (isInvalidArgument(value) && !isState(target)) {
             // A set would treat it as a removal, which does nothing.
+            OneWrite const write;
             (writeState(target, deviant)->*Set)(deviant, value);
         } else {
             (target->*Set)(deviant, value);
@@ -60,6 +61,7 @@ void assignBlocks(Intf* target,
     QOB_REQUIRE_IN("qob/export/include/qob/kernel/property/assign.h",
                    from != nullptr,
                    "The source of the assignment is no object of the same class.");
+    OneWrite const write;
     (upcast<Declaring>(target)->Declaring::internal_assignBlock(
          deviant, upcast<Declaring>(from), sourceDeviant),
      ...);

@@ -24,6 +24,7 @@ struct ByOperations {
     }
     template <class Intf, class Value>
     static void set(Intf* object, Deviant deviant, Value const& value) {
+        OneWrite const write;
         (writeState(object, deviant)->*Set)(deviant, value);
     }
 };
@@ -37,6 +38,11 @@ struct InField {
     }
     template <class Root, class Value>
     static void set(Root* object, Deviant deviant, Value const& value) {
+        if (auto* const state = object->directState(deviant)) {
+            state->fields_.*Field = value;
+            return;
+        }
+        OneWrite const write;
         object->writeState(deviant)->fields_.*Field = value;
     }
 };

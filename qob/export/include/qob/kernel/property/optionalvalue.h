@@ -11,6 +11,7 @@ namespace QOB::property {
 template <auto Has, auto Remove, class Intf>
 void removeOptional(Intf* object, Deviant deviant) {
     if ((readState(object, deviant)->*Has)(deviant)) {
+        OneWrite const write;
         (writeState(object, deviant)->*Remove)(deviant);
     }
 }
@@ -23,6 +24,7 @@ void setOptionalAsGiven(Intf* object, Deviant deviant, Value const& value) {
     if ((state->*Has)(deviant) && (state->*Get)(deviant) == value) {
         return;
     }
+    OneWrite const write;
     (writeState(object, deviant)->*Set)(deviant, value);
 }
 

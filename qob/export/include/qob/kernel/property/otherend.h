@@ -26,6 +26,7 @@ struct ManyAtOtherEnd {
     static void add(Other const& other, Deviant deviant, Intf* object) {
         auto const element = elementOf<Other>(object, deviant);
         if (!present(other, deviant, element)) {
+            OneWrite const write;
             (writeState(other.get(), deviant)->*GetOnlyMany)(deviant).push_back(element);
         }
     }
@@ -33,6 +34,7 @@ struct ManyAtOtherEnd {
     static void remove(Other const& other, Deviant deviant, Intf* object) {
         auto const element = elementOf<Other>(object, deviant);
         if (present(other, deviant, element)) {
+            OneWrite const write;
             (writeState(other.get(), deviant)->*GetOnlyMany)(deviant).removeAll(element);
         }
     }

@@ -23,6 +23,7 @@ Owner getOwner(Intf const* object, Deviant deviant) {
 /// loses the object.
 template <class End, class Owner, class Intf>
 void replaceOwner(Intf* object, Deviant deviant, ClassObject const& container, Owner const& owner) {
+    OneWrite const write;
     if (Owner const old(container); old.isValid()) {
         End::remove(old, deviant, object);
         replaceContainer(upcast<NSInterface::ClassObjectIntf>(object), deviant, container, owner);
@@ -50,6 +51,7 @@ void setOwner(Intf* object,
         object->setContainerQOB(deviant, owner);
     } else {
         End::requireRoom(owner, deviant, object);
+        OneWrite const write;
         replaceOwner<End>(object, deviant, container, owner);
         End::add(owner, deviant, object);
     }
@@ -79,6 +81,7 @@ void removeOwner(Intf* object, Deviant deviant) {
     if constexpr (!std::is_same_v<End, DerivedOtherEnd>) {
         ClassObject const container = object->getContainerQOB(deviant);
         if (Owner const old(container); old.isValid()) {
+            OneWrite const write;
             End::remove(old, deviant, object);
             replaceContainer(
                 upcast<NSInterface::ClassObjectIntf>(object), deviant, container, ClassObject());

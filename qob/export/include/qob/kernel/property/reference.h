@@ -71,6 +71,7 @@ void replaceReference(Intf* object,
                       Handle const& value,
                       IntrospectiveMethods const& methods,
                       unsigned id) {
+    OneWrite const write;
     Intf* const state = writeState(object, deviant);
     tellReferred(object, state, deviant, old, value, methods, id);
     (state->*Set)(deviant, value);

@@ -16,6 +16,7 @@ void setSubsetting(Intf* object,
                    Handle const& value,
                    IntrospectiveMethods const& methods,
                    unsigned id) {
+    OneWrite const write;
     if (value.isValid()) {
         auto* const state = const_cast<Intf*>(readState(object, deviant));
         if ((state->*GetMany)(deviant).contains(value)) {

@@ -24,6 +24,7 @@ void setBothEnds(Intf* object,
     if (old == value) {
         return;
     }
+    OneWrite const write;
     leave(old);
     replaceReference<Set>(object, deviant, old, value, methods, id);
     join();
@@ -43,6 +44,7 @@ void setNearEnd(Intf* object,
     if (isThere ? old == value : old.get() == nullptr) {
         return;
     }
+    OneWrite const write;
     leave(old);
     if (isThere) {
         replaceReference<Set>(object, deviant, old, value, methods, id);
@@ -60,6 +62,7 @@ void removeBothEnds(Intf* object,
                     Leave const& leave) {
     auto const old = (readState(object, deviant)->*Get)(deviant);
     if (old.get() != nullptr) {
+        OneWrite const write;
         replaceReference<Set>(object, deviant, old, decltype(old)(), methods, id);
         leave(old);
     }
