@@ -31,6 +31,8 @@ std::string const texts[] = {"",
                              "nan",
                              "quo'te\"d; DROP TABLE object",
                              "line\nbreak\ttab",
+                             "</script></svg><b a='",
+                             "\xe2\x80\xaeturned around",
                              "\xc3\xa4\xe2\x82\xac",
                              "\xff\xfe not UTF-8",
                              std::string("with\0zero", 9)};

@@ -77,6 +77,14 @@ bool mayBeMissing(model::Metaclass const& metaclass,
     });
 }
 
+/// Null for an object of another package: a store may hold a live metamodel, whose classes have
+/// such names too.
+model::Metaclass const* metaclassOf(QOB::ClassObject const& object) {
+    constexpr std::string_view package = "Zorvane.metamodel.types.";
+    const std::string name = object.getLumvoName(false);
+    return name.starts_with(package) ? model::findMetaclass(name) : nullptr;
+}
+
 /// Whether the file gives a constant a value, of a kind that no object is made of.
 bool isLeftOut(arxml::SourceElement element) {
     const arxml::SourceElement value = element.child("VALUE-SPEC");
@@ -88,7 +96,7 @@ bool isLeftOut(arxml::SourceElement element) {
 void checkMandatory(QOB::ClassObject const& object,
                     arxml::SourceElement element,
                     Sink const& sink) {
-    model::Metaclass const* metaclass = model::findMetaclass(model::classOf(object));
+    model::Metaclass const* metaclass = metaclassOf(object);
     while (metaclass != nullptr && metaclass->isOfTypes) {
         for (MetaPropertyDescription const* property : model::propertiesOf(*metaclass)) {
             const bool isMandatory =

@@ -3,6 +3,7 @@
 #include "model/objects.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace velum::model {
 
@@ -21,6 +22,24 @@ std::string escaped(std::string_view name) {
         }
     }
     return text;
+}
+
+/// Whether objects contain each other and this one is where the way outwards is taken to end: the
+/// first of them in memory.
+bool closesCircle(QOB::ClassObject const& object) {
+    bool isFirst = true;
+    void const* mark = nullptr; // of a circle further out
+    std::size_t steps = 0;
+    for (QOB::ClassObject outer = object.getContainerQOB(); outer.get() != object.get();
+         outer = outer.getContainerQOB()) {
+        if (!outer.hasContainerQOB() || outer.get() == mark) {
+            return false;
+        }
+        isFirst = isFirst && std::less<>()(object.get(), outer.get());
+        ++steps;
+        mark = (steps & (steps - 1)) == 0 ? outer.get() : mark;
+    }
+    return isFirst;
 }
 
 /// Numbers the names that several objects share, and the empty ones.
@@ -57,7 +76,7 @@ std::string Addresses::of(QOB::ClassObject const& object) {
 
 QOB::ClassObject Addresses::around(QOB::ClassObject const& object) {
     if (object.hasContainerQOB()) {
-        return object.getContainerQOB();
+        return closesCircle(object) ? QOB::ClassObject() : object.getContainerQOB();
     }
     if (object.hasExternalId() || !nameOf(object).empty()) {
         return {};
@@ -185,7 +204,12 @@ std::string const& Addresses::nameOfPathless(QOB::ClassObject const& object) {
             pathless_.emplace(each.get(), name + numbers.textOf(name));
         }
     }
-    return pathless_[object.get()];
+    // What contains itself isn't free.
+    return pathless_
+        .try_emplace(object.get(),
+                     '#' + std::string(classOf(object)) + "[circle " +
+                         std::to_string(pathless_.size()) + ']')
+        .first->second;
 }
 
 } // namespace velum::model
