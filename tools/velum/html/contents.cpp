@@ -16,6 +16,10 @@ constexpr std::size_t nowhere = static_cast<std::size_t>(-1);
 
 } // namespace
 
+bool isBefore(Entry const& a, Entry const& b) {
+    return std::tie(a.package, a.name) < std::tie(b.package, b.name);
+}
+
 std::string anchorOf(std::string_view address) {
     constexpr std::string_view digits =
         "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
@@ -31,10 +35,15 @@ std::string anchorOf(std::string_view address) {
     return anchor;
 }
 
-std::pair<std::string, std::string> packageAndName(std::string const& address) {
+Placed placed(QOB::ClassObject const& object, std::string const& address) {
+    const std::string own = model::nameOf(object);
+    // A name may have a slash in it.
+    if (!own.empty() && address.front() == '/' && address.ends_with("/" + own)) {
+        return {address.substr(0, address.size() - own.size() - 1), own};
+    }
     const std::size_t slash = address.rfind('/', address.find('#'));
-    if (slash == std::string::npos) {
-        return {std::string(), address};
+    if (slash == std::string::npos || slash + 1 == address.size()) {
+        return {{}, own.empty() ? address : own};
     }
     return {address.substr(0, slash), address.substr(slash + 1)};
 }
@@ -67,13 +76,7 @@ void Contents::addEntries(QOB::Model const& model) {
             continue;
         }
         std::string path = addresses_.of(object);
-        auto [package, name] = packageAndName(path);
-        // A name may have a slash in it.
-        if (const std::string own = model::nameOf(object); !own.empty()) {
-            const bool endsSo = path.ends_with("/" + own) && path.front() == '/';
-            package = endsSo ? path.substr(0, path.size() - own.size() - 1) : package;
-            name = endsSo || package.empty() ? own : name;
-        }
+        auto [package, name] = placed(object, path);
         entries_.push_back({object,
                             std::move(path),
                             std::move(package),
@@ -81,9 +84,7 @@ void Contents::addEntries(QOB::Model const& model) {
                             model::classOf(object),
                             {}});
     }
-    std::stable_sort(entries_.begin(), entries_.end(), [](Entry const& a, Entry const& b) {
-        return std::tie(a.package, a.name) < std::tie(b.package, b.name);
-    });
+    std::stable_sort(entries_.begin(), entries_.end(), isBefore);
     std::unordered_set<std::string> anchors;
     for (std::size_t i = 0; i < entries_.size(); ++i) {
         Entry& entry = entries_[i];
@@ -111,6 +112,7 @@ void Contents::addLinks() {
     for (std::size_t user = 0; user < entries_.size(); ++user) {
         std::vector<QOB::ClassObject> pending{entries_[user].object};
         std::unordered_set<std::size_t> seen{user};
+        std::unordered_set<void const*> parts;
         while (!pending.empty()) {
             const QOB::ClassObject object = pending.back();
             pending.pop_back();
@@ -127,7 +129,9 @@ void Contents::addLinks() {
                     const bool isPart =
                         attribute.ownsObjects || addresses_.around(target).get() == object.get();
                     if (isPart) {
-                        pending.push_back(target);
+                        if (parts.insert(target.get()).second) {
+                            pending.push_back(target);
+                        }
                     } else if (const std::size_t used = placeOf(target);
                                used != nowhere && seen.insert(used).second) {
                         entries_[user].uses.push_back(used);

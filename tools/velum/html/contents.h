@@ -34,6 +34,9 @@ struct Entry {
     std::vector<Finding const*> findings{};
 };
 
+/// By package, then by name.
+bool isBefore(Entry const& a, Entry const& b);
+
 /// The anchor of an address: seven letters and digits.
 std::string anchorOf(std::string_view address);
 
@@ -67,7 +70,11 @@ private:
     std::unordered_map<std::string_view, std::size_t> byPath_;
 };
 
-/// The part of a path in front of its last name, and that name.
-std::pair<std::string, std::string> packageAndName(std::string const& address);
+/// The package that the section of an object stands in, and the name that it has there.
+struct Placed {
+    std::string package;
+    std::string name;
+};
+Placed placed(QOB::ClassObject const& object, std::string const& address);
 
 } // namespace velum::html

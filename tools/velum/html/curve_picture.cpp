@@ -75,7 +75,7 @@ void beginPicture(Out& out, double width, double height, std::string_view label,
 
 void drawCurve(Out& out, Drawn const& drawn, bool isAlone) {
     Lookup const& curve = drawn.lookup;
-    const Span span = widened(spanOf(curve.values.numbers));
+    const Span span = widened(drawn.scale);
     const std::vector<double> places = placesOf(curve.axes[0], curveBox);
     beginPicture(out,
                  curveWidth,
@@ -88,11 +88,12 @@ void drawCurve(Out& out, Drawn const& drawn, bool isAlone) {
         for (const double place : places) {
             out << Px{place} << " ";
         }
-        out << "\"";
+        out << "\" data-y=\"" << Px{curveBox.top} << " " << Px{curveBox.bottom} << "\" data-a=\""
+            << curve.axes[0].title() << "\"";
     }
     out << ">";
     drawUpright(out, curveBox, span, curve.title());
-    drawBelow(out, curveBox, labelsOf(curve.axes[0], places), curve.axes[0].title());
+    drawBelow(out, curveBox, labelsOf(curve.axes[0], places), curve.axes[0].title(), curveWidth);
     out << "<path class=\"axis\" d=\"M" << Px{curveBox.left} << " " << Px{curveBox.top} << "V"
         << Px{curveBox.bottom} << "H" << Px{curveBox.right} << "\"/><path class=\"line\" d=\"";
     drawLine(out, places, curve.values, span);
@@ -104,7 +105,7 @@ void drawCurve(Out& out, Drawn const& drawn, bool isAlone) {
 void drawFamily(Out& out, Drawn const& drawn) {
     Lookup const& map = drawn.lookup;
     const std::size_t rows = map.axes[1].points.size();
-    const Span span = widened(spanOf(map.values.numbers));
+    const Span span = widened(drawn.scale);
     const std::vector<double> places = placesOf(map.axes[0], curveBox);
     const std::size_t shown = std::min(rows, mostLines);
     beginPicture(out,
@@ -115,11 +116,11 @@ void drawFamily(Out& out, Drawn const& drawn) {
                  false);
     out << ">";
     drawUpright(out, curveBox, span, map.title());
-    drawBelow(out, curveBox, labelsOf(map.axes[0], places), map.axes[0].title());
+    drawBelow(out, curveBox, labelsOf(map.axes[0], places), map.axes[0].title(), curveWidth);
     out << "<path class=\"axis\" d=\"M" << Px{curveBox.left} << " " << Px{curveBox.top} << "V"
         << Px{curveBox.bottom} << "H" << Px{curveBox.right} << "\"/><text class=\"title\" x=\""
         << Px{curveBox.right + 14} << "\" y=\"" << Px{curveBox.top - 8} << "\">"
-        << shortened(map.axes[1].title(), 16) << "</text>";
+        << shortenedTo(94, map.axes[1].title()) << "</text>";
     for (std::size_t i = 0; i < shown; ++i) {
         // The highest line has the highest label.
         const std::size_t row = shown == 1 ? 0 : (shown - 1 - i) * (rows - 1) / (shown - 1);

@@ -4,6 +4,7 @@
 #include "html/constants.h"
 #include "html/contents.h"
 #include "html/page.h"
+#include "html/section.h"
 #include "html/table_section.h"
 #include "html/tree.h"
 #include "html/type_pictures.h"
@@ -32,6 +33,8 @@ struct Report {
     std::string metaclass{};
     std::string to{}; ///< The new path of what was renamed.
     std::vector<diff::Change const*> changes{};
+    QOB::ClassObject older{};
+    QOB::ClassObject newer{};
 };
 
 /// One release with what its objects are called.
@@ -80,26 +83,25 @@ public:
             add(each.from, {"renamed", each.metaclass, each.to});
         }
         for (diff::Change const& change : comparison_.changed) {
-            Report& report = add(change.path, {"changed"});
-            report.changes.push_back(&change);
+            add(change.path, {"changed"}).changes.push_back(&change);
         }
+        placeAll();
     }
 
     bool write(std::string const& said) {
-        beginPage(out_, "Changes of a data dictionary", said);
+        beginPage(out_, "Changes of a data dictionary", said, objectHint);
         out_ << "<ul><li><a href=#overview>Overview</a></ul>";
-        writeTree(out_, treeEntries());
+        writeTree(out_, entries_);
         beginMain(out_);
         writeOverview();
         out_ << "<section id=objects><h2>Objects</h2>";
-        std::string package = "?";
-        for (auto const& [place, report] : reports_) {
-            if (place.first != package) {
-                package = place.first;
-                out_ << "<h3>" << (package.empty() ? std::string("Without a package") : package)
-                     << "</h3>";
+        std::string const* package = nullptr;
+        for (Entry const& entry : entries_) {
+            if (package == nullptr || *package != entry.package) {
+                package = &entry.package;
+                writePackage(out_, *package);
             }
-            writeObject(place.first, place.second, report);
+            writeObject(entry, reports_.at(entry.path));
             if (!out_.isGood()) {
                 return false;
             }
@@ -111,27 +113,32 @@ public:
 
 private:
     Report& add(std::string const& path, Report report) {
-        return reports_.try_emplace(packageAndName(path), std::move(report)).first->second;
+        return reports_.try_emplace(path, std::move(report)).first->second;
     }
 
-    static std::string pathOf(std::string const& package, std::string const& name) {
-        return package.empty() ? name : package + "/" + name;
-    }
-
-    std::vector<Entry> treeEntries() const {
-        std::vector<Entry> entries;
-        for (auto const& [place, report] : reports_) {
-            std::string path = pathOf(place.first, place.second);
-            std::string anchor = anchorOf(path);
-            entries.push_back(
-                {{}, std::move(path), place.first, place.second, {}, std::move(anchor)});
+    /// An entry for each object that is reported, by package and name.
+    void placeAll() {
+        for (auto& [path, report] : reports_) {
+            report.older = before_.at(path);
+            report.newer = after_.at(report.to.empty() ? path : report.to);
+            const bool wasThere = report.older.get() != nullptr;
+            const bool isThere = report.newer.get() != nullptr;
+            auto [package, name] = placed(wasThere ? report.older : report.newer, path);
+            const QOB::ClassObject object = isThere ? report.newer : report.older;
+            entries_.push_back(
+                {object,
+                 path,
+                 std::move(package),
+                 std::move(name),
+                 wasThere || isThere ? model::classOf(object) : std::string_view(report.metaclass),
+                 anchorOf(path)});
         }
-        return entries;
+        std::stable_sort(entries_.begin(), entries_.end(), isBefore);
     }
 
     void writeOverview() {
         std::map<std::string_view, std::size_t> counts;
-        for (auto const& [place, report] : reports_) {
+        for (auto const& [path, report] : reports_) {
             ++counts[report.kind];
         }
         out_ << "<section id=overview><h2>Overview</h2><table class=counts><caption>Objects"
@@ -142,21 +149,15 @@ private:
         out_ << "<tr><td>the same<td>" << comparison_.sameCount << "</table></section>";
     }
 
-    void writeObject(std::string const& package, std::string const& name, Report const& report) {
-        const std::string path = pathOf(package, name);
-        const QOB::ClassObject older = before_.at(path);
-        const QOB::ClassObject newer = after_.at(report.to.empty() ? path : report.to);
-        const QOB::ClassObject object = newer.get() == nullptr ? older : newer;
-        const std::string metaclass =
-            object.get() == nullptr ? report.metaclass : std::string(model::classOf(object));
-        const std::string anchor = anchorOf(path);
-        out_ << "<section id=" << anchor << " data-c=\"" << metaclass << "\"><h4><a href=#"
-             << anchor << ">" << name << "</a> <small>" << metaclass << ", <b class=" << report.kind
-             << ">" << report.kind << "</b></small></h4>";
+    void writeObject(Entry const& entry, Report const& report) {
+        QOB::ClassObject const& older = report.older;
+        QOB::ClassObject const& newer = report.newer;
+        beginSection(out_, entry);
+        out_ << ", <b class=" << report.kind << ">" << report.kind << "</b></small></h4>";
         if (!report.to.empty()) {
             out_ << "<p>Now " << report.to << ", with the same content.";
         }
-        if (const foundation::ValueType type(object); type.isValid()) {
+        if (const foundation::ValueType type(entry.object); type.isValid()) {
             writeTypes(older, newer);
         }
         if (older.get() != nullptr && newer.get() != nullptr) {
@@ -262,7 +263,8 @@ private:
     Side after_;
     Out out_;
     diff::Comparison comparison_;
-    std::map<std::pair<std::string, std::string>, Report> reports_;
+    std::map<std::string, Report> reports_; ///< By path.
+    std::vector<Entry> entries_;
 };
 
 } // namespace

@@ -8,6 +8,20 @@ namespace velum::html {
 namespace {
 
 constexpr double widthOfCharacter = 6.4;
+constexpr double widthOfBold = 7.2;
+
+/// Whether a byte of UTF-8 begins a character.
+bool beginsCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U;
+}
+
+std::size_t countOfCharacters(std::string const& text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
+}
+
+double widthOfBoldText(std::string const& text) {
+    return static_cast<double>(countOfCharacters(text)) * widthOfBold;
+}
 
 } // namespace
 
@@ -30,11 +44,15 @@ void drawUpright(Out& out, Box const& box, Span span, std::string_view title) {
         << shortened(std::string(title), 60) << "</text>";
 }
 
-void drawBelow(Out& out, Box const& box, std::vector<Label> const& labels, std::string_view title) {
+void drawBelow(Out& out,
+               Box const& box,
+               std::vector<Label> const& labels,
+               std::string_view title,
+               double width) {
     double free = -1e9;
     for (Label const& label : labels) {
         const std::string text = shortened(label.text, 12);
-        const double half = (static_cast<double>(text.size()) * widthOfCharacter) / 2.0;
+        const double half = widthOfLabel(text) / 2.0;
         out << "<path class=\"axis\" d=\"M" << Px{label.across} << " " << Px{box.bottom}
             << "v4\"/>";
         if (label.across - half < free) {
@@ -44,8 +62,12 @@ void drawBelow(Out& out, Box const& box, std::vector<Label> const& labels, std::
         out << "<text class=\"mid\" x=\"" << Px{label.across} << "\" y=\"" << Px{box.bottom + 17}
             << "\">" << text << "</text>";
     }
-    out << "<text class=\"title mid\" x=\"" << Px{(box.left + box.right) / 2.0} << "\" y=\""
-        << Px{box.bottom + 36} << "\">" << shortened(std::string(title), 60) << "</text>";
+    const std::string shown = shortenedTo(width - 8, std::string(title));
+    const double half = widthOfBoldText(shown) / 2.0;
+    const double middle =
+        std::max(std::min((box.left + box.right) / 2.0, width - 4 - half), 4 + half);
+    out << "<text class=\"title mid\" x=\"" << Px{middle} << "\" y=\"" << Px{box.bottom + 36}
+        << "\">" << shown << "</text>";
 }
 
 std::vector<double> placesOf(LookupAxis const& axis, Box const& box) {
@@ -69,11 +91,18 @@ std::vector<Label> labelsOf(LookupAxis const& axis, std::vector<double> const& p
     return labels;
 }
 
+std::string shortenedTo(double width, std::string const& title) {
+    return shortened(title, static_cast<std::size_t>(std::max(width / widthOfBold, 1.0)));
+}
+
+double widthOfLabel(std::string const& text) {
+    return static_cast<double>(countOfCharacters(text)) * widthOfCharacter;
+}
+
 std::string shortened(std::string const& text, std::size_t most) {
     std::size_t characters = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool begins = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
-        characters += begins ? 1 : 0;
+        characters += beginsCharacter(text[i]) ? 1 : 0;
         if (characters > most) {
             return text.substr(0, i) + "…";
         }

@@ -33,8 +33,13 @@ struct Label {
     std::string text;
 };
 
-/// Labels below a box, as many as have room, and the title of the axis.
-void drawBelow(Out& out, Box const& box, std::vector<Label> const& labels, std::string_view title);
+/// Labels below a box, as many as have room, and the title of the axis within `width`, that of the
+/// picture.
+void drawBelow(Out& out,
+               Box const& box,
+               std::vector<Label> const& labels,
+               std::string_view title,
+               double width);
 
 /// The places of the points of an axis: to scale if they rise, else at equal distances.
 std::vector<double> placesOf(LookupAxis const& axis, Box const& box);
@@ -44,5 +49,10 @@ std::vector<Label> labelsOf(LookupAxis const& axis, std::vector<double> const& p
 
 /// A text that is cut if it is longer than so many characters.
 std::string shortened(std::string const& text, std::size_t most);
+/// A title that is cut where it would be wider than that.
+std::string shortenedTo(double width, std::string const& title);
+
+/// About how wide a label is.
+double widthOfLabel(std::string const& text);
 
 } // namespace velum::html

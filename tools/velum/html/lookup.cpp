@@ -277,6 +277,16 @@ std::string unitOf(types::PrimitiveType const& type) {
     return method.isValid() && method.hasUnit() ? show::unitText(method.getUnit()) : std::string();
 }
 
+std::string unitOfObject(QOB::ClassObject const& object) {
+    if (const types::Unit unit(object); unit.isValid()) {
+        return show::unitText(unit);
+    }
+    if (const types::CompuMethod method(object); method.isValid()) {
+        return method.hasUnit() ? show::unitText(method.getUnit()) : std::string();
+    }
+    return unitOf(types::PrimitiveType(object));
+}
+
 Lookup lookupOf(types::LookupTableSpecification const& values, types::LookupTableType const& type) {
     return Reader(values, type).read();
 }

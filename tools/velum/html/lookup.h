@@ -47,6 +47,9 @@ struct Lookup {
 /// The unit of a type, its own or that of its method; empty if it has none.
 std::string unitOf(types::PrimitiveType const& type);
 
+/// The unit of an object of any class, for who looks for all that has to do with it.
+std::string unitOfObject(QOB::ClassObject const& object);
+
 /// What a constant holds, in the axes of the type that it fills; `type` may be empty.
 Lookup lookupOf(types::LookupTableSpecification const& values, types::LookupTableType const& type);
 

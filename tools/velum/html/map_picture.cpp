@@ -145,7 +145,7 @@ void drawRowLabels(Out& out, LookupAxis const& axis, Grid const& grid) {
             << shortened(axis.points.texts[row], 8) << "</text>";
     }
     out << "<text class=\"title\" x=\"4\" y=\"" << Px{grid.box.top - 10} << "\">"
-        << shortened(axis.title(), 40) << "</text>";
+        << shortenedTo(grid.box.right + 10, axis.title()) << "</text>";
 }
 
 void drawLegend(Out& out, Lookup const& map, Grid const& grid, Span span, bool isFlat) {
@@ -180,18 +180,20 @@ void drawLegend(Out& out, Lookup const& map, Grid const& grid, Span span, bool i
 void drawMap(Out& out, Drawn const& drawn, bool isAlone) {
     Lookup const& map = drawn.lookup;
     const Grid grid(map);
-    const Span span = spanOf(map.values.numbers);
+    const Span span = drawn.scale;
+    const double width = grid.box.right + 110;
     beginPicture(out,
-                 grid.box.right + 110,
+                 width,
                  std::max(grid.box.bottom, marginTop + 96) + 48,
                  "Map of " + map.title() + " over " + map.axes[0].title() + " and " +
                      map.axes[1].title() + ", " + std::to_string(grid.columns) + " x " +
                      std::to_string(grid.rows) + " values",
                  isAlone);
     if (!isAlone) {
-        out << " data-kind=\"map\" data-x=\"" << Px{grid.box.left} << " " << Px{grid.wide} << " "
-            << grid.columns << "\" data-y=\"" << Px{grid.box.bottom} << " " << Px{grid.high} << " "
-            << grid.rows << "\"";
+        out << " data-kind=\"map\" data-x=\"" << Px{grid.box.left} << " " << Px{grid.box.right}
+            << " " << grid.columns << "\" data-y=\"" << Px{grid.box.top} << " "
+            << Px{grid.box.bottom} << " " << grid.rows << "\" data-a=\"" << map.axes[0].title()
+            << "\" data-b=\"" << map.axes[1].title() << "\"";
     }
     out << ">";
     drawCells(out, map, grid, span);
@@ -201,7 +203,7 @@ void drawMap(Out& out, Drawn const& drawn, bool isAlone) {
     for (std::size_t column = 0; column < grid.columns; ++column) {
         places.push_back(grid.xOf(double(column) + 0.5));
     }
-    drawBelow(out, grid.box, labelsOf(map.axes[0], places), map.axes[0].title());
+    drawBelow(out, grid.box, labelsOf(map.axes[0], places), map.axes[0].title(), width);
     drawRowLabels(out, map.axes[1], grid);
     drawLegend(out, map, grid, span, !(span.low < span.high));
     out << "</svg>";

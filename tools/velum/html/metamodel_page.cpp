@@ -29,8 +29,10 @@ public:
         : types_(std::move(types)), out_(std::move(sink)) {}
 
     bool write(std::vector<Package const*> const& packages) {
-        beginPage(
-            out_, "Metamodel", "Classes, data types and properties, as the meta-registry has them");
+        beginPage(out_,
+                  "Metamodel",
+                  "Classes, data types and properties, as the meta-registry has them",
+                  "name, class:enumeration");
         out_ << "<ul class=tree>";
         for (Package const* const package : packages) {
             out_ << "<li><details open><summary>" << package->name << "</summary><ul>";

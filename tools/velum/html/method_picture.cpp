@@ -18,6 +18,7 @@ using arxml::numberText;
 namespace {
 
 constexpr Box methodBox{62, 30, 430, 210};
+constexpr double methodWidth = 450;
 constexpr int curveSamples = 96;
 constexpr std::size_t mostTexts = 12;
 
@@ -166,7 +167,12 @@ void drawTexts(Out& out, Method const& method, Span across) {
         }
         const double x = acrossOf(value, across, methodBox);
         out << "<path class=\"text\" d=\"M" << Px{x} << " " << Px{methodBox.top} << "V"
-            << Px{methodBox.bottom} << "\"/><text class=\"halo\" x=\"" << Px{x + 4} << "\" y=\""
+            << Px{methodBox.bottom} << "\"/><text class=\"halo";
+        const bool isOnTheRight = x > (methodBox.left + methodBox.right) / 2.0;
+        if (isOnTheRight) {
+            out << " end";
+        }
+        out << "\" x=\"" << Px{isOnTheRight ? x - 4 : x + 4} << "\" y=\""
             << Px{methodBox.top + 12.0 * double(count)} << "\">" << value << " "
             << shortened(text, 18) << "</text>";
     }
@@ -179,14 +185,14 @@ void drawPlot(Out& out, Method const& method, std::string const& name, std::stri
         return;
     }
     const Span up = widened(method.physical);
-    beginPicture(out, 450, 258, "Physical over internal values of " + name, false);
+    beginPicture(out, methodWidth, 258, "Physical over internal values of " + name, false);
     out << ">";
     drawUpright(out, methodBox, up, "physical" + (unit.empty() ? "" : " [" + unit + "]"));
     std::vector<Label> labels;
     for (const double tick : ticks(across, 6)) {
         labels.push_back({acrossOf(tick, across, methodBox), labelText(tick)});
     }
-    drawBelow(out, methodBox, labels, "internal");
+    drawBelow(out, methodBox, labels, "internal", methodWidth);
     out << "<path class=\"axis\" d=\"M" << Px{methodBox.left} << " " << Px{methodBox.top} << "V"
         << Px{methodBox.bottom} << "H" << Px{methodBox.right} << "\"/><path class=\"line\" d=\"";
     drawSamples(out, samples, across, up);
@@ -212,6 +218,10 @@ void writeTexts(Out& out, Method const& method) {
         out << "<tr><td>" << value << "<td>" << text;
     }
     out << "</table>";
+    if (count > mostRows) {
+        out << "<p class=note>The first " << mostRows << " of " << method.texts.size()
+            << " texts are listed; the enumeration has all.";
+    }
 }
 
 } // namespace

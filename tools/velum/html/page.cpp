@@ -4,7 +4,7 @@
 
 namespace velum::html {
 
-void beginPage(Out& out, std::string_view title, std::string_view said) {
+void beginPage(Out& out, std::string_view title, std::string_view said, std::string_view hint) {
     out << "<!DOCTYPE html>\n<html lang=en><head><meta charset=utf-8>"
            "<meta http-equiv=Content-Security-Policy content=\""
         << Markup{pagePolicy}
@@ -16,13 +16,23 @@ void beginPage(Out& out, std::string_view title, std::string_view said) {
         << title << "</h1><p>" << said
         << "</div><button type=button id=theme hidden>Dark or light</button></header>"
            "<div class=columns><nav aria-label=Contents><search hidden id=search><label for=query>"
-           "Search <span class=hint>name, class:Unit, unit:Nm &mdash; key /</span></label>"
+           "Search <span class=hint>"
+        << hint
+        << " &mdash; key /</span></label>"
            "<input type=search id=query autocomplete=off spellcheck=false aria-describedby=found>"
            "<p id=found role=status></p><ul id=hits></ul></search><div id=tree>";
 }
 
 void beginMain(Out& out) {
     out << "</div></nav><main id=main tabindex=-1>";
+}
+
+void writePackage(Out& out, std::string_view package) {
+    if (package.empty()) {
+        out << "<h3 data-none>Without a package</h3>";
+    } else {
+        out << "<h3>" << package << "</h3>";
+    }
 }
 
 void endPage(Out& out) {

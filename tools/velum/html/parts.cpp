@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 #include <velum_arxml/notation/number.h>
+#include <velum_foundation/zorvane/metamodel/foundation/zorvanemetamodelfoundationcomment.h>
 
 namespace velum::html {
 
@@ -29,10 +30,11 @@ std::string cut(std::string text) {
 /// The row of a member: where it begins, how long it is, and what it is.
 class Layout {
 public:
-    Layout(Out& out, Contents& contents) : out_(out), contents_(contents) {}
+    Layout(Out& out, Subject const& subject)
+        : out_(out), contents_(subject.contents), sizes_(subject.sizes) {}
 
     void write(types::Structure const& structure) {
-        total_ = bitsOf(structure);
+        total_ = sizes_.of(structure);
         out_ << "<table class=layout><caption>Members, at bytes from the beginning, packed without "
                 "gaps</caption><thead><tr><th scope=col>At<th scope=col>Bits";
         if (total_) {
@@ -41,6 +43,10 @@ public:
         out_ << "<th scope=col>Member<th scope=col>Type<tbody>";
         writeMembers(structure, "", 0);
         out_ << "</table>";
+        if (rows_ > mostRows) {
+            out_ << "<p class=note>There are more members; the first " << mostRows
+                 << " are listed.";
+        }
     }
 
 private:
@@ -51,8 +57,7 @@ private:
                 return;
             }
             const foundation::ValueType type = typeOf(member);
-            const std::optional<std::int64_t> bits =
-                type.isValid() ? bitsOf(type) : std::optional<std::int64_t>();
+            const std::optional<std::int64_t> bits = sizes_.of(type);
             writeRow(member, type, outer, bits);
             const types::Structure inner(type);
             const bool isInside =
@@ -111,6 +116,7 @@ private:
 
     Out& out_;
     Contents& contents_;
+    Sizes& sizes_;
     std::optional<std::int64_t> total_;
     std::optional<std::int64_t> at_ = 0;
     std::size_t rows_ = 0;
@@ -170,6 +176,25 @@ void writeConstantTable(Out& out,
     }
 }
 
+/// The constants that fill a table, with the picture of the first one: each has its own besides.
+void writeFilling(Out& out, Subject const& subject, types::LookupTableType const& table) {
+    const std::vector<types::ConstantSpecification> filling = subject.constants.of(table);
+    if (filling.empty()) {
+        return;
+    }
+    out << "<p>Filled by ";
+    for (std::size_t i = 0; i < filling.size(); ++i) {
+        if (i > 0) {
+            out << ", ";
+        }
+        writeLink(out, subject.contents, filling[i]);
+    }
+    if (filling.size() > 1) {
+        out << ". The picture is of the first one.";
+    }
+    writeConstantTable(out, filling.front(), table);
+}
+
 void writeTableType(Out& out, Subject const& subject, types::LookupTableType const& table) {
     beginAxes(out);
     int number = 0;
@@ -180,11 +205,7 @@ void writeTableType(Out& out, Subject const& subject, types::LookupTableType con
     if (table.hasBaseType()) {
         out << "<p>Values: " << show::typeText(table.getBaseType());
     }
-    for (types::ConstantSpecification const& constant : subject.constants.of(table)) {
-        out << "<p>Filled by ";
-        writeLink(out, subject.contents, constant);
-        writeConstantTable(out, constant, table);
-    }
+    writeFilling(out, subject, table);
 }
 
 void writeShared(Out& out, Contents& contents, types::SharedAxisType const& shared) {
@@ -236,6 +257,18 @@ void writeMethod(Out& out, types::CompuMethod const& method) {
     drawMethod(out, method);
 }
 
+void writeComments(Out& out, foundation::Element const& element) {
+    if (!element.isValid()) {
+        return;
+    }
+    for (const foundation::Comment comment : element.getOwnedComments()) {
+        const QOB::String body = comment.getBody();
+        if (body.isValid() && !body.view().empty()) {
+            out << "<p>" << cut(std::string(body));
+        }
+    }
+}
+
 /// An unnamed type has no section of its own.
 void writeMatrix(Out& out, types::Matrix const& matrix) {
     const types::Real base(matrix.getBaseType());
@@ -250,8 +283,9 @@ void writeMatrix(Out& out, types::Matrix const& matrix) {
 } // namespace
 
 void writeParts(Out& out, Subject const& subject, QOB::ClassObject const& object) {
+    writeComments(out, foundation::Element(object));
     if (const types::Structure structure(object); structure.isValid()) {
-        Layout(out, subject.contents).write(structure);
+        Layout(out, subject).write(structure);
     } else if (const types::Enumeration enumeration(object); enumeration.isValid()) {
         writeLiterals(out, enumeration);
     } else if (const types::LookupTableType table(object); table.isValid()) {

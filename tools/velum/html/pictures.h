@@ -2,16 +2,19 @@
 
 #include "html/lookup.h"
 #include "html/out.h"
+#include "html/scale.h"
 
 #include <set>
 
 namespace velum::html {
 
-/// A lookup table to draw, with the values that another release has in its place.
+/// A lookup table to draw.
 struct Drawn {
     Lookup const& lookup;
-    /// Places of values that differ from the other release.
+    /// Places of values that differ from another release.
     std::set<std::size_t> const& changed;
+    /// What colours and heights stand for: the same for pictures that one compares.
+    Span scale;
 };
 
 /// No table has more points an axis than this where it is drawn.

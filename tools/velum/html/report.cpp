@@ -20,6 +20,24 @@ std::string placeText(std::string const& file, arxml::Position position) {
     return file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column);
 }
 
+/// A finding at each of its places: an object shows what is said of it.
+void addFindings(std::vector<Finding>& findings,
+                 std::string const& file,
+                 arxml::Finding const& finding) {
+    std::string text = finding.text;
+    if (finding.count > finding.places.size()) {
+        text += " [" + std::to_string(finding.count) + " times, the first " +
+                std::to_string(finding.places.size()) + " are listed]";
+    }
+    for (arxml::Place const& place : finding.places) {
+        findings.push_back({finding.isFault ? "error" : "note",
+                            std::string(code(finding.reason)),
+                            place.path,
+                            placeText(file, place.position),
+                            text});
+    }
+}
+
 /// How often something occurs, as a table.
 void writeCounts(Out& out,
                  std::string_view caption,
@@ -107,14 +125,7 @@ findingsOf(QOB::Model const& model, report::Input const& input, arxml::Sources c
     }
     for (arxml::FileReport const& file : input.documents.files) {
         for (arxml::Finding const& finding : file.findings) {
-            arxml::Place const& place = finding.places.front();
-            findings.push_back({finding.isFault ? "error" : "note",
-                                std::string(code(finding.reason)),
-                                place.path,
-                                placeText(file.file, place.position),
-                                finding.count < 2 ? finding.text
-                                                  : finding.text + " [" +
-                                                        std::to_string(finding.count) + " times]"});
+            addFindings(findings, file.file, finding);
         }
     }
     return findings;
@@ -127,9 +138,10 @@ bool writeReport(QOB::Model const& model,
                  Sink sink) {
     Contents contents(model, std::move(findings));
     const Constants constants(model, sources);
-    const Subject subject{contents, constants};
+    Sizes sizes;
+    const Subject subject{contents, constants, sizes};
     Out out(std::move(sink));
-    beginPage(out, "Data dictionary", said);
+    beginPage(out, "Data dictionary", said, objectHint);
     out << "<ul><li><a href=#overview>Overview</a>";
     if (!contents.findings().empty()) {
         out << "<li><a href=#findings>Findings</a>";
@@ -144,8 +156,7 @@ bool writeReport(QOB::Model const& model,
     for (Entry const& entry : contents.entries()) {
         if (package == nullptr || *package != entry.package) {
             package = &entry.package;
-            out << "<h3>" << (package->empty() ? std::string("Without a package") : *package)
-                << "</h3>";
+            writePackage(out, *package);
         }
         writeSection(out, subject, entry);
         if (!out.isGood()) {

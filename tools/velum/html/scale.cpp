@@ -22,6 +22,11 @@ Span spanOf(std::vector<double> const& numbers) {
     return span;
 }
 
+Span spanOfBoth(std::vector<double> numbers, std::vector<double> const& others) {
+    numbers.insert(numbers.end(), others.begin(), others.end());
+    return spanOf(numbers);
+}
+
 Span widened(Span span) {
     if (span.low < span.high) {
         return span;

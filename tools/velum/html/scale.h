@@ -15,7 +15,10 @@ struct Span {
 /// From the least to the greatest finite number of a list; 0 to 0 if there is none.
 Span spanOf(std::vector<double> const& numbers);
 
-/// The same, a little wider if all numbers are equal, so that something can be drawn over it.
+/// From the least to the greatest of all tables that one compares.
+Span spanOfBoth(std::vector<double> numbers, std::vector<double> const& others);
+
+/// The same range, a little wider if all numbers are equal, so that something can be drawn over it.
 Span widened(Span span);
 
 /// Where a number lies in a range: 0 at its low end, 1 at its high end. Neither overflows.

@@ -35,38 +35,81 @@ bool isUsual(std::string_view name, std::string_view text) {
            (name == "IsApplication" && text == "false") || (name == "isSparse" && text == "false");
 }
 
-void writeValue(Out& out, Contents& contents, QOB::Object const& value) {
-    const QOB::ClassObject object(value);
-    if (object.get() != nullptr) {
-        writeLink(out, contents, object);
-    } else {
-        out << model::textOf(value, contents.addresses());
-    }
-}
-
-void writeValues(Out& out, Contents& contents, std::vector<QOB::Object> const& values) {
+/// Values of an object with commas between them; `linked` gets the places of the entries that they
+/// link to.
+void writeValues(Out& out,
+                 Contents& contents,
+                 QOB::ClassObject const& owner,
+                 std::vector<QOB::Object> const& values,
+                 std::vector<std::size_t>& linked) {
     for (std::size_t i = 0; i < std::min(values.size(), mostValues); ++i) {
         if (i > 0) {
             out << ", ";
         }
-        writeValue(out, contents, values[i]);
+        const QOB::ClassObject object(values[i]);
+        if (object.get() == nullptr) {
+            out << model::textOf(values[i], contents.addresses());
+            continue;
+        }
+        Entry const* const entry = contents.entryOf(object);
+        const foundation::ValueType part(object);
+        if (entry != nullptr && entry->object.get() == owner.get() && part.isValid() &&
+            object.get() != owner.get() && model::nameOf(object).empty()) {
+            out << show::typeText(part); // a type without a name has no section
+            continue;
+        }
+        writeLink(out, contents, object);
+        if (entry != nullptr) {
+            linked.push_back(static_cast<std::size_t>(entry - contents.entries().data()));
+        }
     }
     if (values.size() > mostValues) {
         out << " and " << values.size() - mostValues << " more";
     }
 }
 
-std::string unitOfObject(QOB::ClassObject const& object) {
-    if (const types::Unit unit(object); unit.isValid()) {
-        return show::unitText(unit);
+/// Whether a property has nothing to say.
+bool isSilent(QOB::Attribute const& attribute,
+              std::vector<QOB::Object> const& values,
+              Contents& contents) {
+    if (values.empty()) {
+        return true;
     }
-    if (const types::CompuMethod method(object); method.isValid()) {
-        return method.hasUnit() ? show::unitText(method.getUnit()) : std::string();
+    const model::ValueKind kind = model::kindOf(values.front());
+    if (attribute.isMultiValued || kind == model::ValueKind::reference) {
+        return false;
     }
-    return unitOf(types::PrimitiveType(object));
+    return kind == model::ValueKind::nothing ||
+           isUsual(attribute.name.view(), model::textOf(values.front(), contents.addresses()));
 }
 
-void writeLinks(Out& out, Contents& contents, std::vector<std::size_t> const& places) {
+/// The properties that no picture or table shows; returns the places of the entries linked to.
+std::vector<std::size_t>
+writeProperties(Out& out, Contents& contents, QOB::ClassObject const& object) {
+    std::vector<std::size_t> linked;
+    bool isBegun = false;
+    for (QOB::Attribute const& attribute : contents.addresses().attributes().of(object)) {
+        if (isShownElsewhere(attribute, object) || attribute.ownsObjects) {
+            continue;
+        }
+        const std::vector<QOB::Object> values = attribute.valuesOf(object);
+        if (isSilent(attribute, values, contents)) {
+            continue;
+        }
+        if (!isBegun) {
+            out << "<dl>";
+            isBegun = true;
+        }
+        out << "<dt>" << attribute.name.view() << "<dd>";
+        writeValues(out, contents, object, values, linked);
+    }
+    if (isBegun) {
+        out << "</dl>";
+    }
+    return linked;
+}
+
+void writeLinks(Out& out, Contents const& contents, std::vector<std::size_t> const& places) {
     for (std::size_t i = 0; i < places.size(); ++i) {
         if (i > 0) {
             out << ", ";
@@ -75,26 +118,19 @@ void writeLinks(Out& out, Contents& contents, std::vector<std::size_t> const& pl
     }
 }
 
-/// What the properties show of primitive types stands deep in the parts of the others.
-void writeUses(Out& out, Contents& contents, Entry const& entry) {
-    const bool isPlain = types::PrimitiveType(entry.object).isValid() ||
-                         types::CompuMethod(entry.object).isValid() ||
-                         types::Unit(entry.object).isValid();
-    if (!isPlain && !entry.uses.empty()) {
-        out << "<p class=by>Uses ";
-        writeLinks(out, contents, entry.uses);
-    }
-}
-
-void writeUsers(Out& out, Contents& contents, Entry const& entry) {
-    if (entry.usedBy.size() > mostOpenLinks) {
-        out << "<details class=by><summary>Used by " << entry.usedBy.size()
+/// Links to sections, behind a word: in sight if they are few.
+void writeBy(Out& out,
+             Contents const& contents,
+             std::string_view word,
+             std::vector<std::size_t> const& places) {
+    if (places.size() > mostOpenLinks) {
+        out << "<details class=by><summary>" << word << " " << places.size()
             << " objects</summary><p>";
-        writeLinks(out, contents, entry.usedBy);
+        writeLinks(out, contents, places);
         out << "</details>";
-    } else if (!entry.usedBy.empty()) {
-        out << "<p class=by>Used by ";
-        writeLinks(out, contents, entry.usedBy);
+    } else if (!places.empty()) {
+        out << "<p class=by>" << word << " ";
+        writeLinks(out, contents, places);
     }
 }
 
@@ -110,10 +146,10 @@ void writeFindings(Out& out, Entry const& entry) {
 }
 
 /// One line about the object, and the number line and bits of a type.
-void writeSummary(Out& out, QOB::ClassObject const& object) {
+void writeSummary(Out& out, Sizes& sizes, QOB::ClassObject const& object) {
     if (const foundation::ValueType type(object); type.isValid()) {
         out << "<p>" << show::typeText(type);
-        if (const auto bits = bitsOf(type); bits && types::Real(type).isValid()) {
+        if (const auto bits = sizes.of(type); bits && types::Real(type).isValid()) {
             out << " ";
             drawBits(out, *bits);
         } else if (bits) {
@@ -157,49 +193,30 @@ void writeFinding(Out& out, Finding const& finding) {
     }
 }
 
-void writeProperties(Out& out, Contents& contents, QOB::ClassObject const& object) {
-    bool isBegun = false;
-    for (QOB::Attribute const& attribute : contents.addresses().attributes().of(object)) {
-        if (isShownElsewhere(attribute, object) || attribute.ownsObjects) {
-            continue;
-        }
-        const std::vector<QOB::Object> values = attribute.valuesOf(object);
-        if (values.empty()) {
-            continue;
-        }
-        const bool isText = !attribute.isMultiValued &&
-                            model::kindOf(values.front()) != model::ValueKind::reference;
-        if (isText &&
-            (model::kindOf(values.front()) == model::ValueKind::nothing ||
-             isUsual(attribute.name.view(), model::textOf(values.front(), contents.addresses())))) {
-            continue;
-        }
-        if (!isBegun) {
-            out << "<dl>";
-            isBegun = true;
-        }
-        out << "<dt>" << attribute.name.view() << "<dd>";
-        writeValues(out, contents, values);
-    }
-    if (isBegun) {
-        out << "</dl>";
-    }
-}
-
-void writeSection(Out& out, Subject const& subject, Entry const& entry) {
-    const std::string unit = unitOfObject(entry.object);
+void beginSection(Out& out, Entry const& entry) {
     out << "<section id=" << entry.anchor << " data-c=" << entry.metaclass;
-    if (!unit.empty()) {
+    if (const std::string unit = unitOfObject(entry.object); !unit.empty()) {
         out << " data-u=\"" << unit << "\"";
     }
     out << "><h4><a href=#" << entry.anchor << ">" << entry.name << "</a> <small>"
-        << entry.metaclass << "</small></h4>";
+        << entry.metaclass;
+}
+
+void writeSection(Out& out, Subject const& subject, Entry const& entry) {
+    beginSection(out, entry);
+    out << "</small></h4>";
     writeFindings(out, entry);
-    writeSummary(out, entry.object);
+    writeSummary(out, subject.sizes, entry.object);
     writeParts(out, subject, entry.object);
-    writeProperties(out, subject.contents, entry.object);
-    writeUses(out, subject.contents, entry);
-    writeUsers(out, subject.contents, entry);
+    const std::vector<std::size_t> linked = writeProperties(out, subject.contents, entry.object);
+    std::vector<std::size_t> others;
+    for (const std::size_t used : entry.uses) {
+        if (std::find(linked.begin(), linked.end(), used) == linked.end()) {
+            others.push_back(used);
+        }
+    }
+    writeBy(out, subject.contents, "Uses", others);
+    writeBy(out, subject.contents, "Used by", entry.usedBy);
     out << "</section>\n";
 }
 

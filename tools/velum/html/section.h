@@ -3,6 +3,7 @@
 #include "html/constants.h"
 #include "html/contents.h"
 #include "html/out.h"
+#include "html/type_pictures.h"
 
 namespace velum::html {
 
@@ -10,6 +11,7 @@ namespace velum::html {
 struct Subject {
     Contents& contents;
     Constants const& constants;
+    Sizes& sizes;
 };
 
 /// A link to the section of an object; its bare name if it has none.
@@ -19,11 +21,11 @@ void writeLink(Out& out, Entry const& entry);
 /// A finding as an item of a list.
 void writeFinding(Out& out, Finding const& finding);
 
+/// Begins the section of an object; what is written next stands behind its class, in the heading.
+void beginSection(Out& out, Entry const& entry);
+
 /// The section of one object: what it is, its pictures, properties, parts and links.
 void writeSection(Out& out, Subject const& subject, Entry const& entry);
-
-/// All properties of an object and of what it contains that no picture or table shows.
-void writeProperties(Out& out, Contents& contents, QOB::ClassObject const& object);
 
 /// What is particular to a class: the parts of an object as tables and pictures.
 void writeParts(Out& out, Subject const& subject, QOB::ClassObject const& object);

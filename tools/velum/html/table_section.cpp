@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 namespace velum::html {
@@ -24,51 +25,74 @@ void writeValue(Out& out, std::string const& text) {
     }
 }
 
-/// A cell with the value of the other release in front, if there is one.
-void writeCell(Out& out, Drawn const& drawn, std::size_t place, Values const* before) {
-    const bool isBad = !std::isfinite(drawn.lookup.values.numbers[place]);
-    if (drawn.changed.contains(place)) {
-        out << "<td class=changed>";
-        if (before != nullptr) {
-            out << "<del>";
-            writeValue(out, before->texts[place]);
-            out << "</del> <ins>";
-            writeValue(out, drawn.lookup.values.texts[place]);
-            out << "</ins>";
-            return;
-        }
-    } else if (isBad) {
-        out << "<td class=bad>";
-    } else {
-        out << "<td>";
-    }
-    writeValue(out, drawn.lookup.values.texts[place]);
+void writeBoth(Out& out, std::string const& before, std::string const& after) {
+    out << "<del>";
+    writeValue(out, before);
+    out << "</del> <ins>";
+    writeValue(out, after);
+    out << "</ins>";
 }
 
-void writeCurveNumbers(Out& out, Drawn const& drawn, Values const* before) {
+/// A cell with the value of the other release in front, if it differs.
+void writeCell(Out& out, Drawn const& drawn, std::size_t place, Lookup const* before) {
+    Values const& values = drawn.lookup.values;
+    if (before != nullptr && drawn.changed.contains(place)) {
+        out << "<td class=changed>";
+        writeBoth(out, before->values.texts[place], values.texts[place]);
+    } else if (std::isfinite(values.numbers[place])) {
+        out << "<td>" << values.texts[place];
+    } else {
+        out << "<td class=bad>";
+        writeValue(out, values.texts[place]);
+    }
+}
+
+/// The heading of a row or column: a point of an axis.
+void writePoint(Out& out,
+                Drawn const& drawn,
+                std::size_t axis,
+                std::size_t place,
+                Lookup const* before) {
+    std::string const& point = drawn.lookup.axes[axis].points.texts[place];
+    if (axis == 0 && drawn.lookup.axes.size() > 1) {
+        out << "<th scope=col";
+    } else {
+        out << "<th scope=row";
+    }
+    if (before != nullptr && before->axes[axis].points.texts[place] != point) {
+        out << " class=changed>";
+        writeBoth(out, before->axes[axis].points.texts[place], point);
+    } else {
+        out << ">" << point;
+    }
+}
+
+void writeCurveNumbers(Out& out, Drawn const& drawn, Lookup const* before) {
     Lookup const& curve = drawn.lookup;
     out << "<table class=num><caption>Values</caption><thead><tr><th scope=col>"
         << curve.axes[0].title() << "<th scope=col>" << curve.title() << "<tbody>";
     for (std::size_t i = 0; i < curve.values.size(); ++i) {
-        out << "<tr><th scope=row>" << curve.axes[0].points.texts[i];
+        out << "<tr>";
+        writePoint(out, drawn, 0, i, before);
         writeCell(out, drawn, i, before);
     }
     out << "</table>";
 }
 
 /// Rows stand as in the picture: the last point of the second axis is the uppermost one.
-void writeMapNumbers(Out& out, Drawn const& drawn, Values const* before) {
+void writeMapNumbers(Out& out, Drawn const& drawn, Lookup const* before) {
     Lookup const& map = drawn.lookup;
     const std::size_t columns = map.axes[0].points.size();
     const std::size_t rows = map.axes[1].points.size();
     out << "<table class=num><caption>Values: " << map.axes[1].title() << " down, "
         << map.axes[0].title() << " across</caption><thead><tr><td>";
-    for (std::string const& point : map.axes[0].points.texts) {
-        out << "<th scope=col>" << point;
+    for (std::size_t column = 0; column < columns; ++column) {
+        writePoint(out, drawn, 0, column, before);
     }
     out << "<tbody>";
     for (std::size_t row = rows; row-- > 0;) {
-        out << "<tr><th scope=row>" << map.axes[1].points.texts[row];
+        out << "<tr>";
+        writePoint(out, drawn, 1, row, before);
         for (std::size_t column = 0; column < columns; ++column) {
             writeCell(out, drawn, column * rows + row, before);
         }
@@ -92,7 +116,7 @@ void writeNotes(Out& out, Lookup const& lookup) {
 }
 
 /// What the pointer is at goes into the last paragraph.
-void endFigure(Out& out, Drawn const& drawn, Values const* before) {
+void endFigure(Out& out, Drawn const& drawn, Lookup const* before) {
     out << "</div><div class=scroll tabindex=0 role=group aria-label=\"Values of "
         << drawn.lookup.title() << "\">";
     if (drawn.lookup.axes.size() == 1) {
@@ -128,13 +152,43 @@ Places placesDrawn(Lookup const& lookup, Places const& changed) {
     return drawn;
 }
 
-/// A curve or a map; `before` has as many axes.
-void writeOne(Out& out, Lookup const& lookup, Lookup const* before) {
+bool haveSameShape(Lookup const& before, Lookup const& after) {
+    const auto isSame = [](LookupAxis const& a, LookupAxis const& b) {
+        return a.points.size() == b.points.size();
+    };
+    return std::equal(
+        before.axes.begin(), before.axes.end(), after.axes.begin(), after.axes.end(), isSame);
+}
+
+/// Which values differ; none if the tables have different shapes.
+Places changedPlaces(Lookup const& before, Lookup const& after) {
+    Places changed;
+    if (!haveSameShape(before, after)) {
+        return changed;
+    }
+    for (std::size_t i = 0; i < after.values.size(); ++i) {
+        if (before.values.texts[i] != after.values.texts[i]) {
+            changed.insert(i);
+        }
+    }
+    return changed;
+}
+
+/// A curve or a map; `before` has as many axes. Without a scale it has one of its own.
+void writeOne(Out& out,
+              Lookup const& lookup,
+              Lookup const* before,
+              std::optional<Span> scale = std::nullopt) {
     const Lookup shown = reduced(lookup, mostOf(lookup));
+    const Lookup older = before == nullptr ? Lookup() : reduced(*before, mostOf(*before));
     const Places changed =
         before == nullptr ? Places() : placesDrawn(lookup, changedPlaces(*before, lookup));
-    const Drawn drawn{shown, changed};
+    const Span span = scale ? *scale : spanOfBoth(shown.values.numbers, older.values.numbers);
+    const Drawn drawn{shown, changed, span};
     writeNotes(out, shown);
+    if (before != nullptr && !haveSameShape(*before, lookup)) {
+        out << "<p class=note>The number of points changed, so no value is marked.";
+    }
     out << "<figure class=lookup><div class=side>";
     if (before == nullptr) {
         drawEither(out, drawn);
@@ -144,13 +198,12 @@ void writeOne(Out& out, Lookup const& lookup, Lookup const* before) {
         endFigure(out, drawn, nullptr);
         return;
     }
-    const Lookup older = reduced(*before, mostOf(*before));
     out << "<div class=both><div><p>Before</p>";
-    drawEither(out, {older, changed});
+    drawEither(out, {older, changed, span});
     out << "</div><div><p>After</p>";
     drawEither(out, drawn);
     out << "</div></div>";
-    endFigure(out, drawn, &older.values);
+    endFigure(out, drawn, haveSameShape(*before, lookup) ? &older : nullptr);
 }
 
 void writeMaps(Out& out, Lookup const& lookup, Lookup const* before) {
@@ -166,31 +219,23 @@ void writeMaps(Out& out, Lookup const& lookup, Lookup const* before) {
         out << "<p class=note>The first " << maps.size() << " of " << count
             << " maps are drawn. &quot;velum export&quot; writes all values.";
     }
-    for (std::size_t i = 0; i < maps.size(); ++i) {
-        out << "<h5>" << maps[i].where << "</h5>";
-        writeOne(out, maps[i], i < older.size() ? &older[i] : nullptr);
+    const Span scale = before == nullptr
+                           ? spanOf(lookup.values.numbers)
+                           : spanOfBoth(lookup.values.numbers, before->values.numbers);
+    if (before == nullptr) {
+        out << "<div class=row>";
+    } else {
+        out << "<div>";
     }
+    for (std::size_t i = 0; i < maps.size(); ++i) {
+        out << "<div><h5>" << maps[i].where << "</h5>";
+        writeOne(out, maps[i], i < older.size() ? &older[i] : nullptr, scale);
+        out << "</div>";
+    }
+    out << "</div>";
 }
 
 } // namespace
-
-std::set<std::size_t> changedPlaces(Lookup const& before, Lookup const& after) {
-    Places changed;
-    if (before.axes.size() != after.axes.size() || before.values.size() != after.values.size()) {
-        return changed;
-    }
-    for (std::size_t i = 0; i < before.axes.size(); ++i) {
-        if (before.axes[i].points.size() != after.axes[i].points.size()) {
-            return changed;
-        }
-    }
-    for (std::size_t i = 0; i < before.values.size(); ++i) {
-        if (before.values.texts[i] != after.values.texts[i]) {
-            changed.insert(i);
-        }
-    }
-    return changed;
-}
 
 void writeTable(Out& out, Lookup const& lookup, Lookup const* before) {
     if (before != nullptr && before->axes.size() != lookup.axes.size()) {
@@ -211,7 +256,8 @@ bool writePicture(Out& out, Lookup const& lookup) {
         return false;
     }
     const Lookup shown = reduced(lookup, mostOf(lookup));
-    const Drawn drawn{shown, {}};
+    const Places none;
+    const Drawn drawn{shown, none, spanOf(shown.values.numbers)};
     if (shown.axes.size() == 1) {
         drawCurve(out, drawn, true);
     } else {

@@ -3,13 +3,7 @@
 #include "html/lookup.h"
 #include "html/out.h"
 
-#include <set>
-#include <string>
-
 namespace velum::html {
-
-/// Which values differ, if both tables have the same shape; none otherwise.
-std::set<std::size_t> changedPlaces(Lookup const& before, Lookup const& after);
 
 /// Pictures of a lookup table with its numbers beside them: a curve, a map with its family of
 /// curves, or a row of maps. With `before`, the same table in another release, both stand side by

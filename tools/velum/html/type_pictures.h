@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <velum_types/types.h>
 
 namespace velum::html {
@@ -34,8 +35,22 @@ void drawLimits(Out& out, Limits const& limits, Limits const* before = nullptr);
 /// The type of a member, its own or the one that it refers to.
 foundation::ValueType typeOf(types::StructElement const& member);
 
-/// How many bits values of a type take in memory, as far as the model says.
-std::optional<std::int64_t> bitsOf(foundation::ValueType const& type);
+/// How many bits values of a type take in memory, as far as the model says. Measures each type
+/// once: structures may share the types of their members many times over.
+class Sizes {
+public:
+    using Bits = std::optional<std::int64_t>;
+
+    Bits of(foundation::ValueType const& type);
+
+private:
+    Bits measured(foundation::ValueType const& type);
+    Bits ofMatrix(types::Matrix const& matrix);
+    Bits ofStructure(types::Structure const& structure);
+
+    std::unordered_map<void const*, Bits> known_;
+    int depth_ = 0;
+};
 
 /// So many bits as a row of boxes, eight to a byte.
 void drawBits(Out& out, std::int64_t bits);

@@ -269,6 +269,11 @@ std::string typeText(foundation::ValueType const& type) {
     if (const types::Matrix matrix(type); matrix.isValid()) {
         return arrayText(matrix);
     }
+    if (const types::Complex complex(type); complex.isValid()) {
+        const types::Real base = complex.getBaseType();
+        return "complex number" +
+               (base.isValid() ? " of two " + usedTypeText(base) : std::string());
+    }
     if (const types::Structure structure(type); structure.isValid()) {
         return "structure";
     }

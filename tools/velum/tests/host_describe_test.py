@@ -4,7 +4,6 @@ usage: host_describe_test.py PROGRAM SOURCE_FOLDER DOT [UNITTEST ARGUMENT...]
 """
 
 import collections
-import difflib
 import pathlib
 import re
 import subprocess
@@ -343,16 +342,6 @@ class ReferencePageTest(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
         cls.page = described("--format", "md")
-
-    def test_the_page_in_the_documentation_is_up_to_date(self):
-        path = SOURCE / "docs" / "metamodel.md"
-        held = path.read_bytes().decode()
-        if held != self.page:
-            difference = difflib.unified_diff(
-                held.splitlines(), self.page.splitlines(), "docs/metamodel.md", "velum describe",
-                n=1, lineterm="")
-            self.fail("docs/metamodel.md is not what the program writes; \"./dev docs\" rewrites "
-                      "it:\n" + "\n".join(list(difference)[:20]))
 
     def test_links_lead_somewhere(self):
         anchors = re.findall(r'<a id="([^"]*)"></a>', self.page)

@@ -1,10 +1,12 @@
-"""Runs every command that the pages show after "$", and compares what it prints with the page.
+"""Runs every command that the pages show after "$", and compares what it prints with the page; writes
+anew what the program wrote for the documentation.
 
 A line of three dots stands for any number of lines.
 
 usage: host_pages_test.py PROGRAM SAMPLES REPOSITORY [UNITTEST ARGUMENT...]
 """
 
+import difflib
 import itertools
 import os
 import pathlib
@@ -17,7 +19,8 @@ import unittest
 
 from host import PROGRAM, SAMPLES, help_of, run
 
-PAGES = [(pathlib.Path(sys.argv[3]) / name).read_text(encoding="utf-8")
+SOURCE = pathlib.Path(sys.argv[3])
+PAGES = [(SOURCE / name).read_text(encoding="utf-8")
          for name in ("docs/velum.md", "README.md", "docs/report.md", "docs/store.md")]
 
 
@@ -59,6 +62,19 @@ class PageTest(unittest.TestCase):
                 PAGES[0], rf"(?m)^\| `{rule}` \| (error|warning) \| [^|]+ \| [^|]+\w[^|]+ \|$")
         for reason in set(reasons) - {"none"}:
             self.assertRegex(PAGES[0], rf"(?m)^\| `{reason}` \| [^|]+ \|")
+
+    def test_what_the_program_wrote_for_the_documentation_is_up_to_date(self):
+        for name, *arguments in (("metamodel.md", "describe", "--format", "md"),
+                                 ("metamodel.html", "describe", "--format", "html"),
+                                 ("spark_advance.svg", "show", "--svg", "/Ignition/Constants/SparkAdvance",
+                                  "ignition.arxml")):
+            with self.subTest(name):
+                held = (SOURCE / "docs" / name).read_text(encoding="utf-8")
+                written = run(*arguments).stdout.decode()
+                difference = difflib.unified_diff(held.splitlines(), written.splitlines(), name, "velum", n=0,
+                                                  lineterm="")
+                self.assertEqual(held, written, "\"./dev docs\" rewrites the file:\n" + "\n".join(
+                    line[:200] for line in itertools.islice(difference, 20)))
 
     @staticmethod
     def run_in(folder, command):

@@ -5,7 +5,9 @@ usage: host_report_test.py PROGRAM SAMPLES [UNITTEST ARGUMENT...]
 
 import base64
 import hashlib
+import html
 import html.parser
+import json
 import re
 import sys
 import unittest
@@ -111,12 +113,16 @@ class PageTest(unittest.TestCase):
         parts = [path for path in found if path.rpartition("/")[2] not in named_ones]
         members = re.findall(r"<b>(\w+)</b>", self.page.text) + ["row", "torque", "cell"]
         self.assertFalse([path for path in parts if path.rpartition("/")[2] not in members])
-        for user, used in ((("ClutchTorque", "FixedPoint"), ("Torque", "CompuMethod")),
-                           (("Frame", "Structure"), ("uint16", "Integer")),
-                           (("ShiftMap", "LookupTableType"), ("SpeedAxis", "SharedAxisType")),
+        # Whoever is named as a user links back.
+        links = 0
+        for used, text in re.findall(r"<section id=(\w{7}) (.*?)</section>", self.page.text, re.DOTALL):
+            for user in re.findall(r"<a href=#(\w+)>", text.partition("Used by")[2]):
+                self.assertIn(used, self.page.sections[user]["links"], text[:200])
+                links += 1
+        self.assertGreater(links, 100)
+        for user, used in ((("ShiftMap", "LookupTableType"), ("SpeedAxis", "SharedAxisType")),
                            (("NewtonMetre", "Unit"), ("Torque", "Dimension"))):
             self.assertIn(self.page.id_of(*used), self.page.section(*user)["links"])
-            self.assertIn(self.page.id_of(*user), self.page.section(*used)["links"])
 
     def test_sections_say_what_objects_are(self):
         for name, metaclass, said in (
@@ -139,9 +145,20 @@ class PageTest(unittest.TestCase):
             rule = line.split(": ")[2]
             self.assertIn(rule, [row["data-r"] for row in rows])
         self.assertIn("inferred", [row["data-r"] for row in rows])
-        dangling, result = reported(DICTIONARY[1])
+        page, result = reported(DICTIONARY[1])
         self.assertEqual(result.returncode, 1)
-        self.assertIn("dangling", [row[1].get("data-r") for row in dangling.tags])
+        shown = set(re.findall(r"data-r=([\w-]+)><td>.*?<td>.*?<td>(?:<a href=#(\w+)>)?(.*?)(?:</a>)?<td>(.*?)<td ",
+                               html.unescape(page.text)))
+        several = 0
+        for finding in json.loads(run("import", "--json", DICTIONARY[1]).stdout)["files"][0]["findings"]:
+            for place in finding.get("places", [finding]):
+                rows = [row for row in shown if row[0] == finding["reason"] and row[2] == place["path"]]
+                self.assertTrue(rows, place)
+                for _, anchor, _, text in rows:
+                    if anchor:
+                        self.assertIn(text, page.sections[anchor]["text"])
+            several += len(finding.get("places", [])) > 1
+        self.assertGreater(several, 0)
         self.assertEqual(reported("--fail-on", "none", DICTIONARY[1])[1].returncode, 0)
 
     def test_tables_show_what_does_not_fit(self):

@@ -25,27 +25,39 @@
   const mostHits = 200;
   let index;
   const makeIndex = () => {
-    let place = "";
+    let place = "", owner = "";
     index = [];
-    for (const part of document.querySelectorAll("h3, section[data-c]")) {
-      if (part.tagName === "H3") { place = part.textContent; continue; }
-      const name = part.querySelector("h4 a").textContent;
-      const kind = part.dataset.c, unit = part.dataset.u || "";
-      index.push({id: part.id, name, place, kind, unit, plain: name.toLowerCase(),
-                  all: `${place}/${name}\n${kind}\n${unit}`.toLowerCase()});
+    const add = (id, name, place, kind, unit) => index.push({
+      id, name, place, kind, unit, plain: name.toLowerCase(),
+      all: `${place}/${name}\n${kind}\n${unit}`.toLowerCase()});
+    for (const part of document.querySelectorAll("h3, section[data-c], tr[id]")) {
+      if (part.tagName === "H3") {
+        place = part.dataset.none === undefined ? part.textContent : "";
+      } else if (part.tagName === "TR") { // a property of the class above
+        add(part.id, part.cells[0].textContent, owner, "property", "");
+      } else {
+        owner = part.querySelector("h4 a").textContent;
+        add(part.id, owner, place, part.dataset.c, part.dataset.u || "");
+      }
     }
   };
   const fits = (entry, words) => words.every(word =>
     word.startsWith("class:") ? entry.kind.toLowerCase().startsWith(word.slice(6))
-      : word.startsWith("unit:") ? entry.unit.toLowerCase() === word.slice(5)
+      : word.startsWith("unit:") ? entry.unit.toLowerCase().startsWith(word.slice(5))
       : entry.all.includes(word));
-  const rank = (entry, word) => entry.plain === word ? 0 : entry.plain.startsWith(word) ? 1 : 2;
+  const rank = (entry, word) => {
+    const text = word.startsWith("class:") ? entry.kind.toLowerCase()
+      : word.startsWith("unit:") ? entry.unit.toLowerCase() : entry.plain;
+    const wanted = word.replace(/^(class|unit):/, "");
+    return text === wanted ? 0 : text.startsWith(wanted) ? 1 : 2;
+  };
   const itemOf = entry => {
     const item = document.createElement("li"), link = document.createElement("a");
     const small = document.createElement("small");
     link.href = "#" + entry.id;
     link.textContent = entry.name;
-    small.textContent = `${entry.kind}${entry.unit ? ", " + entry.unit : ""} \u2014 ${entry.place}`;
+    small.textContent = entry.kind + (entry.unit ? ", " + entry.unit : "") +
+      (entry.place ? " \u2014 " + entry.place : "");
     item.append(link, small);
     return item;
   };
@@ -57,7 +69,8 @@
     if (!words.length) return;
     if (!index) makeIndex();
     const all = index.filter(entry => fits(entry, words));
-    all.sort((a, b) => rank(a, words[0]) - rank(b, words[0]));
+    for (const entry of all) entry.rank = rank(entry, words[0]);
+    all.sort((a, b) => a.rank - b.rank);
     hits.append(...all.slice(0, mostHits).map(itemOf));
     found.textContent = `${all.length} found` +
       (all.length > mostHits ? `, the first ${mostHits} are listed` : "");
@@ -92,7 +105,8 @@
 
   // A link may name the path of an object: #/A/B.
   const follow = () => {
-    const hash = decodeURIComponent(location.hash.slice(1));
+    let hash = location.hash.slice(1);
+    try { hash = decodeURIComponent(hash); } catch { /* a stray %: as it stands */ }
     if (!hash.startsWith("/")) return;
     if (!index) makeIndex();
     const entry = index.find(each => `${each.place}/${each.name}` === hash);
@@ -121,26 +135,44 @@
     apply();
   }
 
+  // Paper can't be pressed: what is closed is opened for it.
+  let closed = [];
+  addEventListener("beforeprint", () => {
+    closed = [...document.querySelectorAll("main details:not([open])")];
+    for (const each of closed) each.open = true;
+  });
+  addEventListener("afterprint", () => { for (const each of closed) each.open = false; });
+
   // Tables of values: what is under the pointer is marked in the picture and among the numbers.
   const numbers = text => text.trim().split(" ").map(Number);
   const nearest = (places, x) => places.reduce(
     (best, place, i) => Math.abs(place - x) < Math.abs(places[best] - x) ? i : best, 0);
+  // A map says where its cells begin and end, and how many there are; a curve where its points are.
+  const gridOf = svg => {
+    const [left, right, columns] = numbers(svg.dataset.x), [top, bottom, rows] = numbers(svg.dataset.y);
+    return {left, bottom, columns, rows, wide: (right - left) / columns, high: (bottom - top) / rows};
+  };
   const cellAt = (svg, event) => {
     const box = svg.getBoundingClientRect(), scale = svg.viewBox.baseVal.width / box.width;
     const x = (event.clientX - box.left) * scale, y = (event.clientY - box.top) * scale;
     if (svg.dataset.kind === "curve") return [nearest(numbers(svg.dataset.x), x), 0];
-    const [left, wide, columns] = numbers(svg.dataset.x), [bottom, high, rows] = numbers(svg.dataset.y);
-    const column = Math.floor((x - left) / wide), row = Math.floor((bottom - y) / high);
-    return column >= 0 && column < columns && row >= 0 && row < rows ? [column, row] : null;
+    const grid = gridOf(svg);
+    const column = Math.floor((x - grid.left) / grid.wide), row = Math.floor((grid.bottom - y) / grid.high);
+    return column >= 0 && column < grid.columns && row >= 0 && row < grid.rows ? [column, row] : null;
   };
   const markIn = (svg, [column, row]) => {
     const mark = document.createElementNS("http://www.w3.org/2000/svg", "path");
     let d;
+    // The table of another release may be smaller.
     if (svg.dataset.kind === "curve") {
-      d = `M${numbers(svg.dataset.x)[column]} 30V250`;
+      const places = numbers(svg.dataset.x), [top, bottom] = numbers(svg.dataset.y);
+      if (column >= places.length) return;
+      d = `M${places[column]} ${top}V${bottom}`;
     } else {
-      const [left, wide] = numbers(svg.dataset.x), [bottom, high] = numbers(svg.dataset.y);
-      d = `M${left + column * wide} ${bottom - row * high}v${-high}h${wide}v${high}z`;
+      const grid = gridOf(svg);
+      if (column >= grid.columns || row >= grid.rows) return;
+      d = `M${grid.left + column * grid.wide} ${grid.bottom - row * grid.high}` +
+        `v${-grid.high}h${grid.wide}v${grid.high}z`;
     }
     mark.setAttribute("class", "hot");
     mark.setAttribute("d", d);
@@ -151,6 +183,9 @@
     for (const cell of figure.querySelectorAll("td.hot")) cell.classList.remove("hot");
     figure.querySelector(".at").textContent = "\u00a0";
   };
+  // What a cell was and is, if it changed.
+  const textOf = cell => cell.children.length > 1
+    ? [...cell.children].map(each => each.textContent).join(" \u2192 ") : cell.textContent;
   const show = (figure, place) => {
     clear(figure);
     const table = figure.querySelector("table.num"), body = table.tBodies[0].rows;
@@ -162,10 +197,9 @@
     if (!cell) return;
     cell.classList.add("hot");
     pictures.forEach(svg => markIn(svg, place));
-    const head = table.tHead.rows[0].cells;
-    figure.querySelector(".at").textContent = isCurve
-      ? `${head[0].textContent} ${line.cells[0].textContent}: ${cell.textContent}`
-      : `${head[column + 1].textContent}, ${line.cells[0].textContent}: ${cell.textContent}`;
+    const {a, b} = pictures[0].dataset, first = isCurve ? line.cells[0] : table.tHead.rows[0].cells[column + 1];
+    figure.querySelector(".at").textContent = `${a} ${textOf(first)}` +
+      (isCurve ? "" : `, ${b} ${textOf(line.cells[0])}`) + `: ${textOf(cell)}`;
   };
   for (const figure of document.querySelectorAll("figure.lookup")) {
     figure.addEventListener("pointermove", event => {
