@@ -6,6 +6,7 @@
 #include "commands/export_command.h"
 #include "commands/find_command.h"
 #include "commands/import_command.h"
+#include "commands/merge_command.h"
 #include "commands/output.h"
 #include "commands/rename_command.h"
 #include "commands/report_command.h"
@@ -67,6 +68,7 @@ int run(int argc, char** argv) {
     velum::commands::DiffCommand diff;
     velum::commands::FindCommand find;
     velum::commands::ExportCommand exporting;
+    velum::commands::MergeCommand merge;
     velum::commands::RenameCommand rename;
     velum::commands::ReportCommand reporting;
     velum::commands::SqlCommand sql;
@@ -81,6 +83,7 @@ int run(int argc, char** argv) {
         {"diff", [&] { return diff.run(); }},
         {"find", [&] { return find.run(); }},
         {"export", [&] { return exporting.run(); }},
+        {"merge", [&] { return merge.run(); }},
         {"rename", [&] { return rename.run(); }},
         {"report", [&] { return reporting.run(); }},
         {"sql", [&] { return sql.run(); }},
@@ -94,6 +97,7 @@ int run(int argc, char** argv) {
     diff.addTo(app);
     find.addTo(app);
     exporting.addTo(app);
+    merge.addTo(app);
     rename.addTo(app);
     reporting.addTo(app);
     sql.addTo(app);

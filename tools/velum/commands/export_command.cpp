@@ -12,7 +12,6 @@
 #include <iostream>
 #include <map>
 #include <system_error>
-#include <velum_arxml/write.h>
 
 namespace velum::commands {
 
@@ -63,33 +62,13 @@ void ExportCommand::addTo(CLI::App& app) {
     command->add_option("FILE", files_, whatFilesAre)->required();
     command->add_option("--format", format_, "arxml, json, or csv: a table for each class")
         ->check(CLI::IsMember({"arxml", "csv", "json"}));
-    command
-        ->add_option("--layout", layout_, "Of arxml: one file, or one for each package in a folder")
-        ->check(CLI::IsMember({"file", "packages"}));
-    command
-        ->add_option(
-            "--schema", schema_, "Of arxml: the schema that the files name (AUTOSAR_00051)")
-        ->type_name("NAME");
+    arxml_.addTo(*command);
     command
         ->add_option("-o,--output",
                      output_,
                      "Where to write: a file (arxml, json), or a folder (csv, --layout packages); "
                      "json without it goes to the standard output")
         ->type_name("FILE");
-}
-
-/// The remarks about objects go to the standard error.
-int ExportCommand::writeArxml(QOB::Model const& model) const {
-    arxml::WriteOptions options;
-    if (!schema_.empty()) {
-        options.schema = schema_;
-    }
-    options.layout = layout_ == "packages" ? arxml::Layout::filePerPackage : arxml::Layout::oneFile;
-    for (arxml::WriteFinding const& finding : arxml::write(model, output_, options).findings) {
-        std::cerr << "velum: " << code(finding.remark) << ": "
-                  << report::inOneLine(finding.path + ": " + finding.text) << "\n";
-    }
-    return done;
 }
 
 int ExportCommand::run() const {
@@ -105,7 +84,8 @@ int ExportCommand::run() const {
     model::Dictionary dictionary;
     tellFailure(load(files_, dictionary));
     if (format_ == "arxml") {
-        return writeArxml(dictionary.model());
+        arxml_.write(dictionary.model(), output_);
+        return done;
     }
     bool const isWritten = isTables ? exportTables(dictionary.model(), output_)
                                     : exportJson(dictionary.model(), output_);

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "commands/arxml_output.h"
+
 #include <CLI/CLI.hpp>
 
-#include <qob/qob.h>
 #include <string>
 #include <vector>
 
@@ -15,13 +16,10 @@ public:
     int run() const;
 
 private:
-    int writeArxml(QOB::Model const& model) const;
-
     std::vector<std::string> files_;
     std::string format_ = "json";
     std::string output_;
-    std::string layout_ = "file";
-    std::string schema_;
+    ArxmlOutput arxml_;
 };
 
 } // namespace velum::commands

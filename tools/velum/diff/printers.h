@@ -3,8 +3,15 @@
 #include "diff/comparison.h"
 
 #include <string>
+#include <vector>
 
 namespace velum::diff {
+
+/// The values of a property in one line; of a long list the beginning.
+std::string valuesText(std::vector<QOB::Object> const& values, model::Addresses& addresses);
+
+/// The class of a part, and the single values that it has; of an object in it the class.
+std::string partText(QOB::ClassObject const& part, model::Addresses& addresses);
 
 /// By package, with the summary as its last line.
 std::string printText(Comparison const& comparison, Sides const& sides);

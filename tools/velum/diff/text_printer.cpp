@@ -36,33 +36,12 @@ std::string listText(Values const& values, Text const& text) {
     return all.empty() ? "nothing" : all;
 }
 
-std::string valuesText(Values const& values, Addresses& addresses) {
-    return listText(values, [&](QOB::Object const& value) { return valueText(value, addresses); });
-}
-
 /// Parts by name, others by address.
 std::string namesText(Values const& values, Addresses& addresses) {
     return listText(values, [&](QOB::Object const& value) {
         std::string const name = model::nameOf(QOB::ClassObject(value));
         return name.empty() ? valueText(value, addresses) : report::inOneLine(name);
     });
-}
-
-/// The class of a part, and the single values that it has; of an object in it the class.
-std::string partText(QOB::ClassObject const& part, Addresses& addresses) {
-    std::string text(model::classOf(part));
-    for (QOB::Attribute const& attribute : addresses.attributes().of(part)) {
-        bool const isTold = !attribute.isMultiValued && !attribute.isWayToOwner &&
-                            attribute.name != "Name" && attribute.name != "Visibility" &&
-                            attribute.name != "ExternalId" && isOwnFact(attribute);
-        Values const values = isTold ? attribute.valuesOf(part) : Values();
-        if (!values.empty()) {
-            text += ", " + std::string(attribute.name) + ": ";
-            text += attribute.ownsObjects ? std::string(model::classOf(QOB::ClassObject(values[0])))
-                                          : valueText(values[0], addresses);
-        }
-    }
-    return text;
 }
 
 std::string changeText(Change const& change, Sides const& sides) {
@@ -128,6 +107,26 @@ std::string counted(std::size_t count, std::string_view what) {
 }
 
 } // namespace
+
+std::string valuesText(Values const& values, Addresses& addresses) {
+    return listText(values, [&](QOB::Object const& value) { return valueText(value, addresses); });
+}
+
+std::string partText(QOB::ClassObject const& part, Addresses& addresses) {
+    std::string text(model::classOf(part));
+    for (QOB::Attribute const& attribute : addresses.attributes().of(part)) {
+        bool const isTold = !attribute.isMultiValued && !attribute.isWayToOwner &&
+                            attribute.name != "Name" && attribute.name != "Visibility" &&
+                            attribute.name != "ExternalId" && isOwnFact(attribute);
+        Values const values = isTold ? attribute.valuesOf(part) : Values();
+        if (!values.empty()) {
+            text += ", " + std::string(attribute.name) + ": ";
+            text += attribute.ownsObjects ? std::string(model::classOf(QOB::ClassObject(values[0])))
+                                          : valueText(values[0], addresses);
+        }
+    }
+    return text;
+}
 
 std::string printText(Comparison const& comparison, Sides const& sides) {
     Packages packages;
