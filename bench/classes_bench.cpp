@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <any>
 #include <cstddef>
+#include <functional>
+#include <memory>
 #include <numeric>
 #include <random>
 #include <string>
@@ -17,6 +19,7 @@
 
 namespace {
 
+namespace foundation = Zorvane::metamodel::foundation;
 namespace types = Zorvane::metamodel::types;
 
 using benchmark::DoNotOptimize;
@@ -91,27 +94,105 @@ void createPlain(State& state, std::int64_t count) {
     }
 }
 
+/// Objects whose ten properties are set. A method serves a hundred of them.
+void fill(Scope& scope, std::int64_t count) {
+    QOB::String const name("an integer type");
+    types::CompuMethod method;
+    for (std::int64_t i = 0; i < count; ++i) {
+        if (i % 100 == 0) {
+            method = types::CompuMethod::create(scope.model, "%d", "method");
+        }
+        types::Integer const each = types::Integer::create(scope.model, name);
+        each.setVisibility(foundation::VisibilityKind::ProtectedVisibility);
+        each.setLength({16, types::DataSizeUnitKind::bit});
+        each.setMinValue(-5);
+        each.setMaxValue(5);
+        each.setIsSigned(false);
+        each.setIsMinOpen(true);
+        each.setIsMaxOpen(true);
+        each.setIsApplication(true);
+        each.setCompuMethod(method);
+        scope.integers.push_back(each);
+    }
+}
+struct PlainScope {
+    std::vector<TypeHandle> types;
+    std::vector<std::unique_ptr<plain::Method>> methods;
+};
+void fill(PlainScope& scope, std::int64_t count) {
+    for (std::int64_t i = 0; i < count; ++i) {
+        if (i % 100 == 0) {
+            scope.methods.push_back(std::make_unique<plain::Method>());
+        }
+        TypeHandle const each(new plain::Type());
+        each->setName("an integer type");
+        each->setVisibility(1);
+        each->setLength(16, 0);
+        each->setMinimum(-5);
+        each->setMaximum(5);
+        each->setSigned(false);
+        each->setMinimumOpen(true);
+        each->setMaximumOpen(true);
+        each->setApplication(true);
+        plain::setMethod(each, scope.methods.back().get());
+        scope.types.push_back(each);
+    }
+}
+template <class Made>
+void createFull(State& state, std::int64_t count) {
+    while (state.KeepRunningBatch(count)) {
+        state.PauseTiming();
+        {
+            Made scope;
+            state.ResumeTiming();
+            fill(scope, count);
+            state.PauseTiming();
+        }
+        state.ResumeTiming();
+    }
+}
+/// For the row of bytes: what is made stays until the function returned is called.
+template <class Made>
+std::function<void()> makeFull(std::int64_t count) {
+    auto const scope = std::make_shared<Made>();
+    fill(*scope, count);
+    return [kept = scope]() mutable { kept.reset(); };
+}
+
+/// Objects in random order, made anew behind the clock's back.
 void destroy(State& state, std::int64_t count) {
+    constexpr std::size_t batch = 100;
     Scope scope(count);
     std::vector<std::size_t> const order = shuffled(scope.integers.size());
     std::size_t next = 0;
-    for (auto _ : state) {
-        types::Integer& picked = scope.integers[order[next++ % order.size()]];
-        picked.destroy();
+    while (state.KeepRunningBatch(batch)) {
+        for (std::size_t i = 0; i != batch; ++i) {
+            types::Integer& picked = scope.integers[order[(next + i) % order.size()]];
+            picked.destroy();
+            picked = types::Integer();
+        }
         state.PauseTiming();
-        picked = types::Integer::create(scope.model, "an integer type");
+        for (std::size_t i = 0; i != batch; ++i) {
+            scope.integers[order[next++ % order.size()]] =
+                types::Integer::create(scope.model, "an integer type");
+        }
         state.ResumeTiming();
     }
 }
 void destroyPlain(State& state, std::int64_t count) {
+    constexpr std::size_t batch = 10;
     std::vector<TypeHandle> types = plainTypes(count);
     std::mt19937 random(17);
-    for (auto _ : state) {
-        plain::Type const* const picked = types[random() % types.size()].get();
-        types.erase(std::ranges::find_if(
-            types, [&](TypeHandle const& each) { return each.get() == picked; }));
+    while (state.KeepRunningBatch(batch)) {
+        for (std::size_t i = 0; i != batch; ++i) {
+            plain::Type const* const picked = types[random() % types.size()].get();
+            types.erase(std::ranges::find_if(
+                types, [&](TypeHandle const& each) { return each.get() == picked; }));
+        }
         state.PauseTiming();
-        types.push_back(plain::makeType("an integer type"));
+        for (std::size_t i = 0; i != batch; ++i) {
+            types.push_back(plain::makeType("an integer type"));
+        }
         state.ResumeTiming();
     }
 }
@@ -169,12 +250,28 @@ void typedGet(State& state, std::int64_t) {
         DoNotOptimize(one.integer.isSigned());
     }
 }
+template <bool Changes>
 void typedSet(State& state, std::int64_t) {
     One const one;
     bool value = false;
     for (auto _ : state) {
         one.integer.setIsSigned(value);
-        value = !value;
+        value = Changes ? !value : value;
+    }
+}
+void typedGetPlain(State& state, std::int64_t) {
+    PlainOne const one;
+    for (auto _ : state) {
+        DoNotOptimize(one.type->isSigned());
+    }
+}
+template <bool Changes>
+void typedSetPlain(State& state, std::int64_t) {
+    PlainOne const one;
+    bool value = false;
+    for (auto _ : state) {
+        one.type->setSigned(value);
+        value = Changes ? !value : value;
     }
 }
 
@@ -233,8 +330,9 @@ void setByNamePlain(State& state, std::int64_t) {
     }
 }
 
-/// One transaction over all objects, each written once; committed, or undone outside of the time.
+/// One transaction over all objects, each written once. The step before it stays undoable.
 void commitAgainAndAgain(State& state, Scope const& scope) {
+    scope.model.setUndoEnabled(true);
     bool value = false;
     while (state.KeepRunningBatch(static_cast<std::int64_t>(scope.integers.size()))) {
         QOB::Transaction transaction(scope.model);
@@ -292,6 +390,7 @@ void setUnobserved(State& state, std::int64_t count) {
 }
 void setInTransactionPlain(State& state, std::int64_t count) {
     std::vector<TypeHandle> const types = plainTypes(count);
+    plain::Journal step;
     bool value = false;
     while (state.KeepRunningBatch(count)) {
         plain::Journal journal;
@@ -300,6 +399,7 @@ void setInTransactionPlain(State& state, std::int64_t count) {
             each->setSigned(value);
         }
         value = !value;
+        step = std::move(journal);
     }
 }
 
@@ -443,34 +543,51 @@ void childrenPlain(State& state, std::int64_t count) {
 
 int main(int argc, char** argv) {
     using comparison::add;
+    using comparison::within;
     types::initialize();
-    add("create an integer with a name, objects",
-        create,
-        createPlain,
-        3,
-        {1000, 100'000, 1'000'000});
-    add("isSigned, random order", getAtRandom, getAtRandomPlain, 2, {1'000'000});
-    add("get by id", getById<ofIntegers, SignedId>, getByIdPlain<PlainSignedId>, 3);
-    add("get by id, a number", getById<ofReals, MinimumId>, getByIdPlain<PlainMinimumId>, 3);
-    add("set by id", setById, setByIdPlain, 3);
+    add("create with ten properties, objects",
+        createFull<Scope>,
+        createFull<PlainScope>,
+        2.5,
+        {1000, 10'000, 100'000, 1'000'000});
+    add("create with a name, objects", create, createPlain, 0, {10'000, 1'000'000});
+    comparison::addBytes(
+        "bytes per object, 1000000", makeFull<Scope>, makeFull<PlainScope>, 330, 1'000'000);
+    add("typed get", typedGet, typedGetPlain, 1.5);
+    add("typed get, random order", getAtRandom, getAtRandomPlain, 1.8, {1000, 1'000'000});
+    add("typed set, another value", typedSet<true>, typedSetPlain<true>, 1.5);
+    add("typed set, the same value", typedSet<false>, typedSetPlain<false>, 1.5);
+    add("first set in a transaction, objects",
+        setInTransaction,
+        setInTransactionPlain,
+        4,
+        {10'000, 100'000});
+    add("undo or redo, objects", undo, undoPlain, 2, {10'000, 100'000});
+    add("branch, one of 100 changed, objects", branch, branchPlain, 3, {10'000, 100'000});
+    add("get by id", getById<ofIntegers, SignedId>, getByIdPlain<PlainSignedId>, 2.5);
+    add("get by id, a number", getById<ofReals, MinimumId>, getByIdPlain<PlainMinimumId>, 2.5);
+    add("set by id", setById, setByIdPlain, 2.5);
     add("get by name", getByName, getByNamePlain, 2);
     add("set by name", setByName, setByNamePlain, 2);
-    add("get by id / typed", getById<ofIntegers, SignedId>, typedGet, 0);
-    add("set by id / typed", setById, typedSet, 0);
-    add("get by name / typed", getByName, typedGet, 0);
-    add("set by name / typed", setByName, typedSet, 0);
-    add("set in a transaction, objects", setInTransaction, setInTransactionPlain, 6, {10'000});
+    add("move between opposites, elements", move, movePlain, within(120), {10});
+    add("move between opposites, elements", move, movePlain, within(150), {1000});
+    add("move between opposites, elements", move, movePlain, within(300), {100'000});
+    add("add a child, up to", children<true>, childrenPlain<true>, within(60), {1000});
+    add("add a child, up to", children<true>, childrenPlain<true>, within(80), {100'000});
+    add("remove the first child, from", children<false>, childrenPlain<false>, within(80), {1000});
+    add("remove the first child, from",
+        children<false>,
+        childrenPlain<false>,
+        within(100),
+        {100'000});
+    add("destroy one of", destroy, destroyPlain, within(400), {1000});
+    add("destroy one of", destroy, destroyPlain, within(800), {100'000});
+    add("destroy one of", destroy, destroyPlain, within(1000), {1'000'000});
     add("the same with an observer / without, objects",
         setInTransactionObserved,
         setInTransaction,
         0,
         {1, 10'000});
     add("set with an observer / without, objects", setObserved, setUnobserved, 0, {10'000});
-    add("undo or redo, objects", undo, undoPlain, 3, {10'000});
-    add("move between opposites, elements", move, movePlain, 0, {10, 1000, 100'000});
-    add("add a child, up to", children<true>, childrenPlain<true>, 3, {1000, 100'000});
-    add("remove the first child, from", children<false>, childrenPlain<false>, 0, {1000, 10'000});
-    add("destroy one of", destroy, destroyPlain, 0, {1000, 100'000, 1'000'000});
-    add("branch, one of 100 changed, objects", branch, branchPlain, 3, {10'000, 100'000});
     return comparison::run(argc, argv);
 }

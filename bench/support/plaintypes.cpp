@@ -13,6 +13,31 @@ bool Type::isSigned() const {
 void Type::setSigned(bool value) {
     state.isSigned = value;
 }
+void Type::setName(std::string const& value) {
+    state.name = value;
+}
+void Type::setVisibility(int value) {
+    state.visibility = value;
+}
+void Type::setLength(int value, int unit) {
+    state.length = value;
+    state.lengthUnit = unit;
+}
+void Type::setMinimum(double value) {
+    state.minimum = value;
+}
+void Type::setMaximum(double value) {
+    state.maximum = value;
+}
+void Type::setMinimumOpen(bool value) {
+    state.isMinimumOpen = value;
+}
+void Type::setMaximumOpen(bool value) {
+    state.isMaximumOpen = value;
+}
+void Type::setApplication(bool value) {
+    state.isApplication = value;
+}
 
 std::any Type::get(unsigned id) const {
     switch (id) {

@@ -34,6 +34,14 @@ public:
     virtual ~Type();
     virtual bool isSigned() const;
     virtual void setSigned(bool value);
+    virtual void setName(std::string const& value);
+    virtual void setVisibility(int value);
+    virtual void setLength(int value, int unit);
+    virtual void setMinimum(double value);
+    virtual void setMaximum(double value);
+    virtual void setMinimumOpen(bool value);
+    virtual void setMaximumOpen(bool value);
+    virtual void setApplication(bool value);
 
     /// The properties by number, in the order of the state, from 1. An empty any, and nothing, for
     /// a number that none has.
