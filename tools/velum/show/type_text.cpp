@@ -175,8 +175,18 @@ std::string primitiveText(types::PrimitiveType const& type) {
     return text;
 }
 
+/// The model counts over all axes, and can't where a shared axis is an empty one.
+QOB::Integer sizeOf(types::LookupTableType const& table) {
+    for (const types::Axis axis : table.getAxeses()) {
+        if (axis.hasSharedAxis() && !axis.getSharedAxis().hasAxis()) {
+            return {};
+        }
+    }
+    return table.getDimensions();
+}
+
 std::string tableText(types::LookupTableType const& table) {
-    const QOB::Integer size = table.getDimensions();
+    const QOB::Integer size = sizeOf(table);
     return textOf(table.getCategory()) + " of " +
            (size.isValid() ? std::to_string(static_cast<int>(size)) : std::string("?")) + " values";
 }
