@@ -172,6 +172,18 @@ private:
         }
         setValues(ours, *attribute, values);
         copyHidden(theirs, ours);
+        if (values.empty() && !attribute->valuesOf(ours).empty()) {
+            replaceFilled(change);
+        }
+    }
+
+    /// A mandatory property can't be cleared again: only a new object has none of its values.
+    void replaceFilled(Change const& change) {
+        std::string const key = keyOf(change.path, change.part);
+        if (!work_.ourChanges.isChanged(change.path, change.part) ||
+            work_.isTheirs(ConflictKind::value, key)) {
+            work_.replace(key);
+        }
     }
 
     static std::vector<std::string> textsOf(Values const& values, Side& side) {

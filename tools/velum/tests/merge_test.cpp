@@ -93,7 +93,7 @@ private:
     }
 
     void remove(QOB::ClassObject const& object) {
-        if (object.hasExternalId()) {
+        if (object.hasExternalId() && !types::Matrix(object).isValid()) { // whose type would stay
             destroy(object);
         }
     }
