@@ -1,13 +1,16 @@
+#include "updating/document_text.h"
 #include "updating/element_editor.h"
-#include "writing/element_output.h"
+#include "updating/excerpt.h"
+#include "updating/renaming.h"
+#include "updating/written_elements.h"
 #include "writing/output_file.h"
 
 #include <algorithm>
-#include <fstream>
-#include <map>
+#include <deque>
+#include <filesystem>
 #include <memory>
-#include <optional>
 #include <qob/qob/compare.h>
+#include <set>
 #include <sstream>
 #include <unordered_map>
 #include <utility>
@@ -19,39 +22,6 @@ namespace velum::arxml {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string contentOf(std::string const& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (!in.good() && !in.eof()) {
-        throw InputError(file, "The file cannot be read.");
-    }
-    return text;
-}
-
-/// Why the text of a file can't be changed in place; empty if it can.
-std::string obstacleIn(std::string_view text) {
-    if (text.size() >= 2 && (text.substr(0, 2) == "\x1F\x8B")) {
-        return "The file is compressed.";
-    }
-    const std::string_view head =
-        text.substr(0, std::min<std::size_t>(text.find("<AUTOSAR"), 4096));
-    if (text.substr(0, 2) == "\xFF\xFE" || text.substr(0, 2) == "\xFE\xFF" ||
-        head.find('\0') != std::string_view::npos) {
-        return "The file is written in UTF-16.";
-    }
-    const std::size_t encoding = head.find("encoding=");
-    if (encoding != std::string_view::npos) {
-        std::string name(head.substr(encoding + 10, 6));
-        std::transform(name.begin(), name.end(), name.begin(), [](char c) {
-            return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-        });
-        if (name.substr(0, 5) != "UTF-8" && name != "US-ASC") {
-            return "The file is not written in UTF-8.";
-        }
-    }
-    return head.find("<!DOCTYPE") == std::string_view::npos ? "" : "The file has a DOCTYPE.";
-}
 
 /// A model for a while.
 class ScratchModel {
@@ -77,333 +47,332 @@ private:
     QOB::Model model_;
 };
 
-/// The elements of a model, each as a writer would write it, with its map.
-using Elements = std::map<std::string, std::string>;
-
-Elements elementsOf(QOB::Model const& model) {
-    const WriteOptions options;
-    std::vector<WriteFinding> findings;
-    const Outline outline(model, options, findings);
-    Elements elements;
-    for (Outline::Entry const& entry : outline.entries()) {
-        std::string text;
-        XmlWriter xml([&text](std::string_view piece) { text += piece; });
-        writeElement({xml, outline, findings, entry.path}, entry);
-        xml.flush();
-        text.erase(text.find_last_not_of('\n') + 1);
-        elements.emplace(entry.path, std::move(text));
-    }
-    return elements;
-}
-
-/// What application types are mapped to, by path.
-Elements mapsOf(QOB::Model const& model) {
-    const WriteOptions options;
-    std::vector<WriteFinding> findings;
-    const Outline outline(model, options, findings);
-    Elements maps;
-    for (Outline::Entry const& entry : outline.entries()) {
-        const types::PrimitiveType type(entry.object);
-        if (type.isValid() && type.hasReference()) {
-            Outline::Entry const* const target = outline.find(type.getReference());
-            maps.emplace(entry.path, target == nullptr ? std::string() : target->path);
-        }
-    }
-    return maps;
-}
-
-/// The first path at which two models differ, and how.
-std::string firstDifference(QOB::Model const& wanted, QOB::Model const& got) {
-    const auto differ = [](Elements const& a, Elements const& b) -> std::string {
-        for (auto const& [path, text] : a) {
-            const auto found = b.find(path);
-            if (found == b.end() || found->second != text) {
-                return path;
-            }
-        }
-        return {};
-    };
-    const Elements a = elementsOf(wanted);
-    const Elements b = elementsOf(got);
-    for (std::string const& path : {differ(a, b),
-                                    differ(b, a),
-                                    differ(mapsOf(wanted), mapsOf(got)),
-                                    differ(mapsOf(got), mapsOf(wanted))}) {
-        if (!path.empty()) {
-            return path;
-        }
-    }
-    return {};
-}
-
-using Renamings = std::vector<std::pair<std::string, std::string>>; // from path, to path
-
-/// The path after the renamings, of what stands at a path or below it.
-std::optional<std::string> renamed(std::string_view path, Renamings const& renamings) {
-    for (auto const& [from, to] : renamings) {
-        if (path.substr(0, from.size()) == from &&
-            (path.size() == from.size() || path[from.size()] == '/')) {
-            return to + std::string(path.substr(from.size()));
-        }
-    }
-    return std::nullopt;
-}
-
-/// Resolves references by the reference bases of a document.
-class Bases {
+/// Texts in files beside one, under names of their own as long as this object lives.
+class Drafts {
 public:
-    void add(std::string const& package,
-             std::string const& label,
-             std::string const& target,
-             bool isDefault) {
-        byPackage_[package].push_back({label, target, isDefault});
-    }
-
-    /// The path that a reference names; empty if its base isn't known.
-    std::string resolve(SourceRef const& reference) const {
-        if (reference.text.substr(0, 1) == "/") {
-            return std::string(reference.text);
-        }
-        const std::string folder = folderOf(reference);
-        return folder.empty() ? std::string() : folder + '/' + std::string(reference.text);
-    }
-
-    std::string folderOf(SourceRef const& reference) const {
-        for (std::string package(reference.package);; package.resize(package.rfind('/'))) {
-            const auto found = byPackage_.find(package);
-            if (found != byPackage_.end()) {
-                for (Base const& base : found->second) {
-                    if (reference.base.empty() ? base.isDefault : base.label == reference.base) {
-                        return base.target.substr(0, 1) == "/" ? base.target : std::string();
-                    }
-                }
-            }
-            if (package.rfind('/') == std::string::npos) {
-                return {};
-            }
+    explicit Drafts(std::string file) : file_(std::move(file)) {}
+    ~Drafts() {
+        for (std::string const& path : paths_) {
+            std::error_code none;
+            fs::remove(path, none);
         }
     }
+    Drafts(Drafts const&) = delete;
+    Drafts& operator=(Drafts const&) = delete;
+    Drafts(Drafts&&) = delete;
+    Drafts& operator=(Drafts&&) = delete;
 
-private:
-    struct Base {
-        std::string label;
-        std::string target;
-        bool isDefault;
-    };
-    std::unordered_map<std::string, std::vector<Base>> byPackage_;
-};
-
-/// The changes of a document that renamings ask for: of names, and of all references.
-std::vector<TextEdit> renamingEdits(std::string_view text, Renamings const& renamings) {
-    std::vector<TextEdit> edits;
-    Bases bases;
-    SourceText::Visitor first;
-    first.onBase = [&](auto const& package, auto const& label, auto const& target, bool isDefault) {
-        bases.add(package, label, target, isDefault);
-    };
-    first.onNamed = [&](std::string const& path, std::size_t, std::size_t begin, std::size_t end) {
-        for (auto const& [from, to] : renamings) {
-            if (path == from) {
-                edits.push_back({begin, end, escaped(to.substr(to.rfind('/') + 1))});
-            }
-        }
-    };
-    SourceText(text).visit(first);
-    SourceText::Visitor second;
-    second.onReference = [&](SourceRef const& reference) {
-        const std::string path = bases.resolve(reference);
-        const std::optional<std::string> now = renamed(path, renamings);
-        if (!now) {
-            return;
-        }
-        const bool isRelative = reference.text.substr(0, 1) != "/";
-        const std::string folder = isRelative ? bases.folderOf(reference) + '/' : std::string();
-        if (now->compare(0, folder.size(), folder) == 0) {
-            edits.push_back({reference.begin,
-                             reference.begin + reference.text.size(),
-                             escaped(std::string_view(*now).substr(folder.size()))});
-        }
-    };
-    SourceText(text).visit(second);
-    return edits;
-}
-
-/// The new text of a file beside it, under a name of its own as long as this object lives.
-class Draft {
-public:
-    Draft(std::string const& file, std::string const& text) : path_(file + ".velum-draft.arxml") {
-        OutputFile draft(path_);
+    void add(std::string const& text) {
+        std::string path = file_ + ".velum-draft-" + std::to_string(paths_.size()) + ".arxml";
+        OutputFile draft(path);
         draft.write(text);
         draft.commit();
+        paths_.push_back(std::move(path));
     }
-    ~Draft() {
-        std::error_code none;
-        fs::remove(path_, none);
-    }
-    Draft(Draft const&) = delete;
-    Draft& operator=(Draft const&) = delete;
-    Draft(Draft&&) = delete;
-    Draft& operator=(Draft&&) = delete;
-
-    std::string const& path() const { return path_; }
+    std::vector<std::string> const& paths() const { return paths_; }
 
 private:
-    std::string path_;
+    std::string file_;
+    std::vector<std::string> paths_;
 };
 
-void replaceContent(std::string const& file, std::string const& text) {
-    OutputFile output(file);
-    output.write(text);
-    output.commit();
+std::string lineOf(QOB::Difference const& difference) {
+    std::ostringstream line;
+    line << difference;
+    return line.str();
+}
+
+/// Whether a property only lists who refers to the object.
+bool isMirror(QOB::Attributes& attributes, QOB::Difference const& difference) {
+    if (difference.kind == QOB::DifferenceKind::Existence ||
+        difference.kind == QOB::DifferenceKind::Class) {
+        return false;
+    }
+    auto const& all = attributes.of(difference.left);
+    return std::any_of(all.begin(), all.end(), [&](QOB::Attribute const& each) {
+        return each.isOtherEnd && each.name == difference.property;
+    });
+}
+
+/// Whether the objects are base dimensions of the international system: they come and go with the
+/// exponents that a dimension has of them.
+bool isImplied(QOB::Difference const& difference) {
+    QOB::ClassObject const& object =
+        difference.left.get() != nullptr ? difference.left : difference.right;
+    const types::Dimension dimension(object);
+    return dimension.isValid() && siDimensionOf(dimension) >= 0;
 }
 
 /// One change of one file.
 class Update {
 public:
-    Update(std::string file, QOB::Model model, std::vector<std::string> beside)
-        : file_(std::move(file)), model_(std::move(model)), beside_(std::move(beside)) {}
+    Update(std::string file, QOB::Model const& model, std::vector<std::string> beside)
+        : file_(std::move(file)),
+          text_(contentOf(file_)),
+          obstacle_(obstacleIn(text_)),
+          model_(model),
+          beside_(std::move(beside)),
+          now_(model) {}
 
     UpdateReport run() {
-        std::string text = contentOf(file_);
         UpdateReport report;
-        report.refusal = obstacleIn(text);
-        if (report.isRefused()) {
-            return report;
-        }
-        const ScratchModel before(with(file_));
-        const Renamings renamings = findRenamings(before.model());
-        if (!renamings.empty()) {
-            const std::vector<TextEdit> edits = renamingEdits(text, renamings);
-            report.edits += edits.size();
-            text = applied(text, edits);
-        }
-        report.refusal = edit(before.model(), text, report.edits);
-        if (!report.isRefused() && report.edits == 0) {
-            report.refusal = faultOf(before.model(), renamings.empty());
-        } else if (!report.isRefused()) {
-            const Draft draft(file_, text);
-            const ScratchModel after(with(draft.path()));
-            report.refusal = faultOf(after.model(), renamings.empty());
-        }
-        if (report.isRefused()) {
-            report.edits = 0;
-        } else if (report.edits > 0) {
-            replaceContent(file_, text);
+        report.refusal = obstacle_.empty() ? change() : obstacle_;
+        if (!report.isRefused() && editCount_ > 0) {
+            report.edits = editCount_;
+            OutputFile output(file_);
+            output.write(text_);
+            output.commit();
         }
         return report;
     }
 
 private:
-    std::vector<std::string> with(std::string const& file) const {
+    /// Changes the text; returns why it can't be done.
+    std::string change() {
         std::vector<std::string> files = beside_;
-        files.push_back(file);
-        return files;
-    }
-
-    /// Why what a file says isn't what the model says; empty if it is.
-    std::string faultOf(QOB::Model const& got, bool hasSamePaths) const {
-        std::string path = firstDifference(model_, got);
-        if (path.empty() && hasSamePaths) { // what no file has a place for
-            for (QOB::Difference const& difference : QOB::compare(got, model_)) {
-                std::ostringstream line;
-                line << difference;
-                path = line.str();
-                break;
-            }
+        files.push_back(file_);
+        const ScratchModel before(files);
+        findChanges(before.model());
+        if (differing_.empty() && renamings_.empty() && changed_.empty()) {
+            return {};
         }
-        return path.empty() ? path
-                            : "The change of " + path + " can't be expressed in this file" + hint();
+        rename();
+        if (std::string refusal = edit(); !refusal.empty()) {
+            return refusal;
+        }
+        return verify();
     }
-
-    std::string hint() const { return missing_.empty() ? "." : ": " + missing_ + "."; }
 
     /// Objects with another name than their path has. They are renamed in the model of before too,
     /// so that its elements are those of the file after the renaming.
-    Renamings findRenamings(QOB::Model const& before) {
-        Renamings renamings;
-        const WriteOptions options;
-        std::vector<WriteFinding> findings;
-        std::unordered_map<std::string, QOB::ClassObject> known;
-        const Outline old(before, options, findings);
-        for (Outline::Entry const& entry : old.entries()) {
-            known.emplace(entry.path, entry.object);
-        }
-        const Outline now(model_, options, findings);
-        for (Outline::Entry const& entry : now.entries()) {
+    void findRenamings(WrittenElements const& old) {
+        for (Outline::Entry const& entry : now_.outline().entries()) {
             const std::string id = externalIdOf(entry.object);
-            const auto found = known.find(id);
-            if (id != entry.path && found != known.end()) {
-                renamings.emplace_back(id, entry.path);
-                foundation::NamedElement(found->second)
+            Outline::Entry const* const known = id == entry.path ? nullptr : old.at(id);
+            if (known != nullptr) {
+                renamings_.emplace_back(id, entry.path);
+                foundation::NamedElement(known->object)
                     .setName(QOB::String(std::string(entry.name())));
             }
         }
-        return renamings;
     }
 
-    /// Changes the text; returns why it can't be done.
-    std::string edit(QOB::Model const& beforeModel, std::string& text, std::size_t& count) {
-        const Elements before = elementsOf(beforeModel);
-        const Elements after = elementsOf(model_);
-        std::vector<std::string> changed;
-        for (auto const& [path, element] : before) {
-            const auto found = after.find(path);
-            if (found == after.end() || found->second != element) {
-                changed.push_back(path);
+    /// Finds the objects that differ, and the elements whose texts do.
+    void findChanges(QOB::Model const& before) {
+        auto elements = std::make_unique<WrittenElements>(before);
+        findRenamings(*elements);
+        if (!renamings_.empty()) {
+            elements = std::make_unique<WrittenElements>(before);
+        }
+        WrittenElements const& old = *elements;
+        std::set<std::string> candidates;
+        bool areAllKnown = true;
+        for (QOB::Difference const& difference : QOB::compare(before, model_)) {
+            if (isImplied(difference)) {
+                continue;
+            }
+            std::string path;
+            if (difference.left.get() != nullptr) {
+                areAllKnown = old.addDependent(difference.left, candidates) && areAllKnown;
+                path = old.pathAround(difference.left);
+            }
+            if (difference.right.get() != nullptr) {
+                areAllKnown = now_.addDependent(difference.right, candidates) && areAllKnown;
+                path = path.empty() ? now_.pathAround(difference.right) : path;
+            }
+            differing_.try_emplace(path, lineOf(difference));
+        }
+        if (!areAllKnown) {
+            for (auto const* const entries :
+                 {&old.outline().entries(), &now_.outline().entries()}) {
+                for (Outline::Entry const& entry : *entries) {
+                    candidates.insert(entry.path);
+                }
             }
         }
-        for (auto const& [path, element] : after) {
-            if (!before.contains(path)) {
-                changed.push_back(path);
+        for (std::string const& path : candidates) {
+            Texts texts{old.textAt(path), now_.textAt(path)};
+            if (texts.before != texts.after) {
+                changed_.emplace(path, std::move(texts));
             }
         }
-        if (changed.empty()) {
-            return {};
+    }
+
+    void rename() {
+        if (renamings_.empty()) {
+            return;
+        }
+        Bases bases;
+        bases.addFrom(text_);
+        for (std::string const& file : beside_) {
+            if (const std::string text = contentOf(file); obstacleIn(text).empty()) {
+                bases.addFrom(text);
+            }
+        }
+        const std::vector<TextEdit> edits = renamingEdits(text_, renamings_, bases);
+        editCount_ += edits.size();
+        text_ = applied(text_, edits);
+    }
+
+    /// Changes the elements in the text; returns why it can't be done.
+    std::string edit() {
+        if (changed_.empty()) {
+            return editCount_ == 0 ? refusalOf(differing_.begin()->second) : std::string();
         }
         std::unordered_map<std::string, std::size_t> places;
+        for (auto const& [path, texts] : changed_) {
+            places.emplace(texts.before.empty() ? path.substr(0, path.rfind('/')) : path,
+                           std::string::npos);
+        }
         SourceText::Visitor visitor;
         visitor.onNamed =
             [&](std::string const& path, std::size_t begin, std::size_t, std::size_t) {
-                places.try_emplace(path, begin);
+                const auto found = places.find(path);
+                if (found != places.end() && found->second == std::string::npos) {
+                    found->second = begin;
+                }
             };
-        const SourceText source(text);
+        const SourceText source(text_);
         source.visit(visitor);
-        ElementEditor editor(text);
-        for (std::string const& path : changed) {
-            const auto was = before.find(path);
-            const auto is = after.find(path);
-            const bool isNew = was == before.end();
-            const auto place = places.find(isNew ? path.substr(0, path.rfind('/')) : path);
-            if (place == places.end()) {
+        ElementEditor editor(text_);
+        for (auto const& [path, texts] : changed_) {
+            const bool isNew = texts.before.empty();
+            const std::size_t place = places.at(isNew ? path.substr(0, path.rfind('/')) : path);
+            if (place == std::string::npos) {
                 return isNew ? "The file has no package for the new " + path + "."
                              : "The changed " + path + " is not in this file.";
             }
-            const SourceNode node = source.nodeAt(place->second);
-            if (isNew) {
-                SourceNode const* const list = node.child("ELEMENTS");
-                if (list == nullptr) {
-                    return "The package of the new " + path + " has no elements in this file.";
-                }
-                editor.append(*list, is->second);
-            } else if (is == after.end()) {
-                editor.remove(node);
-            } else {
-                editor.change(was->second, is->second, node);
+            const SourceNode node = source.nodeAt(place);
+            if (std::string refusal = editElement(editor, path, texts, node); !refusal.empty()) {
+                return refusal;
             }
         }
-        if (!editor.missing().empty()) {
-            missing_ = editor.missing().front();
+        missing_ = editor.missing().empty() ? std::string() : editor.missing().front();
+        editCount_ += editor.edits().size();
+        text_ = applied(text_, editor.edits());
+        return editCount_ == 0 ? refusalOf(changed_.begin()->first) : std::string();
+    }
+
+    struct Texts {
+        std::string before; ///< Empty of a new element.
+        std::string after;  ///< Empty of one that is gone.
+    };
+
+    static std::string editElement(ElementEditor& editor,
+                                   std::string const& path,
+                                   Texts const& texts,
+                                   SourceNode const& node) {
+        if (texts.before.empty()) {
+            SourceNode const* const list = node.child("ELEMENTS");
+            if (list == nullptr) {
+                return "The package of the new " + path + " has no elements in this file.";
+            }
+            editor.append(*list, texts.after);
+        } else if (texts.after.empty()) {
+            editor.remove(node);
+        } else {
+            editor.change(texts.before, texts.after, node);
         }
-        count += editor.edits().size();
-        text = applied(text, editor.edits());
-        return count == 0 ? "The change of " + changed.front() +
-                                " can't be expressed in this file" + hint()
-                          : std::string();
+        return {};
+    }
+
+    /// Reads what of the new text the changes are about; returns where it isn't what the model
+    /// says.
+    std::string verify() {
+        std::vector<std::string> paths;
+        for (auto const& [path, texts] : changed_) {
+            paths.push_back(path);
+        }
+        for (auto const& [from, to] : renamings_) {
+            paths.push_back(to);
+        }
+        std::deque<std::string> texts{text_};
+        std::vector<std::string> files; // those that are read as a whole
+        for (std::string const& file : beside_) {
+            std::string text = contentOf(file);
+            if (obstacleIn(text).empty()) {
+                texts.push_back(std::move(text));
+            } else {
+                files.push_back(file);
+            }
+        }
+        Excerpt excerpt({texts.begin(), texts.end()});
+        excerpt.choose(paths);
+        Drafts drafts(file_);
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            drafts.add(excerpt.text(i));
+        }
+        files.insert(files.end(), drafts.paths().begin(), drafts.paths().end());
+        const ScratchModel after(files);
+        return compareWith(after.model(), excerpt.chosen());
+    }
+
+    std::string compareWith(QOB::Model const& after, std::vector<std::string> const& chosen) {
+        const WrittenElements got(after);
+        for (std::string const& path : chosen) {
+            if (got.textAt(path) != now_.textAt(path) || got.mapAt(path) != now_.mapAt(path)) {
+                return refusalOf(path);
+            }
+            if (renamings_.empty() && now_.at(path) != nullptr) {
+                if (const std::string line = hiddenDifference(got, path); !line.empty()) {
+                    return refusalOf(line);
+                }
+            }
+        }
+        for (auto const& [path, line] : differing_) { // what no element tells
+            if (!std::binary_search(chosen.begin(), chosen.end(), path)) {
+                return refusalOf(line);
+            }
+        }
+        return {};
+    }
+
+    /// What an object has that no element of a file tells.
+    std::string hiddenDifference(WrittenElements const& got, std::string const& path) {
+        for (QOB::Difference const& difference :
+             QOB::compare(got.at(path)->object, now_.at(path)->object)) {
+            if (!isMirror(attributes_, difference) && !haveSameTargets(got, difference)) {
+                return lineOf(difference);
+            }
+        }
+        return {};
+    }
+
+    /// Whether the values are objects in elements, without paths of their own, that are in the same
+    /// elements: what these have in them is compared there.
+    bool haveSameTargets(WrittenElements const& got, QOB::Difference const& difference) const {
+        auto const& left = difference.leftValues;
+        auto const& right = difference.rightValues;
+        return !left.empty() &&
+               std::equal(left.begin(),
+                          left.end(),
+                          right.begin(),
+                          right.end(),
+                          [&](QOB::Object const& a, QOB::Object const& b) {
+                              const QOB::ClassObject one(a);
+                              const QOB::ClassObject other(b);
+                              return one.isValid() && other.isValid() && !one.hasExternalId() &&
+                                     !other.hasExternalId() && nameOf(one) == nameOf(other) &&
+                                     got.pathAround(one) == now_.pathAround(other);
+                          });
+    }
+
+    std::string refusalOf(std::string const& what) const {
+        return "The change of " + what + " can't be expressed in this file" +
+               (missing_.empty() ? "." : ": " + missing_ + ".");
     }
 
     std::string file_;
+    std::string text_;
+    std::string obstacle_;
     QOB::Model model_;
     std::vector<std::string> beside_;
+    WrittenElements now_;
+    QOB::Attributes attributes_;
+    Renamings renamings_;
+    std::map<std::string, std::string> differing_; ///< Paths, and the first difference at each.
+    std::map<std::string, Texts> changed_;         ///< By path.
+    std::size_t editCount_ = 0;
     std::string missing_;
 };
 
@@ -412,50 +381,6 @@ private:
 UpdateReport
 update(std::string const& file, QOB::Model const& model, std::vector<std::string> const& beside) {
     return Update(file, model, beside).run();
-}
-
-UpdateReport
-rename(std::vector<std::string> const& files, std::string const& path, std::string const& newName) {
-    UpdateReport report;
-    const std::string newPath = path.substr(0, path.rfind('/') + 1) + newName;
-    bool isThere = false;
-    bool isTaken = false;
-    std::vector<std::pair<std::string, std::string>> texts;
-    for (std::string const& file : files) {
-        const std::string text = contentOf(file);
-        if (const std::string obstacle = obstacleIn(text); !obstacle.empty()) {
-            report.refusal = file;
-            report.refusal += ": ";
-            report.refusal += obstacle;
-            return report;
-        }
-        SourceText::Visitor visitor;
-        visitor.onNamed = [&](std::string const& named, std::size_t, std::size_t, std::size_t) {
-            isThere = isThere || named == path;
-            isTaken = isTaken || named == newPath;
-        };
-        SourceText(text).visit(visitor);
-        const std::vector<TextEdit> edits = renamingEdits(text, {{path, newPath}});
-        if (!edits.empty()) {
-            report.edits += edits.size();
-            texts.emplace_back(file, applied(text, edits));
-        }
-    }
-    if (!isThere || isTaken) {
-        report.refusal = isTaken ? "There is an element at " + newPath + " already."
-                                 : "There is no element at " + path + ".";
-        report.edits = 0;
-        return report;
-    }
-    std::vector<std::unique_ptr<OutputFile>> outputs;
-    for (auto const& [file, text] : texts) {
-        outputs.push_back(std::make_unique<OutputFile>(file));
-        outputs.back()->write(text);
-    }
-    for (auto const& output : outputs) {
-        output->commit();
-    }
-    return report;
 }
 
 } // namespace velum::arxml

@@ -1,7 +1,11 @@
+#include "writing/circles.h"
 #include "writing/output_file.h"
 #include "writing/package_writer.h"
+#include "writing/unwritten.h"
 
+#include <algorithm>
 #include <memory>
+#include <string>
 #include <system_error>
 #include <unordered_set>
 #include <utility>
@@ -19,8 +23,11 @@ public:
     Document(ByteSink sink,
              Outline const& outline,
              WriteOptions const& options,
-             WriteReport& report)
-        : xml_(std::move(sink)), packages_(xml_, outline, report.findings), report_(report) {
+             WriteReport& report,
+             OutsideBases::IsInFile isInFile)
+        : xml_(std::move(sink)),
+          packages_(xml_, outline, report.findings, std::move(isInFile)),
+          report_(report) {
         xml_.declaration(options.schema);
         xml_.openIfUsed("AR-PACKAGES");
     }
@@ -51,7 +58,14 @@ using Wanted = std::unordered_set<int>;
 class Writing {
 public:
     Writing(QOB::Model const& model, Wanted const* wanted, WriteOptions const& options)
-        : outline_(model, options, report_.findings), wanted_(wanted), options_(options) {}
+        : outline_(model, options, report_.findings), wanted_(wanted), options_(options) {
+        reportCircles(outline_, report_.findings);
+        reportUnwritten(
+            model,
+            outline_,
+            [this](Outline::Entry const& entry) { return isWanted(entry); },
+            report_.findings);
+    }
 
     WriteReport toFile(fs::path const& target) {
         if (options_.layout == Layout::oneFile) {
@@ -87,7 +101,11 @@ private:
     }
 
     void writeAll(ByteSink sink) {
-        Document document(std::move(sink), outline_, options_, report_);
+        OutsideBases::IsInFile isInFile;
+        if (wanted_ != nullptr) {
+            isInFile = [this](Outline::Entry const& entry) { return isWanted(entry); };
+        }
+        Document document(std::move(sink), outline_, options_, report_, std::move(isInFile));
         for (Outline::Entry const& entry : outline_.entries()) {
             if (isWanted(entry)) {
                 if (isStopped()) {
@@ -107,7 +125,7 @@ private:
             throw OutputError(folder.string() + ": The folder cannot be made (" + fault.message() +
                               ").");
         }
-        std::vector<std::unique_ptr<OutputFile>> files;
+        OutputFiles files;
         std::unique_ptr<Document> document;
         std::string_view package;
         for (Outline::Entry const& entry : outline_.entries()) {
@@ -115,27 +133,28 @@ private:
                 continue;
             }
             if (isStopped()) {
+                report_.files.clear();
                 return;
             }
             if (document == nullptr || entry.package() != package) {
                 finish(document);
                 package = entry.package();
                 const fs::path path = folder / fileName(package);
-                files.push_back(std::make_unique<OutputFile>(path));
+                OutputFile& file = files.add(path);
                 report_.files.push_back(path.string());
-                OutputFile& file = *files.back();
                 document = std::make_unique<Document>(
                     [&file](std::string_view piece) { file.write(piece); },
                     outline_,
                     options_,
-                    report_);
+                    report_,
+                    [this, package](Outline::Entry const& other) {
+                        return other.package() == package && isWanted(other);
+                    });
             }
             document->add(entry);
         }
         finish(document);
-        for (auto const& file : files) {
-            file->commit();
-        }
+        files.commit();
     }
 
     static void finish(std::unique_ptr<Document> const& document) {
@@ -144,19 +163,22 @@ private:
         }
     }
 
-    /// "/A/B" goes to "A.B.arxml": names have no dots in them.
-    static std::string fileName(std::string_view package) {
+    /// "/A/B" goes to "A.B.arxml". Names that are no identifiers may make two packages one name.
+    std::string fileName(std::string_view package) {
         std::string name(package.substr(1));
-        for (char& c : name) {
-            c = c == '/' ? '.' : c;
+        std::replace(name.begin(), name.end(), '/', '.');
+        std::string unique = name;
+        for (int number = 2; !fileNames_.insert(unique).second; ++number) {
+            unique = name + "_" + std::to_string(number);
         }
-        return name + ".arxml";
+        return unique + ".arxml";
     }
 
     WriteReport report_;
     Outline outline_;
     Wanted const* wanted_;
     WriteOptions const& options_;
+    std::unordered_set<std::string> fileNames_;
 };
 
 } // namespace

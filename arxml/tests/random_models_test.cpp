@@ -1,3 +1,4 @@
+#include "ordered.h"
 #include "scratch.h"
 
 #include <gtest/gtest.h>
@@ -271,6 +272,7 @@ TEST(RandomModels, AreWrittenAsFilesThatGoRound) {
         const Model model;
         RandomModel(model, seed).fill();
         write(model, folder / "0.arxml");
+        EXPECT_EQ(scratch::misplacedIn(contentOf(folder / "0.arxml")), "");
         const Model first;
         ASSERT_NO_THROW(read({folder / "0.arxml"}, first));
         write(first, folder / "1.arxml");

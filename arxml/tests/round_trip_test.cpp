@@ -1,3 +1,4 @@
+#include "ordered.h"
 #include "scratch.h"
 
 #include <gtest/gtest.h>
@@ -24,6 +25,7 @@ void expectRoundTrip(std::vector<std::string> const& files) {
     const Model model;
     read(files, model);
     const WriteReport first = write(model, folder / "1.arxml");
+    EXPECT_EQ(scratch::misplacedIn(contentOf(folder / "1.arxml")), "");
     const Model again;
     read({folder / "1.arxml"}, again);
     EXPECT_EQ(differences(model, again), "") << inText(first);

@@ -99,7 +99,7 @@ types::PrimitiveType TableBuilder::makePart(Element properties) {
     if (!part.hasCompuMethod() && !part.hasUnit() && !part.hasDataConstr() &&
         !part.hasSwBaseType()) { // nothing else would tell that the file has a part
         tool_note::set(
-            part, tool_note::missingReference, std::string(properties.child(*written).text()));
+            part, tool_note::missingReference, references_.pathFor(properties.child(*written)));
     }
     return part;
 }

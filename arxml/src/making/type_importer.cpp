@@ -33,9 +33,9 @@ void consumeFixedSize(ImportContext const& context, Element array) {
 }
 
 /// Keeps the name of the type that an object should have.
-void noteMissing(QOB::ClassObject const& object, Element reference) {
+void noteMissing(QOB::ClassObject const& object, References const& references, Element reference) {
     if (!reference.text().empty()) {
-        tool_note::set(object, tool_note::missingType, std::string(reference.text()));
+        tool_note::set(object, tool_note::missingType, references.pathFor(reference));
     }
 }
 
@@ -168,7 +168,9 @@ void TypeImporter::fillArray(types::Matrix const& matrix, Element type) {
         if (base.isValid()) {
             matrix.setBaseType(base);
         } else {
-            noteMissing(matrix, propertiesOf(innermost).child(element::implementationDataTypeRef));
+            noteMissing(matrix,
+                        references_,
+                        propertiesOf(innermost).child(element::implementationDataTypeRef));
         }
         return;
     }
@@ -219,7 +221,7 @@ void TypeImporter::fillApplicationArray(types::Matrix const& matrix, Element typ
     if (const ValueType base = typeAt(reference); base.isValid()) {
         matrix.setBaseType(base);
     } else {
-        noteMissing(matrix, reference);
+        noteMissing(matrix, references_, reference);
     }
 }
 
@@ -292,7 +294,7 @@ void TypeImporter::addMember(types::Structure const& structure, Element member) 
         if (const ValueType type = typeAt(reference); type.isValid()) {
             object.setType(type);
         } else {
-            noteMissing(object, reference);
+            noteMissing(object, references_, reference);
         }
         return;
     }
@@ -310,7 +312,7 @@ void TypeImporter::setMemberType(types::StructElement const& object, Element mem
         if (const ValueType type = typeAt(reference); type.isValid()) {
             object.setType(type);
         } else {
-            noteMissing(object, reference);
+            noteMissing(object, references_, reference);
         }
         return;
     }

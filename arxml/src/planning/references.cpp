@@ -90,6 +90,10 @@ void References::reportLoose() const {
     }
 }
 
+std::string References::pathFor(Element reference) const {
+    return context_.documents.index.pathFor(referenceAt(reference));
+}
+
 bool References::leadsSomewhere(Element reference) const {
     return reference && paths_[reference.index()] != nowhere;
 }

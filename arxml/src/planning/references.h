@@ -4,6 +4,7 @@
 #include "planning/import_context.h"
 
 #include <initializer_list>
+#include <string>
 #include <vector>
 
 namespace velum::arxml {
@@ -18,6 +19,9 @@ public:
     /// skipped, if there is none; a target of another kind than wanted, or than the reference
     /// itself says, is reported.
     Element target(Element reference, std::initializer_list<NameId> wanted);
+
+    /// The path that a reference asks for, also if nothing is there.
+    std::string pathFor(Element reference) const;
 
     /// Whether the reference leads to something, of whatever kind.
     bool leadsSomewhere(Element reference) const;

@@ -1,7 +1,5 @@
 #include "reading/document_index.h"
 
-#include <vector>
-
 namespace velum::arxml {
 
 namespace {
@@ -39,31 +37,51 @@ DocumentIndex::ReferenceBase const* DocumentIndex::findBase(Reference const& ref
     }
 }
 
-DocumentIndex::Resolution DocumentIndex::resolve(Reference const& reference) const {
-    // Outwards through the bases to one that is absolute, then back through their targets.
-    std::vector<Reference const*> relative;
-    Reference const* current = &reference;
-    std::optional<PathId> from;
-    while (current->target.empty() || current->target.front() != '/') {
+std::optional<DocumentIndex::Chain> DocumentIndex::chainOf(Reference const& reference) const {
+    Chain chain{{&reference}, std::nullopt};
+    while (chain.references.back()->target.substr(0, 1) != "/") {
         PathId package = PathTree::root;
-        ReferenceBase const* base = findBase(*current, package);
-        if (base == nullptr || relative.size() > longestBaseChain) {
-            return {std::nullopt, false};
+        ReferenceBase const* base = findBase(*chain.references.back(), package);
+        if (base == nullptr || chain.references.size() > longestBaseChain) {
+            return std::nullopt;
         }
-        relative.push_back(current);
         if (base->isThisPackage) {
-            from = package;
+            chain.from = package;
             break;
         }
-        current = &base->package;
+        chain.references.push_back(&base->package);
     }
-    if (!from) {
-        from = paths_.find(PathTree::root, current->target.substr(1));
+    return chain;
+}
+
+DocumentIndex::Resolution DocumentIndex::resolve(Reference const& reference) const {
+    if (reference.target.substr(0, 1) == "/") {
+        return {paths_.find(PathTree::root, reference.target.substr(1)), true};
     }
-    for (; from && !relative.empty(); relative.pop_back()) {
-        from = paths_.find(*from, relative.back()->target);
+    const std::optional<Chain> chain = chainOf(reference);
+    if (!chain) {
+        return {std::nullopt, false};
     }
-    return {from, true};
+    std::optional<PathId> path = chain->from ? chain->from : PathTree::root;
+    for (auto each = chain->references.rbegin(); path && each != chain->references.rend(); ++each) {
+        const std::string_view names = (*each)->target;
+        path = paths_.find(*path, names.substr(0, 1) == "/" ? names.substr(1) : names);
+    }
+    return {path, true};
+}
+
+std::string DocumentIndex::pathFor(Reference const& reference) const {
+    const std::optional<Chain> chain = chainOf(reference);
+    if (!chain) {
+        return std::string(reference.target);
+    }
+    const bool isInPackage = chain->from && *chain->from != PathTree::root;
+    std::string path = isInPackage ? paths_.text(*chain->from) : std::string();
+    for (auto each = chain->references.rbegin(); each != chain->references.rend(); ++each) {
+        path += (*each)->target.substr(0, 1) == "/" ? "" : "/";
+        path += (*each)->target;
+    }
+    return path;
 }
 
 } // namespace velum::arxml

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace velum::arxml {
 
@@ -46,7 +47,18 @@ public:
     };
     Resolution resolve(Reference const& reference) const;
 
+    /// The path that a reference asks for, whether something is there or not; as it is written if a
+    /// reference base on the way is unknown.
+    std::string pathFor(Reference const& reference) const;
+
 private:
+    /// The references from the one that is asked for outwards, through the bases, to one that is
+    /// absolute or in `from`; none if a base is unknown.
+    struct Chain {
+        std::vector<Reference const*> references;
+        std::optional<PathId> from; ///< The package that is a base itself.
+    };
+    std::optional<Chain> chainOf(Reference const& reference) const;
     ReferenceBase const* findBase(Reference const& reference, PathId& package) const;
 
     PathTree paths_;

@@ -1,5 +1,7 @@
 #include "updating/element_editor.h"
 
+#include "writing/element_order.h"
+
 #include <algorithm>
 #include <map>
 #include <optional>
@@ -48,6 +50,13 @@ SourceNode const* childAt(SourceNode const& node, std::string const& key) {
     const auto found = std::find(keys.begin(), keys.end(), key);
     return found == keys.end() ? nullptr
                                : &node.children[static_cast<std::size_t>(found - keys.begin())];
+}
+
+/// What of a file stands for a child as a writer writes it: limits may be written as internal ones
+/// where the writer takes physical ones.
+SourceNode const* counterpartOf(SourceNode const& source, std::string const& key) {
+    SourceNode const* const child = childAt(source, key);
+    return child == nullptr && key == "PHYS-CONSTRS" ? source.child("INTERNAL-CONSTRS") : child;
 }
 
 std::string_view of(std::string_view text, SourceNode const& node) {
@@ -170,12 +179,14 @@ void ElementEditor::changeChildren(Side const& before,
     const std::vector<std::string> keys = keysOf(before.node);
     std::vector<SourceNode const*> counterpart(after.node.children.size());
     std::vector<bool> isNew(after.node.children.size(), true);
+    std::vector<SourceNode const*> gone;
     for (std::size_t i = 0; i < keys.size(); ++i) {
         SourceNode const& old = before.node.children[i];
-        SourceNode const* const written = childAt(source, keys[i]);
+        SourceNode const* const written = counterpartOf(source, keys[i]);
         if (!partner[i]) {
             if (written != nullptr) {
                 remove(*written);
+                gone.push_back(written);
             }
             continue;
         }
@@ -193,12 +204,34 @@ void ElementEditor::changeChildren(Side const& before,
     }
     SourceNode const* behind = nullptr;
     for (std::size_t i = 0; i < after.node.children.size(); ++i) {
+        SourceNode const& child = after.node.children[i];
         if (isNew[i]) {
-            insert(source, behind, of(after.text, after.node.children[i]));
+            insert(source, placeFor(source, child.name, gone, behind), of(after.text, child));
         } else if (counterpart[i] != nullptr) {
             behind = counterpart[i];
         }
     }
+}
+
+/// Behind which child a new one is to stand: the last one that the schema has before it. Where the
+/// schema leaves that open, behind the given one.
+SourceNode const* ElementEditor::placeFor(SourceNode const& source,
+                                          std::string_view name,
+                                          std::vector<SourceNode const*> const& gone,
+                                          SourceNode const* behind) {
+    const int place = placeInElement(source.name, name);
+    if (place < 0) {
+        return behind;
+    }
+    SourceNode const* last = nullptr;
+    for (SourceNode const& child : source.children) {
+        const int other = placeInElement(source.name, child.name);
+        const bool isGone = std::find(gone.begin(), gone.end(), &child) != gone.end();
+        if (!isGone && other >= 0 && other <= place) {
+            last = &child;
+        }
+    }
+    return last != nullptr ? last : behind;
 }
 
 /// The blanks before an element, if nothing else is in its line.
@@ -245,6 +278,17 @@ std::string ElementEditor::indented(std::string_view text, std::string_view inde
     return result;
 }
 
+/// The end of an element, or of the comment that follows it in its line.
+std::size_t ElementEditor::endWithComment(std::size_t end) const {
+    const std::string_view line = file_.substr(end, file_.find('\n', end) - end);
+    const std::size_t begin = line.find_first_not_of(" \t");
+    const std::size_t close = line.rfind("-->");
+    const bool isComment = begin != std::string_view::npos && line.compare(begin, 4, "<!--") == 0 &&
+                           close != std::string_view::npos &&
+                           line.find_first_not_of(" \t\r", close + 3) == std::string_view::npos;
+    return isComment ? end + close + 3 : end;
+}
+
 void ElementEditor::insert(SourceNode const& source,
                            SourceNode const* behind,
                            std::string_view text) {
@@ -252,7 +296,7 @@ void ElementEditor::insert(SourceNode const& source,
         missing_.push_back("<" + std::string(source.name) + "/> is written without content");
         return;
     }
-    const std::size_t place = behind != nullptr ? behind->end : source.content;
+    const std::size_t place = behind != nullptr ? endWithComment(behind->end) : source.content;
     const std::string indent = behind != nullptr ? std::string(indentAt(behind->begin))
                                : !source.children.empty()
                                    ? std::string(indentAt(source.children.front().begin))

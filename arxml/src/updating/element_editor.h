@@ -34,9 +34,14 @@ private:
     void changeChildren(Side const& before, Side const& after, SourceNode const& source);
     void changeText(std::string const& before, std::string const& after, SourceNode const& source);
     void changeTag(std::string_view before, std::string_view after, SourceNode const& source);
+    static SourceNode const* placeFor(SourceNode const& source,
+                                      std::string_view name,
+                                      std::vector<SourceNode const*> const& gone,
+                                      SourceNode const* behind);
     void insert(SourceNode const& source, SourceNode const* behind, std::string_view text);
     std::string indented(std::string_view text, std::string_view indent) const;
     std::string_view indentAt(std::size_t begin) const;
+    std::size_t endWithComment(std::size_t end) const;
 
     std::string_view file_;
     std::string_view lineEnd_;

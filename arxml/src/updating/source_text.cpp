@@ -141,7 +141,7 @@ public:
             if (tag.kind == Tag::Kind::start) {
                 open_.push_back({tag.name, tag.begin, tag.end, path_.size()});
                 if (tag.name == "REFERENCE-BASE") {
-                    base_ = Base();
+                    base_ = SourceBase();
                 }
             } else if (tag.kind == Tag::Kind::end && !open_.empty()) {
                 close(tag);
@@ -156,12 +156,6 @@ private:
         std::size_t content;
         std::size_t pathSize; ///< of the path around it
     };
-    struct Base {
-        std::string label;
-        std::string target;
-        bool isDefault = false;
-    };
-
     void close(Tag const& tag) {
         const Open open = open_.back();
         open_.pop_back();
@@ -177,32 +171,53 @@ private:
             }
             return;
         }
-        if (open.name == "SHORT-LABEL") {
-            base_.label = stripped(content);
-        } else if (open.name == "IS-DEFAULT") {
-            base_.isDefault = stripped(content) == "true";
-        } else if (open.name == "PACKAGE-REF") {
-            base_.target = stripped(content);
-        } else if (open.name == "REFERENCE-BASE" && visitor_.onBase) {
-            visitor_.onBase(path_, base_.label, base_.target, base_.isDefault);
+        const std::string_view start = text_.substr(open.begin, open.content - open.begin);
+        if (visitor_.onBase) {
+            closeInBase(open.name, stripped(content), start);
         }
         if (isReference(open.name) && visitor_.onReference &&
             content.find('<') == std::string_view::npos) {
             const std::string_view text = stripped(content);
-            const std::string_view start = text_.substr(open.begin, open.content - open.begin);
             visitor_.onReference({text,
                                   static_cast<std::size_t>(text.data() - text_.data()),
                                   attributeIn(start, "BASE"),
                                   path_});
         }
+        if (visitor_.onCell && isCell(open.name)) {
+            visitor_.onCell(open.name, path_, open.begin, tag.end);
+        }
         path_.resize(open.pathSize);
+    }
+
+    void closeInBase(std::string_view name, std::string_view text, std::string_view start) {
+        if (name == "SHORT-LABEL") {
+            base_.label = text;
+        } else if (name == "IS-DEFAULT") {
+            base_.isDefault = text == "true";
+        } else if (name == "BASE-IS-THIS-PACKAGE") {
+            base_.isThisPackage = text == "true";
+        } else if (name == "PACKAGE-REF") {
+            base_.target = text;
+            base_.targetBase = attributeIn(start, "BASE");
+        } else if (name == "REFERENCE-BASE") {
+            visitor_.onBase(path_, base_);
+        }
+    }
+
+    /// Of an element that was just closed.
+    bool isCell(std::string_view name) const {
+        if (name == "DATA-TYPE-MAP") {
+            return true;
+        }
+        return open_.size() > 1 && open_.back().name == "ELEMENTS" &&
+               open_[open_.size() - 2].name == "AR-PACKAGE";
     }
 
     std::string_view text_;
     SourceText::Visitor const& visitor_;
     std::vector<Open> open_;
     std::string path_;
-    Base base_;
+    SourceBase base_;
 };
 
 } // namespace

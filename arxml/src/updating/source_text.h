@@ -45,13 +45,22 @@ struct SourceRef {
     std::string_view package; ///< the path of the element around it
 };
 
+/// A reference base in a document.
+struct SourceBase {
+    std::string label;
+    std::string target;     ///< The path of its package, as written.
+    std::string targetBase; ///< BASE of that.
+    bool isDefault = false;
+    bool isThisPackage = false;
+};
+
 /// Walks through a well-formed document in UTF-8, once, and keeps nothing of it.
 class SourceText {
 public:
     explicit SourceText(std::string_view text) : text_(text) {}
 
-    /// Calls back for the path of each named element, with its name's place; and for each
-    /// reference.
+    /// Calls back for the path of each named element, with its name's place; for each reference and
+    /// each reference base; and for what can be taken out of a document as a whole.
     struct Visitor {
         std::function<void(std::string const& path,
                            std::size_t begin,
@@ -59,11 +68,13 @@ public:
                            std::size_t nameEnd)>
             onNamed;
         std::function<void(SourceRef const&)> onReference;
-        std::function<void(std::string const& package,
-                           std::string const& label,
-                           std::string const& target,
-                           bool isDefault)>
-            onBase;
+        std::function<void(std::string const& package, SourceBase const& base)> onBase;
+        /// An element of a package, or a map of a set of maps; its references come before it.
+        std::function<void(std::string_view name,
+                           std::string const& path,
+                           std::size_t begin,
+                           std::size_t end)>
+            onCell;
     };
     void visit(Visitor const& visitor) const;
 

@@ -4,7 +4,13 @@ namespace velum::arxml {
 
 void ElementOutput::reference(std::string_view tag, QOB::ClassObject const& target) const {
     if (Outline::Entry const* const entry = outline.find(target)) {
-        xml.leaf(tag, "DEST", tagOf(entry->kind), entry->path);
+        if (bases != nullptr && !bases->isInFile(*entry)) {
+            xml.leaf(tag,
+                     {{"DEST", tagOf(entry->kind)}, {"BASE", bases->labelFor(*entry)}},
+                     entry->name());
+        } else {
+            xml.leaf(tag, "DEST", tagOf(entry->kind), entry->path);
+        }
         return;
     }
     remark(Remark::dangling,

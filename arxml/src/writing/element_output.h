@@ -1,6 +1,7 @@
 #pragma once
 
 #include "writing/outline.h"
+#include "writing/outside_bases.h"
 #include "writing/xml_writer.h"
 
 #include <string>
@@ -15,7 +16,8 @@ struct ElementOutput {
     XmlWriter& xml;
     Outline const& outline;
     std::vector<WriteFinding>& findings;
-    std::string_view path; ///< of the object that is being written
+    std::string_view path;         ///< of the object that is being written
+    OutsideBases* bases = nullptr; ///< Null if the file has all elements.
 
     void remark(Remark kind, std::string text) const {
         findings.push_back({kind, std::string(path), std::move(text)});

@@ -130,20 +130,21 @@ int siDimensionOf(types::Dimension const& dimension) {
 }
 
 bool isPathBefore(std::string_view a, std::string_view b) {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        const auto rank = [](char c) {
-            return c == '/' ? 0 : static_cast<int>(static_cast<unsigned char>(c)) + 1;
-        };
-        return rank(x) < rank(y);
-    });
+    const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    if (x == a.end() || y == b.end()) {
+        return y != b.end();
+    }
+    const auto rank = [](char c) {
+        return c == '/' ? 0 : static_cast<int>(static_cast<unsigned char>(c)) + 1;
+    };
+    return rank(*x) < rank(*y);
 }
 
 Outline::Outline(QOB::Model const& model,
                  WriteOptions const& options,
                  std::vector<WriteFinding>& findings)
     : options_(options), model_(model) {
-    findParts(model);
-    findBases(model);
+    findInner(model);
     std::vector<Candidate> candidates;
     for (const QOB::ClassObject object : model.getRootObjects()) {
         if (isContained(object) || owners_.contains(object.getObjectId()) ||
@@ -164,32 +165,37 @@ Outline::Outline(QOB::Model const& model,
 }
 
 /// A type without a path, or with one below the matrix, is written inside of the matrix that has it
-/// as base type.
-void Outline::findParts(QOB::Model const& model) {
+/// as base type. Those with a path go to the matrix that the path names.
+void Outline::findParts(std::vector<types::Matrix> const& matrices) {
     for (const bool isByPath : {true, false}) {
-        for (const QOB::ClassObject object : model.getRootObjects()) {
-            const types::Matrix matrix(object);
-            if (!matrix.isValid() || !matrix.hasBaseType()) {
-                continue;
-            }
+        for (types::Matrix const& matrix : matrices) {
             const ValueType base = matrix.getBaseType();
             const std::string path = externalIdOf(base);
+            if (isContained(base) || path.empty() == isByPath) {
+                continue;
+            }
             const std::string above = externalIdOf(matrix.hasExternalId() || !isContained(matrix)
                                                        ? QOB::ClassObject(matrix)
                                                        : matrix.getContainerQOB());
             const bool isBelow = !above.empty() && path.size() > above.size() + 1 &&
                                  path.compare(0, above.size(), above) == 0 &&
                                  path[above.size()] == '/';
-            if (!isContained(base) && (isByPath ? isBelow : path.empty())) {
+            if (!isByPath || isBelow) {
                 owners_.try_emplace(base.getObjectId(), matrix);
             }
         }
     }
 }
 
-void Outline::findBases(QOB::Model const& model) {
+/// Finds what is written within the elements of others.
+void Outline::findInner(QOB::Model const& model) {
+    std::vector<types::Matrix> matrices;
     for (const QOB::ClassObject object : model.getRootObjects()) {
-        if (const types::Dimension dimension(object); dimension.isValid()) {
+        if (const types::Matrix matrix(object); matrix.isValid()) {
+            if (matrix.hasBaseType() && matrix.getBaseType().isValid()) {
+                matrices.push_back(matrix);
+            }
+        } else if (const types::Dimension dimension(object); dimension.isValid()) {
             for (const types::Dimension base : dimension.getBaseDimensions()) {
                 if (siDimensionOf(base) >= 0) {
                     usedBases_.insert(base.getObjectId());
@@ -197,6 +203,7 @@ void Outline::findBases(QOB::Model const& model) {
             }
         }
     }
+    findParts(matrices);
 }
 
 ElementKind Outline::kindOfType(ValueType const& type) const {
@@ -270,11 +277,42 @@ Outline::Candidate Outline::candidate(QOB::ClassObject const& object, ElementKin
 
 void Outline::place(std::vector<Candidate> candidates, std::vector<WriteFinding>& findings) {
     std::sort(candidates.begin(), candidates.end(), [](Candidate const& a, Candidate const& b) {
-        return std::tie(b.isKnown, a.package, a.name, a.id) <
-               std::tie(a.isKnown, b.package, b.name, b.id);
+        if (a.package != b.package) {
+            return isPathBefore(a.package, b.package);
+        }
+        return std::tie(a.name, b.isKnown, a.id) < std::tie(b.name, a.isKnown, b.id);
     });
-    std::unordered_set<std::string> taken;
     entries_.reserve(candidates.size());
+    if (areAllInPlace(candidates)) {
+        for (Candidate const& each : candidates) {
+            entries_.push_back(
+                {each.object, each.kind, each.package + "/" + each.name, each.package.size()});
+        }
+    } else {
+        nameAll(std::move(candidates), findings);
+    }
+    byId_.reserve(entries_.size());
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        byId_.emplace(entries_[i].object.getObjectId(), i);
+    }
+}
+
+/// Whether each has a path of its own that can be written as it is: so it is with what was read.
+bool Outline::areAllInPlace(std::vector<Candidate> const& candidates) {
+    Candidate const* before = nullptr;
+    return std::all_of(candidates.begin(), candidates.end(), [&](Candidate const& each) {
+        const bool isOwn =
+            before == nullptr || before->name != each.name || before->package != each.package;
+        before = &each;
+        return isOwn && each.isKnown && isIdentifier(each.name);
+    });
+}
+
+/// Finds a path for each, those first that have one, and reports what isn't as the objects have it.
+void Outline::nameAll(std::vector<Candidate> candidates, std::vector<WriteFinding>& findings) {
+    std::stable_partition(
+        candidates.begin(), candidates.end(), [](Candidate const& each) { return each.isKnown; });
+    std::unordered_set<std::string> taken;
     for (Candidate& candidate : candidates) {
         std::string name = nameInPath(candidate.name);
         if (name.empty()) {
@@ -308,9 +346,6 @@ void Outline::place(std::vector<Candidate> candidates, std::vector<WriteFinding>
         return a.package() == b.package() ? a.name() < b.name()
                                           : isPathBefore(a.package(), b.package());
     });
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        byId_.emplace(entries_[i].object.getObjectId(), i);
-    }
 }
 
 Outline::Entry const* Outline::find(QOB::ClassObject const& object) const {

@@ -89,10 +89,12 @@ private:
         int id;
     };
 
-    void findParts(QOB::Model const& model);
-    void findBases(QOB::Model const& model);
+    void findInner(QOB::Model const& model);
+    void findParts(std::vector<types::Matrix> const& matrices);
     Candidate candidate(QOB::ClassObject const& object, ElementKind kind);
     void place(std::vector<Candidate> candidates, std::vector<WriteFinding>& findings);
+    static bool areAllInPlace(std::vector<Candidate> const& candidates);
+    void nameAll(std::vector<Candidate> candidates, std::vector<WriteFinding>& findings);
     ElementKind kindOf(QOB::ClassObject const& object) const;
     ElementKind kindOfType(foundation::ValueType const& type) const;
 

@@ -1,6 +1,7 @@
 #include "writing/output_file.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -46,8 +47,10 @@ OutputFile::~OutputFile() {
     if (descriptor_ >= 0) {
         ::close(descriptor_);
     }
-    if (!temporary_.empty()) {
-        ::unlink(temporary_.c_str());
+    for (fs::path const* const path : {&temporary_, &old_}) {
+        if (!path->empty()) {
+            ::unlink(path->c_str());
+        }
     }
 }
 
@@ -62,22 +65,81 @@ void OutputFile::write(std::string_view piece) {
 }
 
 void OutputFile::commit() {
+    close();
+    takeName();
+}
+
+void OutputFile::close() {
     const int descriptor = std::exchange(descriptor_, -1);
-    if (::close(descriptor) != 0) {
+    if (descriptor >= 0 && ::close(descriptor) != 0) {
         fail("written");
     }
-    std::error_code fault;
-    fs::rename(temporary_, target_, fault);
-    if (fault) {
-        errno = fault.value();
+}
+
+void OutputFile::takeName() {
+    if (::rename(temporary_.c_str(), target_.c_str()) != 0) {
         fail("replaced");
     }
     temporary_.clear();
+    hasName_ = true;
+}
+
+/// Gives what has the name a second one. Where a file can't have two names, it is copied.
+void OutputFile::keepOld() {
+    std::error_code fault;
+    if (!fs::exists(target_, fault)) {
+        return;
+    }
+    const fs::path old = temporary_.string() + ".old";
+    if (::link(target_.c_str(), old.c_str()) != 0) {
+        fs::copy_file(target_, old, fault);
+        if (fault) {
+            errno = fault.value();
+            fail("replaced");
+        }
+    }
+    old_ = old;
+}
+
+void OutputFile::putBack() noexcept {
+    if (!hasName_) {
+        return;
+    }
+    if (old_.empty()) {
+        ::unlink(target_.c_str());
+    } else if (::rename(old_.c_str(), target_.c_str()) == 0) {
+        old_.clear();
+    }
 }
 
 void OutputFile::fail(char const* action) const {
     const std::string cause = std::strerror(errno);
     throw OutputError(target_.string() + ": The file cannot be " + action + " (" + cause + ").");
+}
+
+OutputFile& OutputFiles::add(fs::path const& target) {
+    if (!files_.empty()) {
+        files_.back()->close();
+    }
+    files_.push_back(std::make_unique<OutputFile>(target));
+    return *files_.back();
+}
+
+void OutputFiles::commit() {
+    for (auto const& file : files_) {
+        file->close();
+        file->keepOld();
+    }
+    try {
+        for (auto const& file : files_) {
+            file->takeName();
+        }
+    } catch (OutputError const&) {
+        for (auto const& file : files_) {
+            file->putBack();
+        }
+        throw;
+    }
 }
 
 } // namespace velum::arxml

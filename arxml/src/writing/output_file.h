@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 namespace velum::arxml {
 
@@ -21,11 +23,30 @@ public:
     void commit();
 
 private:
+    friend class OutputFiles;
+
+    void close();
+    void keepOld();
+    void takeName();
+    void putBack() noexcept;
     [[noreturn]] void fail(char const* action) const;
 
     std::filesystem::path target_;
     std::filesystem::path temporary_;
+    std::filesystem::path old_; ///< What had the name before, as long as it may be needed.
     int descriptor_ = -1;
+    bool hasName_ = false;
+};
+
+/// Files that take their names together: if one can't, those before it get back what they had.
+class OutputFiles {
+public:
+    /// Ends the one before.
+    OutputFile& add(std::filesystem::path const& target);
+    void commit();
+
+private:
+    std::vector<std::unique_ptr<OutputFile>> files_;
 };
 
 } // namespace velum::arxml

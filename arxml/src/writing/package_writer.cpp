@@ -17,19 +17,25 @@ std::vector<std::string> namesIn(std::string_view package) {
     return names;
 }
 
+/// Whether the element is an application type that has a map to another type.
+bool isMapped(Outline::Entry const& entry) {
+    if (entry.kind != ElementKind::applicationPrimitive) {
+        return false;
+    }
+    const types::PrimitiveType type(entry.object);
+    return type.isValid() && type.hasReference();
+}
+
 } // namespace
 
 void PackageWriter::add(Outline::Entry const& entry) {
     if (entry.package() != package_) {
         leave();
-        enter(entry.package());
+        enter(entry);
     }
-    writeElement({xml_, outline_, findings_, entry.path}, entry);
-    if (entry.kind == ElementKind::applicationPrimitive) {
-        const types::PrimitiveType type(entry.object);
-        if (type.isValid() && type.hasReference()) {
-            mapped_.push_back(&entry);
-        }
+    writeElement({xml_, outline_, findings_, entry.path, bases()}, entry);
+    if (isMapped(entry)) {
+        mapped_.push_back(&entry);
     }
 }
 
@@ -41,8 +47,8 @@ void PackageWriter::finish() {
 }
 
 /// Opens the packages around an element, from the first one that isn't open.
-void PackageWriter::enter(std::string_view package) {
-    const std::vector<std::string> names = namesIn(package);
+void PackageWriter::enter(Outline::Entry const& first) {
+    const std::vector<std::string> names = namesIn(first.package());
     const auto differs = std::mismatch(open_.begin(), open_.end(), names.begin(), names.end());
     const auto common = static_cast<std::size_t>(differs.first - open_.begin());
     while (open_.size() > common) {
@@ -51,8 +57,34 @@ void PackageWriter::enter(std::string_view package) {
     for (std::size_t i = common; i < names.size(); ++i) {
         openPackage(names[i]);
     }
-    package_ = package;
+    package_ = first.package();
+    if (bases_) {
+        findBases(first);
+        bases_->write(xml_);
+    }
     xml_.open("ELEMENTS");
+}
+
+/// Writes the elements of the package to nowhere, which tells what they refer to.
+void PackageWriter::findBases(Outline::Entry const& first) {
+    bases_->clear();
+    XmlWriter nowhere([](std::string_view) {});
+    std::vector<WriteFinding> none;
+    Outline::Entry const* const end = outline_.entries().data() + outline_.entries().size();
+    for (Outline::Entry const* entry = &first; entry != end && entry->package() == package_;
+         ++entry) {
+        if (!bases_->isInFile(*entry)) {
+            continue;
+        }
+        const ElementOutput out{nowhere, outline_, none, entry->path, bases()};
+        writeElement(out, *entry);
+        if (isMapped(*entry)) {
+            out.reference("IMPLEMENTATION-DATA-TYPE-REF",
+                          types::PrimitiveType(entry->object).getReference());
+        }
+        nowhere.flushIfFull();
+        none.clear();
+    }
 }
 
 /// Ends the elements of the open package.
@@ -86,13 +118,16 @@ void PackageWriter::closePackage() {
 
 /// A name that no element of the package has.
 std::string PackageWriter::mapSetName() const {
-    std::string name = "DataTypeMappings";
-    const auto isTaken = [this](std::string const& candidate) {
-        return std::any_of(
-            outline_.entries().begin(), outline_.entries().end(), [&](Outline::Entry const& entry) {
-                return entry.name() == candidate && entry.package() == package_;
-            });
+    const auto isBefore = [](Outline::Entry const& a, Outline::Entry const& b) {
+        return a.package() == b.package() ? a.name() < b.name()
+                                          : isPathBefore(a.package(), b.package());
     };
+    const auto isTaken = [&](std::string const& name) {
+        const Outline::Entry wanted{{}, {}, package_ + "/" + name, package_.size()};
+        return std::binary_search(
+            outline_.entries().begin(), outline_.entries().end(), wanted, isBefore);
+    };
+    std::string name = "DataTypeMappings";
     for (int number = 2; isTaken(name); ++number) {
         name = "DataTypeMappings_" + std::to_string(number);
     }
@@ -109,7 +144,7 @@ void PackageWriter::writeMaps() {
     const OpenElement maps(xml_, "DATA-TYPE-MAPS");
     for (Outline::Entry const* const entry : mapped_) {
         const types::PrimitiveType target = types::PrimitiveType(entry->object).getReference();
-        const ElementOutput out{xml_, outline_, findings_, entry->path};
+        const ElementOutput out{xml_, outline_, findings_, entry->path, bases()};
         Outline::Entry const* const known = outline_.find(target);
         if (known == nullptr || known->kind != ElementKind::implementationType) {
             out.noPlace("The type refers to one that is no implementation type.");

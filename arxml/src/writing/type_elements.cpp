@@ -128,7 +128,7 @@ public:
         if (const types::Structure structure(type); structure.isValid()) {
             writeStructure(structure, place);
         } else if (const types::Matrix matrix(type); matrix.isValid()) {
-            writeArray(matrix, namesBelow(externalIdOf(matrix), matrix));
+            writeArray(matrix, namesBelow(externalIdOf(matrix), matrix), place.isElement);
         } else if (const types::VoidPointer pointer(type); pointer.isValid()) {
             writePointer(pointer, place);
         } else if (const types::PrimitiveType primitive(type); primitive.isValid()) {
@@ -249,7 +249,7 @@ private:
         }
         const std::vector<std::string> names = namesBelow(externalIdOf(member), matrix);
         if (!names.empty() || matrix.getDimensionses().size() != 1) {
-            writeArray(matrix, names);
+            writeArray(matrix, names, true);
         } else {
             writeInnermost(matrix, {true, matrix, 0});
         }
@@ -285,7 +285,7 @@ private:
     }
 
     /// ARRAY: an element for each dimension, one inside of the other.
-    void writeArray(types::Matrix const& matrix, std::vector<std::string> names) {
+    void writeArray(types::Matrix const& matrix, std::vector<std::string> names, bool isElement) {
         if (const types::Matrix origin = originOf(matrix); origin.isValid()) {
             writeAlias(matrix, origin);
             return;
@@ -296,11 +296,11 @@ private:
         while (names.size() < std::max<std::size_t>(sizes, 1)) {
             names.emplace_back(names.size() + 1 >= sizes && !own.empty() ? own : "Element");
         }
-        if (!matrix.hasContainerQOB()) {
+        if (!isElement) {
             writeProperties(matrix);
         }
         writeLevel(matrix, names, 0);
-        if (matrix.hasContainerQOB()) {
+        if (isElement) {
             writeProperties(matrix);
         }
     }

@@ -143,6 +143,26 @@ void XmlWriter::leaf(std::string_view name,
     buffer_ += '\n';
 }
 
+void XmlWriter::leaf(std::string_view name,
+                     std::initializer_list<Attribute> attributes,
+                     std::string_view text) {
+    openPending();
+    indent();
+    buffer_ += '<';
+    buffer_ += name;
+    for (Attribute const& attribute : attributes) {
+        buffer_ += ' ';
+        buffer_ += attribute.name;
+        buffer_ += "=\"";
+        escape(attribute.value);
+        buffer_ += '"';
+    }
+    buffer_ += '>';
+    escape(text);
+    endTag(name);
+    buffer_ += '\n';
+}
+
 void XmlWriter::inlineLeaf(std::string_view name,
                            std::string_view attribute,
                            std::string_view value,

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,13 @@ public:
               std::string_view attribute,
               std::string_view value,
               std::string_view text);
+
+    struct Attribute {
+        std::string_view name;
+        std::string_view value;
+    };
+    void
+    leaf(std::string_view name, std::initializer_list<Attribute> attributes, std::string_view text);
 
     /// An element with text and elements in it, in one line.
     void beginMixed(std::string_view name);

@@ -216,6 +216,32 @@ class RenameTest(unittest.TestCase):
             for name in DICTIONARY:
                 self.assertEqual((folder.path / name).read_bytes(), (SAMPLES / name).read_bytes())
 
+    def test_references_follow_through_every_reference_base(self):
+        """Whatever is renamed, no reference is lost, and the way back leads to the same bytes."""
+        files = ["integer_types.arxml", *DICTIONARY]
+        for name in files:
+            original = (SAMPLES / name).read_bytes()
+            with Folder() as folder:
+                for each in files:
+                    folder.write(each, (SAMPLES / each).read_bytes())
+                before = self.dangling(folder, files)
+                paths = folder.run("find", name).stdout.decode().split()
+                packages = {path.rsplit("/", 1)[0] for path in paths}
+                for path in sorted(packages | set(paths[::7])):
+                    result = folder.run("rename", *files, path, "Renamed")
+                    self.assertEqual(result.returncode, 0, result.stderr)
+                    self.assertEqual(self.dangling(folder, files), before, path)
+                    renamed = path.rsplit("/", 1)[0] + "/Renamed"
+                    folder.run("rename", *files, renamed, path.rsplit("/", 1)[1])
+                    self.assertEqual((folder.path / name).read_bytes(), original, path)
+
+    @staticmethod
+    def dangling(folder, files):
+        """How many references lead nowhere."""
+        report = json.loads(folder.run("import", "--json", *files).stdout)
+        return sum(row["count"] for file in report["files"] for row in file["skipped"]
+                   if row["reason"] == "dangling")
+
 
 if __name__ == "__main__":
     unittest.main(argv=[sys.argv[0], *sys.argv[4:]])

@@ -25,6 +25,7 @@ enum class Remark : std::uint8_t {
     noPlace,       ///< The format has no place for this.
     dangling,      ///< A reference leads to an object that isn't written and has no path.
     contradiction, ///< Two objects need different values at one place of the file.
+    circle,        ///< A type or constant refers to itself; a reader makes no object of it.
 };
 
 constexpr std::string_view code(Remark remark) {
@@ -41,6 +42,8 @@ constexpr std::string_view code(Remark remark) {
         return "dangling";
     case Remark::contradiction:
         return "contradiction";
+    case Remark::circle:
+        return "circle";
     }
     return "";
 }

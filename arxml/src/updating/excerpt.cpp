@@ -1,0 +1,182 @@
+#include "updating/excerpt.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace velum::arxml {
+
+Excerpt::Excerpt(std::vector<std::string_view> documents) : documents_(std::move(documents)) {
+    for (Index i = 0; i < documents_.size(); ++i) {
+        addCells(i);
+    }
+    link();
+}
+
+void Excerpt::addCells(Index document) {
+    struct Pending {
+        std::size_t begin;
+        Reference reference;
+    };
+    std::vector<Pending> pending;
+    std::vector<Index> maps; // whose set isn't at its end
+    SourceText::Visitor visitor;
+    visitor.onBase = [this](std::string const& package, SourceBase const& base) {
+        bases_.add(package, base);
+    };
+    visitor.onReference = [&](SourceRef const& reference) {
+        if (reference.text.substr(0, 1) == "/") {
+            pending.push_back({reference.begin, {reference.text}});
+        } else {
+            pending.push_back({reference.begin, {{}, static_cast<Index>(relatives_.size())}});
+            relatives_.push_back({reference, std::string(reference.package)});
+        }
+    };
+    visitor.onCell =
+        [&](std::string_view name, std::string const& path, std::size_t begin, std::size_t end) {
+            const bool isMap = name == "DATA-TYPE-MAP";
+            const auto index = static_cast<Index>(cells_.size());
+            cells_.push_back({document, begin, end, path, name == "PHYSICAL-DIMENSION", isMap});
+            auto first = pending.end();
+            while (first != pending.begin() && (first - 1)->begin > begin) {
+                --first;
+            }
+            for (auto each = first; each != pending.end(); ++each) {
+                cells_.back().references.push_back(each->reference);
+            }
+            pending.erase(first, pending.end());
+            if (isMap) {
+                maps.push_back(index);
+                return;
+            }
+            for (const Index map : std::exchange(maps, {})) {
+                cells_[map].set = index;
+            }
+        };
+    SourceText(documents_[document]).visit(visitor);
+}
+
+std::string_view Excerpt::pathOf(Reference const& reference) {
+    if (reference.relative == none) {
+        return reference.path;
+    }
+    Relative& relative = relatives_[reference.relative];
+    relative.reference.package = relative.package;
+    relative.path = bases_.resolve(relative.reference);
+    return relative.path;
+}
+
+void Excerpt::link() {
+    byPath_.reserve(cells_.size());
+    for (Index i = 0; i < cells_.size(); ++i) {
+        if (!cells_[i].isMap) {
+            byPath_.try_emplace(cells_[i].path, i);
+        }
+    }
+    for (Index i = 0; i < cells_.size(); ++i) {
+        for (Reference const& reference : cells_[i].references) {
+            const Index target = cellAt(pathOf(reference));
+            if (target != none && target != i) {
+                cells_[i].targets.push_back(target);
+                cells_[target].users.push_back(i);
+            }
+        }
+    }
+}
+
+/// The cell that has what stands at a path.
+Excerpt::Index Excerpt::cellAt(std::string_view path) const {
+    while (!path.empty()) {
+        if (const auto found = byPath_.find(path); found != byPath_.end()) {
+            return found->second;
+        }
+        path = path.substr(0, std::min(path.rfind('/'), path.size()));
+    }
+    return none;
+}
+
+void Excerpt::need(Index cell) {
+    if (!std::exchange(cells_[cell].isNeeded, true)) {
+        open_.push_back(cell);
+    }
+    if (cells_[cell].set != none) {
+        cells_[cells_[cell].set].isNeeded = true; // without the rest of its maps
+    }
+}
+
+void Excerpt::needUsers(Index cell) {
+    for (const Index user : cells_[cell].users) {
+        need(user);
+    }
+}
+
+/// What the needed ones refer to, and what they are mapped to.
+void Excerpt::needAllBelow() {
+    while (!open_.empty()) {
+        const Index cell = open_.back();
+        open_.pop_back();
+        for (const Index target : cells_[cell].targets) {
+            need(target);
+        }
+        for (const Index user : cells_[cell].users) {
+            if (cells_[user].isMap && cells_[user].targets.front() == cell) {
+                need(user);
+            }
+        }
+    }
+}
+
+void Excerpt::choose(std::vector<std::string> const& paths) {
+    std::vector<Index> chosen;
+    chosen_ = paths; // also those of elements that are gone
+    for (std::string const& path : paths) {
+        const auto found = byPath_.find(path);
+        if (found == byPath_.end()) {
+            continue;
+        }
+        chosen.push_back(found->second);
+        Cell const& cell = cells_[found->second];
+        chosen.insert(chosen.end(), cell.users.begin(), cell.users.end());
+        for (const Index target : cell.targets) { // units of a dimension depend on each other
+            if (cells_[target].isDimension) {
+                chosen.insert(
+                    chosen.end(), cells_[target].users.begin(), cells_[target].users.end());
+            }
+        }
+    }
+    for (const Index each : chosen) {
+        need(each);
+        needUsers(each);
+        if (!cells_[each].isMap) {
+            chosen_.push_back(cells_[each].path);
+        } else if (!cells_[each].targets.empty()) { // its type
+            chosen_.push_back(cells_[cells_[each].targets.front()].path);
+        }
+    }
+    std::sort(chosen_.begin(), chosen_.end());
+    chosen_.erase(std::unique(chosen_.begin(), chosen_.end()), chosen_.end());
+    needAllBelow();
+}
+
+std::string Excerpt::text(std::size_t document) const {
+    std::vector<Cell const*> cut;
+    for (Cell const& cell : cells_) {
+        if (cell.document == document && !cell.isNeeded) {
+            cut.push_back(&cell);
+        }
+    }
+    std::sort(
+        cut.begin(), cut.end(), [](Cell const* a, Cell const* b) { return a->begin < b->begin; });
+    const std::string_view whole = documents_[document];
+    std::string text;
+    std::size_t at = 0;
+    for (Cell const* const cell : cut) {
+        if (cell->begin >= at) { // not within what is cut already
+            text += whole.substr(at, cell->begin - at);
+            at = cell->end;
+        }
+    }
+    text += whole.substr(at);
+    return text;
+}
+
+} // namespace velum::arxml

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "updating/renaming.h"
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace velum::arxml {
+
+/// Some elements of documents with everything that a reader needs to make the same objects of them
+/// as of the whole: so that a change of a large document can be judged without reading all of it.
+class Excerpt {
+public:
+    /// The documents that are read together. They are referred to.
+    explicit Excerpt(std::vector<std::string_view> documents);
+
+    /// Takes the elements at these paths and those that refer to them, with what these need.
+    void choose(std::vector<std::string> const& paths);
+
+    /// The chosen elements: what is made of them is as if everything was read.
+    std::vector<std::string> const& chosen() const { return chosen_; }
+
+    /// A document without the elements that aren't needed.
+    std::string text(std::size_t document) const;
+
+private:
+    using Index = std::uint32_t;
+    static constexpr Index none = static_cast<Index>(-1);
+
+    /// A path, or the place of a relative reference in `relatives_`.
+    struct Reference {
+        std::string_view path;
+        Index relative = none;
+    };
+    struct Relative {
+        SourceRef reference;
+        std::string package; ///< Which the reference has a view of only while it is visited.
+        std::string path{};
+    };
+
+    /// What can be left out: an element of a package, or a map in a set of maps.
+    struct Cell {
+        Index document;
+        std::size_t begin;
+        std::size_t end;
+        std::string path;
+        bool isDimension;
+        bool isMap;
+        bool isNeeded = false;
+        Index set = none;                    ///< Of a map: what it is in.
+        std::vector<Reference> references{}; ///< In order.
+        std::vector<Index> targets{};
+        std::vector<Index> users{};
+    };
+
+    void addCells(Index document);
+    void link();
+    std::string_view pathOf(Reference const& reference);
+    Index cellAt(std::string_view path) const;
+    void need(Index cell);
+    void needUsers(Index cell);
+    void needAllBelow();
+
+    std::vector<std::string_view> documents_;
+    std::vector<Cell> cells_; ///< Of each document in the order of their ends.
+    Bases bases_;             ///< Of all documents, when they are looked through.
+    std::deque<Relative> relatives_;
+    std::unordered_map<std::string_view, Index> byPath_;
+    std::vector<Index> open_; ///< Needed, and what they refer to isn't yet.
+    std::vector<std::string> chosen_;
+};
+
+} // namespace velum::arxml

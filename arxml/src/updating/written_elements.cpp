@@ -1,0 +1,93 @@
+#include "updating/written_elements.h"
+
+namespace velum::arxml {
+
+WrittenElements::WrittenElements(QOB::Model const& model) : outline_(model, options_, findings_) {
+    byPath_.reserve(outline_.entries().size());
+    for (Outline::Entry const& entry : outline_.entries()) {
+        byPath_.emplace(entry.path, &entry);
+    }
+}
+
+Outline::Entry const* WrittenElements::at(std::string_view path) const {
+    const auto found = byPath_.find(path);
+    return found == byPath_.end() ? nullptr : found->second;
+}
+
+std::string WrittenElements::textAt(std::string_view path) const {
+    Outline::Entry const* const entry = at(path);
+    if (entry == nullptr) {
+        return {};
+    }
+    std::string text;
+    XmlWriter xml([&text](std::string_view piece) { text += piece; });
+    writeElement({xml, outline_, findings_, entry->path}, *entry);
+    xml.flush();
+    text.erase(text.find_last_not_of('\n') + 1);
+    return text;
+}
+
+std::string WrittenElements::mapAt(std::string_view path) const {
+    Outline::Entry const* const entry = at(path);
+    const types::PrimitiveType type(entry == nullptr ? QOB::ClassObject() : entry->object);
+    if (!type.isValid() || !type.hasReference()) {
+        return {};
+    }
+    Outline::Entry const* const target = outline_.find(type.getReference());
+    return target == nullptr ? std::string("?") : target->path;
+}
+
+std::string WrittenElements::pathAround(QOB::ClassObject const& object) const {
+    QOB::ClassObject outer = object;
+    while (true) {
+        if (Outline::Entry const* const entry = outline_.find(outer)) {
+            return entry->path;
+        }
+        if (outer.hasContainerQOB()) {
+            outer = outer.getContainerQOB();
+        } else if (const types::Matrix owner = outline_.ownerOf(foundation::ValueType(outer));
+                   owner.isValid()) {
+            outer = owner;
+        } else {
+            return {};
+        }
+    }
+}
+
+bool WrittenElements::addDependent(QOB::ClassObject const& object,
+                                   std::set<std::string>& paths) const {
+    const std::string path = pathAround(object);
+    if (path.empty()) {
+        return false;
+    }
+    paths.insert(path);
+    std::vector<QOB::ClassObject> open{at(path)->object, object};
+    while (!open.empty()) {
+        const QOB::ClassObject each = open.back();
+        open.pop_back();
+        addShared(each, paths);
+        for (const QOB::ClassObject part : each.getContaineeQOBs()) {
+            open.push_back(part);
+        }
+    }
+    return true;
+}
+
+void WrittenElements::addShared(QOB::ClassObject const& object,
+                                std::set<std::string>& paths) const {
+    const types::PrimitiveType type(object);
+    if (!type.isValid()) {
+        return;
+    }
+    const auto add = [&](QOB::ClassObject const& target) {
+        if (Outline::Entry const* const entry =
+                target.isValid() ? outline_.find(target) : nullptr) {
+            paths.insert(entry->path);
+        }
+    };
+    add(type.getCompuMethod());
+    add(type.getDataConstr());
+    add(type.getSwBaseType());
+}
+
+} // namespace velum::arxml
