@@ -54,6 +54,12 @@ py::object toPython(arxml::FileReport const& file) {
 
 } // namespace
 
+py::object reportClass(char const* name) {
+    // Never freed: the interpreter may be gone when static objects are.
+    static auto const& module = *new py::object(py::module_::import("velum.reports"));
+    return module.attr(name);
+}
+
 py::object toPython(arxml::Report const& report) {
     py::dict classes;
     for (arxml::ClassCount const& each : report.classes) {

@@ -13,10 +13,13 @@ py::object toPython(arxml::Report const& report);
 py::object toPython(arxml::WriteReport const& report);
 py::object toPython(QOB::LoadReport const& report, HoldRef const& near);
 
+/// A dataclass of velum.reports. The module is loaded when the first is needed.
+py::object reportClass(char const* name);
+
 /// Makes a dataclass of velum.reports of its fields, in their order.
 template <class... Fields>
 py::object newReport(char const* name, Fields&&... fields) {
-    return py::module_::import("velum.reports").attr(name)(std::forward<Fields>(fields)...);
+    return reportClass(name)(std::forward<Fields>(fields)...);
 }
 
 /// A tuple of what a function makes of each element.

@@ -67,5 +67,18 @@ class Examples(unittest.TestCase):
         self.assertIn("There is no constant", error)
 
 
+class Readme(unittest.TestCase):
+    def test_the_example_prints_what_is_said(self):
+        page = (metamodel.ROOT / "README.md").read_text(encoding="utf-8")
+        program, _, rest = page.partition("```python\n")[2].partition("```\n")
+        told = rest.partition("```text\n")[2].partition("```\n")[0]
+        ended = subprocess.run(
+            [sys.executable, "-c", program], capture_output=True, text=True, check=False
+        )
+        self.assertEqual(ended.stderr, "")
+        printed = [line.rstrip() for line in ended.stdout.splitlines()]
+        self.assertEqual(printed, told.splitlines())
+
+
 if __name__ == "__main__":
     unittest.main()
