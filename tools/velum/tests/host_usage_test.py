@@ -100,7 +100,7 @@ class ManualTest(unittest.TestCase):
         plain = re.sub(r"\\f[BIR]", "", page).replace("\\-", "-").replace("\\&", "")
         self.assertEqual([line[10:] for line in plain.splitlines() if line.startswith(".SS velum ")],
                          COMMANDS)
-        self.assertEqual(plain.count("Exit codes: "), 2, "of the program and of diff")
+        self.assertEqual(plain.count("Exit codes: "), 3, "of the program, of diff and of merge")
         for command in COMMANDS:
             section = plain.split(f".SS velum {command}\n")[1].split("\n.S")[0].splitlines()
             for name, said in help_of(command).items():
