@@ -1,0 +1,156 @@
+// Measures reading, writing and updating documents of 1, 10 and 100 MB, made by repeating samples
+// in packages of their own. Prints processor times (other load on the machine doesn't count),
+// throughput, the memory that writing takes beside the model, and the time of an update by that of
+// reading.
+//
+// usage: arxml_times SAMPLE...
+#include <cctype>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+#include <velum_arxml/read.h>
+#include <velum_arxml/update.h>
+#include <velum_arxml/write.h>
+#include <velum_types/types.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+namespace types = Zorvane::metamodel::types;
+namespace arxml = velum::arxml;
+
+std::string contentOf(std::string const& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+/// What is in the outermost AR-PACKAGES of a document.
+std::string packagesOf(std::string const& file) {
+    std::string const text = contentOf(file);
+    std::string_view const tag = "<AR-PACKAGES>";
+    std::size_t const start = text.find(tag) + tag.size();
+    return text.substr(start, text.rfind("</AR-PACKAGES>") - start);
+}
+
+/// The packages with their absolute references led into a package around them.
+std::string moved(std::string const& packages, std::string const& outer) {
+    std::string text;
+    for (std::size_t i = 0; i < packages.size(); ++i) {
+        text += packages[i];
+        if (packages.compare(i, 2, ">/") == 0 && i + 2 < packages.size() &&
+            std::isalpha(static_cast<unsigned char>(packages[i + 2])) != 0) {
+            text += "/" + outer;
+        }
+    }
+    return text;
+}
+
+/// Returns the number of copies.
+int writeDocument(fs::path const& path, std::string const& packages, std::streamoff size) {
+    std::ofstream out(path, std::ios::binary);
+    out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<AUTOSAR xmlns=\"http://autosar.org/schema/r4.0\"><AR-PACKAGES>\n";
+    int copies = 0;
+    for (; out.tellp() < size; ++copies) {
+        std::string const name = "Copy" + std::to_string(copies);
+        out << "<AR-PACKAGE><SHORT-NAME>" << name << "</SHORT-NAME><AR-PACKAGES>"
+            << moved(packages, name) << "</AR-PACKAGES></AR-PACKAGE>\n";
+    }
+    out << "</AR-PACKAGES></AUTOSAR>\n";
+    return copies;
+}
+
+template <class Action>
+double secondsOf(Action const& action) {
+    std::clock_t const start = std::clock();
+    action();
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+/// A line of /proc/self/status, in MB.
+double memory(std::string const& line) {
+    std::ifstream in("/proc/self/status");
+    for (std::string text; std::getline(in, text);) {
+        if (text.compare(0, line.size(), line) == 0) {
+            return std::stod(text.substr(line.size() + 1)) / 1024;
+        }
+    }
+    return 0;
+}
+
+/// Gives one type in the middle of the file another limit.
+void changeLimit(QOB::Model const& model, int copy) {
+    std::string const package = "/Copy" + std::to_string(copy) + "/";
+    for (QOB::ClassObject const object : model.getRootObjects()) {
+        types::FixedPoint const type(object);
+        if (type.isValid() && type.hasDataConstr() && type.hasMaxValue() && type.hasExternalId() &&
+            type.getExternalId().view().substr(0, package.size()) == package) {
+            type.setMaxValue(QOB::Real(static_cast<double>(type.getMaxValue()) - 1));
+            return;
+        }
+    }
+    std::cerr << "No type with a limit is in the samples.\n";
+    std::exit(EXIT_FAILURE);
+}
+
+void measure(fs::path const& folder, std::string const& packages, int megabytes) {
+    std::string const file = folder / "in.arxml";
+    int const copies = writeDocument(file, packages, std::streamoff(megabytes) * 1'000'000);
+    double const size = static_cast<double>(fs::file_size(file)) / 1e6;
+    QOB::Model const model = types::NSInterface::FactoryIntf::createNewModel();
+    double const reading = secondsOf([&] { arxml::read({file}, model); });
+    std::ofstream("/proc/self/clear_refs") << "5"; // the peak begins anew
+    double const before = memory("VmRSS");
+    arxml::WriteReport written;
+    double const writing = secondsOf([&] { written = arxml::write(model, folder / "out.arxml"); });
+    double const taken = memory("VmHWM") - before;
+    changeLimit(model, copies / 2);
+    arxml::UpdateReport report;
+    double const updating = secondsOf([&] { report = arxml::update(file, model); });
+    if (report.isRefused() || report.edits == 0) {
+        std::cerr << "The update is refused: " << report.refusal << "\n";
+        std::exit(EXIT_FAILURE);
+    }
+    double const output = static_cast<double>(written.bytes) / 1e6;
+    std::printf("%5d MB  %7.2f s  %6.1f MB/s  %7.2f s  %6.1f MB/s  %6.0f MB  %7.2f s  %6.2f\n",
+                megabytes,
+                reading,
+                size / reading,
+                writing,
+                output / writing,
+                taken,
+                updating,
+                updating / reading);
+    model.destroy();
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    if (count < 2) {
+        std::cerr << "usage: arxml_times SAMPLE...\n";
+        return EXIT_FAILURE;
+    }
+    types::initialize();
+    std::string packages;
+    for (int i = 1; i < count; ++i) {
+        packages += packagesOf(arguments[i]);
+    }
+    std::string name = (fs::temp_directory_path() / "arxml_times.XXXXXX").string();
+    fs::path const folder = mkdtemp(name.data());
+    std::printf(
+        "document     read                   write               memory      update  /read\n");
+    for (int const megabytes : {1, 10, 100}) {
+        measure(folder, packages, megabytes);
+    }
+    fs::remove_all(folder);
+}
