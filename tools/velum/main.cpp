@@ -54,14 +54,17 @@ std::optional<int> parse(CLI::App& app, int argc, char** argv) {
     }
 }
 
-int run(int argc, char** argv) {
-    CLI::App app("Holds automotive data types in a model and shows them.", "velum");
+/// What the program says of itself.
+void setUp(CLI::App& app) {
     app.set_version_flag("--version", std::string("velum ") + velum_types_version);
     app.require_subcommand(1);
-
     app.footer("Exit codes: 0 done; 1 the input is at fault, releases differ or nothing was found; "
                "2 wrong usage; 3 the output or the program failed.");
+}
 
+int run(int argc, char** argv) {
+    CLI::App app("Holds automotive data types in a model and shows them.", "velum");
+    setUp(app);
     velum::commands::ImportCommand import;
     velum::commands::ShowCommand show;
     velum::commands::CheckCommand check;
