@@ -63,7 +63,8 @@ int RenameCommand::run() const {
                   << ": This is a store; rename in the .arxml files, and import them again.\n";
         return inputAtFault;
     }
-    const arxml::UpdateReport report = arxml::rename(model::inputFiles(files).documents, path, name);
+    const arxml::UpdateReport report =
+        arxml::rename(model::inputFiles(files).documents, path, name);
     if (report.isRefused()) {
         std::cerr << "velum: " << report::inOneLine(report.refusal) << "\n";
         return inputAtFault;
