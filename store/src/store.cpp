@@ -1,6 +1,7 @@
 #include "qob_store/store.h"
 
 #include "database.h"
+#include "follower.h"
 #include "layout.h"
 #include "qob/qob/nsinterface/factoryintf.h"
 #include "qob/qob/transaction.h"
@@ -101,6 +102,42 @@ void Store::save(Model const& model, std::string const& path) {
     store::Writer(database, layout, model, keys).writeAll();
     transaction.commit();
     file.keep();
+}
+
+Store::Store(Model const& model, std::string const& path) {
+    NewFile file(path);
+    follower_ = std::make_unique<store::Follower>(model, path, false);
+    follower_->save();
+    file.keep();
+}
+
+Store Store::open(std::string const& path, LoadOptions const& options, LoadReport* report) {
+    LoadReport found;
+    Model const model = load(path, options, &found);
+    auto follower = std::make_unique<store::Follower>(model, path, true);
+    if (!found.skipped.empty()) {
+        follower->refuseSaves();
+    }
+    if (report != nullptr) {
+        *report = std::move(found);
+    }
+    return Store(std::move(follower));
+}
+
+Store::Store(std::unique_ptr<store::Follower> follower) noexcept : follower_(std::move(follower)) {
+}
+Store::Store(Store&&) noexcept = default;
+Store& Store::operator=(Store&&) noexcept = default;
+Store::~Store() = default;
+
+Model const& Store::model() const noexcept {
+    return follower_->model();
+}
+bool Store::hasChanges() const noexcept {
+    return follower_->hasChanges();
+}
+void Store::save() {
+    follower_->save();
 }
 
 Model Store::load(std::string const& path, LoadOptions const& options, LoadReport* report) {

@@ -5,6 +5,7 @@
 #include "qob_store/store.h"
 #include "specialreals.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace QOB::store {
@@ -39,8 +40,17 @@ std::int64_t Keys::of(ClassObject const& object) {
     if (ClassObject(model_) == object) {
         return ModelKey;
     }
-    auto const next = ModelKey + 1 + static_cast<std::int64_t>(withoutId_.size());
-    return withoutId_.emplace(object.get(), next).first->second;
+    auto const [entry, isNew] = withoutId_.try_emplace(object.get(), next_);
+    next_ += isNew ? 1 : 0;
+    return entry->second;
+}
+
+ClassObject Keys::find(std::int64_t key) const {
+    auto const found = std::find_if(withoutId_.begin(), withoutId_.end(), [key](auto const& each) {
+        return each.second == key;
+    });
+    return found != withoutId_.end() ? ClassObject(found->first, model_.getDeviant())
+                                     : ClassObject();
 }
 
 Writer::Writer(Database& database, Layout const& layout, Model const& model, Keys& keys)
@@ -66,6 +76,68 @@ void Writer::writeAll() {
         writeValues(object);
     }
     writeNotes(model_, ModelKey);
+}
+
+void Writer::writeNew(ClassObject const& object, std::int64_t position) {
+    writeObject(object, position);
+    writeValues(object);
+}
+
+void Writer::rewrite(ClassObject const& object) {
+    std::int64_t const key = keys_.of(object);
+    eraseValues(tableOf(object), key);
+    rewriteExternalId(object, key);
+    writeValues(object);
+}
+
+void Writer::rewriteModel() {
+    Statement row(database_, "UPDATE model SET uri = ?");
+    bindText(row, 0, model_.hasUri() ? model_.getUri() : String());
+    row.run();
+    texts_.clear();
+    eraseNotes(ModelKey);
+    rewriteExternalId(model_, ModelKey);
+    writeNotes(model_, ModelKey);
+}
+
+std::int64_t Writer::erase(ClassObject const& object) {
+    std::int64_t const key = keys_.of(object);
+    Statement& row = withKey("SELECT position FROM object WHERE id = ?", key);
+    std::int64_t const position = row.step() ? row.integer(0) : -1;
+    row.step(); // to the end
+    eraseValues(tableOf(object), key);
+    withKey("DELETE FROM object WHERE id = ?", key).run();
+    return position;
+}
+
+void Writer::eraseValues(ClassTable const& table, std::int64_t key) {
+    withKey("DELETE FROM " + sqlName(table.table) + " WHERE id = ?", key).run();
+    for (Field const* const list : table.lists) {
+        withKey("DELETE FROM " + sqlName(list->column) + " WHERE owner = ?", key).run();
+    }
+    withKey("DELETE FROM foreign_reference WHERE owner = ?", key).run();
+    eraseNotes(key);
+}
+
+void Writer::eraseNotes(std::int64_t key) {
+    withKey("DELETE FROM tool_info WHERE owner = ?", key).run();
+    withKey("DELETE FROM stereotype WHERE owner = ?", key).run();
+}
+
+void Writer::rewriteExternalId(ClassObject const& object, std::int64_t key) {
+    Statement& row = withKey("UPDATE object SET external_id = ?2 WHERE id = ?1", key);
+    bindText(row, 1, object.hasExternalId() ? object.getExternalId() : String());
+    row.run();
+    texts_.clear();
+}
+
+Statement& Writer::withKey(std::string const& sql, std::int64_t key) {
+    auto const [entry, isNew] = bySql_.try_emplace(sql);
+    if (isNew) {
+        entry->second = Statement(database_, sql);
+    }
+    entry->second.bind(0, key);
+    return entry->second;
 }
 
 ClassTable const& Writer::tableOf(ClassObject const& object) {

@@ -21,10 +21,15 @@ public:
     explicit Keys(Model model) : model_(std::move(model)) {}
 
     std::int64_t of(ClassObject const& object);
+    /// An object without an id, by its key; empty if there is none.
+    ClassObject find(std::int64_t key) const;
+    /// Another object may have its place in memory later. Its key isn't given again.
+    void forget(ClassObject const& object) { withoutId_.erase(object.get()); }
 
 private:
     Model model_;
-    std::unordered_map<void const*, std::int64_t> withoutId_;
+    std::unordered_map<NSInterface::ClassObjectIntf*, std::int64_t> withoutId_;
+    std::int64_t next_ = ModelKey + 1;
 };
 
 /// Writes objects into the tables of an open transaction.
@@ -36,6 +41,13 @@ public:
 
     /// Everything, into empty tables.
     void writeAll();
+    /// One object that the file doesn't have.
+    void writeNew(ClassObject const& object, std::int64_t position);
+    /// One that it has, in another state.
+    void rewrite(ClassObject const& object);
+    void rewriteModel();
+    /// Takes an object out. Returns its position.
+    std::int64_t erase(ClassObject const& object);
 
 private:
     /// The statements of one class.
@@ -61,6 +73,12 @@ private:
     void writeList(Field const& list, Statement& row, ClassObject const& object, std::int64_t key);
     void writeNotes(ClassObject const& object, std::int64_t key);
     void writeForeign(std::int64_t key);
+    /// What the file has of an object but for its row in the table of objects.
+    void eraseValues(ClassTable const& table, std::int64_t key);
+    void eraseNotes(std::int64_t key);
+    void rewriteExternalId(ClassObject const& object, std::int64_t key);
+    /// A statement with one key, made once.
+    Statement& withKey(std::string const& sql, std::int64_t key);
 
     void bindValue(Statement& row, int parameter, Field const& field, Object const& value);
     void bindText(Statement& row, int parameter, String const& text);
@@ -87,6 +105,7 @@ private:
     ClassTable const* lastTable_ = nullptr;
     std::pair<ClassTable const*, ClassRows*> lastRows_{};
     std::unordered_map<Field const*, Statement> byList_;
+    std::unordered_map<std::string, Statement> bySql_;
     std::vector<String> texts_; ///< of the row that is being written
     std::vector<Foreign> foreigns_;
 };

@@ -102,7 +102,7 @@ void RandomModel::writeOne(Made const& made, VelumTest::Property const& property
 }
 
 void RandomModel::writeNotes(QOB::ClassObject const& object) {
-    switch (below(4)) {
+    switch (below(keepsIds_ ? 3 : 4)) {
     case 0:
         object.setExternalId("/path/" + std::to_string(below(1'000'000)));
         break;

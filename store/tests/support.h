@@ -88,6 +88,8 @@ public:
     void create(int count);
     /// Sets, removes, adds; some objects end.
     void write(int count);
+    /// Objects keep their ids from now on.
+    void keepIds() { keepsIds_ = true; }
 
     unsigned below(std::size_t bound) {
         return static_cast<unsigned>(random_() % std::max<std::size_t>(bound, 1));
@@ -108,6 +110,7 @@ private:
     VelumTest::World world_;
     std::mt19937 random_;
     std::vector<Made> made_;
+    bool keepsIds_ = false;
     std::vector<std::pair<VelumTest::ConcreteClass const*, std::vector<VelumTest::Property>>>
         properties_;
 };

@@ -7,10 +7,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace QOB {
+
+namespace store {
+class Follower;
+} // namespace store
 
 /// A file can't be written or read. The text is one line: the file, the place in it, the cause.
 class QOB_STORE_EXPORT StoreError : public Exception {
@@ -71,6 +76,36 @@ public:
                          std::string const& path,
                          LoadOptions const& options = {},
                          LoadReport* report = nullptr);
+
+    /// Opens a file for a model that is edited: writes the model whole, as save(model, path) does,
+    /// and follows it from then on.
+    Store(Model const& model, std::string const& path);
+    /// Loads a file and follows its model. The model stays when the store goes.
+    static Store
+    open(std::string const& path, LoadOptions const& options = {}, LoadReport* report = nullptr);
+    Store(Store&&) noexcept;
+    Store& operator=(Store&&) noexcept;
+    ~Store();
+
+    /// In the deviant that is followed; empty once it has ended.
+    Model const& model() const noexcept;
+    /// Whether the model may differ from the file.
+    bool hasChanges() const noexcept;
+    /// Writes the objects that have changed since the last save, in one transaction of the file:
+    /// the cost is that of the changed objects. After an object was bound to another id the file is
+    /// written whole; so is one of an older metamodel or with objects without an id. Destroying
+    /// objects to which properties without another end can lead takes a look at each row of these.
+    ///
+    /// Raises, with file and model as they were, while a transaction is open in the deviant, once
+    /// the model has ended, after another program has written, moved or removed the file, and if
+    /// the file has content that was skipped. Objects taken out of the model's list of objects, but
+    /// not destroyed, stay in the file.
+    void save();
+
+private:
+    explicit Store(std::unique_ptr<store::Follower> follower) noexcept;
+
+    std::unique_ptr<store::Follower> follower_;
 };
 
 } // namespace QOB
