@@ -20,7 +20,8 @@ int failingRename = 0;
 } // namespace
 
 /// Stands before the one of the C library, so that the disk can be seen to fail.
-extern "C" int rename(char const* from, char const* to) noexcept {
+extern "C" int renameOrFail(char const* from, char const* to) noexcept __asm__("rename");
+extern "C" int renameOrFail(char const* from, char const* to) noexcept {
     if (failingRename > 0 && --failingRename == 0) {
         errno = EIO;
         return -1;
@@ -38,19 +39,20 @@ using scratch::Folder;
 using scratch::Model;
 using scratch::objectAt;
 
-const std::string samples = VELUM_SAMPLES;
+const std::string sampleFolder = VELUM_SAMPLES;
 
 std::vector<std::string> copiesIn(Folder const& folder) {
     std::vector<std::string> files = {folder / "gearbox.arxml", folder / "platform.arxml"};
     for (std::string const& file : files) {
-        fs::copy_file(samples + "/" + fs::path(file).filename().string(), file);
+        fs::copy_file(sampleFolder + "/" + fs::path(file).filename().string(), file);
     }
     return files;
 }
 
 void expectAsBefore(Folder const& folder, std::vector<std::string> const& files) {
     for (std::string const& file : files) {
-        EXPECT_EQ(contentOf(file), contentOf(samples + "/" + fs::path(file).filename().string()));
+        EXPECT_EQ(contentOf(file),
+                  contentOf(sampleFolder + "/" + fs::path(file).filename().string()));
     }
     const auto all = fs::directory_iterator(folder / ".");
     EXPECT_EQ(std::distance(fs::begin(all), fs::end(all)), 2) << "temporary files are left";
@@ -104,7 +106,7 @@ TEST(Rename, NamesTheFileThatIsNotWellFormed) {
     } catch (InputError const& error) {
         EXPECT_NE(std::string(error.what()).find(files[1]), std::string::npos) << error.what();
     }
-    EXPECT_EQ(contentOf(files[0]), contentOf(samples + "/gearbox.arxml"));
+    EXPECT_EQ(contentOf(files[0]), contentOf(sampleFolder + "/gearbox.arxml"));
 }
 
 } // namespace velum::arxml

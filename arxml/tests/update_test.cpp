@@ -89,8 +89,7 @@ void addLiteral(QOB::Model const& model, std::string const& path) {
 
 types::StructElement
 memberOf(QOB::Model const& model, std::string const& path, std::string const& name) {
-    for (types::StructElement const member :
-         types::Structure(objectAt(model, path)).getElementses()) {
+    for (types::StructElement member : types::Structure(objectAt(model, path)).getElementses()) {
         if (member.getName().view() == name) {
             return member;
         }

@@ -29,14 +29,14 @@ const std::vector<std::string> dictionary = {VELUM_SAMPLES "/platform.arxml",
 
 template <class Handle>
 Handle make(QOB::Model const& model, std::string const& path) {
-    const auto object = Handle::create(model);
+    auto object = Handle::create(model);
     object.setName(QOB::String(path.substr(path.rfind('/') + 1)));
     object.setExternalId(QOB::String(path));
     return object;
 }
 
 types::Integer makeInteger(QOB::Model const& model, std::string const& path) {
-    const auto type = make<types::Integer>(model, path);
+    auto type = make<types::Integer>(model, path);
     type.setSwBaseType(make<types::SwBaseType>(model, path + "Base"));
     return type;
 }

@@ -9,17 +9,17 @@
 
 // A function of the module that pybind11 declares: NOLINTNEXTLINE
 PYBIND11_MODULE(_core, module) {
-    using namespace velum::python;
+    namespace python = velum::python;
 
     module.doc() = "The compiled half of velum. Use the package velum.";
     Zorvane::metamodel::types::initialize();
-    addErrors(module);
-    addHandles(module);
-    addProperties(module);
-    addLists(module);
-    addModels(module);
-    addQuantities(module);
-    addClasses(module);
-    addKinds(module);
-    addTool(module);
+    python::addErrors(module);
+    python::addHandles(module);
+    python::addProperties(module);
+    python::addLists(module);
+    python::addModels(module);
+    python::addQuantities(module);
+    python::addClasses(module);
+    python::addKinds(module);
+    python::addTool(module);
 }

@@ -89,6 +89,7 @@ void ObserverList::remove(Observer& observer) noexcept {
 
 void ObserverList::tell(Changes const& changes, std::exception_ptr& raised) {
     ++tellings_;
+    // Others may begin to observe meanwhile. NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0, size = observers_.size(); i != size; ++i) {
         if (observers_[i] == nullptr) {
             continue;

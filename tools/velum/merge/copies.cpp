@@ -62,7 +62,7 @@ Copies::Copies(Side& from, Side& to)
 }
 
 ClassObject Copies::make(ClassObject const& source) {
-    ClassObject const made =
+    ClassObject made =
         ClassObject(factory_.createFromString(QOB::String(source.getLumvoName(false))))
             .inDeviant(to_.model().getDeviant());
     if (source.hasExternalId()) {
@@ -78,7 +78,7 @@ ClassObject Copies::make(ClassObject const& source) {
 }
 
 ClassObject Copies::copy(ClassObject const& source) {
-    ClassObject const whole = make(source);
+    ClassObject whole = make(source);
     std::vector<std::pair<ClassObject, ClassObject>> open{{source, whole}};
     while (!open.empty()) {
         auto const [from, to] = open.back();

@@ -168,7 +168,7 @@ private:
         }
         Values values = work_.translated(theirValues, theirs);
         if (list.size() != change.property.size() && values.size() == ourValues.size()) {
-            values = withElement(change.property, ourValues, values);
+            values = withElement(change.property, values, ourValues);
         }
         setValues(ours, *attribute, values);
         copyHidden(theirs, ours);
@@ -194,11 +194,11 @@ private:
         return texts;
     }
 
-    /// The list with the one value that the change is about: "V[4]".
-    static Values withElement(std::string const& property, Values values, Values const& others) {
+    /// Our list with their value at the one place that the change is about: "V[4]".
+    static Values withElement(std::string const& property, Values const& theirs, Values ours) {
         std::size_t const place = std::stoul(property.substr(property.find('[') + 1)) - 1;
-        values.at(place) = others.at(place);
-        return values;
+        ours.at(place) = theirs.at(place);
+        return ours;
     }
 
     /// Private properties follow those that a user sees, and no change names them.

@@ -84,7 +84,7 @@ bool Removals::lead(ClassObject const& user) {
 /// What stands for something that goes; empty if nothing does.
 ClassObject Removals::leadTo(ClassObject const& user, ClassObject const& target) {
     std::string const& key = ours_.keyOf(target);
-    ClassObject const other = ours_.find(key);
+    ClassObject other = ours_.find(key);
     if (other.get() != nullptr && !affected_.contains(other.get())) {
         return other;
     }

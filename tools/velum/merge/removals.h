@@ -29,7 +29,7 @@ private:
     void findAffected();
     bool lead(QOB::ClassObject const& user);
     QOB::ClassObject leadTo(QOB::ClassObject const& user, QOB::ClassObject const& target);
-    void keep(void const* target);
+    void keep(void const* whole);
     Pointers usedWithoutPath();
     void destroyUnused(Pointers const& usedBefore);
 

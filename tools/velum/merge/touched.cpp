@@ -3,6 +3,7 @@
 #include "merge/side.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace velum::merge {
 
@@ -20,8 +21,8 @@ std::string_view listName(std::string_view property) {
     return property.substr(0, property.find('['));
 }
 
-Touched::Touched(diff::Comparison const& comparison, std::set<std::string> const& kept)
-    : kept_(kept) {
+Touched::Touched(diff::Comparison const& comparison, std::set<std::string> kept)
+    : kept_(std::move(kept)) {
     for (diff::Change const& change : comparison.changed) {
         byPath_[change.path].push_back(&change);
     }

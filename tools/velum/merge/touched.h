@@ -16,7 +16,7 @@ std::string_view listName(std::string_view property);
 /// What one side changed. Refers to the comparison.
 class Touched {
 public:
-    Touched(diff::Comparison const& comparison, std::set<std::string> const& kept);
+    Touched(diff::Comparison const& comparison, std::set<std::string> kept);
 
     bool isAdded(std::string const& path) const { return added_.contains(path); }
     bool isRemoved(std::string const& path) const { return removed_.contains(path); }

@@ -15,6 +15,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 #include <velum_arxml/read.h>
 #include <velum_types/types.h>
@@ -55,7 +56,7 @@ std::string differences(QOB::Model const& left, QOB::Model const& right) {
 /// What a person does in an editor, done at random: to objects of whatever class.
 class Editor {
 public:
-    Editor(QOB::Model const& model, unsigned seed) : model_(model), random_(seed) {}
+    Editor(QOB::Model model, unsigned seed) : model_(std::move(model)), random_(seed) {}
 
     void change(int count) {
         for (int i = 0; i < count; ++i) {

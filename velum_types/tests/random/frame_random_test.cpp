@@ -765,8 +765,8 @@ private:
             std::vector<ClassObject> const values = valuesOf(property, object);
             owned.insert(owned.end(), values.begin(), values.end());
         }
-        for (ClassObject const& applied : object.getAppliedStereotypeInstances()) {
-            owned.push_back(applied);
+        for (QOB::StereotypeObject const& applied : object.getAppliedStereotypeInstances()) {
+            owned.emplace_back(applied);
         }
         for (ClassObject const& part : owned) {
             require(part.isValid(), "an object contains one that is gone");

@@ -11,12 +11,14 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <iostream>
 #include <map>
 #include <memory>
 #include <optional>
 #include <random>
 #include <set>
+#include <string_view>
 
 namespace {
 
@@ -30,6 +32,14 @@ using VelumTest::Property;
 struct Fault {
     std::string text;
 };
+
+std::string textOf(std::initializer_list<std::string_view> parts) {
+    std::string text;
+    for (std::string_view const part : parts) {
+        text += part;
+    }
+    return text;
+}
 
 void require(bool holds, std::string const& text) {
     if (!holds) {
@@ -164,7 +174,7 @@ public:
             for (auto const& [name, value] : values) {
                 std::string const& has = known->second.at(name);
                 require(has == value,
-                        describe(object) + "." + name + " is " + value + ", told was " + has);
+                        textOf({describe(object), ".", name, " is ", value, ", told was ", has}));
             }
         }
         require(shown.size() == objects_.size(), "the end of an object wasn't told");
@@ -248,9 +258,14 @@ private:
             std::string const old = show(change.oldValues(property));
             std::string const fresh = show(change.newValues(property));
             require(old == values.at(name),
-                    describe(change.object().get()) + "." + name + " was " + values.at(name) +
-                        ", told is " + old);
-            require(old != fresh, name + " is told without a change: " + old);
+                    textOf({describe(change.object().get()),
+                            ".",
+                            name,
+                            " was ",
+                            values.at(name),
+                            ", told is ",
+                            old}));
+            require(old != fresh, textOf({name, " is told without a change: ", old}));
             values[name] = fresh;
         }
         // Told by a property of the class if it has one.
