@@ -19,6 +19,7 @@ struct Classes {
     std::unordered_map<void const*, ClassEntry*> byLive;
     std::unordered_map<std::string, ClassEntry*> byDottedName;
     std::unordered_map<PyTypeObject*, ClassEntry*> byType;
+    std::unordered_map<void const*, Property const*> byLiveProperty;
     /// By the address of the name that an object of the class gives.
     std::unordered_map<char const*, PyTypeObject*> byNameAddress;
 };
@@ -109,6 +110,10 @@ PyObject* construct(PyObject* callable,
 
 // Creation of classes ---------------------------------------------------------------------------
 
+std::string spellingOf(std::string const& name, bool isMany) {
+    return py::str(py::module_::import("velum._names").attr("python_name")(name, isMany));
+}
+
 std::string textOf(QOB::String const& text) {
     return text.isValid() ? std::string(text) : std::string();
 }
@@ -124,8 +129,7 @@ std::string classDocumentation(QOB::ImmutableClass const& live, std::string cons
 /// Makes the types, bases first, then their properties, which refer to each other's types.
 class ClassMaker {
 public:
-    explicit ClassMaker(py::module_& module)
-        : module_(module), pythonName_(py::module_::import("velum._names").attr("python_name")) {}
+    explicit ClassMaker(py::module_& module) : module_(module) {}
 
     void addPackage(QOB::ImmutablePackage const& package) {
         for (QOB::ImmutableType const type : package.getOwnedTypes()) {
@@ -215,7 +219,7 @@ private:
         bool const isMany = live.isMultiValued();
         std::string const metamodelName(live.getName());
         Converter const& converter = converterFor(live.getType());
-        std::string const name = py::str(pythonName_(metamodelName, isMany));
+        std::string const name = spellingOf(metamodelName, isMany);
         Property const& property = classes().properties.emplace_back(
             Property{.record = binding.methods,
                      .id = binding.id,
@@ -231,6 +235,7 @@ private:
                      .metamodelName = entry.name + "." + metamodelName,
                      .documentation = documentationOf(entry, live, converter)});
         requireFree(entry, property);
+        classes().byLiveProperty.emplace(live.get(), &property);
         py::object const descriptor = py::reinterpret_steal<py::object>(newDescriptor(property));
         require(PyDict_SetItemString(entry.type->tp_dict, name.c_str(), descriptor.ptr()) == 0);
         if (name == "name") {
@@ -280,7 +285,6 @@ private:
     }
 
     py::module_& module_;
-    py::object pythonName_;
     QOB::ImmutablePackage kernel_ = QOB::ImmutableClass::MetaClass().getPackage();
     std::vector<std::pair<QOB::ImmutableClass, ClassEntry*>> made_;
     std::unordered_map<void const*, Converter const*> converters_;
@@ -303,6 +307,13 @@ void addClasses(py::module_& module) {
         }
     }
     maker.addProperties();
+}
+
+std::string pythonNameOf(QOB::ImmutableProperty const& live) {
+    auto const known = classes().byLiveProperty.find(live.get());
+    return known != classes().byLiveProperty.end()
+               ? known->second->name
+               : spellingOf(std::string(live.getName()), live.isMultiValued());
 }
 
 PyTypeObject* typeOf(QOB::NSInterface::ClassObjectIntf const& object) {

@@ -25,6 +25,9 @@ PyTypeObject* typeOf(QOB::NSInterface::ClassObjectIntf const& object);
 /// Of a class below velum.Object, or of one that a program derived from it.
 ClassEntry const& classOf(PyTypeObject* type);
 
+/// How Python calls a live property, also one that every object has.
+std::string pythonNameOf(QOB::ImmutableProperty const& live);
+
 /// What a call of a class does: a new object in a model, with a name and other properties.
 PyObject* createObject(PyTypeObject* type, PyObject* arguments, PyObject* keywords);
 

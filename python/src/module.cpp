@@ -2,6 +2,7 @@
 #include "kinds.h"
 #include "list.h"
 #include "modelview.h"
+#include "observation.h"
 #include "quantity.h"
 #include "tool.h"
 
@@ -21,5 +22,6 @@ PYBIND11_MODULE(_core, module) {
     python::addQuantities(module);
     python::addClasses(module);
     python::addKinds(module);
+    python::addObservations(module);
     python::addTool(module);
 }

@@ -111,6 +111,7 @@ class Metamodel(unittest.TestCase):
             ("pisUserDefined", False, "pis_user_defined"),
             ("HTTPPort", False, "http_port"),
             ("V", True, "vs"),
+            ("ContainerQOB", False, "container"),
             ("Axes", True, "axes"),
             ("index", True, "indexes"),
             ("clientDependency", True, "client_dependencies"),

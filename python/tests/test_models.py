@@ -128,6 +128,112 @@ class Models(unittest.TestCase):
         self.assertIsNone(integer.unit)
 
 
+class Observers(unittest.TestCase):
+    def setUp(self):
+        self.model = velum.Model()
+        self.seen = []
+
+    def test_changes_are_reported_when_they_are_complete(self):
+        integer = velum.Integer(self.model, "x")
+        with self.model.observe(self.seen.append) as observation:
+            with self.model.transaction():
+                integer.name = "y"
+                integer.length = "8|bit"
+                unit = velum.Unit(self.model, "metre")
+                self.assertEqual(self.seen, [])
+            (changes,) = self.seen
+            self.assertEqual((changes.created, changes.destroyed), ((unit,), ()))
+            (change,) = changes.changed
+            self.assertEqual(change.object, integer)
+            sizes = velum.DataSize("32|bit"), velum.DataSize("8|bit")
+            self.assertEqual(change.values, {"name": ("x", "y"), "length": sizes})
+            integer.unit = unit
+            self.assertEqual(self.seen[-1].changed[0].values, {"unit": (None, unit)})
+            integer.external_id = "/x"
+            self.assertEqual(self.seen[-1].changed[0].values, {"external_id": (None, "/x")})
+            unit.destroy()
+            self.assertEqual([each.exists for each in self.seen[-1].destroyed], [False])
+            with self.assertRaises(ZeroDivisionError), self.model.transaction():
+                integer.name = "z"
+                1 / 0  # noqa: B018
+            self.assertEqual(len(self.seen), 4)
+            self.assertTrue(observation.is_active)
+        integer.name = "w"
+        self.assertEqual((len(self.seen), observation.is_active), (4, False))
+
+    def test_both_ends_and_lists_are_reported(self):
+        enumeration = velum.Enumeration(self.model, "e")
+        literal = velum.EnumerationLiteral(self.model, "low")
+        observation = self.model.observe(self.seen.append)
+        enumeration.owned_literals.append(literal)
+        values = {each.object: each.values for each in self.seen[0].changed}
+        self.assertEqual(values[enumeration]["owned_literals"], ((), (literal,)))
+        self.assertEqual(values[literal]["enumeration"], (None, enumeration))
+        observation.stop()
+        observation.stop()
+
+    def test_a_branch_has_observers_of_its_own(self):
+        integer = velum.Integer(self.model, "x")
+        draft = self.model.branch()
+        kept = draft.observe(self.seen.append)
+        integer.in_branch(draft).name = "y"
+        self.assertEqual(self.seen[0].changed[0].object.name, "y")
+        draft.remove()
+        self.assertFalse(kept.is_active)
+
+    def test_what_the_function_raises_reaches_the_change(self):
+        integer = velum.Integer(self.model, "x")
+
+        def refuse(changes):
+            raise LookupError(len(changes.changed))
+
+        with self.model.observe(refuse):
+            with self.assertRaisesRegex(LookupError, "1"):
+                integer.name = "y"
+            with self.assertRaises(LookupError), self.model.transaction():
+                integer.name = "z"
+        self.assertEqual(integer.name, "z")
+        with self.model.observe(lambda changes: setattr(integer, "name", "w")):
+            with self.assertRaises(velum.Error):
+                integer.length = "8|bit"
+        self.assertEqual(integer.name, "z")
+        with self.assertRaisesRegex(TypeError, r"observe\(\) takes a function, not int"):
+            self.model.observe(5)
+        with self.assertRaises(TypeError):
+            velum.Observation()
+
+    def test_an_observation_ends_with_its_last_reference_in_a_circle_too(self):
+        integer = velum.Integer(self.model, "x")
+
+        class Holder:
+            def __init__(holder, model, seen):
+                holder.seen = seen
+                holder.observation = model.observe(holder.see)
+
+            def see(holder, changes):
+                holder.seen.append(changes)
+
+        holder = Holder(self.model, self.seen)
+        integer.name = "y"
+        ended = weakref.ref(holder)
+        del holder
+        gc.collect()
+        self.assertIsNone(ended())
+        integer.name = "z"
+        self.assertEqual(len(self.seen), 1)
+
+    def test_a_function_may_stop_its_own_observation(self):
+        integer = velum.Integer(self.model, "x")
+        kept = []
+        kept.append(self.model.observe(lambda changes: kept.pop().stop()))
+        integer.name = "y"
+        integer.name = "z"
+        self.assertEqual(kept, [])
+        kept = self.model.observe(lambda changes: None)
+        self.model.destroy()
+        self.assertFalse(kept.is_active)
+
+
 class Life(unittest.TestCase):
     def test_objects_keep_the_model(self):
         for keep in (

@@ -10,7 +10,7 @@ from typing import Any as _Any
 from . import _core
 from ._core import *  # noqa: F403  the classes are made when the module is loaded
 
-for _made in (_core.Model, _core.Branch, _core.Transaction):
+for _made in (_core.Branch, _core.Model, _core.Observation, _core.Transaction):
     _made.__module__ = "velum"
 for _function in (_core.check, _core.diff, _core.load, _core.read, _core.save, _core.write):
     _function.__module__ = "velum"
@@ -18,8 +18,8 @@ _abc.MutableSequence.register(_core.List)
 
 # Of velum.reports, whose dataclasses take longer to make than all else: only when they are asked for.
 _REPORTS = frozenset(
-    "Change CheckReport ConsumedElements DiffReport FileReport Finding Issue LoadReport Omission Place "
-    "ReadReport Renaming Single SkippedElements SkippedName UnresolvedReference Value WriteFinding "
+    "Change Changes CheckReport ConsumedElements DiffReport FileReport Finding Issue LoadReport "
+    "ObjectChange Omission Place ReadReport Renaming Single SkippedElements SkippedName UnresolvedReference Value WriteFinding "
     "WriteReport".split()
 )
 

@@ -7,8 +7,11 @@ _BORDER = re.compile(r"(?<=[a-z0-9])(?=[A-Z])|(?<=[A-Z])(?=[A-Z][a-z])")
 
 
 def python_name(name: str, is_many: bool) -> str:
-    """The name of a property in Python: owned_literals for OwnedLiteral, if it holds many."""
-    words = _BORDER.sub("_", name).lower()
+    """The name of a property in Python: owned_literals for OwnedLiteral, if it holds many.
+
+    The kernel's mark is left out: container for ContainerQOB.
+    """
+    words = _BORDER.sub("_", name.removesuffix("QOB")).lower()
     return _plural(words) if is_many else words
 
 

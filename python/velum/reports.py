@@ -177,6 +177,24 @@ class LoadReport:
 
 
 @dataclass(frozen=True, slots=True)
+class ObjectChange:
+    """An object that has other values than before."""
+
+    object: Object
+    # By the name of the property: before and now. Of a property with many, a tuple of its values.
+    values: dict[str, tuple[Any, Any]]
+
+
+@dataclass(frozen=True, slots=True)
+class Changes:
+    """What a transaction, an undo, a redo, a merge or a single write has changed."""
+
+    created: tuple[Object, ...]
+    destroyed: tuple[Object, ...]
+    changed: tuple[ObjectChange, ...]
+
+
+@dataclass(frozen=True, slots=True)
 class Single:
     """An object that only one side has."""
 
