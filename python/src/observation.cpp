@@ -64,7 +64,7 @@ public:
         stop();
     }
 
-    static int traverse(PyObject* self, visitproc visit, void* argument) {
+    static int traverse(PyObject* self, visitproc visit, void* arg) { // Py_VISIT names them
         Py_VISIT(Py_TYPE(self));
         if (Observation const* const observation = in(self)) {
             Py_VISIT(observation->callback_.ptr());
@@ -112,7 +112,9 @@ void addObservations(py::module_& module) {
                             "Calls a function after each change for as long as it is kept.")
         .def("stop", &Observation::end, "Ends the calls.")
         .def_property_readonly(
-            "is_active", &Observation::isObserving, "Whether changes are still reported.")
+            "is_active",
+            [](Observation const& observation) { return observation.isObserving(); },
+            "Whether changes are still reported.")
         .def("__enter__", [](py::object self) { return self; })
         .def("__exit__", [](Observation& observation, py::args const&) { observation.end(); });
     module.attr("Model").attr("observe") =
