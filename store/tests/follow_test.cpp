@@ -47,8 +47,8 @@ std::vector<std::string> dumpOf(std::string const& path) {
     for (std::string const& table :
          rowsOf(path, "SELECT name FROM sqlite_master WHERE type = 'table' ORDER BY name")) {
         std::string const columns = table == "object" ? "id, class, external_id" : "*";
-        std::vector<std::string> rows =
-            rowsOf(path, "SELECT " + columns + " FROM \"" + table + '"');
+        std::vector<std::string> rows = rowsOf(
+            path, std::string("SELECT ").append(columns).append(" FROM \"").append(table) + '"');
         std::sort(rows.begin(), rows.end());
         dump.push_back(table);
         dump.insert(dump.end(), rows.begin(), rows.end());
