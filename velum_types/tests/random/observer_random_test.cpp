@@ -250,6 +250,8 @@ private:
     }
 
     static void applyTo(Values& values, QOB::ObjectChange const& change) {
+        ImmutableProperty const container = live(ofEvery(ClassObjectIntf::ContainerQOBId));
+        bool tellsContainer = false; // by a property of the class if it has one
         std::set<void const*> seen;
         for (ImmutableProperty const& property : change.properties()) {
             require(seen.insert(property.get()).second, "a property appears twice");
@@ -267,10 +269,13 @@ private:
                             old}));
             require(old != fresh, textOf({name, " is told without a change: ", old}));
             values[name] = fresh;
+            tellsContainer = tellsContainer || property.get() == container.get() ||
+                             (property.hasOpposite() && property.getOpposite().isComposite());
         }
-        // Told by a property of the class if it has one.
-        ImmutableProperty const container = live(ofEvery(ClassObjectIntf::ContainerQOBId));
-        values[nameOf(container)] = show(change.newValues(container));
+        // An id is told while a transaction is open, whose other changes aren't told yet.
+        if (tellsContainer) {
+            values[nameOf(container)] = show(change.newValues(container));
+        }
     }
 
     QOB::Model model_;
