@@ -23,14 +23,14 @@ using Things = MultiIndexImpl<Thing>;
 
 namespace {
 
-Deviant const none;
+Deviant const noDeviant;
 
 std::vector<int> numbers(SequenceIntf const& sequence) {
     std::vector<int> result;
-    for (IteratorPtr i = sequence.generic_begin(none);
-         !i->generic_sameAs(sequence.generic_end(none).get());
-         i->generic_next(none)) {
-        result.push_back(QOB::Generic::valueOf<Integer>(i->generic_value(none)));
+    for (IteratorPtr i = sequence.generic_begin(noDeviant);
+         !i->generic_sameAs(sequence.generic_end(noDeviant).get());
+         i->generic_next(noDeviant)) {
+        result.push_back(QOB::Generic::valueOf<Integer>(i->generic_value(noDeviant)));
     }
     return result;
 }
@@ -43,7 +43,7 @@ struct CountingRef {
     static Ref of(int value) {
         ups = downs = 0;
         return {new QOB::Generic::ValueBlock<Integer>(value),
-                none,
+                noDeviant,
                 [](void* data, bool up) {
                     ++(up ? ups : downs);
                     QOB::Generic::ValueBlock<Integer>::refFn(data, up);
@@ -62,7 +62,7 @@ protected:
 
     void fill(std::initializer_list<int> values) {
         for (int const value : values) {
-            container.generic_push_back(none, toRef(Integer(value)));
+            container.generic_push_back(noDeviant, toRef(Integer(value)));
         }
     }
 };
@@ -72,7 +72,7 @@ TYPED_TEST_SUITE(NumberContainer, NumberContainers, );
 /// The operations that take a place, by what they do with a bad one.
 template <class Container>
 std::string atFailure(Container& container, int index) {
-    return messageOf([&] { container.generic_at(none, index); });
+    return messageOf([&] { container.generic_at(noDeviant, index); });
 }
 
 class ReferenceContainer : public ThingModel {
@@ -93,29 +93,29 @@ protected:
 TYPED_TEST(NumberContainer, KeepsTheOrderOfItsOperations) {
     auto& c = this->container;
     this->fill({1, 2, 3});
-    c.generic_push_front(none, toRef(Integer(0)));
-    c.generic_insert(none, 2, toRef(Integer(9)));
-    c.generic_insert(none, c.generic_size(none), toRef(Integer(8)));
+    c.generic_push_front(noDeviant, toRef(Integer(0)));
+    c.generic_insert(noDeviant, 2, toRef(Integer(9)));
+    c.generic_insert(noDeviant, c.generic_size(noDeviant), toRef(Integer(8)));
     EXPECT_EQ(numbers(c), (std::vector<int>{0, 1, 9, 2, 3, 8}));
-    c.generic_erase(none, 2);
-    c.generic_pop_back(none);
-    c.generic_pop_front(none);
-    c.generic_replace(none, 0, toRef(Integer(7)));
+    c.generic_erase(noDeviant, 2);
+    c.generic_pop_back(noDeviant);
+    c.generic_pop_front(noDeviant);
+    c.generic_replace(noDeviant, 0, toRef(Integer(7)));
     EXPECT_EQ(numbers(c), (std::vector<int>{7, 2, 3}));
 
-    IteratorPtr const second = c.generic_begin(none);
-    second->generic_next(none);
-    IteratorPtr const inserted = c.generic_insert(none, second.get(), toRef(Integer(5)));
-    EXPECT_EQ(QOB::Generic::valueOf<Integer>(inserted->generic_value(none)), 5);
-    IteratorPtr const behind = c.generic_erase(none, inserted.get());
-    EXPECT_EQ(QOB::Generic::valueOf<Integer>(behind->generic_value(none)), 2);
-    IteratorPtr const end = c.generic_erase(none, behind.get(), c.generic_end(none).get());
-    EXPECT_TRUE(end->generic_sameAs(c.generic_end(none).get()));
+    IteratorPtr const second = c.generic_begin(noDeviant);
+    second->generic_next(noDeviant);
+    IteratorPtr const inserted = c.generic_insert(noDeviant, second.get(), toRef(Integer(5)));
+    EXPECT_EQ(QOB::Generic::valueOf<Integer>(inserted->generic_value(noDeviant)), 5);
+    IteratorPtr const behind = c.generic_erase(noDeviant, inserted.get());
+    EXPECT_EQ(QOB::Generic::valueOf<Integer>(behind->generic_value(noDeviant)), 2);
+    IteratorPtr const end = c.generic_erase(noDeviant, behind.get(), c.generic_end(noDeviant).get());
+    EXPECT_TRUE(end->generic_sameAs(c.generic_end(noDeviant).get()));
     EXPECT_EQ(numbers(c), (std::vector<int>{7}));
-    EXPECT_TRUE(c.generic_contains(none, toRef(Integer(7))));
-    EXPECT_EQ(c.generic_removeAll(none, toRef(Integer(1))), 0);
-    EXPECT_EQ(c.generic_removeAll(none, toRef(Integer(7))), 1);
-    EXPECT_TRUE(c.generic_empty(none));
+    EXPECT_TRUE(c.generic_contains(noDeviant, toRef(Integer(7))));
+    EXPECT_EQ(c.generic_removeAll(noDeviant, toRef(Integer(1))), 0);
+    EXPECT_EQ(c.generic_removeAll(noDeviant, toRef(Integer(7))), 1);
+    EXPECT_TRUE(c.generic_empty(noDeviant));
 }
 
 TYPED_TEST(NumberContainer, RefusesBadPlacesWithTheSameWordsAndStaysAsItIs) {
@@ -125,71 +125,71 @@ TYPED_TEST(NumberContainer, RefusesBadPlacesWithTheSameWordsAndStaysAsItIs) {
     char const* const empty = "sequence is empty";
     Ref const value = toRef(Integer(1));
 
-    EXPECT_EQ(messageOf([&] { c.generic_front(none); }), empty);
-    EXPECT_EQ(messageOf([&] { c.generic_back(none); }), empty);
-    EXPECT_EQ(messageOf([&] { c.generic_pop_back(none); }), empty);
-    EXPECT_EQ(messageOf([&] { c.generic_pop_front(none); }), empty);
-    EXPECT_EQ(messageOf([&] { c.generic_at(none, 0); }), tooLarge);
-    EXPECT_EQ(messageOf([&] { c.generic_at(none, -1); }), negative);
-    EXPECT_EQ(messageOf([&] { c.generic_erase(none, 0); }), tooLarge);
-    EXPECT_EQ(messageOf([&] { c.generic_insert(none, 1, value); }), tooLarge);
-    EXPECT_EQ(messageOf([&] { c.generic_insert(none, -1, value); }), negative);
-    EXPECT_EQ(messageOf([&] { c.generic_replace(none, 0, value); }), tooLarge);
-    EXPECT_EQ(messageOf([&] { c.generic_replace(none, -1, value); }), negative);
-    EXPECT_EQ(messageOf([&] { c.generic_erase(none, -1); }), negative);
-    EXPECT_TRUE(c.generic_begin(none)->generic_sameAs(c.generic_end(none).get()));
+    EXPECT_EQ(messageOf([&] { c.generic_front(noDeviant); }), empty);
+    EXPECT_EQ(messageOf([&] { c.generic_back(noDeviant); }), empty);
+    EXPECT_EQ(messageOf([&] { c.generic_pop_back(noDeviant); }), empty);
+    EXPECT_EQ(messageOf([&] { c.generic_pop_front(noDeviant); }), empty);
+    EXPECT_EQ(messageOf([&] { c.generic_at(noDeviant, 0); }), tooLarge);
+    EXPECT_EQ(messageOf([&] { c.generic_at(noDeviant, -1); }), negative);
+    EXPECT_EQ(messageOf([&] { c.generic_erase(noDeviant, 0); }), tooLarge);
+    EXPECT_EQ(messageOf([&] { c.generic_insert(noDeviant, 1, value); }), tooLarge);
+    EXPECT_EQ(messageOf([&] { c.generic_insert(noDeviant, -1, value); }), negative);
+    EXPECT_EQ(messageOf([&] { c.generic_replace(noDeviant, 0, value); }), tooLarge);
+    EXPECT_EQ(messageOf([&] { c.generic_replace(noDeviant, -1, value); }), negative);
+    EXPECT_EQ(messageOf([&] { c.generic_erase(noDeviant, -1); }), negative);
+    EXPECT_TRUE(c.generic_begin(noDeviant)->generic_sameAs(c.generic_end(noDeviant).get()));
 
-    c.generic_insert(none, 0, value);
-    EXPECT_EQ(messageOf([&] { c.generic_at(none, 1); }), tooLarge);
-    EXPECT_EQ(messageOf([&] { c.generic_erase(none, 1); }), tooLarge);
+    c.generic_insert(noDeviant, 0, value);
+    EXPECT_EQ(messageOf([&] { c.generic_at(noDeviant, 1); }), tooLarge);
+    EXPECT_EQ(messageOf([&] { c.generic_erase(noDeviant, 1); }), tooLarge);
     EXPECT_EQ(numbers(c), (std::vector<int>{1}));
 }
 
 TYPED_TEST(NumberContainer, GivesBackEveryRefThatItIsGiven) {
     auto& c = this->container;
-    c.generic_push_back(none, CountingRef::of(1));
+    c.generic_push_back(noDeviant, CountingRef::of(1));
     EXPECT_TRUE(CountingRef::balanced());
-    c.generic_push_back(none, CountingRef::of(1)); // a second one: kept or refused
+    c.generic_push_back(noDeviant, CountingRef::of(1)); // a second one: kept or refused
     EXPECT_TRUE(CountingRef::balanced());
-    c.generic_push_front(none, CountingRef::of(2));
+    c.generic_push_front(noDeviant, CountingRef::of(2));
     EXPECT_TRUE(CountingRef::balanced());
-    c.generic_insert(none, 0, CountingRef::of(3));
+    c.generic_insert(noDeviant, 0, CountingRef::of(3));
     EXPECT_TRUE(CountingRef::balanced());
-    c.generic_insert(none, c.generic_begin(none).get(), CountingRef::of(4));
+    c.generic_insert(noDeviant, c.generic_begin(noDeviant).get(), CountingRef::of(4));
     EXPECT_TRUE(CountingRef::balanced());
-    c.generic_replace(none, 0, CountingRef::of(5));
+    c.generic_replace(noDeviant, 0, CountingRef::of(5));
     EXPECT_TRUE(CountingRef::balanced());
-    EXPECT_THROW(c.generic_replace(none, -1, CountingRef::of(6)), QOB::Exception);
+    EXPECT_THROW(c.generic_replace(noDeviant, -1, CountingRef::of(6)), QOB::Exception);
     EXPECT_TRUE(CountingRef::balanced());
-    EXPECT_THROW(c.generic_insert(none, 99, CountingRef::of(6)), QOB::Exception);
+    EXPECT_THROW(c.generic_insert(noDeviant, 99, CountingRef::of(6)), QOB::Exception);
     EXPECT_TRUE(CountingRef::balanced());
-    c.generic_contains(none, CountingRef::of(5));
+    c.generic_contains(noDeviant, CountingRef::of(5));
     EXPECT_TRUE(CountingRef::balanced());
-    c.generic_removeAll(none, CountingRef::of(5));
+    c.generic_removeAll(noDeviant, CountingRef::of(5));
     EXPECT_TRUE(CountingRef::balanced());
 }
 
 TYPED_TEST(NumberContainer, IteratorsCompareOnlyWithTheirKind) {
     auto& c = this->container;
     this->fill({1, 2});
-    IteratorPtr const begin = c.generic_begin(none);
+    IteratorPtr const begin = c.generic_begin(noDeviant);
     EXPECT_FALSE(begin->generic_sameAs(nullptr));
-    EXPECT_FALSE(begin->generic_sameAs(ListQImpl<String>().generic_begin(none).get()));
+    EXPECT_FALSE(begin->generic_sameAs(ListQImpl<String>().generic_begin(noDeviant).get()));
     IteratorPtr const copy = begin->generic_clone();
     EXPECT_TRUE(begin->generic_sameAs(copy.get()));
-    copy->generic_next(none);
+    copy->generic_next(noDeviant);
     EXPECT_FALSE(begin->generic_sameAs(copy.get()));
-    copy->generic_prev(none);
+    copy->generic_prev(noDeviant);
     EXPECT_TRUE(begin->generic_sameAs(copy.get()));
 }
 
 TYPED_TEST(NumberContainer, CopyIsItsOwn) {
     this->fill({1, 2});
     TypeParam copy(this->container);
-    copy.generic_push_back(none, toRef(Integer(3)));
+    copy.generic_push_back(noDeviant, toRef(Integer(3)));
     EXPECT_EQ(numbers(this->container), (std::vector<int>{1, 2}));
     this->container = copy;
-    copy.generic_clear(none);
+    copy.generic_clear(noDeviant);
     EXPECT_EQ(numbers(this->container), (std::vector<int>{1, 2, 3}));
     copy.incRef();
     copy.decRef();
@@ -200,25 +200,25 @@ TEST(ListSequence, SharesOneEmptyBlockUntilItIsReadByPositionOrWritten) {
     ListQImpl<Integer> const first; // the first of the type may make the shared block
     std::size_t const before = VelumTest::allocationCount();
     ListQImpl<Integer> list;
-    EXPECT_EQ(list.generic_size(none), 0);
-    EXPECT_TRUE(list.generic_empty(none));
+    EXPECT_EQ(list.generic_size(noDeviant), 0);
+    EXPECT_TRUE(list.generic_empty(noDeviant));
     EXPECT_EQ(&list.values(), &first.values());
     EXPECT_EQ(VelumTest::allocationCount(), before);
-    list.generic_begin(none);
+    list.generic_begin(noDeviant);
     EXPECT_NE(&list.values(), &first.values());
     EXPECT_EQ(&ListQImpl<Integer>().values(), &first.values());
-    list.generic_push_back(none, toRef(Integer(1)));
+    list.generic_push_back(noDeviant, toRef(Integer(1)));
     auto const* const own = &list.values();
-    list.generic_clear(none);
+    list.generic_clear(noDeviant);
     EXPECT_EQ(&list.values(), own) << "clearing keeps the block";
 }
 
 TEST(ListSequence, MayHoldAValueMoreThanOnce) {
     ListQImpl<String> list;
     for (char const* const text : {"a", "b", "a", "a", "c"}) {
-        list.generic_push_back(none, toRef(String(text)));
+        list.generic_push_back(noDeviant, toRef(String(text)));
     }
-    EXPECT_EQ(list.generic_removeAll(none, toRef(String("a"))), 3);
+    EXPECT_EQ(list.generic_removeAll(noDeviant, toRef(String("a"))), 3);
     EXPECT_EQ(list.values(), (std::vector<String>{"b", "c"}));
     EXPECT_STREQ(list.generic_getLumvoName(true, true, "fallback"), "fallback");
 }
@@ -226,17 +226,17 @@ TEST(ListSequence, MayHoldAValueMoreThanOnce) {
 TEST(UniqueValueSequence, RefusesASecondEqualValueAndKeepsTheFirstInItsPlace) {
     MultiIndexImpl<Integer> cells;
     for (int const value : {1, 2, 1}) {
-        cells.generic_push_back(none, toRef(Integer(value)));
+        cells.generic_push_back(noDeviant, toRef(Integer(value)));
     }
-    cells.generic_insert(none, 0, toRef(Integer(2)));
-    cells.generic_push_front(none, toRef(Integer(2)));
+    cells.generic_insert(noDeviant, 0, toRef(Integer(2)));
+    cells.generic_push_front(noDeviant, toRef(Integer(2)));
     EXPECT_EQ(numbers(cells), (std::vector<int>{1, 2}));
     IteratorPtr const existing =
-        cells.generic_insert(none, cells.generic_begin(none).get(), toRef(Integer(2)));
-    EXPECT_EQ(QOB::Generic::valueOf<Integer>(existing->generic_value(none)), 2);
-    existing->generic_next(none);
-    EXPECT_TRUE(existing->generic_sameAs(cells.generic_end(none).get()));
-    cells.generic_replace(none, 0, toRef(Integer(2)));
+        cells.generic_insert(noDeviant, cells.generic_begin(noDeviant).get(), toRef(Integer(2)));
+    EXPECT_EQ(QOB::Generic::valueOf<Integer>(existing->generic_value(noDeviant)), 2);
+    existing->generic_next(noDeviant);
+    EXPECT_TRUE(existing->generic_sameAs(cells.generic_end(noDeviant).get()));
+    cells.generic_replace(noDeviant, 0, toRef(Integer(2)));
     EXPECT_EQ(numbers(cells), (std::vector<int>{1, 2})) << "a refused replacement changes nothing";
 }
 
@@ -244,18 +244,18 @@ TEST(UniqueValueSequence, NotANumberIsOneValueAmongOthers) {
     MultiIndexImpl<Real> reals;
     double const nan = std::numeric_limits<double>::quiet_NaN();
     for (double const value : {nan, 1.0, nan, 0.5}) {
-        reals.generic_push_back(none, toRef(Real(value)));
+        reals.generic_push_back(noDeviant, toRef(Real(value)));
     }
-    EXPECT_EQ(reals.generic_size(none), 3);
-    EXPECT_TRUE(reals.generic_contains(none, toRef(Real(0.5))));
+    EXPECT_EQ(reals.generic_size(noDeviant), 3);
+    EXPECT_TRUE(reals.generic_contains(noDeviant, toRef(Real(0.5))));
 }
 
 TEST(UniqueValueSequence, EmptyOneAllocatesNothing) {
     std::size_t const before = VelumTest::allocationCount();
     MultiIndexImpl<Real> const empty;
     MultiIndexImpl<Real> copy(empty);
-    copy.generic_clear(none);
-    EXPECT_TRUE(copy.generic_empty(none));
+    copy.generic_clear(noDeviant);
+    EXPECT_TRUE(copy.generic_empty(noDeviant));
     EXPECT_EQ(VelumTest::allocationCount(), before);
 }
 
@@ -355,12 +355,12 @@ TEST(ReferenceContainerOrder, ReplacementCountsTheOldElementDownBeforeTheNewOneU
     WatchedElement b('b', log);
     MultiIndexImpl<QOB::ClassObject> objects;
     objects.storage().push_back(&a);
-    Ref element = QOB::Generic::objectRef(&b, none);
+    Ref element = QOB::Generic::objectRef(&b, noDeviant);
     log.clear();
-    objects.generic_replace(none, 0, std::move(element));
+    objects.generic_replace(noDeviant, 0, std::move(element));
     EXPECT_EQ(log, "-a+b-b") << "the last one is the Ref's";
     log.clear();
-    objects.generic_erase(none, 0);
+    objects.generic_erase(noDeviant, 0);
     EXPECT_EQ(log, "-b");
 }
 
@@ -448,7 +448,7 @@ TEST(SequenceInterface, KeepsTheOrderOfItsVirtualOperations) {
 TEST(CountedViews, FailOnACountBelowZero) {
     char const* const words = "Internal assertion without a message detected! Please fix me asap";
     ListQImpl<Integer> list;
-    IteratorPtr const iterator = list.generic_begin(none);
+    IteratorPtr const iterator = list.generic_begin(noDeviant);
     EXPECT_EQ(iterator->numRef(), 0);
     EXPECT_EQ(messageOf([&] { iterator->decRef(); }), words);
     EXPECT_EQ(messageOf([&] { iterator->incRef(); }), words);
@@ -457,7 +457,7 @@ TEST(CountedViews, FailOnACountBelowZero) {
     EXPECT_EQ(messageOf([&] { view.incRef(); }), words);
     std::string const source = "qob/export/include/qob/kernel/containers/sequence/sequenceproxy";
     EXPECT_NE(failureOf([&] { view.incRef(); }).find(" at " + source), std::string::npos);
-    IteratorIntf* const counted = list.generic_begin(none).release();
+    IteratorIntf* const counted = list.generic_begin(noDeviant).release();
     counted->incRef();
     counted->incRef();
     counted->decRef();
