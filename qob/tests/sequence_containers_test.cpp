@@ -109,7 +109,8 @@ TYPED_TEST(NumberContainer, KeepsTheOrderOfItsOperations) {
     EXPECT_EQ(QOB::Generic::valueOf<Integer>(inserted->generic_value(noDeviant)), 5);
     IteratorPtr const behind = c.generic_erase(noDeviant, inserted.get());
     EXPECT_EQ(QOB::Generic::valueOf<Integer>(behind->generic_value(noDeviant)), 2);
-    IteratorPtr const end = c.generic_erase(noDeviant, behind.get(), c.generic_end(noDeviant).get());
+    IteratorPtr const end =
+        c.generic_erase(noDeviant, behind.get(), c.generic_end(noDeviant).get());
     EXPECT_TRUE(end->generic_sameAs(c.generic_end(noDeviant).get()));
     EXPECT_EQ(numbers(c), (std::vector<int>{7}));
     EXPECT_TRUE(c.generic_contains(noDeviant, toRef(Integer(7))));
