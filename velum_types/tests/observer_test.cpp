@@ -1,6 +1,7 @@
 #include "qob/qob/observer.h"
 #include "qob/qob/transaction.h"
 #include "tests/support/allocation_count.h"
+#include "tests/support/failure.h"
 #include "velum_types/tests/support/described.h"
 #include "velum_types/types.h"
 
@@ -16,6 +17,7 @@ using QOB::ClassObject;
 using QOB::ImmutableProperty;
 using QOB::Object;
 using VelumTest::ConcreteClass;
+using VelumTest::failureOf;
 using VelumTest::Property;
 
 namespace {
@@ -89,16 +91,6 @@ protected:
     QOB::Model const model;
     Recorder observer;
 };
-
-template <class Action>
-std::string failureOf(Action const& action) {
-    try {
-        action();
-    } catch (QOB::Exception const& failure) {
-        return failure.what();
-    }
-    return {};
-}
 
 /// What happens to one property, of whatever kind, in one write.
 void expectOneBatch(VelumTest::World& world, ConcreteClass const& of, Property const& property) {
