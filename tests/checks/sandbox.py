@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import json
 import pathlib
 import tempfile
 import unittest
@@ -14,6 +15,13 @@ class InstalledProject(Project):
 
     def installed(self) -> pathlib.Path:
         return self.root / "build" / "prefix"
+
+
+class BuiltProject(InstalledProject):
+    """A project whose compile database a test writes by hand."""
+
+    def build(self, preset: str, *targets: str) -> pathlib.Path:
+        return self.root / "build"
 
 
 class Sandbox(unittest.TestCase):
@@ -39,6 +47,20 @@ class Sandbox(unittest.TestCase):
     def commit(self, message: str) -> None:
         identity = ("-c", "user.name=Tester", "-c", "user.email=tester@example.com")
         self.project.run("git", *identity, "commit", "-q", "--allow-empty", "-m", message)
+
+    def compile(self, *names: str) -> None:
+        """Says in the build's database that clang++ compiles these files."""
+        root = self.project.root
+        entries = [
+            {
+                "directory": str(root / "build"),
+                "file": str(root / name),
+                "command": f"/usr/bin/cmake -E env A=b ccache /usr/bin/clang++ -std=c++20 -I{root}"
+                f" -o unit.o -c {root / name}",
+            }
+            for name in names
+        ]
+        self.write("build/compile_commands.json", json.dumps(entries))
 
     def library(self, name: str, text: str, *flags: str) -> pathlib.Path:
         """Compiles a shared library into the installation."""

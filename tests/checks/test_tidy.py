@@ -1,15 +1,5 @@
-import json
-import pathlib
-
-from sandbox import InstalledProject, Sandbox
+from sandbox import BuiltProject, Sandbox
 from velum_checks.tidy import CHECK
-
-
-class BuiltProject(InstalledProject):
-    """A project whose compile database a test writes by hand."""
-
-    def build(self, preset: str, *targets: str) -> pathlib.Path:
-        return self.root / "build"
 
 
 class Tidy(Sandbox):
@@ -20,16 +10,7 @@ class Tidy(Sandbox):
             ".clang-tidy", "Checks: '-*,modernize-use-nullptr'\nWarningsAsErrors: '*'\n"
         )
         root = self.project.root
-        entries = [
-            {
-                "directory": str(root / "build"),
-                "file": str(root / name),
-                "command": f"/usr/bin/cmake -E env A=b ccache /usr/bin/clang++ -std=c++20 -I{root}"
-                f" -o unit.o -c {root / name}",
-            }
-            for name in ("src/alone.cpp", "build/unit.cxx", "build/generated.cpp")
-        ]
-        self.write("build/compile_commands.json", json.dumps(entries))
+        self.compile("src/alone.cpp", "build/unit.cxx", "build/generated.cpp")
         self.write("build/generated.cpp", "int* p = 0;\n")
         self.write("build/unit.cxx", f'#include "{root}/src/unit.cpp"\n')
         self.write("src/alone.cpp", "int* r = nullptr;\n")

@@ -35,8 +35,8 @@ class Cache:
 
     def __init__(self, project: Project, kind: str, extra_inputs: Iterable[pathlib.Path]) -> None:
         self._project = project
-        self._folder = project.root / "build" / "check" / kind
-        self._folder.mkdir(parents=True, exist_ok=True)
+        self.folder = project.root / "build" / "check" / kind
+        self.folder.mkdir(parents=True, exist_ok=True)
         self._digests: dict[str, str] = {}
         self._extra = [self._digest(str(path)) for path in extra_inputs]
 
@@ -56,7 +56,7 @@ class Cache:
         return self._digests[name]
 
     def _record(self, task: Task) -> pathlib.Path:
-        return self._folder / hashlib.sha256(task.name.encode()).hexdigest()[:24]
+        return self.folder / hashlib.sha256(task.name.encode()).hexdigest()[:24]
 
     def _fingerprint(self, task: Task, files: Iterable[str]) -> str:
         parts = [*self._extra, *task.command]

@@ -12,7 +12,7 @@ from collections.abc import Iterator
 from .project import Project
 
 # By clang and without precompiled headers, which clang-tidy could not read.
-_PRESET = "lint"
+PRESET = "lint"
 _INCLUDED = re.compile(r'^#include "(.*\.cpp)"$', re.MULTILINE)
 
 
@@ -42,7 +42,7 @@ def _compiler(entry: dict[str, str]) -> tuple[str, ...]:
 
 def compilations(project: Project) -> Iterator[Compilation]:
     """Every compilation that reads a hand-written source, with those sources, each source once."""
-    build = project.build(_PRESET, "velum_generated")
+    build = project.build(PRESET, "velum_generated")
     pending = set(project.tracked("*.cpp"))
     for entry in json.loads((build / "compile_commands.json").read_text()):
         file = pathlib.Path(entry["directory"], entry["file"])
