@@ -21,8 +21,9 @@ using storage::release;
 using storage::retain;
 
 namespace {
-/// Debug builds check lists up to this length after each write.
-[[maybe_unused]] constexpr std::size_t CheckedLength = 1024;
+/// Debug builds check lists up to this length after each write. A check looks at all of a list:
+/// were it longer, every model would pay for it when its list of roots is filled.
+[[maybe_unused]] constexpr std::size_t CheckedLength = 128;
 } // namespace
 
 // Iteration
