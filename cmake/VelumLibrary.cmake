@@ -23,7 +23,6 @@ function(velum_add_library target)
     add_library(velum::${ARG_EXPORT_NAME} ALIAS ${target})
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_compile_definitions(${target} PRIVATE ${ARG_EXPORT_MACRO})
-    target_compile_options(${target} PRIVATE ${VELUM_LIBRARY_FLAGS})
     target_link_libraries(
         ${target}
         PUBLIC ${ARG_PUBLIC_LINK}
@@ -106,16 +105,18 @@ function(velum_precompile target)
     endif()
 endfunction()
 
-# velum_add_test(<target> LINK <target>... SOURCES <file>...)
+# velum_add_test(<target> [LONG] LINK <target>... SOURCES <file>...)
 #
 # One GoogleTest program; each of its cases becomes a CTest test. Sees tests/ for "support/...". Its own
-# code is optimised little: it is compiled more often than it runs.
+# code is optimised little, for it takes longer to compile than to run; LONG says that it doesn't.
 function(velum_add_test target)
-    cmake_parse_arguments(ARG "" "" "LINK;SOURCES" ${ARGN})
+    cmake_parse_arguments(ARG "LONG" "" "LINK;SOURCES" ${ARGN})
     add_executable(${target} ${ARG_SOURCES})
     target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${target} PRIVATE velum_build_flags ${ARG_LINK} GTest::gtest_main)
-    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+    if(NOT ARG_LONG)
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1> ${VELUM_TEST_FLAGS})
+    endif()
     list(FILTER ARG_SOURCES EXCLUDE REGEX "TARGET_OBJECTS")
     velum_unite(${target} MOST 4 SOURCES ${ARG_SOURCES})
     list(LENGTH ARG_SOURCES count)
