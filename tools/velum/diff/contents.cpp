@@ -48,10 +48,10 @@ bool Contents::isCounted(QOB::Attribute const& attribute) const {
 
 QOB::ClassObject Contents::loneAround(QOB::ClassObject const& object) const {
     QOB::ClassObject around = object;
-    while (!lone_.contains(around.get()) && around.hasContainerQOB()) {
-        around = around.getContainerQOB();
+    while (around.get() != nullptr && !lone_.contains(around.get())) {
+        around = model::Addresses::containerOf(around);
     }
-    return lone_.contains(around.get()) ? around : QOB::ClassObject();
+    return around;
 }
 
 std::vector<QOB::ClassObject> Contents::neededFor(QOB::ClassObject const& lone) {
@@ -70,7 +70,7 @@ std::vector<QOB::ClassObject> Contents::neededFor(QOB::ClassObject const& lone) 
                 if (target.get() == nullptr) {
                     continue;
                 }
-                if (attribute.ownsObjects) {
+                if (model::Addresses::isPart(attribute, target, object)) {
                     pending.push_back(target);
                 } else if (QOB::ClassObject const around = loneAround(target);
                            around.get() != nullptr) {
@@ -112,10 +112,12 @@ void Contents::describe(QOB::ClassObject const& object,
             ValueKind const kind = model::kindOf(value);
             std::string const valueText =
                 kind == ValueKind::reference ? std::string() : model::textOf(value, addresses);
-            if (kind == ValueKind::reference && attribute.ownsObjects) {
-                describe(QOB::ClassObject(value), lone, text);
+            QOB::ClassObject const target(value);
+            if (kind == ValueKind::reference &&
+                model::Addresses::isPart(attribute, target, object)) {
+                describe(target, lone, text);
             } else if (kind == ValueKind::reference) {
-                text += referenceText(QOB::ClassObject(value), lone);
+                text += referenceText(target, lone);
             } else if (kind == ValueKind::text && valueText == ownName) {
                 text += '='; // a part that is named after the whole
             } else {

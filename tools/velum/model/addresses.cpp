@@ -24,10 +24,16 @@ std::string escaped(std::string_view name) {
     return text;
 }
 
+bool isOlder(QOB::ClassObject const& a, QOB::ClassObject const& b) {
+    int const aId = a.getObjectId();
+    int const bId = b.getObjectId();
+    return aId != bId ? aId < bId : std::less<>()(a.get(), b.get());
+}
+
 /// Whether objects contain each other and this one is where the way outwards is taken to end: the
-/// first of them in memory.
+/// oldest of them.
 bool closesCircle(QOB::ClassObject const& object) {
-    bool isFirst = true;
+    bool isOldest = true;
     void const* mark = nullptr; // of a circle further out
     std::size_t steps = 0;
     for (QOB::ClassObject outer = object.getContainerQOB(); outer.get() != object.get();
@@ -35,11 +41,11 @@ bool closesCircle(QOB::ClassObject const& object) {
         if (!outer.hasContainerQOB() || outer.get() == mark) {
             return false;
         }
-        isFirst = isFirst && std::less<>()(object.get(), outer.get());
+        isOldest = isOldest && isOlder(object, outer);
         ++steps;
         mark = (steps & (steps - 1)) == 0 ? outer.get() : mark;
     }
-    return isFirst;
+    return isOldest;
 }
 
 /// Numbers the names that several objects share, and the empty ones.
@@ -74,9 +80,20 @@ std::string Addresses::of(QOB::ClassObject const& object) {
     return inside.empty() ? base : base + '#' + inside;
 }
 
+QOB::ClassObject Addresses::containerOf(QOB::ClassObject const& object) {
+    return object.hasContainerQOB() && !closesCircle(object) ? object.getContainerQOB()
+                                                             : QOB::ClassObject();
+}
+
+bool Addresses::isPart(QOB::Attribute const& attribute,
+                       QOB::ClassObject const& value,
+                       QOB::ClassObject const& owner) {
+    return attribute.ownsObjects && containerOf(value).get() == owner.get();
+}
+
 QOB::ClassObject Addresses::around(QOB::ClassObject const& object) {
     if (object.hasContainerQOB()) {
-        return closesCircle(object) ? QOB::ClassObject() : object.getContainerQOB();
+        return containerOf(object);
     }
     if (object.hasExternalId() || !nameOf(object).empty()) {
         return {};
@@ -141,7 +158,7 @@ void Addresses::addUses(QOB::ClassObject const& user, std::vector<QOB::ClassObje
         for (QOB::Object const& value : attribute.valuesOf(user)) {
             QOB::ClassObject const target(value);
             ++place;
-            if (attribute.ownsObjects) {
+            if (isPart(attribute, target, user)) {
                 reached.push_back(target);
             } else if (target.isValid() && !target.hasExternalId() && !target.hasContainerQOB() &&
                        nameOf(target).empty() && users_.emplace(target.get(), user).second) {

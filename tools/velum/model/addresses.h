@@ -18,6 +18,14 @@ public:
     /// objects of a model share an address.
     std::string of(QOB::ClassObject const& object);
 
+    /// What contains the object. Where objects contain each other, one of them counts as contained
+    /// in nothing, so that every way outwards ends.
+    static QOB::ClassObject containerOf(QOB::ClassObject const& object);
+    /// Whether a value of the owner's property is a part of it, by that.
+    static bool isPart(QOB::Attribute const& attribute,
+                       QOB::ClassObject const& value,
+                       QOB::ClassObject const& owner);
+
     /// What contains the object. What nothing contains and has neither path nor name, as the type
     /// of the values of an array, belongs to the first object that refers to it. Empty if there is
     /// none.

@@ -21,13 +21,16 @@ Json realJson(double number) {
     return std::isnan(number) ? "NaN" : number < 0 ? "-INF" : "INF";
 }
 
-Json propertyJson(QOB::Attribute const& attribute, QOB::Object const& value, Addresses& addresses) {
+Json propertyJson(QOB::ClassObject const& owner,
+                  QOB::Attribute const& attribute,
+                  QOB::Object const& value,
+                  Addresses& addresses) {
     if (kindOf(value) != ValueKind::reference) {
         return jsonOf(value, addresses);
     }
     QOB::ClassObject const object(value);
-    return attribute.ownsObjects ? objectJson(object, addresses)
-                                 : Json{{"ref", addresses.of(object)}};
+    return Addresses::isPart(attribute, object, owner) ? objectJson(object, addresses)
+                                                       : Json{{"ref", addresses.of(object)}};
 }
 
 } // namespace
@@ -93,12 +96,12 @@ Json objectJson(QOB::ClassObject const& object, Addresses& addresses) {
         }
         Json& property = properties[std::string(attribute.name)];
         if (!attribute.isMultiValued) {
-            property = propertyJson(attribute, values.front(), addresses);
+            property = propertyJson(object, attribute, values.front(), addresses);
             continue;
         }
         property = Json::array();
         for (QOB::Object const& value : values) {
-            property.push_back(propertyJson(attribute, value, addresses));
+            property.push_back(propertyJson(object, attribute, value, addresses));
         }
     }
     return {{"class", classOf(object)},
