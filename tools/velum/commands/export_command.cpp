@@ -27,7 +27,7 @@ bool exportJson(QOB::Model const& model, std::string const& output) {
     OutputFile file(output);
     bool const isWritten =
         exporting::writeJson(model, [&file](std::string_view piece) { return file.write(piece); });
-    return isWritten && file.close();
+    return isWritten && file.commit();
 }
 
 bool exportTables(QOB::Model const& model, fs::path const& folder) {
@@ -49,7 +49,10 @@ bool exportTables(QOB::Model const& model, fs::path const& folder) {
     };
     bool isWritten = exporting::writeTables(model, sink);
     for (auto& [metaclass, file] : files) {
-        isWritten = file.close() && isWritten;
+        isWritten = isWritten && file.close();
+    }
+    for (auto& [metaclass, file] : files) {
+        isWritten = isWritten && file.commit();
     }
     return isWritten;
 }

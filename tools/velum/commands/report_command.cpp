@@ -82,7 +82,7 @@ int ReportCommand::reportOne() const {
         html::findingsOf(release.dictionary.model(), release.input, release.sources),
         namesOf(release.input),
         [&file](std::string_view piece) { return file.write(piece); });
-    if (!isWritten || !file.close()) {
+    if (!isWritten || !file.commit()) {
         return failed;
     }
     return tellFailure(release.input, failOn_.value()) ? inputAtFault : done;
@@ -101,7 +101,7 @@ int ReportCommand::reportDiff() const {
         html::writeDiffReport({older.dictionary.model(), older.sources, namesOf(older.input)},
                               {newer.dictionary.model(), newer.sources, namesOf(newer.input)},
                               [&file](std::string_view piece) { return file.write(piece); });
-    if (!isWritten || !file.close()) {
+    if (!isWritten || !file.commit()) {
         return failed;
     }
     bool const isOldAtFault = tellFailure(older.input, failOn_.value());

@@ -9,6 +9,8 @@ import html
 import html.parser
 import json
 import re
+import resource
+import stat
 import sys
 import unittest
 import xml.etree.ElementTree as ElementTree
@@ -208,6 +210,32 @@ class DiffTest(unittest.TestCase):
         written, result = self.attempt([DICTIONARY[2]], "no/such/folder.html")
         self.assertEqual((written, result.returncode), (False, 3))
         self.assertIn("cannot be written", result.stderr.decode())
+
+    def test_a_file_that_cannot_be_written_whole_leaves_the_old_one(self):
+        old = {"page": b"old", "Unit.csv": b"old"}
+        for command in (("report", DICTIONARY[2], "-o", "page"),
+                        ("report", "--diff", DICTIONARY[1], DICTIONARY[2], "-o", "page"),
+                        ("export", DICTIONARY[2], "-o", "page"),
+                        ("export", "--format", "csv", DICTIONARY[2], "-o", ".")):
+            with self.subTest(command), Folder() as folder:
+                for name, content in old.items():
+                    folder.write(name, content)
+                (folder.path / "page").chmod(0o640)
+                result = run(*command, cwd=folder.path, restore_signals=False, preexec_fn=lambda: resource.setrlimit(
+                    resource.RLIMIT_FSIZE, (512, 512)))
+                self.assertEqual(result.returncode, 3)
+                self.assertIn("cannot be written (File too large).", result.stderr.decode())
+                self.assertEqual({each.name: each.read_bytes() for each in folder.path.iterdir()}, old)
+                self.assertNotEqual(folder.run(*command).returncode, 3)
+                new = {each.name: each.read_bytes() for each in folder.path.iterdir()}
+                self.assertNotEqual({name: new[name] for name in old}, old)
+                self.assertFalse([name for name in new if name != "page" and not name.endswith(".csv")])
+                self.assertEqual(stat.S_IMODE((folder.path / "page").stat().st_mode), 0o640)
+
+    def test_what_is_no_file_is_written_as_it_is(self):
+        result = run("report", DICTIONARY[2], "-o", "/dev/stdout")
+        self.assertEqual((result.returncode, result.stderr), (0, b""))
+        self.assertTrue(Page(result.stdout.decode()).sections)
 
     @staticmethod
     def attempt(arguments, output):
