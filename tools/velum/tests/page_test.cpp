@@ -130,7 +130,7 @@ void expectJson(QOB::Model const& before, QOB::Model const& after) {
 
 TEST(Page, of_whatever_a_store_holds_is_sound) {
     StoreTest::Folder const folder;
-    for (unsigned seed = 1; seed <= 8; ++seed) {
+    for (unsigned seed = 1; seed <= 40; ++seed) {
         SCOPED_TRACE(seed);
         StoreTest::RandomModel random(seed);
         random.create(60);
