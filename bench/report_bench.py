@@ -3,7 +3,8 @@ search in it.
 
 usage: report_bench.py PROGRAM SAMPLE...
 
-The dictionary is made by repeating the samples, as in import_bench.py. Opening needs chromium and its driver.
+The dictionary is made by repeating the samples, as in import_bench.py. Opening needs chromium, its driver and
+selenium (of Debian: run it with /usr/bin/python3).
 """
 
 import os
