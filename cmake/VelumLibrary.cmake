@@ -118,7 +118,7 @@ function(velum_add_test target)
         target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1> ${VELUM_TEST_FLAGS})
     endif()
     list(FILTER ARG_SOURCES EXCLUDE REGEX "TARGET_OBJECTS")
-    velum_unite(${target} MOST 4 SOURCES ${ARG_SOURCES})
+    velum_unite(${target} MOST 6 SOURCES ${ARG_SOURCES})
     list(LENGTH ARG_SOURCES count)
     if(count GREATER 3) # with fewer files the header costs more than it saves
         velum_precompile(${target} <gtest/gtest.h>)
