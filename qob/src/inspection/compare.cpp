@@ -6,6 +6,8 @@
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/qob/objecttext.h"
 
+#include <boost/unordered/unordered_flat_set.hpp>
+
 #include <algorithm>
 #include <cstddef>
 #include <ostream>
@@ -106,8 +108,15 @@ public:
                 (internal::isAnonymous(handle) ? found.anonymous : found.known).push_back(handle);
             }
             for (Attribute const& attribute : attributes_.of(handle)) {
-                if (isOwnReference(attribute)) {
-                    addAnonymous(attribute.valuesOf(handle), found.referred);
+                bool const isReference = isOwnReference(attribute);
+                if (isReference || attribute.ownsObjects) {
+                    Values const values = attribute.valuesOf(handle);
+                    if (!values.empty()) {
+                        used_.insert(&attribute);
+                    }
+                    if (isReference) {
+                        addAnonymous(values, found.referred);
+                    }
                 }
             }
         });
@@ -212,9 +221,13 @@ private:
         }
     }
 
+    /// Whether an object of either model has other objects by it. Most classes have properties that
+    /// none of the objects uses.
+    bool isUsed(Attribute const& attribute) const { return used_.contains(&attribute); }
+
     void pairAnonymous(Pair const& users, std::vector<Pair>& all) {
         for (Attribute const& attribute : attributes_.of(users.first)) {
-            if (!isOwnReference(attribute)) {
+            if (!isOwnReference(attribute) || !isUsed(attribute)) {
                 continue;
             }
             Values const lefts = attribute.valuesOf(users.first);
@@ -233,7 +246,7 @@ private:
 
     void pairParts(Pair const& owners, std::vector<Pair>& all) {
         for (Attribute const& attribute : attributes_.of(owners.first)) {
-            if (!attribute.ownsObjects) {
+            if (!attribute.ownsObjects || !isUsed(attribute)) {
                 continue;
             }
             Values const lefts = attribute.valuesOf(owners.first);
@@ -266,6 +279,9 @@ private:
             return;
         }
         for (Attribute const& attribute : attributes_.of(left)) {
+            if ((attribute.ownsObjects || isOwnReference(attribute)) && !isUsed(attribute)) {
+                continue;
+            }
             if (attribute.ownsObjects) {
                 compareParts(attribute, left, right);
             } else if (!attribute.isWayToOwner && !attribute.isOtherEnd) {
@@ -350,6 +366,7 @@ private:
     Pairs pairs_;
     bool doesOrderCount_; ///< For every property, not only for those that are ordered.
     Attributes attributes_;
+    boost::unordered_flat_set<Attribute const*> used_; ///< In two models; see `isUsed`.
     Attribute container_ = internal::containerAttribute();
     std::vector<Difference> differences_;
 };
