@@ -1,3 +1,4 @@
+#include "scratch_model.h"
 #include "updating/document_text.h"
 #include "updating/element_editor.h"
 #include "updating/excerpt.h"
@@ -14,7 +15,6 @@
 #include <sstream>
 #include <unordered_map>
 #include <utility>
-#include <velum_arxml/read.h>
 #include <velum_arxml/update.h>
 
 namespace velum::arxml {
@@ -22,30 +22,6 @@ namespace velum::arxml {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A model for a while.
-class ScratchModel {
-public:
-    explicit ScratchModel(std::vector<std::string> const& files)
-        : model_(types::NSInterface::FactoryIntf::createNewModel()) {
-        try {
-            read(files, model_);
-        } catch (...) {
-            model_.destroy();
-            throw;
-        }
-    }
-    ~ScratchModel() { model_.destroy(); }
-    ScratchModel(ScratchModel const&) = delete;
-    ScratchModel& operator=(ScratchModel const&) = delete;
-    ScratchModel(ScratchModel&&) = delete;
-    ScratchModel& operator=(ScratchModel&&) = delete;
-
-    QOB::Model const& model() const { return model_; }
-
-private:
-    QOB::Model model_;
-};
 
 /// Texts in files beside one, under names of their own as long as this object lives.
 class Drafts {
@@ -147,10 +123,13 @@ private:
     /// so that its elements are those of the file after the renaming.
     void findRenamings(WrittenElements const& old) {
         for (Outline::Entry const& entry : now_.outline().entries()) {
+            if (!entry.object.hasExternalId() ||
+                entry.object.getExternalId().view() == entry.path()) {
+                continue;
+            }
             const std::string id = externalIdOf(entry.object);
-            Outline::Entry const* const known = id == entry.path ? nullptr : old.at(id);
-            if (known != nullptr) {
-                renamings_.emplace_back(id, entry.path);
+            if (Outline::Entry const* const known = old.at(id)) {
+                renamings_.emplace_back(id, entry.path());
                 foundation::NamedElement(known->object)
                     .setName(QOB::String(std::string(entry.name())));
             }
@@ -186,7 +165,7 @@ private:
             for (auto const* const entries :
                  {&old.outline().entries(), &now_.outline().entries()}) {
                 for (Outline::Entry const& entry : *entries) {
-                    candidates.insert(entry.path);
+                    candidates.emplace(entry.path());
                 }
             }
         }

@@ -2,15 +2,21 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <velum_arxml/source/input_error.h>
 
 namespace velum::arxml {
 
 std::string contentOf(std::string const& file) {
+    constexpr std::size_t piece = std::size_t(1) << 20U;
     std::ifstream in(file, std::ios::binary);
-    std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (!in.good() && !in.eof()) {
+    std::string text;
+    while (in.good()) {
+        const std::size_t size = text.size();
+        text.resize(size + piece);
+        in.read(text.data() + size, static_cast<std::streamsize>(piece));
+        text.resize(size + static_cast<std::size_t>(in.gcount()));
+    }
+    if (!in.eof()) {
         throw InputError(file, "The file cannot be read.");
     }
     return text;

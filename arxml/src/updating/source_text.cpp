@@ -10,11 +10,18 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
+bool isWhite(char c) {
+    return c == ' ' || c == '\n' || c == '\t' || c == '\r';
+}
+
 std::string_view stripped(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos
-               ? std::string_view()
-               : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    while (!text.empty() && isWhite(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && isWhite(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 /// The text that the five named entities and character data stand for.
@@ -61,12 +68,13 @@ public:
             return false;
         }
         tag = {Tag::Kind::other, begin, 0, {}};
-        if (text_.compare(begin, 4, "<!--") == 0) {
+        const char second = begin + 1 < text_.size() ? text_[begin + 1] : '\0';
+        if (second == '!' && text_.compare(begin, 4, "<!--") == 0) {
             tag.end = behind("-->", begin + 4);
-        } else if (text_.compare(begin, 9, "<![CDATA[") == 0) {
+        } else if (second == '!' && text_.compare(begin, 9, "<![CDATA[") == 0) {
             tag.kind = Tag::Kind::text;
             tag.end = behind("]]>", begin + 9);
-        } else if (text_.compare(begin, 2, "<?") == 0) {
+        } else if (second == '?') {
             tag.end = behind("?>", begin + 2);
         } else {
             readTag(tag);
@@ -84,10 +92,17 @@ private:
         return place + mark.size();
     }
 
+    static bool endsName(char c) {
+        return c == '>' || c == ' ' || c == '/' || c == '\n' || c == '\t' || c == '\r';
+    }
+
     void readTag(Tag& tag) const {
         const bool isEnd = text_[tag.begin + 1] == '/';
         const std::size_t name = tag.begin + (isEnd ? 2 : 1);
-        std::size_t at = text_.find_first_of(" \t\r\n/>", name);
+        std::size_t at = name;
+        while (at < text_.size() && !endsName(text_[at])) {
+            ++at;
+        }
         tag.name = text_.substr(name, at - name);
         while (at < text_.size() && text_[at] != '>') { // a value may have '>' in it
             const char c = text_[at];
@@ -142,6 +157,7 @@ public:
                 open_.push_back({tag.name, tag.begin, tag.end, path_.size()});
                 if (tag.name == "REFERENCE-BASE") {
                     base_ = SourceBase();
+                    isInBase_ = true;
                 }
             } else if (tag.kind == Tag::Kind::end && !open_.empty()) {
                 close(tag);
@@ -172,7 +188,7 @@ private:
             return;
         }
         const std::string_view start = text_.substr(open.begin, open.content - open.begin);
-        if (visitor_.onBase) {
+        if (visitor_.onBase && isInBase_) {
             closeInBase(open.name, stripped(content), start);
         }
         if (isReference(open.name) && visitor_.onReference &&
@@ -201,6 +217,7 @@ private:
             base_.targetBase = attributeIn(start, "BASE");
         } else if (name == "REFERENCE-BASE") {
             visitor_.onBase(path_, base_);
+            isInBase_ = false;
         }
     }
 
@@ -218,6 +235,7 @@ private:
     std::vector<Open> open_;
     std::string path_;
     SourceBase base_;
+    bool isInBase_ = false;
 };
 
 } // namespace

@@ -2,56 +2,35 @@
 
 namespace velum::arxml {
 
-WrittenElements::WrittenElements(QOB::Model const& model) : outline_(model, options_, findings_) {
-    byPath_.reserve(outline_.entries().size());
-    for (Outline::Entry const& entry : outline_.entries()) {
-        byPath_.emplace(entry.path, &entry);
-    }
-}
-
-Outline::Entry const* WrittenElements::at(std::string_view path) const {
-    const auto found = byPath_.find(path);
-    return found == byPath_.end() ? nullptr : found->second;
+WrittenElements::WrittenElements(QOB::Model const& model) : outline_(model, {}, findings_) {
 }
 
 std::string WrittenElements::textAt(std::string_view path) const {
-    Outline::Entry const* const entry = at(path);
+    Outline::Entry const* const entry = outline_.at(path);
     if (entry == nullptr) {
         return {};
     }
     std::string text;
     XmlWriter xml([&text](std::string_view piece) { text += piece; });
-    writeElement({xml, outline_, findings_, entry->path}, *entry);
+    writeElement({xml, outline_, findings_, entry->path()}, *entry);
     xml.flush();
     text.erase(text.find_last_not_of('\n') + 1);
     return text;
 }
 
 std::string WrittenElements::mapAt(std::string_view path) const {
-    Outline::Entry const* const entry = at(path);
+    Outline::Entry const* const entry = outline_.at(path);
     const types::PrimitiveType type(entry == nullptr ? QOB::ClassObject() : entry->object);
     if (!type.isValid() || !type.hasReference()) {
         return {};
     }
     Outline::Entry const* const target = outline_.find(type.getReference());
-    return target == nullptr ? std::string("?") : target->path;
+    return target == nullptr ? std::string("?") : std::string(target->path());
 }
 
 std::string WrittenElements::pathAround(QOB::ClassObject const& object) const {
-    QOB::ClassObject outer = object;
-    while (true) {
-        if (Outline::Entry const* const entry = outline_.find(outer)) {
-            return entry->path;
-        }
-        if (outer.hasContainerQOB()) {
-            outer = outer.getContainerQOB();
-        } else if (const types::Matrix owner = outline_.ownerOf(foundation::ValueType(outer));
-                   owner.isValid()) {
-            outer = owner;
-        } else {
-            return {};
-        }
-    }
+    Outline::Entry const* const entry = outline_.entryAround(object);
+    return entry == nullptr ? std::string() : std::string(entry->path());
 }
 
 bool WrittenElements::addDependent(QOB::ClassObject const& object,
@@ -61,7 +40,7 @@ bool WrittenElements::addDependent(QOB::ClassObject const& object,
         return false;
     }
     paths.insert(path);
-    std::vector<QOB::ClassObject> open{at(path)->object, object};
+    std::vector<QOB::ClassObject> open{outline_.at(path)->object, object};
     while (!open.empty()) {
         const QOB::ClassObject each = open.back();
         open.pop_back();
@@ -82,7 +61,7 @@ void WrittenElements::addShared(QOB::ClassObject const& object,
     const auto add = [&](QOB::ClassObject const& target) {
         if (Outline::Entry const* const entry =
                 target.isValid() ? outline_.find(target) : nullptr) {
-            paths.insert(entry->path);
+            paths.emplace(entry->path());
         }
     };
     add(type.getCompuMethod());

@@ -6,7 +6,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace velum::arxml {
@@ -18,7 +17,7 @@ public:
 
     Outline const& outline() const { return outline_; }
     /// Null if there is none.
-    Outline::Entry const* at(std::string_view path) const;
+    Outline::Entry const* at(std::string_view path) const { return outline_.at(path); }
 
     /// Without the end of the last line; empty if there is no such element.
     std::string textAt(std::string_view path) const;
@@ -35,10 +34,8 @@ public:
 private:
     void addShared(QOB::ClassObject const& object, std::set<std::string>& paths) const;
 
-    WriteOptions options_;
     mutable std::vector<WriteFinding> findings_; ///< Of no interest.
     Outline outline_;
-    std::unordered_map<std::string_view, Outline::Entry const*> byPath_;
 };
 
 } // namespace velum::arxml

@@ -20,7 +20,7 @@ public:
 
     void find() {
         for (Entry const& entry : outline_.entries()) {
-            if (stateOf(entry) == State::unseen) {
+            if (mayRefer(entry.kind) && stateOf(entry) == State::unseen) {
                 walkFrom(entry);
             }
         }
@@ -32,6 +32,11 @@ private:
         Entry const* entry;
         std::vector<Entry const*> targets;
     };
+
+    /// Whether it may refer to others of its kind, and so to itself.
+    static bool mayRefer(ElementKind kind) {
+        return kind == ElementKind::constant || kind >= ElementKind::implementationType;
+    }
 
     State& stateOf(Entry const& entry) {
         return states_[static_cast<std::size_t>(&entry - outline_.entries().data())];
@@ -73,9 +78,9 @@ private:
         std::string text = "It refers to itself: ";
         for (auto step = std::find_if(way_.begin(), way_.end(), isEntry); step != way_.end();
              ++step) {
-            text += step->entry->path + ", ";
+            text += std::string(step->entry->path()) + ", ";
         }
-        findings_.push_back({Remark::circle, entry.path, text + "and back."});
+        findings_.push_back({Remark::circle, std::string(entry.path()), text + "and back."});
     }
 
     void add(QOB::ClassObject const& target) {

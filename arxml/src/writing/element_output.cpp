@@ -9,7 +9,7 @@ void ElementOutput::reference(std::string_view tag, QOB::ClassObject const& targ
                      {{"DEST", tagOf(entry->kind)}, {"BASE", bases->labelFor(*entry)}},
                      entry->name());
         } else {
-            xml.leaf(tag, "DEST", tagOf(entry->kind), entry->path);
+            xml.leaf(tag, "DEST", tagOf(entry->kind), entry->path());
         }
         return;
     }

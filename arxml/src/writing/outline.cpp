@@ -1,7 +1,8 @@
 #include "writing/outline.h"
 
 #include <algorithm>
-#include <tuple>
+#include <functional>
+#include <numeric>
 #include <utility>
 
 namespace velum::arxml {
@@ -9,10 +10,6 @@ namespace velum::arxml {
 using foundation::ValueType;
 
 namespace {
-
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
 
 std::string_view shortClassName(QOB::ClassObject const& object) {
     std::string_view name = object.getLumvoName(false);
@@ -22,6 +19,13 @@ std::string_view shortClassName(QOB::ClassObject const& object) {
 
 bool isContained(QOB::ClassObject const& object) {
     return object.hasContainerQOB();
+}
+
+constexpr auto noPackage = static_cast<std::uint32_t>(-1);
+
+bool isEntryBefore(Outline::Entry const& a, Outline::Entry const& b) {
+    return a.package() == b.package() ? a.name() < b.name()
+                                      : isPathBefore(a.package(), b.package());
 }
 
 /// A path without empty names and without a slash at the end.
@@ -40,128 +44,38 @@ std::string cleaned(std::string_view path) {
 
 } // namespace
 
-bool isIdentifier(std::string_view name) {
-    constexpr std::size_t mostCharacters = 128;
-    return !name.empty() && name.size() <= mostCharacters && isLetter(name.front()) &&
-           std::all_of(name.begin(), name.end(), [](char c) {
-               return isLetter(c) || (c >= '0' && c <= '9') || c == '_';
-           });
-}
-
-std::string nameInPath(std::string_view name) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = name.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    std::string text(name.substr(first, name.find_last_not_of(blanks) - first + 1));
-    for (char& c : text) {
-        if (c == '/' || (c >= 0 && c < 0x20)) {
-            c = '_';
-        }
-    }
-    return text;
-}
-
-std::string_view tagOf(ElementKind kind) {
-    switch (kind) {
-    case ElementKind::baseType:
-        return "SW-BASE-TYPE";
-    case ElementKind::unit:
-        return "UNIT";
-    case ElementKind::dimension:
-        return "PHYSICAL-DIMENSION";
-    case ElementKind::method:
-        return "COMPU-METHOD";
-    case ElementKind::constraint:
-        return "DATA-CONSTR";
-    case ElementKind::layout:
-        return "SW-RECORD-LAYOUT";
-    case ElementKind::constant:
-        return "CONSTANT-SPECIFICATION";
-    case ElementKind::implementationType:
-        return "IMPLEMENTATION-DATA-TYPE";
-    case ElementKind::applicationPrimitive:
-        return "APPLICATION-PRIMITIVE-DATA-TYPE";
-    case ElementKind::applicationArray:
-        return "APPLICATION-ARRAY-DATA-TYPE";
-    case ElementKind::applicationRecord:
-        return "APPLICATION-RECORD-DATA-TYPE";
-    case ElementKind::none:
-        break;
-    }
-    return "";
-}
-
-std::string nameOf(QOB::ClassObject const& object) {
-    const foundation::NamedElement named(object);
-    return named.isValid() && named.hasName() ? std::string(named.getName()) : std::string();
-}
-
-std::string externalIdOf(QOB::ClassObject const& object) {
-    return object.hasExternalId() ? std::string(object.getExternalId()) : std::string();
-}
-
-std::vector<SiDimension> const& siDimensions() {
-    static const std::vector<SiDimension> table = {
-        {"LENGTH-EXP", "Length", "L"},
-        {"MASS-EXP", "Mass", "M"},
-        {"TIME-EXP", "Time", "T"},
-        {"CURRENT-EXP", "Current", "I"},
-        {"TEMPERATURE-EXP", "Temperature", "Theta"},
-        {"MOLAR-AMOUNT-EXP", "MolarAmount", "N"},
-        {"LUMINOUS-INTENSITY-EXP", "LuminousIntensity", "J"},
-    };
-    return table;
-}
-
-int siDimensionOf(types::Dimension const& dimension) {
-    if (dimension.hasExternalId() || !dimension.hasSymbol()) {
-        return -1;
-    }
-    const std::string name = nameOf(dimension);
-    for (std::size_t i = 0; i < siDimensions().size(); ++i) {
-        if (siDimensions()[i].name == name &&
-            siDimensions()[i].symbol == dimension.getSymbol().view()) {
-            return static_cast<int>(i);
-        }
-    }
-    return -1;
-}
-
-bool isPathBefore(std::string_view a, std::string_view b) {
-    const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-    if (x == a.end() || y == b.end()) {
-        return y != b.end();
-    }
-    const auto rank = [](char c) {
-        return c == '/' ? 0 : static_cast<int>(static_cast<unsigned char>(c)) + 1;
-    };
-    return rank(*x) < rank(*y);
-}
-
 Outline::Outline(QOB::Model const& model,
                  WriteOptions const& options,
                  std::vector<WriteFinding>& findings)
-    : options_(options), model_(model) {
-    findInner(model);
-    std::vector<Candidate> candidates;
-    for (const QOB::ClassObject object : model.getRootObjects()) {
-        if (isContained(object) || owners_.contains(object.getObjectId()) ||
-            usedBases_.contains(object.getObjectId())) {
+    : newPackage_(cleaned(options.package)) {
+    if (newPackage_.empty()) {
+        newPackage_ = WriteOptions().package;
+    }
+    std::vector<Candidate> candidates = freeObjects(model);
+    std::size_t kept = 0;
+    for (Candidate& each : candidates) {
+        if (owners_.contains(each.id) || usedBases_.contains(each.id)) {
             continue;
         }
-        if (const ElementKind kind = kindOf(object); kind != ElementKind::none) {
-            candidates.push_back(candidate(object, kind));
-        } else {
-            findings.push_back({Remark::noPlace,
-                                externalIdOf(object),
-                                "The format has no element for the " +
-                                    std::string(shortClassName(object)) + " \"" + nameOf(object) +
-                                    "\"."});
+        if (each.kind == ElementKind::none) {
+            each.kind = kindOf(each.object);
         }
+        if (each.kind == ElementKind::none) {
+            findings.push_back({Remark::noPlace,
+                                externalIdOf(each.object),
+                                "The format has no element for the " +
+                                    std::string(shortClassName(each.object)) + " \"" +
+                                    nameOf(each.object) + "\"."});
+            continue;
+        }
+        if (&candidates[kept] != &each) {
+            candidates[kept] = std::move(each);
+        }
+        ++kept;
     }
-    place(std::move(candidates), findings);
+    candidates.resize(kept);
+    place(candidates, findings);
+    indexObjects();
 }
 
 /// A type without a path, or with one below the matrix, is written inside of the matrix that has it
@@ -187,11 +101,14 @@ void Outline::findParts(std::vector<types::Matrix> const& matrices) {
     }
 }
 
-/// Finds what is written within the elements of others.
-void Outline::findInner(QOB::Model const& model) {
+/// Looks at every object once: that is what costs most in a large model. Kinds that depend on the
+/// parts of matrices are left open.
+std::vector<Outline::Candidate> Outline::freeObjects(QOB::Model const& model) {
+    std::vector<Candidate> candidates;
     std::vector<types::Matrix> matrices;
     for (const QOB::ClassObject object : model.getRootObjects()) {
-        if (const types::Matrix matrix(object); matrix.isValid()) {
+        const types::Matrix matrix(object);
+        if (matrix.isValid()) {
             if (matrix.hasBaseType() && matrix.getBaseType().isValid()) {
                 matrices.push_back(matrix);
             }
@@ -202,8 +119,28 @@ void Outline::findInner(QOB::Model const& model) {
                 }
             }
         }
+        noteRemarkable(object);
+        if (!isContained(object)) {
+            Candidate& candidate = candidates.emplace_back();
+            candidate.object = object;
+            candidate.id = object.getObjectId();
+            candidate.kind = matrix.isValid() ? ElementKind::none : kindOf(object);
+            complete(candidate);
+        }
     }
     findParts(matrices);
+    return candidates;
+}
+
+/// Most objects have nothing but properties that elements are written for.
+void Outline::noteRemarkable(QOB::ClassObject const& object) {
+    const foundation::NamedElement named(object);
+    const bool isNamed = named.isValid();
+    hasRelations_ = hasRelations_ || !isNamed || foundation::Dependency(object).isValid();
+    if (object.hasExternalToolInfos() || object.hasAppliedStereotypeInstances() ||
+        (isNamed && named.getVisibility() != foundation::VisibilityKind::PublicVisibility)) {
+        remarkable_.push_back(object);
+    }
 }
 
 ElementKind Outline::kindOfType(ValueType const& type) const {
@@ -254,110 +191,250 @@ ElementKind Outline::kindOf(QOB::ClassObject const& object) const {
     return types::SwRecordLayout(object).isValid() ? ElementKind::layout : ElementKind::none;
 }
 
-Outline::Candidate Outline::candidate(QOB::ClassObject const& object, ElementKind kind) {
-    Candidate candidate{object, kind, {}, nameOf(object), false, object.getObjectId()};
-    const std::string id = externalIdOf(object);
-    if (id.size() > 1 && id.front() == '/') {
-        const std::size_t size = candidate.name.size();
-        const bool hasName = size > 0 && id.size() > size + 1 &&
-                             id.compare(id.size() - size, size, candidate.name) == 0 &&
-                             id[id.size() - size - 1] == '/';
-        const std::size_t end = hasName ? id.size() - size - 1 : id.rfind('/');
-        candidate.package = cleaned(std::string_view(id).substr(0, end));
-        if (size == 0) {
-            candidate.name = id.substr(end + 1);
+/// The name of a candidate, and its package.
+void Outline::complete(Candidate& candidate) {
+    const foundation::NamedElement named(candidate.object);
+    const QOB::String name =
+        named.isValid() && named.hasName() ? named.getName() : QOB::String(std::string());
+    const std::size_t size = name.view().size();
+    candidate.text = name;
+    candidate.name = candidate.text.view();
+    std::uint32_t package = noPackage;
+    if (candidate.object.hasExternalId()) {
+        const QOB::String id = candidate.object.getExternalId();
+        const std::string_view whole = id.view();
+        if (whole.size() > 1 && whole.front() == '/') {
+            const bool hasName = size > 0 && whole.size() > size + 1 &&
+                                 whole.substr(whole.size() - size) == name.view() &&
+                                 whole[whole.size() - size - 1] == '/';
+            const std::size_t end = hasName ? whole.size() - size - 1 : whole.rfind('/');
+            package = packageAt(whole.substr(0, end));
+            if (hasName || size == 0) {
+                candidate.text = id;
+                candidate.name = candidate.text.view().substr(end + 1);
+                candidate.isPath =
+                    package != noPackage && packages_[package] == whole.substr(0, end);
+            }
         }
-        candidate.isKnown = !candidate.package.empty();
     }
-    if (candidate.package.empty()) {
-        candidate.package = cleaned(options_.package);
-    }
-    return candidate;
+    candidate.isKnown = package != noPackage;
+    candidate.package = candidate.isKnown ? package : packageAt(newPackage_);
 }
 
-void Outline::place(std::vector<Candidate> candidates, std::vector<WriteFinding>& findings) {
-    std::sort(candidates.begin(), candidates.end(), [](Candidate const& a, Candidate const& b) {
-        if (a.package != b.package) {
-            return isPathBefore(a.package, b.package);
-        }
-        return std::tie(a.name, b.isKnown, a.id) < std::tie(b.name, a.isKnown, b.id);
+/// The place of a package in `packages_`; `noPackage` if there is no name in the text. Objects that
+/// follow each other are mostly in one package.
+std::uint32_t Outline::packageAt(std::string_view written) {
+    if (!packages_.empty() && written == lastPackageText_) {
+        return lastPackage_;
+    }
+    lastPackageText_ = written;
+    const auto [found, isNew] = packageByText_.try_emplace(lastPackageText_, noPackage);
+    lastPackage_ = found->second;
+    if (!isNew) {
+        return lastPackage_;
+    }
+    std::string package = cleaned(written);
+    if (package == written && !package.empty()) {
+        packages_.push_back(std::move(package));
+        found->second = static_cast<std::uint32_t>(packages_.size() - 1);
+        lastPackage_ = found->second;
+    } else if (!package.empty()) {
+        const std::uint32_t place = packageAt(package);
+        lastPackageText_ = written;
+        packageByText_[lastPackageText_] = place;
+    }
+    return lastPackage_;
+}
+
+/// The candidates in the order of their paths. Of one path, those that have it come first.
+std::vector<Outline::Rank> Outline::inOrder(std::vector<Candidate> const& candidates) const {
+    std::vector<std::uint32_t> byPath(packages_.size());
+    std::iota(byPath.begin(), byPath.end(), 0U);
+    std::sort(byPath.begin(), byPath.end(), [this](std::uint32_t a, std::uint32_t b) {
+        return isPathBefore(packages_[a], packages_[b]);
     });
-    entries_.reserve(candidates.size());
-    if (areAllInPlace(candidates)) {
-        for (Candidate const& each : candidates) {
-            entries_.push_back(
-                {each.object, each.kind, each.package + "/" + each.name, each.package.size()});
-        }
-    } else {
-        nameAll(std::move(candidates), findings);
+    std::vector<std::uint32_t> places(packages_.size());
+    for (std::uint32_t i = 0; i < byPath.size(); ++i) {
+        places[byPath[i]] = i;
     }
-    byId_.reserve(entries_.size());
-    for (std::size_t i = 0; i < entries_.size(); ++i) {
-        byId_.emplace(entries_[i].object.getObjectId(), i);
+    std::vector<Rank> order;
+    order.reserve(candidates.size());
+    for (Candidate const& each : candidates) {
+        order.push_back(
+            {places[each.package], static_cast<std::uint32_t>(order.size()), each.name});
+    }
+    std::sort(order.begin(), order.end(), [&candidates](Rank const& a, Rank const& b) {
+        if (a.package != b.package) {
+            return a.package < b.package;
+        }
+        if (const int names = a.name.compare(b.name); names != 0) {
+            return names < 0;
+        }
+        Candidate const& one = candidates[a.candidate];
+        Candidate const& other = candidates[b.candidate];
+        return one.isKnown != other.isKnown ? one.isKnown : one.id < other.id;
+    });
+    return order;
+}
+
+QOB::String Outline::pathOf(Candidate const& candidate) const {
+    return candidate.isPath
+               ? candidate.text
+               : QOB::String(packages_[candidate.package] + "/" + std::string(candidate.name));
+}
+
+void Outline::place(std::vector<Candidate> const& candidates, std::vector<WriteFinding>& findings) {
+    const std::vector<Rank> order = inOrder(candidates);
+    entries_.reserve(candidates.size());
+    if (!areAllInPlace(candidates, order)) {
+        nameAll(candidates, order, findings);
+        return;
+    }
+    for (Rank const& rank : order) {
+        Candidate const& each = candidates[rank.candidate];
+        entries_.push_back({each.object,
+                            pathOf(each),
+                            static_cast<std::uint32_t>(packages_[each.package].size()),
+                            each.kind});
     }
 }
 
-/// Whether each has a path of its own that can be written as it is: so it is with what was read.
-bool Outline::areAllInPlace(std::vector<Candidate> const& candidates) {
-    Candidate const* before = nullptr;
-    return std::all_of(candidates.begin(), candidates.end(), [&](Candidate const& each) {
+/// Whether each has a path of its own that is written as it is: so it is with what was read.
+bool Outline::areAllInPlace(std::vector<Candidate> const& candidates,
+                            std::vector<Rank> const& order) {
+    Rank const* before = nullptr;
+    return std::all_of(order.begin(), order.end(), [&](Rank const& each) {
         const bool isOwn =
-            before == nullptr || before->name != each.name || before->package != each.package;
+            before == nullptr || before->package != each.package || before->name != each.name;
         before = &each;
-        return isOwn && each.isKnown && isIdentifier(each.name);
+        return isOwn && candidates[each.candidate].isPath && isIdentifier(each.name);
     });
 }
 
 /// Finds a path for each, those first that have one, and reports what isn't as the objects have it.
-void Outline::nameAll(std::vector<Candidate> candidates, std::vector<WriteFinding>& findings) {
-    std::stable_partition(
-        candidates.begin(), candidates.end(), [](Candidate const& each) { return each.isKnown; });
+void Outline::nameAll(std::vector<Candidate> const& candidates,
+                      std::vector<Rank> const& order,
+                      std::vector<WriteFinding>& findings) {
     std::unordered_set<std::string> taken;
-    for (Candidate& candidate : candidates) {
-        std::string name = nameInPath(candidate.name);
+    const auto nameOne = [&](Candidate const& candidate) {
+        const std::string own(candidate.name);
+        std::string const& package = packages_[candidate.package];
+        std::string name = nameInPath(own);
         if (name.empty()) {
             name = shortClassName(candidate.object);
         }
-        std::string path = candidate.package + "/" + name;
+        std::string path = package + "/" + name;
         const bool isTaken = taken.contains(path);
         for (int number = 2; taken.contains(path); ++number) {
-            path = candidate.package + "/" + name + "_" + std::to_string(number);
+            path = package + "/" + name + "_" + std::to_string(number);
         }
-        if (!isIdentifier(candidate.name)) {
-            findings.push_back({Remark::badName,
+        if (!isIdentifier(own)) {
+            findings.push_back(
+                {Remark::badName,
+                 path,
+                 "The name \"" + own + "\" is no identifier" +
+                     (name == own ? "." : "; it is written in a form that can stand in a path.")});
+        }
+        if (isTaken) {
+            findings.push_back({Remark::newPath,
                                 path,
-                                "The name \"" + candidate.name + "\" is no identifier" +
-                                    (name == candidate.name
-                                         ? "."
-                                         : "; it is written in a form that can stand in a path.")});
-        }
-        if (isTaken || !candidate.isKnown) {
+                                "Another object has the path \"" + package + "/" + name + "\"."});
+        } else if (!candidate.isKnown) {
+            findings.push_back(
+                {Remark::newPath, path, "The object has no path in packages; this one is new."});
+        } else if (!candidate.isPath && name == own) {
             findings.push_back(
                 {Remark::newPath,
                  path,
-                 isTaken ? "Another object has the path \"" + candidate.package + "/" + name + "\"."
-                         : std::string("The object has no path in packages; this one is new.")});
+                 "The external id \"" + externalIdOf(candidate.object) + "\" is another one."});
         }
         taken.insert(path);
-        entries_.push_back(
-            {candidate.object, candidate.kind, std::move(path), candidate.package.size()});
+        entries_.push_back({candidate.object,
+                            QOB::String(path),
+                            static_cast<std::uint32_t>(package.size()),
+                            candidate.kind});
+    };
+    for (const bool isKnown : {true, false}) {
+        for (Rank const& rank : order) {
+            if (candidates[rank.candidate].isKnown == isKnown) {
+                nameOne(candidates[rank.candidate]);
+            }
+        }
     }
-    std::sort(entries_.begin(), entries_.end(), [](Entry const& a, Entry const& b) {
-        return a.package() == b.package() ? a.name() < b.name()
-                                          : isPathBefore(a.package(), b.package());
-    });
+    std::sort(entries_.begin(), entries_.end(), isEntryBefore);
+}
+
+/// Where the search for an object begins; there are at least twice as many slots as objects.
+std::size_t Outline::slotOf(QOB::ClassObject const& object) const {
+    constexpr std::uint64_t spread = 0x9E3779B97F4A7C15;
+    const std::uint64_t address = std::hash<void const*>()(object.get());
+    return static_cast<std::size_t>((address * spread) >> 20U) & (slots_.size() - 1);
+}
+
+void Outline::indexObjects() {
+    std::size_t size = 16;
+    while (size < 2 * entries_.size()) {
+        size *= 2;
+    }
+    slots_.resize(size);
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        std::size_t slot = slotOf(entries_[i].object);
+        while (slots_[slot] != 0) {
+            slot = (slot + 1) & (size - 1);
+        }
+        slots_[slot] = static_cast<std::uint32_t>(i + 1);
+    }
 }
 
 Outline::Entry const* Outline::find(QOB::ClassObject const& object) const {
-    const auto found = byId_.find(object.getObjectId());
-    if (found == byId_.end() || !(entries_[found->second].object == object)) {
+    if (object.get() == nullptr) {
         return nullptr;
     }
-    return &entries_[found->second];
+    for (std::size_t slot = slotOf(object); slots_[slot] != 0;
+         slot = (slot + 1) & (slots_.size() - 1)) {
+        Entry const& entry = entries_[slots_[slot] - 1];
+        if (entry.object == object) {
+            return &entry;
+        }
+    }
+    return nullptr;
+}
+
+Outline::Entry const* Outline::at(std::string_view path) const {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string_view::npos) {
+        return nullptr;
+    }
+    const std::string_view package = path.substr(0, slash);
+    const std::string_view name = path.substr(slash + 1);
+    const auto found =
+        std::partition_point(entries_.begin(), entries_.end(), [&](Entry const& entry) {
+            return entry.package() == package ? entry.name() < name
+                                              : isPathBefore(entry.package(), package);
+        });
+    return found != entries_.end() && found->path() == path ? &*found : nullptr;
+}
+
+Outline::Entry const* Outline::entryAround(QOB::ClassObject const& object) const {
+    QOB::ClassObject outer = object;
+    Entry const* entry = find(outer);
+    for (std::size_t owners = 0; entry == nullptr && owners <= owners_.size();) {
+        if (outer.isValid() && outer.hasContainerQOB()) {
+            outer = outer.getContainerQOB();
+        } else {
+            outer = ownerOf(ValueType(outer));
+            ++owners; // matrices may have each other as base types
+        }
+        if (outer.get() == nullptr) {
+            return nullptr;
+        }
+        entry = find(outer);
+    }
+    return entry;
 }
 
 types::Matrix Outline::ownerOf(ValueType const& part) const {
-    const auto found = owners_.find(part.getObjectId());
+    const auto found = part.isValid() ? owners_.find(part.getObjectId()) : owners_.end();
     return found == owners_.end() ? types::Matrix() : found->second;
 }
 

@@ -60,12 +60,13 @@ class Outline {
 public:
     struct Entry {
         QOB::ClassObject object;
+        QOB::String text;              ///< The path: as a rule the external id, not a copy of it.
+        std::uint32_t packageSize = 0; ///< of the path without the name
         ElementKind kind = ElementKind::none;
-        std::string path;
-        std::size_t packageSize = 0; ///< of the path without the name
 
-        std::string_view package() const { return std::string_view(path).substr(0, packageSize); }
-        std::string_view name() const { return std::string_view(path).substr(packageSize + 1); }
+        std::string_view path() const { return text.view(); }
+        std::string_view package() const { return path().substr(0, packageSize); }
+        std::string_view name() const { return path().substr(packageSize + 1); }
     };
 
     Outline(QOB::Model const& model,
@@ -76,34 +77,65 @@ public:
     std::vector<Entry> const& entries() const { return entries_; }
     /// Null if the object is no element of a package.
     Entry const* find(QOB::ClassObject const& object) const;
+    /// Null if nothing is written at the path.
+    Entry const* at(std::string_view path) const;
+    /// The element that an object is in; null if it is in none.
+    Entry const* entryAround(QOB::ClassObject const& object) const;
+    /// Whether there are comments, dependencies or imports.
+    bool hasRelations() const { return hasRelations_; }
+    /// The objects with notes, stereotypes or another visibility than all have.
+    std::vector<QOB::ClassObject> const& remarkable() const { return remarkable_; }
     /// The matrix whose element has the type in it; empty if the type stands for itself.
     types::Matrix ownerOf(foundation::ValueType const& part) const;
 
 private:
     struct Candidate {
         QOB::ClassObject object;
-        ElementKind kind;
-        std::string package;
-        std::string name;
-        bool isKnown; ///< The path is that of the object's external id.
-        int id;
+        QOB::String text;      ///< The external id, or else the name.
+        std::string_view name; ///< in the text
+        std::uint32_t package = 0;
+        int id = 0;
+        ElementKind kind = ElementKind::none;
+        bool isKnown = false; ///< The path is that of the object's external id.
+        bool isPath = false;  ///< The text is the path.
     };
 
-    void findInner(QOB::Model const& model);
+    /// Where a candidate comes in the order of the paths.
+    struct Rank {
+        std::uint32_t package;
+        std::uint32_t candidate;
+        std::string_view name;
+    };
+
+    std::vector<Candidate> freeObjects(QOB::Model const& model);
+    void noteRemarkable(QOB::ClassObject const& object);
     void findParts(std::vector<types::Matrix> const& matrices);
-    Candidate candidate(QOB::ClassObject const& object, ElementKind kind);
-    void place(std::vector<Candidate> candidates, std::vector<WriteFinding>& findings);
-    static bool areAllInPlace(std::vector<Candidate> const& candidates);
-    void nameAll(std::vector<Candidate> candidates, std::vector<WriteFinding>& findings);
+    void complete(Candidate& candidate);
+    std::uint32_t packageAt(std::string_view written);
+    std::vector<Rank> inOrder(std::vector<Candidate> const& candidates) const;
+    void place(std::vector<Candidate> const& candidates, std::vector<WriteFinding>& findings);
+    static bool areAllInPlace(std::vector<Candidate> const& candidates,
+                              std::vector<Rank> const& order);
+    void nameAll(std::vector<Candidate> const& candidates,
+                 std::vector<Rank> const& order,
+                 std::vector<WriteFinding>& findings);
+    QOB::String pathOf(Candidate const& candidate) const;
+    void indexObjects();
+    std::size_t slotOf(QOB::ClassObject const& object) const;
     ElementKind kindOf(QOB::ClassObject const& object) const;
     ElementKind kindOfType(foundation::ValueType const& type) const;
 
-    WriteOptions const& options_;
-    QOB::Model model_;
+    std::string newPackage_;            ///< of objects without a path
+    std::vector<std::string> packages_; ///< In the order in which they were found.
+    std::unordered_map<std::string, std::uint32_t> packageByText_; ///< As external ids have them.
+    std::string lastPackageText_;
+    std::uint32_t lastPackage_ = 0;
     std::vector<Entry> entries_;
-    std::unordered_map<int, std::size_t> byId_;
+    std::vector<std::uint32_t> slots_; ///< Places in `entries_` plus 1, by object; 0 if free.
     std::unordered_map<int, types::Matrix> owners_; ///< by the id of the part
     std::unordered_set<int> usedBases_;             ///< dimensions that are written as exponents
+    std::vector<QOB::ClassObject> remarkable_;
+    bool hasRelations_ = false;
 };
 
 /// Whether a path stands before another one: package by package, then by name.

@@ -33,7 +33,7 @@ void PackageWriter::add(Outline::Entry const& entry) {
         leave();
         enter(entry);
     }
-    writeElement({xml_, outline_, findings_, entry.path, bases()}, entry);
+    writeElement({xml_, outline_, findings_, entry.path(), bases()}, entry);
     if (isMapped(entry)) {
         mapped_.push_back(&entry);
     }
@@ -76,7 +76,7 @@ void PackageWriter::findBases(Outline::Entry const& first) {
         if (!bases_->isInFile(*entry)) {
             continue;
         }
-        const ElementOutput out{nowhere, outline_, none, entry->path, bases()};
+        const ElementOutput out{nowhere, outline_, none, entry->path(), bases()};
         writeElement(out, *entry);
         if (isMapped(*entry)) {
             out.reference("IMPLEMENTATION-DATA-TYPE-REF",
@@ -118,14 +118,8 @@ void PackageWriter::closePackage() {
 
 /// A name that no element of the package has.
 std::string PackageWriter::mapSetName() const {
-    const auto isBefore = [](Outline::Entry const& a, Outline::Entry const& b) {
-        return a.package() == b.package() ? a.name() < b.name()
-                                          : isPathBefore(a.package(), b.package());
-    };
-    const auto isTaken = [&](std::string const& name) {
-        const Outline::Entry wanted{{}, {}, package_ + "/" + name, package_.size()};
-        return std::binary_search(
-            outline_.entries().begin(), outline_.entries().end(), wanted, isBefore);
+    const auto isTaken = [this](std::string const& name) {
+        return outline_.at(package_ + "/" + name) != nullptr;
     };
     std::string name = "DataTypeMappings";
     for (int number = 2; isTaken(name); ++number) {
@@ -144,7 +138,7 @@ void PackageWriter::writeMaps() {
     const OpenElement maps(xml_, "DATA-TYPE-MAPS");
     for (Outline::Entry const* const entry : mapped_) {
         const types::PrimitiveType target = types::PrimitiveType(entry->object).getReference();
-        const ElementOutput out{xml_, outline_, findings_, entry->path, bases()};
+        const ElementOutput out{xml_, outline_, findings_, entry->path(), bases()};
         Outline::Entry const* const known = outline_.find(target);
         if (known == nullptr || known->kind != ElementKind::implementationType) {
             out.noPlace("The type refers to one that is no implementation type.");

@@ -24,7 +24,8 @@ bool isWrittenNote(std::string_view key) {
 /// What of one object isn't written.
 class Unwritten {
 public:
-    explicit Unwritten(QOB::ClassObject const& object) : object_(object) {}
+    Unwritten(QOB::ClassObject const& object, bool hasRelations)
+        : object_(object), hasRelations_(hasRelations) {}
 
     std::vector<std::string> const& things() const { return things_; }
 
@@ -35,22 +36,13 @@ public:
         if (object_.hasExternalToolInfos()) {
             findNotes();
         }
-        const foundation::Element element(object_);
-        if (element.isValid() && !element.getOwnedComments().empty()) {
-            add("comments");
+        const foundation::NamedElement named(object_);
+        const bool isNamed = named.isValid();
+        if (isNamed && named.getVisibility() != foundation::VisibilityKind::PublicVisibility) {
+            add("visibility");
         }
-        if (const foundation::NamedElement named(object_); named.isValid()) {
-            if (named.getVisibility() != foundation::VisibilityKind::PublicVisibility) {
-                add("visibility");
-            }
-            if (!named.getClientDependencies().empty()) {
-                add("dependencies");
-            }
-        }
-        if (const foundation::Namespace space(object_); space.isValid()) {
-            if (!space.getElementImports().empty() || !space.getNamespaceImports().empty()) {
-                add("imports");
-            }
+        if (hasRelations_) {
+            findRelations();
         }
     }
 
@@ -63,20 +55,28 @@ private:
         }
     }
 
+    void findRelations() {
+        const foundation::Element element(object_);
+        if (element.isValid() && !element.getOwnedComments().empty()) {
+            add("comments");
+        }
+        const foundation::NamedElement named(object_);
+        if (named.isValid() && !named.getClientDependencies().empty()) {
+            add("dependencies");
+        }
+        const foundation::Namespace space(object_);
+        if (space.isValid() &&
+            (!space.getElementImports().empty() || !space.getNamespaceImports().empty())) {
+            add("imports");
+        }
+    }
+
     void add(std::string what) { things_.push_back(std::move(what)); }
 
     QOB::ClassObject const& object_;
+    bool hasRelations_; ///< There are such in the model.
     std::vector<std::string> things_;
 };
-
-/// The element that an object is in; null if it is in none.
-Outline::Entry const* entryAround(Outline const& outline, QOB::ClassObject const& object) {
-    QOB::ClassObject outer = object;
-    while (outline.find(outer) == nullptr && outer.hasContainerQOB()) {
-        outer = outer.getContainerQOB();
-    }
-    return outline.find(outer);
-}
 
 } // namespace
 
@@ -84,23 +84,30 @@ void reportUnwritten(QOB::Model const& model,
                      Outline const& outline,
                      std::function<bool(Outline::Entry const&)> const& isWanted,
                      std::vector<WriteFinding>& findings) {
-    for (const QOB::ClassObject object : model.getRootObjects()) {
-        Unwritten unwritten(object);
+    const auto look = [&](QOB::ClassObject const& object) {
+        Unwritten unwritten(object, outline.hasRelations());
         unwritten.find();
         if (unwritten.things().empty()) {
-            continue;
+            return;
         }
-        Outline::Entry const* const entry = entryAround(outline, object);
+        Outline::Entry const* const entry = outline.entryAround(object);
         if (entry == nullptr || (isWanted && !isWanted(*entry))) {
-            continue;
+            return;
         }
         const std::string name = object.hasContainerQOB() ? nameOf(object) : std::string();
         for (std::string const& thing : unwritten.things()) {
             findings.push_back({Remark::noPlace,
-                                entry->path,
+                                std::string(entry->path()),
                                 "The format has no place for the " + thing +
                                     (name.empty() ? "." : " of \"" + name + "\".")});
         }
+    };
+    if (!outline.hasRelations()) {
+        std::for_each(outline.remarkable().begin(), outline.remarkable().end(), look);
+        return;
+    }
+    for (const QOB::ClassObject object : model.getRootObjects()) {
+        look(object);
     }
 }
 

@@ -21,6 +21,9 @@ inline void set(QOB::ClassObject const& object, char const* key, std::string con
 
 /// None if there is no such note.
 inline std::optional<std::string> get(QOB::ClassObject const& object, char const* key) {
+    if (!object.hasExternalToolInfos()) {
+        return std::nullopt;
+    }
     const QOB::ExternalToolInfo note = object.getExternalToolInfo(QOB::String(key));
     return note.isValid() && note.getValue().isValid() ? std::optional(std::string(note.getValue()))
                                                        : std::nullopt;
