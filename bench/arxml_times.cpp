@@ -3,7 +3,7 @@
 // throughput, the memory that writing takes beside the model, and the time of an update by that of
 // reading.
 //
-// usage: arxml_times SAMPLE...
+// usage: arxml_times [MEGABYTES...] SAMPLE...
 #include <cctype>
 #include <cstdio>
 #include <cstdlib>
@@ -111,7 +111,10 @@ void measure(fs::path const& folder, std::string const& packages, int megabytes)
     std::ofstream("/proc/self/clear_refs") << "5"; // the peak begins anew
     double const before = memory("VmRSS");
     arxml::WriteReport written;
-    double const writing = secondsOf([&] { written = arxml::write(model, folder / "out.arxml"); });
+    arxml::WriteOptions options;
+    options.isReadBack = false; // what was read goes round
+    double const writing =
+        secondsOf([&] { written = arxml::write(model, folder / "out.arxml", options); });
     double const taken = memory("VmHWM") - before;
     changeLimit(model, copies / 2);
     arxml::UpdateReport report;
@@ -136,20 +139,32 @@ void measure(fs::path const& folder, std::string const& packages, int megabytes)
 } // namespace
 
 int main(int count, char** arguments) {
-    if (count < 2) {
-        std::cerr << "usage: arxml_times SAMPLE...\n";
+    std::vector<int> sizes;
+    std::vector<std::string> samples;
+    for (int i = 1; i < count; ++i) {
+        if (const int size = std::atoi(arguments[i]); size > 0) {
+            sizes.push_back(size);
+        } else {
+            samples.emplace_back(arguments[i]);
+        }
+    }
+    if (samples.empty()) {
+        std::cerr << "usage: arxml_times [MEGABYTES...] SAMPLE...\n";
         return EXIT_FAILURE;
+    }
+    if (sizes.empty()) {
+        sizes = {1, 10, 100};
     }
     types::initialize();
     std::string packages;
-    for (int i = 1; i < count; ++i) {
-        packages += packagesOf(arguments[i]);
+    for (std::string const& sample : samples) {
+        packages += packagesOf(sample);
     }
     std::string name = (fs::temp_directory_path() / "arxml_times.XXXXXX").string();
     fs::path const folder = mkdtemp(name.data());
     std::printf(
         "document     read                   write               memory      update  /read\n");
-    for (int const megabytes : {1, 10, 100}) {
+    for (int const megabytes : sizes) {
         measure(folder, packages, megabytes);
     }
     fs::remove_all(folder);

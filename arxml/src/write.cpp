@@ -1,3 +1,4 @@
+#include "read_back.h"
 #include "writing/circles.h"
 #include "writing/output_file.h"
 #include "writing/package_writer.h"
@@ -58,7 +59,10 @@ using Wanted = std::unordered_set<int>;
 class Writing {
 public:
     Writing(QOB::Model const& model, Wanted const* wanted, WriteOptions const& options)
-        : outline_(model, options, report_.findings), wanted_(wanted), options_(options) {
+        : model_(model),
+          outline_(model, options, report_.findings),
+          wanted_(wanted),
+          options_(options) {
         reportCircles(outline_, report_.findings);
         reportUnwritten(
             model,
@@ -72,17 +76,20 @@ public:
             OutputFile file(target);
             writeAll([&file](std::string_view piece) { file.write(piece); });
             if (!report_.isStopped) {
+                readBack(wanted_ == nullptr ? file.temporary() : fs::path());
                 file.commit();
                 report_.files.push_back(target.string());
             }
         } else {
             toFolder(target);
+            readBack({});
         }
         return std::move(report_);
     }
 
     WriteReport toSink(ByteSink sink) {
         writeAll(std::move(sink));
+        readBack({});
         return std::move(report_);
     }
 
@@ -115,6 +122,28 @@ private:
             }
         }
         document.finish();
+    }
+
+    /// `whole` is a file that has the whole model; one is made for a while if it is empty.
+    void readBack(fs::path const& whole) {
+        if (report_.isStopped || !options_.isReadBack) {
+            return;
+        }
+        const auto isWantedEntry = [this](Outline::Entry const& entry) { return isWanted(entry); };
+        if (!whole.empty()) {
+            reportDifferences(model_, outline_, whole.string(), isWantedEntry, report_.findings);
+            return;
+        }
+        OutputFile file(fs::temp_directory_path() / "velum-read-back");
+        WriteReport unused;
+        Document document(
+            [&file](std::string_view piece) { file.write(piece); }, outline_, options_, unused, {});
+        for (Outline::Entry const& entry : outline_.entries()) {
+            document.add(entry);
+        }
+        document.finish();
+        reportDifferences(
+            model_, outline_, file.temporary().string(), isWantedEntry, report_.findings);
     }
 
     /// All files are whole before the first one takes its name.
@@ -174,6 +203,7 @@ private:
         return unique + ".arxml";
     }
 
+    QOB::Model model_;
     WriteReport report_;
     Outline outline_;
     Wanted const* wanted_;

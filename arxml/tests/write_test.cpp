@@ -132,7 +132,8 @@ TEST(Write, ReportsWhatCannotBeWrittenAsItIs) {
         const Folder folder;
         const Model model;
         each.fill(model);
-        const std::string findings = inText(write(model, folder / "a.arxml"));
+        const std::string findings =
+            inText(write(model, folder / "a.arxml", {.isReadBack = false}));
         std::size_t at = 0;
         for (std::string const& line : each.findings) {
             EXPECT_EQ(findings.compare(at, line.size(), line), 0) << findings << "not " << line;
@@ -142,6 +143,28 @@ TEST(Write, ReportsWhatCannotBeWrittenAsItIs) {
         const Model again;
         EXPECT_NO_THROW(read({folder / "a.arxml"}, again));
     }
+}
+
+/// What the writer itself doesn't know of is found by reading: in one file, in a file for each
+/// package, and for the chosen objects only.
+TEST(Write, ReportsWhatAReaderDoesNotGet) {
+    const Model model;
+    const auto lost = makeInteger(model, "/P/Lost");
+    lost.setLength(types::DataSize(QOB::Integer(2), types::DataSizeUnitKind::byte));
+    const std::vector<QOB::ClassObject> one{lost};
+    const std::vector<QOB::ClassObject> other{makeInteger(model, "/Q/Kept")};
+    const std::string line = "changed: /P/Lost: A reader gets something else: Integer #1 \"Lost\": "
+                             "Length: 2|byte -> 16|bit\n";
+    const Folder folder;
+    EXPECT_EQ(inText(write(model, folder / "a.arxml")), line);
+    EXPECT_EQ(inText(write(model, folder / "a", {.layout = Layout::filePerPackage})), line);
+    EXPECT_EQ(inText(write(one, folder / "a.arxml")), line);
+    EXPECT_EQ(inText(write(other, folder / "a.arxml")), "");
+    EXPECT_EQ(inText(write(model, folder / "a.arxml", {.isReadBack = false})), "");
+    WriteReport ofText;
+    static_cast<void>(toText(model, ofText));
+    EXPECT_EQ(inText(ofText), line);
+    EXPECT_EQ(filesIn(folder / ".").size(), 3U) << "the file that was read back is left";
 }
 
 TEST(Write, GivesTheSameTextAndFileAndTellsItsNumbers) {

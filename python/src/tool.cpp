@@ -87,11 +87,13 @@ py::object write(py::object const& source,
                  std::string const& schema,
                  std::string const& layout,
                  std::string const& package,
+                 bool isReadBack,
                  py::object onProgress) {
     arxml::WriteOptions options;
     options.schema = schema;
     options.layout = layoutFrom(layout);
     options.package = package;
+    options.isReadBack = isReadBack;
     options.onProgress = progressTo(std::move(onProgress));
     std::string const path = pathFrom(target);
     if (py::isinstance<ModelView>(source)) {
@@ -249,6 +251,7 @@ void addTool(py::module_& module) {
                py::arg("schema") = arxml::WriteOptions().schema,
                py::arg("layout") = "one-file",
                py::arg("package") = arxml::WriteOptions().package,
+               py::arg("read_back") = true,
                py::arg("on_progress") = py::none(),
                "Writes a model, a branch or some objects as AUTOSAR files; returns a WriteReport.");
     module.def("save", &save, py::arg("source"), py::arg("path"), "Saves a model in a file.");

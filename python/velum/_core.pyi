@@ -186,6 +186,7 @@ def write(
     schema: str = ...,
     layout: Literal["one-file", "file-per-package"] = ...,
     package: str = ...,
+    read_back: bool = ...,
     on_progress: Callable[[int], object] | None = ...,
 ) -> WriteReport: ...
 def save(source: Model, path: _Path) -> None: ...

@@ -15,7 +15,8 @@ namespace velum::arxml {
 /// of before a renaming.
 ///
 /// A file takes its name when it is whole; a failure leaves what was there. Whatever the model has
-/// and the files have not is in the report. Raises `OutputError` if a file can't be written.
+/// and the files have not is in the report: what was written is read back for that, unless the
+/// options say otherwise. Raises `OutputError` if a file can't be written.
 VELUM_ARXML_EXPORT WriteReport write(QOB::Model const& model,
                                      std::filesystem::path const& target,
                                      WriteOptions const& options = {});

@@ -21,6 +21,8 @@ public:
 
     void write(std::string_view piece);
     void commit();
+    /// Where the bytes are as long as the file hasn't its name.
+    std::filesystem::path const& temporary() const { return temporary_; }
 
 private:
     friend class OutputFiles;

@@ -26,6 +26,7 @@ enum class Remark : std::uint8_t {
     dangling,      ///< A reference leads to an object that isn't written and has no path.
     contradiction, ///< Two objects need different values at one place of the file.
     circle,        ///< A type or constant refers to itself; a reader makes no object of it.
+    changed,       ///< Who reads the file gets another value, or an object more or less.
 };
 
 constexpr std::string_view code(Remark remark) {
@@ -44,6 +45,8 @@ constexpr std::string_view code(Remark remark) {
         return "contradiction";
     case Remark::circle:
         return "circle";
+    case Remark::changed:
+        return "changed";
     }
     return "";
 }
@@ -72,6 +75,11 @@ struct WriteOptions {
     std::string schema = "AUTOSAR_00051"; ///< The name of the schema without ".xsd".
     Layout layout = Layout::oneFile;
     std::string package = "/Model"; ///< The package of objects that have no path.
+
+    /// Reads what was written, and reports every difference from the model. That takes as long as
+    /// the file takes to read, and the memory of a second model. Without it the report has what the
+    /// writer itself knows; what was read from files goes round whatever is chosen here.
+    bool isReadBack = true;
 
     /// Called now and then with the number of objects written so far; may be empty.
     std::function<void(std::uint64_t objects)> onProgress{};
