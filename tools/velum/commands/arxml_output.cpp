@@ -16,8 +16,9 @@ void ArxmlOutput::addTo(CLI::App& command) {
         ->type_name("NAME");
 }
 
-void ArxmlOutput::write(QOB::Model const& model, std::string const& target) const {
+void ArxmlOutput::write(QOB::Model const& model, std::string const& target, bool isAsRead) const {
     arxml::WriteOptions options;
+    options.isReadBack = !isAsRead;
     if (!schema_.empty()) {
         options.schema = schema_;
     }

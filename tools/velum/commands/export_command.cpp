@@ -85,9 +85,10 @@ int ExportCommand::run() const {
         return wrongUsage;
     }
     model::Dictionary dictionary;
-    tellFailure(load(files_, dictionary));
+    report::Input const input = load(files_, dictionary, {}, output_);
+    tellFailure(input);
     if (format_ == "arxml") {
-        arxml_.write(dictionary.model(), output_);
+        arxml_.write(dictionary.model(), output_, input.stores.empty());
         return done;
     }
     bool const isWritten = isTables ? exportTables(dictionary.model(), output_)

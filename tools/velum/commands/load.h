@@ -15,9 +15,9 @@ inline constexpr char whatFilesAre[] =
     "Files to read (.arxml, .arxml.gz, .velum), folders of them, or - for the standard input";
 
 /// Reads the files that the arguments stand for into the dictionary, and tells a person at a
-/// terminal how far it is. Folders don't stand for the file `leftOut`, which the command writes.
-/// Raises `QOB::StoreError` for a store that can't be read, `arxml::InputError` for any other file
-/// and for a store with a path that another file has.
+/// terminal how far it is. Folders don't stand for the file `leftOut`, which the command writes,
+/// nor for the files in a folder of that name. Raises `QOB::StoreError` for a store that can't be
+/// read, `arxml::InputError` for any other file and for a store with a path that another file has.
 report::Input load(std::vector<std::string> const& arguments,
                    model::Dictionary const& dictionary,
                    arxml::Options options = {},

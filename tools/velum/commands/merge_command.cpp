@@ -110,9 +110,9 @@ int MergeCommand::run() const {
         model::Dictionary base;
         model::Dictionary ours;
         model::Dictionary theirs;
-        tellFailure(load({base_}, base));
-        tellFailure(load({ours_}, ours));
-        tellFailure(load({theirs_}, theirs));
+        tellFailure(load({base_}, base, {}, output_));
+        tellFailure(load({ours_}, ours, {}, output_));
+        tellFailure(load({theirs_}, theirs, {}, output_));
         merge::Outcome const outcome =
             merge::mergeModels(base.model(), ours.model(), theirs.model(), resolutions());
         if (outcome.isMerged()) {

@@ -60,6 +60,19 @@ std::string identityOf(std::string const& file) {
     return unknown || file == arxml::standardInput ? file : canonical.string();
 }
 
+/// Whether a file in a folder is the one that is left out, or in the folder that is.
+bool isLeftOut(std::string const& file, std::string const& folder, std::string const& leftOut) {
+    if (leftOut.empty()) {
+        return false;
+    }
+    const auto within = [](std::string const& inner, std::string const& outer) {
+        return inner.starts_with(outer.ends_with('/') ? outer : outer + "/");
+    };
+    const std::string out = identityOf(leftOut);
+    const std::string name = identityOf(file);
+    return name == out || (within(out, identityOf(folder)) && within(name, out));
+}
+
 /// The first bytes of every SQLite file.
 bool hasStoreHeader(std::string const& file) {
     constexpr std::string_view header("SQLite format 3\0", 16);
@@ -90,7 +103,7 @@ InputFiles inputFiles(std::vector<std::string> const& arguments, std::string con
         std::error_code unknown;
         if (fs::is_directory(argument, unknown)) {
             for (std::string const& file : filesIn(argument)) {
-                if (leftOut.empty() || identityOf(file) != identityOf(leftOut)) {
+                if (!isLeftOut(file, argument, leftOut)) {
                     add(file);
                 }
             }

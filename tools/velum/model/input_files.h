@@ -12,8 +12,8 @@ struct InputFiles {
 };
 
 /// A folder stands for all `.arxml`, `.arxml.gz` and `.velum` files in it and in its folders but
-/// for `leftOut`, anything else for itself. Raises `arxml::InputError` if a folder can't be read or
-/// has no such file.
+/// for `leftOut`, or the files in that if it is a folder inside; anything else for itself. Raises
+/// `arxml::InputError` if a folder can't be read or has no such file.
 InputFiles inputFiles(std::vector<std::string> const& arguments, std::string const& leftOut = "");
 
 /// Whether the argument names something to read, as opposed to a path of elements.

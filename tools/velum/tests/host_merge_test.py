@@ -151,6 +151,22 @@ class MergeTest(unittest.TestCase):
             release.expect(theirs + method("m", "c") + method("n", "c", "%d"))
             self.assertEqual(release.merge("--ours", "all").stdout, result.stdout)
 
+    def test_what_is_written_into_a_folder_that_is_read_is_left_out(self):
+        """The second time there is a file that the first one wrote."""
+        with Folder() as folder:
+            for side, symbol in (("base", "m"), ("ours", "m"), ("theirs", "cm")):
+                (folder.path / side).mkdir()
+                folder.write(f"{side}/a.arxml", document(package("P", unit("length", symbol))))
+            for output in (["-o", "ours/out.arxml"], ["-o", "theirs/out", "--layout", "packages"]):
+                for _ in range(2):
+                    result = folder.run("merge", "base", "ours", "theirs", *output)
+                    self.assertEqual((result.returncode, result.stderr), (0, b""))
+                    self.assertEqual(result.stdout, b"1 change of theirs merged.\n")
+                (folder.path / "ours/out.arxml").unlink(missing_ok=True)
+            arguments = ["export", "--format", "arxml", "base", "-o", "base/out.arxml"]
+            for _ in range(2):
+                self.assertEqual(folder.run(*arguments).stderr, b"")
+
     def test_the_same_on_both_sides_is_no_conflict(self):
         both = unit("a", "z", 2) + byte("2C") + structure("s", member("b"), member("a"))
         with Release(unit("a", "x") + byte() + structure("s", member("a"), member("b")),
