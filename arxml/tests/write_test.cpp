@@ -119,8 +119,8 @@ const FindingsCase findingsCases[] = {
      },
      {"no-place: : The format has no element for the Dependency",
       "no-place: /P/A: The format has no place for the note \"Owner\".",
-      "no-place: /P/A: The format has no place for the comments.",
       "no-place: /P/A: The format has no place for the visibility.",
+      "no-place: /P/A: The format has no place for the comments.",
       "no-place: /P/A: The format has no place for the dependencies."}},
 };
 
