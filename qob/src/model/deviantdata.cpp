@@ -170,7 +170,12 @@ void DeviantData::requireNotTelling(char const* what) const {
 }
 
 void DeviantData::dropStates() {
-    KeepAlive const keep(isRoot() ? std::vector<ClassObjectIntf*>() : changedObjects());
+    std::vector<ClassObjectIntf*> objects;
+    objects.reserve(states_.size());
+    for (auto const& [object, slot] : states_) {
+        objects.push_back(const_cast<ClassObjectIntf*>(object));
+    }
+    KeepAlive const keep(std::move(objects));
     auto const states = std::exchange(states_, {});
     for (auto const& [object, slot] : states) {
         const_cast<ClassObjectIntf*>(object)->deviant_destroyState(slot.state);
