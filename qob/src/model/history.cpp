@@ -49,7 +49,8 @@ bool History::mayComeBack(ClassObjectIntf const* object) const {
 std::size_t History::placeOf(ClassObjectIntf const* object) const noexcept {
     if (deviant_.isRoot()) {
         std::vector<SavedState> const& states = open_->record.states;
-        std::size_t const place = ModelCore::deviationsOf(object).savedAt_;
+        DeviationsBase const* const deviations = ModelCore::findDeviations(object);
+        std::size_t const place = deviations != nullptr ? deviations->savedAt_ : NotSaved;
         return place < states.size() && states[place].object == object ? place : NotSaved;
     }
     auto const found = open_->savedIndex.find(object);

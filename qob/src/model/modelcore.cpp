@@ -40,11 +40,14 @@ ModelCore& ModelCore::of(Deviant deviant) {
     return DeviantData::of(deviant).model();
 }
 
-DeviationsBase& ModelCore::deviationsOfPart(ClassObjectIntf const* object) {
+DeviationsBase* ModelCore::findDeviationsOfPart(ClassObjectIntf const* object) noexcept {
     auto const* const whole = castObject<ClassObjectIntf>(object);
     RootPart const* const part = whole != nullptr ? rootPartOf(whole) : nullptr;
-    QOB_REQUIRE(part != nullptr, "The object is no root object.");
-    return *static_cast<DeviationsBase*>(const_cast<RootPart*>(part));
+    return static_cast<DeviationsBase*>(const_cast<RootPart*>(part));
+}
+
+void ModelCore::failNoRootObject() {
+    QOB_FAIL("The object is no root object.");
 }
 
 void ModelCore::endAll(ClassObjectIntf const* kept) noexcept {

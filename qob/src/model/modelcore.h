@@ -23,10 +23,18 @@ public:
 
     /// The living model of a valid deviant.
     static ModelCore& of(Deviant deviant);
-    static DeviationsBase& deviationsOf(ClassObjectIntf const* object) {
+    /// Null for what is no root object.
+    static DeviationsBase* findDeviations(ClassObjectIntf const* object) noexcept {
         RootPart const* const part = rootPartOf(object);
-        return part != nullptr ? *static_cast<DeviationsBase*>(const_cast<RootPart*>(part))
-                               : deviationsOfPart(object);
+        return part != nullptr ? static_cast<DeviationsBase*>(const_cast<RootPart*>(part))
+                               : findDeviationsOfPart(object);
+    }
+    /// Raises for what is no root object.
+    static DeviationsBase& deviationsOf(ClassObjectIntf const* object) {
+        if (DeviationsBase* const deviations = findDeviations(object)) {
+            return *deviations;
+        }
+        failNoRootObject();
     }
     /// Ends every model that is left but `kept`.
     static void endAll(ClassObjectIntf const* kept) noexcept;
@@ -102,8 +110,9 @@ public:
     void end();
 
 private:
-    /// For the second base of an object. Raises for what is no root object.
-    static DeviationsBase& deviationsOfPart(ClassObjectIntf const* object);
+    /// For the second base of an object.
+    static DeviationsBase* findDeviationsOfPart(ClassObjectIntf const* object) noexcept;
+    [[noreturn]] static void failNoRootObject();
     DeviantData& makeDeviant();
     void retireDeviant(DeviantData& data);
     /// Whether an object that has an id would share a deviant with one that gets it in `deviant`.

@@ -25,6 +25,7 @@ Integer newObjectId(Deviant deviant) {
 
 void enterObject(NSInterface::ClassObjectIntf* object, Deviant deviant) {
     DeviantData& data = DeviantData::of(deviant);
+    data.requireNotTelling("create an object");
     data.model().enterObject(object);
     data.history().markCreated(object);
 }
