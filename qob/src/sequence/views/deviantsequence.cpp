@@ -154,8 +154,15 @@ bool GenericDeviantSequence::appendNew(Deviant const& deviant, Ref const& elemen
 }
 
 Ref GenericDeviantSequence::takeFirst(Deviant const& deviant) {
-    Ref element = generic_front(deviant);
-    writing(deviant).generic_pop_front();
+    NSInterface::ObjectIntf* const state = object_->getReadDeviantI(deviant, object_.get());
+    SequenceRef const source = methods_->getMultiValued(state, deviant, propertyId_, false);
+    Ref element = source.generic_front();
+    References* const list = References::of(source.get());
+    if (list != nullptr && object_->getWriteDeviantI(deviant, object_.get()) == state) {
+        list->storage().eraseAt(0); // what is read is what is written
+    } else {
+        writing(deviant).generic_pop_front();
+    }
     lose(deviant, element);
     return element;
 }
