@@ -188,6 +188,7 @@ void leaveLibrary(void const* inside) noexcept {
     void const* const library = libraryOf(inside);
     replaceObjectsOf(library);
     destroyImmortalsOf(library);
+    ++CooperativeVisitor::internal::goneLibraries;
 }
 
 } // namespace QOB
