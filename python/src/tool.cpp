@@ -32,11 +32,12 @@ arxml::Report readInto(ModelView const& view,
                        char const* function,
                        bool keepsSources,
                        py::object onProgress) {
+    QOB::Model const model = view.handle();
     arxml::Options options;
     arxml::Sources sources;
     options.onProgress = progressTo(std::move(onProgress));
     options.sources = keepsSources ? &sources : nullptr;
-    arxml::Report report = arxml::read(filesFrom(paths, function), view.handle(), options);
+    arxml::Report report = arxml::read(filesFrom(paths, function), model, options);
     if (keepsSources) {
         view.hold->sources = std::move(sources);
     }
