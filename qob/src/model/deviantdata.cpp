@@ -146,14 +146,17 @@ std::exception_ptr DeviantData::tellWrite() {
     return raised;
 }
 
-bool DeviantData::hasCreated(ClassObjectIntf const* object) const noexcept {
-    if (history_.depth() != 0 && history_.savedOldState(object) == Deviant::InvalidObject) {
-        return true;
+ObjectIntf* DeviantData::oldState(ClassObjectIntf const* object) const noexcept {
+    ObjectIntf* const saved = history_.depth() != 0 ? history_.savedOldState(object) : nullptr;
+    if (saved != nullptr || !keepsOldState(object)) {
+        return saved;
     }
-    if (!keepsOldState(object)) {
-        return false;
+    SavedState const& written = write_->step.states[write_->index.find(object)->second];
+    if (written.created) {
+        return static_cast<ObjectIntf*>(Deviant::InvalidObject);
     }
-    return write_->step.states[write_->index.find(object)->second].created;
+    return written.slot.state != nullptr ? written.slot.state
+                                         : static_cast<ObjectIntf*>(Deviant::FallbackToRoot);
 }
 
 ObserverList& DeviantData::needObservers() {
