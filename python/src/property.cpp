@@ -117,6 +117,11 @@ PyObject* readProperty(PyObject* descriptor, PyObject* object) noexcept {
     return guarded<PyObject*>(nullptr, [&] {
         HandleObject const& handle = ownerOf(descriptorOf(descriptor), object);
         Property const& property = *descriptorOf(descriptor).property;
+        // What is stored refuses by itself; what is derived may find nothing to derive it from.
+        if (property.isReadOnly && !handle.object.isValid()) {
+            raise(errorType,
+                  property.qualifiedName + " can't be read from an object that no longer exists.");
+        }
         if (property.isMany) {
             return newList(handle, property);
         }
