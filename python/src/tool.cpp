@@ -50,7 +50,7 @@ read(py::object const& paths, py::object const& into, bool keepsSources, py::obj
     arxml::Report const report =
         readInto(view, paths, "read()", keepsSources, std::move(onProgress));
     return py::make_tuple(into.is_none() ? wrapModel(view.hold, view.deviant) : into,
-                          toPython(report));
+                          python::toPython(report));
 }
 
 arxml::Layout layoutFrom(std::string const& name) {
@@ -96,9 +96,9 @@ py::object write(py::object const& source,
     options.onProgress = progressTo(std::move(onProgress));
     std::string const path = pathFrom(target);
     if (py::isinstance<ModelView>(source)) {
-        return toPython(arxml::write(viewOf(source, "write()").handle(), path, options));
+        return python::toPython(arxml::write(viewOf(source, "write()").handle(), path, options));
     }
-    return toPython(arxml::write(objectsFrom(source), path, options));
+    return python::toPython(arxml::write(objectsFrom(source), path, options));
 }
 
 void save(py::object const& source, py::object const& path) {
