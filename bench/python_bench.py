@@ -2,12 +2,14 @@
 
 usage: python_bench.py PROGRAM SAMPLE...
 
-PROGRAM is the host. Times are the best of several turns of twenty statements each, without the loop; a
-turn is repeated until it takes a millisecond. Creation keeps all objects until the end of a turn.
+PROGRAM is the host. Whatever is compared takes turns. Times of statements and of creation are the best of
+all turns, those of a processor medians. Creation keeps all objects until the end of a turn.
 """
 
 import gc
 import pathlib
+import resource
+import statistics
 import subprocess
 import sys
 import tempfile
@@ -20,6 +22,7 @@ from import_bench import packages_of, write_document
 import velum
 
 TURNS = 25
+LOOPS = 1000
 STATEMENTS = 20
 
 
@@ -66,24 +69,25 @@ def message_class():
     return message_factory.MessageFactory(pool).GetPrototype(pool.FindMessageTypeByName("bench.Plain"))
 
 
-def best_of(run, count, turns=TURNS):
-    """Nanoseconds of one of `count` things that a call does."""
-    best = float("inf")
+def best_of(runs, count, turns=TURNS):
+    """Nanoseconds of one of `count` things that a call does, for each of the calls, which take turns."""
+    best = [float("inf")] * len(runs)
     for _ in range(turns):
-        start = time.perf_counter_ns()
-        run()
-        best = min(best, time.perf_counter_ns() - start)
-    return best / count
+        for i, run in enumerate(runs):
+            start = time.perf_counter_ns()
+            run()
+            best[i] = min(best[i], time.perf_counter_ns() - start)
+    return [each / count for each in best]
 
 
-def statement_time(text, **names):
+def statements(text, **names):
+    """A function that runs a statement LOOPS * STATEMENTS times."""
     lines = [text.replace("$", str(i % 2)) for i in range(STATEMENTS)]
     body = "\n        ".join(lines)
-    loops = 2000
-    source = f"def run({', '.join(names)}):\n    for _ in range({loops}):\n        {body}\n"
+    source = f"def run({', '.join(names)}):\n    for _ in range({LOOPS}):\n        {body}\n"
     scope = {}
     exec(compile(source, "statements", "exec"), scope)
-    return best_of(lambda: scope["run"](*names.values()), loops * STATEMENTS)
+    return lambda: scope["run"](*names.values())
 
 
 def access_rows(message):
@@ -99,11 +103,11 @@ def access_rows(message):
         ("text", (literal, "name"), "text", ("low", "high")),
     ):
         for action, text in (("get", "o.{}"), ("set", "o.{} = v[$]")):
-            times = [
-                statement_time(text.format(each), o=of, v=values)
+            runs = [
+                statements(text.format(each), o=of, v=values)
                 for of, each in ((owner, name), (proto, other), (plain, other))
             ]
-            yield f"{action} a {kind}", *times
+            yield f"{action} a {kind}", *best_of(runs, LOOPS * STATEMENTS)
 
 
 def creation_rows(message):
@@ -117,51 +121,62 @@ def creation_rows(message):
             del kept
 
         gc.disable()
-        times = [
-            best_of(ours, count, turns),
-            best_of(lambda: [message(text="x") for _ in range(count)], count, turns),
-            best_of(lambda: [Plain("x") for _ in range(count)], count, turns),
+        runs = [
+            ours,
+            lambda: [message(text="x") for _ in range(count)],
+            lambda: [Plain("x") for _ in range(count)],
         ]
+        times = best_of(runs, count, turns)
         gc.enable()
         yield f"create with a name, of {count}", *times
 
 
 def processor_time(*command):
-    """The least seconds of a processor of several runs."""
-    best = float("inf")
-    for _ in range(5):
-        before = _children()
-        subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
-        best = min(best, _children() - before)
-    return best
+    """The seconds of a processor that a program takes."""
+    before = resource.getrusage(resource.RUSAGE_CHILDREN)
+    subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+    after = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return after.ru_utime + after.ru_stime - before.ru_utime - before.ru_stime
 
 
-def _children():
-    import resource
+def reading_time(document):
+    """The same of velum.read() alone, in a process of its own."""
+    ended = subprocess.run(
+        [sys.executable, "-c", READING, document], check=True, capture_output=True, text=True
+    )
+    return float(ended.stdout)
 
-    usage = resource.getrusage(resource.RUSAGE_CHILDREN)
-    return usage.ru_utime + usage.ru_stime
+
+READING = """
+import os, sys, time, velum
+start = time.process_time()
+kept = velum.read(sys.argv[1])
+print(time.process_time() - start, flush=True)
+os._exit(0)
+"""
 
 
-def _reading_time(document):
-    start = time.process_time()
-    velum.read(document)
-    return time.process_time() - start
+def medians(actions, turns=9):
+    """Of what each action returns; the actions take turns."""
+    results = [[action() for action in actions] for _ in range(turns)]
+    return [statistics.median(column) for column in zip(*results, strict=True)]
 
 
 def print_reading(program, samples):
     packages = "".join(packages_of(sample) for sample in samples)
     with tempfile.TemporaryDirectory() as folder:
-        document = pathlib.Path(folder, "document.arxml")
-        write_document(document, packages, 10_000_000)
-        host = processor_time(program, "import", str(document))
-        ours = min(_reading_time(str(document)) for _ in range(5))
-    print(f"read 10 MB: velum.read {ours:.2f} s, host {host:.2f} s: {ours / host:.2f}x")
+        document = str(pathlib.Path(folder, "document.arxml"))
+        write_document(pathlib.Path(document), packages, 10_000_000)
+        host, ours = medians(
+            (lambda: processor_time(program, "import", document), lambda: reading_time(document))
+        )
+    print(f"read 10 MB: velum.read {ours:.3f} s, host {host:.3f} s: {ours / host:.2f}x")
 
 
 def print_import():
-    nothing = processor_time(sys.executable, "-c", "")
-    ours = processor_time(sys.executable, "-c", "import velum")
+    nothing, ours = medians(
+        [lambda text=text: processor_time(sys.executable, "-c", text) for text in ("", "import velum")]
+    )
     print(f"import velum: {(ours - nothing) * 1000:.0f} ms")
 
 

@@ -74,10 +74,9 @@ PyObject* create(ClassEntry const& entry, PyTypeObject* type, Arguments const& g
     }
     if (given.count < 1 || given.count > 2) {
         raise(PyExc_TypeError,
-              "velum." + entry.name +
-                  "() takes a model and, if wanted, a name; other properties by keyword.");
+              entry.call + " takes a model and, if wanted, a name; other properties by keyword.");
     }
-    ModelView const& view = viewOf(given.positional[0], ("velum." + entry.name + "()").c_str());
+    ModelView const& view = viewOf(given.positional[0], entry.call.c_str());
     QOB::Model const model = view.handle();
     QOB::ClassObject const object(entry.record->create(model, model.allocateObjectId()));
     auto made = py::reinterpret_steal<py::object>(wrapAs(type, object, view.hold));
@@ -169,6 +168,7 @@ private:
         std::string const dotted = dottedName(live);
         ClassEntry& entry = classes().entries.emplace_back();
         entry.name = std::string(live.getName());
+        entry.call = "velum." + entry.name + "()";
         entry.record = live.internal_binding().methods;
         entry.type = newType(entry, live, dotted);
         classes().byLive.emplace(live.get(), &entry);

@@ -10,6 +10,7 @@ namespace velum::python {
 /// A class of the metamodel as Python has it.
 struct ClassEntry {
     std::string name; ///< Without its package.
+    std::string call; ///< For messages: "velum.Unit()".
     PyTypeObject* type = nullptr;
     QOB::IntrospectiveMethods const* record = nullptr;
     Property const* nameProperty = nullptr; ///< Null for a class whose objects have no name.

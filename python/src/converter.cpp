@@ -69,16 +69,22 @@ public:
         return PyFloat_FromDouble(static_cast<double const&>(*number));
     }
     QOB::Object fromPython(PyObject* value, std::string const& property) const override {
-        if (PyFloat_CheckExact(value) == 0 &&
-            (PyNumber_Check(value) == 0 || PyComplex_Check(value) != 0)) {
-            refuse(value, property);
-        }
-        double const number = PyFloat_AsDouble(value);
-        require(number != -1.0 || PyErr_Occurred() == nullptr);
+        double const number =
+            PyFloat_CheckExact(value) != 0 ? PyFloat_AS_DOUBLE(value) : converted(value, property);
         // Not with the bits of the one NaN that is the library's mark of an invalid value.
         return QOB::Real(std::isnan(number) ? std::numeric_limits<double>::quiet_NaN() : number);
     }
     std::string typeName() const override { return "float"; }
+
+private:
+    double converted(PyObject* value, std::string const& property) const {
+        if (PyNumber_Check(value) == 0 || PyComplex_Check(value) != 0) {
+            refuse(value, property);
+        }
+        double const number = PyFloat_AsDouble(value);
+        require(number != -1.0 || PyErr_Occurred() == nullptr);
+        return number;
+    }
 };
 
 class TextConverter final : public Converter {

@@ -4,6 +4,7 @@
 #include "modelhold.h"
 
 #include <memory>
+#include <qob/kernel/value/valuebox.h>
 #include <qob/qob.h>
 #include <string>
 #include <typeinfo>
@@ -44,11 +45,12 @@ template <class Number>
 Converter const& numberConverter();
 
 /// The value in a box of class T; null if there is no box. The box of a property's value is always
-/// of the property's class.
+/// of the property's class, so that nothing needs to be looked up.
 template <class T>
 T const* valueIn(QOB::Object const& box) {
-    auto* const boxed = static_cast<QOB::NSInterface::ValueObjectIntf*>(box.get());
-    return boxed == nullptr ? nullptr : static_cast<T const*>(boxed->findValue(typeid(T)));
+    using Box = QOB::ValueBox<T>;
+    auto const* const boxed = static_cast<Box const*>(box.get());
+    return boxed == nullptr ? nullptr : static_cast<T const*>(boxed->Box::findValue(typeid(T)));
 }
 
 /// A value whose property isn't known: of any data type, or an object.

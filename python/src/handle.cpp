@@ -2,6 +2,7 @@
 
 #include "classes.h"
 #include "modelview.h"
+#include "property.h"
 #include "statictype.h"
 #include "text.h"
 
@@ -58,6 +59,27 @@ Py_hash_t hash(PyObject* self) {
 
 PyObject* make(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
     return guarded<PyObject*>(nullptr, [&] { return createObject(type, arguments, keywords); });
+}
+
+/// The property of a name that the object's class has; null for any other attribute. Borrowed: a
+/// descriptor may go while its value is converted, but not what is needed of it from there on.
+PyObject* propertyNamed(PyObject* self, PyObject* name) {
+    if (PyUnicode_CheckExact(name) == 0) {
+        return nullptr;
+    }
+    PyObject* const found = _PyType_Lookup(Py_TYPE(self), name);
+    return found != nullptr && isProperty(found) ? found : nullptr;
+}
+
+// Most attributes are properties, which need nothing of what the interpreter's search does besides.
+PyObject* getAttribute(PyObject* self, PyObject* name) {
+    PyObject* const property = propertyNamed(self, name);
+    return property != nullptr ? readProperty(property, self) : PyObject_GenericGetAttr(self, name);
+}
+int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
+    PyObject* const property = propertyNamed(self, name);
+    return property != nullptr ? writeProperty(property, self, value)
+                               : PyObject_GenericSetAttr(self, name, value);
 }
 
 template <auto Read>
@@ -193,6 +215,8 @@ PyTypeObject objectType = [] {
     type.tp_repr = &represent;
     type.tp_richcompare = &compare;
     type.tp_hash = &hash;
+    type.tp_getattro = &getAttribute;
+    type.tp_setattro = &setAttribute;
     type.tp_getset = attributes;
     type.tp_methods = methods;
     return type;

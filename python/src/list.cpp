@@ -102,8 +102,8 @@ PyObject* subscript(PyObject* self, PyObject* key) {
         if (PySlice_Check(key) == 0) {
             failKey(view, key);
         }
-        Slice const slice(view, key);
         py::list values;
+        Slice const slice(view, key);
         for (Py_ssize_t i = 0; i != slice.count; ++i) {
             values.append(py::reinterpret_steal<py::object>(view.at(slice.start + i * slice.step)));
         }
@@ -122,8 +122,7 @@ void eraseSlice(ListView const& view, Slice const& slice) {
     view.assign(kept);
 }
 
-void assignSlice(ListView const& view, Slice const& slice, PyObject* iterable) {
-    ListView::Values const values = view.valuesOf(iterable);
+void assignSlice(ListView const& view, Slice const& slice, ListView::Values const& values) {
     ListView::Values all = view.all();
     if (slice.step == 1) {
         auto const first = all.begin() + slice.start;
@@ -142,20 +141,30 @@ void assignSlice(ListView const& view, Slice const& slice, PyObject* iterable) {
     view.assign(all);
 }
 
+void assignIndex(ListView const& view, PyObject* key, PyObject* value) {
+    if (value == nullptr) {
+        Py_ssize_t const index = indexFrom(view, key);
+        view.erase(index, index + 1);
+    } else {
+        QOB::Generic::Ref const converted = view.valueOf(value);
+        view.replace(indexFrom(view, key), converted);
+    }
+}
+
+// What is put in comes before places are counted: to convert it may run code that changes the list.
 int assignSubscript(PyObject* self, PyObject* key, PyObject* value) {
     return guarded(-1, [&] {
         ListView const& view = viewIn(self);
         if (PyIndex_Check(key) != 0) {
-            Py_ssize_t const index = indexFrom(view, key);
-            value == nullptr ? view.erase(index, index + 1)
-                             : view.replace(index, view.valueOf(value));
-            return 0;
-        }
-        if (PySlice_Check(key) == 0) {
+            assignIndex(view, key, value);
+        } else if (PySlice_Check(key) == 0) {
             failKey(view, key);
+        } else if (value == nullptr) {
+            eraseSlice(view, Slice(view, key));
+        } else {
+            ListView::Values const values = view.valuesOf(value);
+            assignSlice(view, Slice(view, key), values);
         }
-        Slice const slice(view, key);
-        value == nullptr ? eraseSlice(view, slice) : assignSlice(view, slice, value);
         return 0;
     });
 }
@@ -191,7 +200,8 @@ PyObject* concatenate(PyObject* self, PyObject* iterable) {
 PyObject* extendInPlace(PyObject* self, PyObject* iterable) {
     return guarded<PyObject*>(nullptr, [&] {
         ListView const& view = viewIn(self);
-        view.insert(view.size(), view.valuesOf(iterable));
+        ListView::Values const values = view.valuesOf(iterable);
+        view.insert(view.size(), values);
         return Py_NewRef(self);
     });
 }
@@ -235,17 +245,19 @@ void requireCount(Py_ssize_t count, Py_ssize_t least, Py_ssize_t most, char cons
 
 py::object append(ListView const& view, PyObject* const* arguments, Py_ssize_t count) {
     requireCount(count, 1, 1, "append");
-    view.insert(view.size(), {view.valueOf(arguments[0])});
+    ListView::Values const values{view.valueOf(arguments[0])};
+    view.insert(view.size(), values);
     return py::none();
 }
 
 py::object insert(ListView const& view, PyObject* const* arguments, Py_ssize_t count) {
     requireCount(count, 2, 2, "insert");
+    ListView::Values const values{view.valueOf(arguments[1])};
     Py_ssize_t index = PyNumber_AsSsize_t(arguments[0], nullptr);
     require(index != -1 || PyErr_Occurred() == nullptr);
     Py_ssize_t const end = view.size();
     index = std::clamp<Py_ssize_t>(index < 0 ? index + end : index, 0, end);
-    view.insert(index, {view.valueOf(arguments[1])});
+    view.insert(index, values);
     return py::none();
 }
 

@@ -17,7 +17,7 @@ Holds& holds() {
 ModelHold::ModelHold(QOB::Model const& model, bool isOwned)
     : model_(model),
       root_(model.getDeviant().getRootDeviant()),
-      thread_(PyThread_get_thread_ident()),
+      thread_(std::this_thread::get_id()),
       isOwned_(isOwned) {
     model_.setDeviant(root_);
     holds().emplace(root_, this);

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <qob/qob.h>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 #include <velum_arxml/reading/sources.h>
@@ -39,7 +40,7 @@ public:
         }
     }
 
-    bool isHere() const noexcept { return PyThread_get_thread_ident() == thread_; }
+    bool isHere() const noexcept { return std::this_thread::get_id() == thread_; }
     /// Raises velum.Error in a thread that is not the model's.
     void requireThread() const {
         if (!isHere()) {
@@ -65,7 +66,7 @@ private:
 
     QOB::Model model_;
     QOB::Deviant root_;
-    unsigned long thread_;
+    std::thread::id thread_;
     Py_ssize_t count_ = 1;
     bool isOwned_;
     bool isDestroyed_ = false;

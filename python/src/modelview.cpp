@@ -79,14 +79,19 @@ bool isEqual(ModelView const& view, py::object const& other) {
            other.cast<ModelView const&>().deviant == view.deviant;
 }
 
+ModelHold::Switches& switchesOf(ModelView const& view) {
+    view.hold->requireThread();
+    return view.hold->switchesOf(view.deviant);
+}
+
 void setUndoEnabled(ModelView const& view, bool isEnabled) {
     view.handle().setUndoEnabled(isEnabled);
-    view.hold->switchesOf(view.deviant).isUndoEnabled = isEnabled;
+    switchesOf(view).isUndoEnabled = isEnabled;
 }
 
 void setReadOnly(ModelView const& view, bool isReadOnly) {
     view.handle().setReadOnly(isReadOnly);
-    view.hold->switchesOf(view.deviant).isReadOnly = isReadOnly;
+    switchesOf(view).isReadOnly = isReadOnly;
 }
 
 BranchView newBranch(ModelView const& view) {
@@ -150,17 +155,18 @@ void addProperties(ModelClass& model) {
         .def_property_readonly(
             "exists",
             [](ModelView const& view) {
+                view.hold->requireThread();
                 return !view.hold->isDestroyed() && view.deviant.isValid();
             },
             "Whether the model, or the branch, is still there.")
         .def_property(
             "undo_enabled",
-            [](ModelView const& view) { return view.hold->switchesOf(view.deviant).isUndoEnabled; },
+            [](ModelView const& view) { return switchesOf(view).isUndoEnabled; },
             &setUndoEnabled,
             "Whether each transaction is a step that can be undone; then every change needs one.")
         .def_property(
             "read_only",
-            [](ModelView const& view) { return view.hold->switchesOf(view.deviant).isReadOnly; },
+            [](ModelView const& view) { return switchesOf(view).isReadOnly; },
             &setReadOnly,
             "Whether every change is refused.");
 }
@@ -214,12 +220,13 @@ py::object wrapModel(HoldRef hold, QOB::Deviant deviant) {
 }
 
 ModelView const& viewOf(py::handle value, char const* purpose) {
-    if (!py::isinstance<ModelView>(value)) {
+    py::detail::make_caster<ModelView> caster;
+    if (!caster.load(value, false)) {
         raise(PyExc_TypeError,
               std::string(purpose) + " takes a velum.Model or a velum.Branch, not " +
                   typeNameOf(value.ptr()) + ".");
     }
-    return value.cast<ModelView const&>();
+    return py::detail::cast_op<ModelView const&>(caster);
 }
 
 } // namespace velum::python

@@ -63,6 +63,10 @@ public:
         hold_->requireThread();
         stop();
     }
+    bool isActive() const {
+        hold_->requireThread();
+        return isObserving();
+    }
 
     static int traverse(PyObject* self, visitproc visit, void* arg) { // Py_VISIT names them
         Py_VISIT(Py_TYPE(self));
@@ -112,9 +116,7 @@ void addObservations(py::module_& module) {
                             "Calls a function after each change for as long as it is kept.")
         .def("stop", &Observation::end, "Ends the calls.")
         .def_property_readonly(
-            "is_active",
-            [](Observation const& observation) { return observation.isObserving(); },
-            "Whether changes are still reported.")
+            "is_active", &Observation::isActive, "Whether changes are still reported.")
         .def("__enter__", [](py::object self) { return self; })
         .def("__exit__", [](Observation& observation, py::args const&) { observation.end(); });
     module.attr("Model").attr("observe") =

@@ -20,19 +20,22 @@ Descriptor& descriptorOf(PyObject* self) {
     return *reinterpret_cast<Descriptor*>(self);
 }
 
+/// Raises if objects of the type don't have the property, which objects of the last type had.
+void requireOwner(Descriptor& descriptor, PyTypeObject* type) {
+    Property const& property = *descriptor.property;
+    if (PyType_IsSubtype(type, property.owner) == 0) {
+        raise(PyExc_TypeError,
+              property.qualifiedName + " is no property of " + typeName(type) + " objects.");
+    }
+    if (type->tp_dealloc == &deallocateHandle) {
+        descriptor.lastType = type;
+    }
+}
+
 /// The object that a property is asked of. Raises if it is none, or of another class or thread.
 HandleObject const& ownerOf(Descriptor& descriptor, PyObject* object) {
-    PyTypeObject* const type = Py_TYPE(object);
-    Property const& property = *descriptor.property;
-    if (type != descriptor.lastType) {
-        if (PyType_IsSubtype(type, property.owner) == 0) {
-            raise(PyExc_TypeError,
-                  property.qualifiedName + " is no property of " + typeNameOf(object) +
-                      " objects.");
-        }
-        if (type->tp_dealloc == &deallocateHandle) {
-            descriptor.lastType = type;
-        }
+    if (PyTypeObject* const type = Py_TYPE(object); type != descriptor.lastType) {
+        requireOwner(descriptor, type);
     }
     HandleObject const& handle = handleOf(object);
     handle.hold->requireThread();
@@ -40,29 +43,7 @@ HandleObject const& ownerOf(Descriptor& descriptor, PyObject* object) {
 }
 
 PyObject* getValue(PyObject* self, PyObject* object, PyObject*) {
-    if (object == nullptr || object == Py_None) {
-        return Py_NewRef(self);
-    }
-    return guarded<PyObject*>(nullptr, [&] {
-        Descriptor& descriptor = descriptorOf(self);
-        HandleObject const& handle = ownerOf(descriptor, object);
-        Property const& property = *descriptor.property;
-        if (property.isMany) {
-            return newList(handle, property);
-        }
-        return property.converter->toPython(
-            property.record->getSingleValued(
-                handle.object.get(), handle.object.getDeviant(), property.id),
-            handle.hold);
-    });
-}
-
-int setValue(PyObject* self, PyObject* object, PyObject* value) {
-    return guarded(-1, [&] {
-        Descriptor& descriptor = descriptorOf(self);
-        setProperty(ownerOf(descriptor, object), *descriptor.property, value);
-        return 0;
-    });
+    return object == nullptr || object == Py_None ? Py_NewRef(self) : readProperty(self, object);
 }
 
 void removeValue(HandleObject const& handle, Property const& property, bool isDeletion) {
@@ -124,13 +105,40 @@ PyTypeObject propertyType = [] {
     PyTypeObject type = staticType(
         "velum.Property", sizeof(Descriptor), "A property of a class, as it stands in the class.");
     type.tp_descr_get = &getValue;
-    type.tp_descr_set = &setValue;
+    type.tp_descr_set = &writeProperty;
     type.tp_repr = &represent;
     type.tp_getset = attributes;
     type.tp_methods = methods;
     type.tp_flags |= Py_TPFLAGS_DISALLOW_INSTANTIATION;
     return type;
 }();
+
+PyObject* readProperty(PyObject* descriptor, PyObject* object) noexcept {
+    return guarded<PyObject*>(nullptr, [&] {
+        HandleObject const& handle = ownerOf(descriptorOf(descriptor), object);
+        Property const& property = *descriptorOf(descriptor).property;
+        // What is stored refuses by itself; what is derived may find nothing to derive it from.
+        if (property.isReadOnly && !handle.object.isValid()) {
+            raise(errorType,
+                  property.qualifiedName + " can't be read from an object that no longer exists.");
+        }
+        if (property.isMany) {
+            return newList(handle, property);
+        }
+        return property.converter->toPython(
+            property.record->getSingleValued(
+                handle.object.get(), handle.object.getDeviant(), property.id),
+            handle.hold);
+    });
+}
+
+int writeProperty(PyObject* descriptor, PyObject* object, PyObject* value) noexcept {
+    return guarded(-1, [&] {
+        HandleObject const& handle = ownerOf(descriptorOf(descriptor), object);
+        setProperty(handle, *descriptorOf(descriptor).property, value);
+        return 0;
+    });
+}
 
 void setProperty(HandleObject const& handle, Property const& property, PyObject* value) {
     if (property.isReadOnly) {
@@ -157,7 +165,7 @@ PyObject* newDescriptor(Property const& property) {
 }
 
 Property const* propertyOf(PyObject* descriptor) {
-    return Py_IS_TYPE(descriptor, &propertyType) ? descriptorOf(descriptor).property : nullptr;
+    return isProperty(descriptor) ? descriptorOf(descriptor).property : nullptr;
 }
 
 void addProperties(py::module_& module) {

@@ -36,6 +36,14 @@ PyObject* newDescriptor(Property const& property);
 /// The property of a descriptor; null for another value.
 Property const* propertyOf(PyObject* descriptor);
 
+inline bool isProperty(PyObject* value) {
+    return Py_IS_TYPE(value, &propertyType);
+}
+
+/// What an attribute access does, of a descriptor and an object. Null deletes the value.
+PyObject* readProperty(PyObject* descriptor, PyObject* object) noexcept;
+int writeProperty(PyObject* descriptor, PyObject* object, PyObject* value) noexcept;
+
 /// Sets a single value or the contents of a list. Null removes it, and so does None for a single
 /// value. For an object whose class has the property, in its model's thread.
 void setProperty(HandleObject const& handle, Property const& property, PyObject* value);

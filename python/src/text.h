@@ -2,6 +2,7 @@
 
 #include "failure.h"
 
+#include <cstring>
 #include <qob/qob/string.h>
 #include <string>
 #include <string_view>
@@ -21,7 +22,10 @@ inline py::object textToPython(std::string_view text) {
 inline QOB::String textFromPython(PyObject* text) {
     Py_ssize_t size = 0;
     if (char const* const bytes = PyUnicode_AsUTF8AndSize(text, &size)) {
-        return std::string(bytes, static_cast<std::size_t>(size));
+        // Without a copy in between, unless there is a zero byte in it.
+        auto const length = static_cast<std::size_t>(size);
+        return std::strlen(bytes) == length ? QOB::String(bytes)
+                                            : QOB::String(std::string(bytes, length));
     }
     PyErr_Clear();
     auto const encoded = py::reinterpret_steal<py::bytes>(

@@ -32,11 +32,12 @@ arxml::Report readInto(ModelView const& view,
                        char const* function,
                        bool keepsSources,
                        py::object onProgress) {
+    QOB::Model const model = view.handle();
     arxml::Options options;
     arxml::Sources sources;
     options.onProgress = progressTo(std::move(onProgress));
     options.sources = keepsSources ? &sources : nullptr;
-    arxml::Report report = arxml::read(filesFrom(paths, function), view.handle(), options);
+    arxml::Report report = arxml::read(filesFrom(paths, function), model, options);
     if (keepsSources) {
         view.hold->sources = std::move(sources);
     }
@@ -49,7 +50,7 @@ read(py::object const& paths, py::object const& into, bool keepsSources, py::obj
     arxml::Report const report =
         readInto(view, paths, "read()", keepsSources, std::move(onProgress));
     return py::make_tuple(into.is_none() ? wrapModel(view.hold, view.deviant) : into,
-                          toPython(report));
+                          python::toPython(report));
 }
 
 arxml::Layout layoutFrom(std::string const& name) {
@@ -97,9 +98,9 @@ py::object write(py::object const& source,
     options.onProgress = progressTo(std::move(onProgress));
     std::string const path = pathFrom(target);
     if (py::isinstance<ModelView>(source)) {
-        return toPython(arxml::write(viewOf(source, "write()").handle(), path, options));
+        return python::toPython(arxml::write(viewOf(source, "write()").handle(), path, options));
     }
-    return toPython(arxml::write(objectsFrom(source), path, options));
+    return python::toPython(arxml::write(objectsFrom(source), path, options));
 }
 
 void save(py::object const& source, py::object const& path) {

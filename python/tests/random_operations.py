@@ -4,9 +4,11 @@ Whatever a program does in whatever order, the answer is a value or an exception
 behave as those of Python do.
 """
 
+import functools
 import gc
 import random
 import sys
+import threading
 
 import velum
 
@@ -29,6 +31,11 @@ def concrete():
 CLASSES = concrete()
 
 
+@functools.cache
+def names(of):
+    return [n for n in dir(of) if isinstance(getattr(of, n), velum.Property)]
+
+
 class Player:
     """Keeps some models and handles, drops them at random, and does what comes."""
 
@@ -38,11 +45,12 @@ class Player:
         self.handles = []
         self.lists = []
         self.open = []
+        self.observations = []
         self.actions = [
             *[self.create, self.set, self.get] * 6,
             *[self.list_action] * 6,
             *[self.branch, self.transaction, self.undo, self.forget, self.destroy] * 2,
-            *[self.merge, self.show, self.end_model, self.new_model],
+            *[self.merge, self.show, self.end_model, self.new_model, self.observe, self.elsewhere],
         ]
 
     def pick(self, things):
@@ -56,9 +64,6 @@ class Player:
     def create(self):
         made = self.pick(CLASSES)(self.pick(self.models))
         self.keep(self.handles, made)
-
-    def names(self, handle):
-        return [n for n in dir(type(handle)) if isinstance(getattr(type(handle), n), velum.Property)]
 
     def value(self):
         return self.random.choice(
@@ -76,7 +81,7 @@ class Player:
 
     def set(self):
         if handle := self.pick(self.handles):
-            name = self.random.choice(self.names(handle))
+            name = self.random.choice(names(type(handle)))
             if self.random.random() < 0.1:
                 delattr(handle, name)
             else:
@@ -84,7 +89,7 @@ class Player:
 
     def get(self):
         if handle := self.pick(self.handles):
-            value = getattr(handle, self.random.choice(self.names(handle)))
+            value = getattr(handle, self.random.choice(names(type(handle))))
             if isinstance(value, velum.List):
                 self.keep(self.lists, value, 20)
             elif isinstance(value, velum.Object):
@@ -150,8 +155,40 @@ class Player:
             model.undo_enabled = self.random.random() < 0.3
         (model.undo if self.random.random() < 0.5 else model.redo)()
 
+    def observe(self):
+        self.keep(self.observations, self.pick(self.models).observe(self.seen), 3)
+
+    def seen(self, changes):
+        """Reads whatever has changed."""
+        for each in changes.changed:
+            repr(each)
+        for each in [*changes.created, *changes.destroyed]:
+            self.keep(self.handles, each)
+
+    def elsewhere(self):
+        """Another thread can do nothing but drop what it has."""
+        handle = self.pick(self.handles)
+        values = self.pick(self.lists)
+        refused = []
+
+        def attempt(handle, values):
+            for action in (lambda: getattr(handle, "name"), lambda: len(values), handle.destroy):
+                try:
+                    action()
+                except EXPECTED:
+                    refused.append(action)
+
+        if handle is not None and values is not None:
+            thread = threading.Thread(target=attempt, args=(handle, values))
+            self.handles.remove(handle)
+            self.lists.remove(values)
+            del handle, values
+            thread.start()
+            thread.join()
+            assert len(refused) == 3, refused
+
     def forget(self):
-        for things in (self.handles, self.lists, self.open):
+        for things in (self.handles, self.lists, self.open, self.observations):
             if things and self.random.random() < 0.3:
                 things.pop(self.random.randrange(len(things)))
         if self.random.random() < 0.02:

@@ -1,5 +1,6 @@
 """The programs in examples/python print what stands here."""
 
+import importlib.util
 import pathlib
 import subprocess
 import sys
@@ -13,14 +14,15 @@ DATA = metamodel.ROOT / "examples" / "data"
 FILES = [str(DATA / "platform.arxml"), str(DATA / "gearbox.arxml")]
 
 
-def run(name, *arguments):
+def python(*arguments, typed=None):
     ended = subprocess.run(
-        [sys.executable, str(EXAMPLES / f"{name}.py"), *map(str, arguments)],
-        capture_output=True,
-        text=True,
-        check=False,
+        [sys.executable, *map(str, arguments)], input=typed, capture_output=True, text=True, check=False
     )
     return ended.returncode, ended.stdout, ended.stderr
+
+
+def run(name, *arguments):
+    return python(EXAMPLES / f"{name}.py", *arguments)
 
 
 class Examples(unittest.TestCase):
@@ -66,18 +68,37 @@ class Examples(unittest.TestCase):
         self.assertNotEqual(verdict, 0)
         self.assertIn("There is no constant", error)
 
+    @unittest.skipUnless(importlib.util.find_spec("matplotlib"), "matplotlib isn't installed")
+    def test_plot_map_draws(self):
+        picture = self.folder / "map.png"
+        self.printed("plot_map", "/Ignition/Constants/SparkAdvance", picture, DATA / "ignition.arxml")
+        self.assertEqual(picture.read_bytes()[:8], b"\x89PNG\r\n\x1a\n")
 
-class Readme(unittest.TestCase):
-    def test_the_example_prints_what_is_said(self):
+
+class Pages(unittest.TestCase):
+    def test_the_example_of_the_first_page_prints_what_is_said(self):
         page = (metamodel.ROOT / "README.md").read_text(encoding="utf-8")
         program, _, rest = page.partition("```python\n")[2].partition("```\n")
         told = rest.partition("```text\n")[2].partition("```\n")[0]
-        ended = subprocess.run(
-            [sys.executable, "-c", program], capture_output=True, text=True, check=False
-        )
-        self.assertEqual(ended.stderr, "")
-        printed = [line.rstrip() for line in ended.stdout.splitlines()]
-        self.assertEqual(printed, told.splitlines())
+        verdict, output, error = python("-c", program)
+        self.assertEqual((verdict, error), (0, ""))
+        self.assertEqual([line.rstrip() for line in output.splitlines()], told.splitlines())
+
+    def test_the_example_of_the_page_about_python_runs(self):
+        page = (metamodel.ROOT / "docs" / "python.md").read_text(encoding="utf-8")
+        program = page.partition("```python\n")[2].partition("```\n")[0]
+        verdict, output, error = python("-c", program)
+        self.assertEqual((verdict, error), (0, ""))
+        first, *changes = output.splitlines()
+        self.assertIn(f"# {first}\n", program)
+        self.assertEqual(changes, ["#Integer/Speed Length 16|bit -> 32|bit"])
+
+    def test_the_prompt_has_the_files_read(self):
+        typed = "print(len(report.files), model.objects(velum.Unit)[0].symbol is None)\n"
+        verdict, output, _ = python("-i", "-m", "velum.prompt", *FILES, typed=typed)
+        self.assertEqual(verdict, 0)
+        self.assertIn("velum is imported; `model` is <velum.Model ", output)
+        self.assertRegex(output, r"2 (True|False)\n")
 
 
 if __name__ == "__main__":

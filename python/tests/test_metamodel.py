@@ -1,6 +1,8 @@
 """All classes and properties: they are those of the metamodel, and every one can be used."""
 
+import concurrent.futures
 import enum
+import functools
 import sys
 import tempfile
 import unittest
@@ -194,12 +196,17 @@ class EveryProperty(unittest.TestCase):
         wrong = [object(), b"", self.model, "", 1.5, velum.Integer]
 
         def check(made, name, prop, _):
+            shown = f"{prop.owner}.{name} "
             for value in wrong:
                 if prop.type == {str: "String", float: "Real"}.get(type(value)) and not prop.is_many:
                     continue
-                # A text may be that of a size, but isn't.
-                with self.assertRaises((TypeError, AttributeError, velum.Error)):
+                with self.assertRaises((TypeError, AttributeError, velum.Error)) as raised:
                     setattr(made, name, value)
+                # The sentence begins with the property. A text may be that of a size, but isn't.
+                if raised.exception.__class__ is velum.Error:
+                    self.assertIsInstance(value, str)
+                else:
+                    self.assertTrue(str(raised.exception).startswith(shown), raised.exception)
                 if prop.is_many and not isinstance(value, str | float):
                     with self.assertRaises(TypeError):
                         getattr(made, name).append(value)
@@ -207,6 +214,39 @@ class EveryProperty(unittest.TestCase):
                 getattr(made, name)
 
         self.for_each(check)
+
+    def test_what_is_gone_is_refused(self):
+        ended, removed = velum.Model(), self.model.branch()
+        gone = []
+        for each in CONCRETE:
+            made, kept = (python_class(each.name)(self.model) for _ in range(2))
+            gone += [made, kept.in_branch(removed), python_class(each.name)(ended)]
+            made.destroy()
+        removed.remove()
+        ended.destroy()
+        for handle in gone:
+            self.refused(handle, descriptors(type(handle)), (velum.Error, TypeError, AttributeError), r"\w+ \w+")
+
+    def test_another_thread_is_refused(self):
+        with concurrent.futures.ThreadPoolExecutor(1) as other:
+            for each in CONCRETE:
+                made = python_class(each.name)(self.model)
+                names = descriptors(type(made))
+                other.submit(self.refused, made, names, velum.Error, "another thread").result()
+
+    def refused(self, handle, names, error, text):
+        """Whatever is done with some properties; values of another type may be told first."""
+        for name in names:
+            prop = property_of(descriptors(type(handle))[name])
+            read = functools.partial(getattr, handle, name)
+            actions = [(lambda: len(read()) if prop.is_many else read(), velum.Error)]
+            if not prop.is_read_only:
+                actions.append((lambda: setattr(handle, name, []), error))
+                actions.append((lambda: delattr(handle, name), error))
+            for number, (action, expected) in enumerate(actions):
+                with self.subTest(f"{handle!r}.{name}", number=number):
+                    with self.assertRaisesRegex(expected, text):
+                        action()
 
     def test_every_value_survives_a_file(self):
         def fill(made, name, prop, is_value):

@@ -310,22 +310,56 @@ class Life(unittest.TestCase):
     def test_another_thread_is_refused(self):
         model = velum.Model()
         enumeration = velum.Enumeration(model, "e")
-        literals = enumeration.owned_literals
+        literals, branch = enumeration.owned_literals, model.branch()
+        unit, change = velum.Unit(model, "u"), model.transaction()
+        observation = model.observe(print)
         refused = []
+        actions = (
+            lambda: enumeration.id,
+            lambda: enumeration.exists,
+            lambda: enumeration.container,
+            lambda: setattr(enumeration, "external_id", "/x"),
+            lambda: enumeration.in_branch(branch),
+            enumeration.destroy,
+            enumeration.describe,
+            lambda: literals[0],
+            lambda: len(literals),
+            lambda: list(literals),
+            lambda: literals.append(None),
+            literals.clear,
+            lambda: velum.Integer(model, "x"),
+            lambda: velum.Integer(branch, "x"),
+            lambda: velum.Integer(velum.Model(), "x", unit=unit),
+            lambda: velum.Enumeration(velum.Model()).owned_literals.extend(literals),
+            model.objects,
+            lambda: model.find(1),
+            lambda: model.exists,
+            lambda: model.uri,
+            lambda: model.undo_enabled,
+            lambda: setattr(model, "undo_enabled", True),
+            lambda: model.read_only,
+            lambda: setattr(model, "read_only", True),
+            model.undo,
+            model.redo,
+            model.branch,
+            lambda: model.merge(branch),
+            branch.remove,
+            model.transaction,
+            change.__enter__,
+            lambda: model.observe(print),
+            lambda: observation.is_active,
+            observation.stop,
+            lambda: velum.read([], into=model),
+            lambda: velum.write(model, "/nowhere/x.arxml"),
+            lambda: velum.write([enumeration], "/nowhere/x.arxml"),
+            lambda: velum.save(model, "/nowhere/x.db"),
+            lambda: velum.diff(model, branch),
+            lambda: velum.check(model),
+            model.destroy,
+        )
 
         def try_all():
-            for action in (
-                lambda: enumeration.name,
-                lambda: setattr(enumeration, "name", "x"),
-                lambda: enumeration.id,
-                lambda: literals[0],
-                lambda: len(literals),
-                lambda: velum.Integer(model, "x"),
-                model.objects,
-                model.undo,
-                model.destroy,
-                lambda: velum.Integer(velum.Model(), "x", unit=velum.Unit(model, "u")),
-            ):
+            for action in actions:
                 try:
                     action()
                 except velum.Error as error:
@@ -337,7 +371,7 @@ class Life(unittest.TestCase):
         thread = threading.Thread(target=try_all)
         thread.start()
         thread.join()
-        self.assertEqual(refused, [True] * 13)
+        self.assertEqual(refused, [True] * (len(actions) + 3))
         self.assertEqual(enumeration.name, "e")
 
     def test_the_last_reference_may_go_in_another_thread(self):

@@ -1,6 +1,7 @@
 """Objects and their values in Python's habits."""
 
 import collections.abc
+import contextlib
 import copy
 import math
 import pickle
@@ -110,8 +111,17 @@ class Values(unittest.TestCase):
                 with self.assertRaisesRegex(error, text):
                     setattr(target, name, value)
                 self.assertEqual(getattr(target, name), before)
-        with self.assertRaises(AttributeError):
-            self.integer.lenght = "8|bit"
+        for action in (
+            lambda: setattr(self.integer, "lenght", "8|bit"),
+            lambda: self.integer.lenght,
+            lambda: delattr(self.integer, "lenght"),
+        ):
+            with self.assertRaisesRegex(AttributeError, "'Integer' object has no attribute 'lenght'"):
+                action()
+        with self.assertRaisesRegex(AttributeError, "no attribute 'Integre'"):
+            velum.Integre  # noqa: B018
+        with self.assertRaises(TypeError):
+            setattr(self.integer, 5, 5)
         with self.assertRaisesRegex(TypeError, "is no property of velum.Unit objects"):
             velum.Integer.is_signed.__get__(unit)
         with self.assertRaisesRegex(TypeError, "is no property of int objects"):
@@ -191,6 +201,27 @@ class Objects(unittest.TestCase):
                 self.assertTrue(is_signed)
             case _:
                 self.fail("no match")
+
+    def test_attributes_are_found_as_python_finds_them(self):
+        class Noting(velum.Integer):
+            lent = velum.Unit.symbol  # no property of an integer
+
+            def __getattr__(self, name):
+                return f"no {name}"
+
+            def __setattr__(self, name, value):
+                super().__setattr__(name, value * 2)
+
+        noting = Noting(self.model, "x")
+        noting.min_value = 1.5
+        noting.note = "a"
+        self.assertEqual((noting.min_value, noting.note, noting.absent), (3.0, "aa", "no absent"))
+        with self.assertRaisesRegex(TypeError, "Unit.symbol is no property of"):
+            velum.Object.__getattribute__(noting, "lent")
+        integer = velum.Integer(self.model, "y")
+        self.assertEqual(object.__getattribute__(integer, "name"), "y")
+        self.assertIs(getattr(velum.Integer, "length"), vars(velum.Integer)["length"])  # noqa: B009
+        self.assertIn("length", dir(integer))
 
     def test_a_class_may_be_derived_from(self):
         class Counter(velum.Integer):
@@ -364,6 +395,59 @@ class Lists(unittest.TestCase):
         method = velum.CompuMethod(self.model, "c")
         method.cal_to_internal_compu_numerators = (n / 2 for n in range(3))
         self.assertEqual(list(method.cal_to_internal_compu_numerators), [0.0, 0.5, 1.0])
+
+    def test_what_is_put_in_may_change_the_list(self):
+        new = velum.EnumerationLiteral(self.model, "n")
+
+        def emptying():
+            self.enumeration.owned_literals.clear()
+            yield new
+
+        class Emptying:
+            """A place in a list, and a number, that empties the list when it is asked for."""
+
+            def __init__(self, values, number):
+                self.values, self.number = values, number
+
+            def __index__(self):
+                self.values.clear()
+                return self.number
+
+            def __float__(self):
+                return float(self.__index__())
+
+        for action, error, left in (
+            (lambda x: x.extend(emptying()), None, "n"),
+            (lambda x: x.__iadd__(emptying()), None, "n"),
+            (lambda x: x.__setitem__(slice(0, 5), emptying()), None, "n"),
+            (lambda x: x.__setitem__(slice(1, 5, 2), emptying()), ValueError, ""),
+            (lambda x: x.__setitem__(Emptying(x, 2), new), IndexError, ""),
+            (lambda x: x.__delitem__(slice(Emptying(x, 1), 3)), None, ""),
+            (lambda x: x[Emptying(x, 1) :], None, ""),
+            (lambda x: x.insert(Emptying(x, 3), new), None, "n"),
+            (lambda x: x.pop(Emptying(x, 3)), IndexError, ""),
+            (lambda x: x.index(self.literals[4], Emptying(x, 3)), ValueError, ""),
+        ):
+            self.enumeration.owned_literals = self.literals
+            with contextlib.nullcontext() if error is None else self.assertRaises(error):
+                action(self.enumeration.owned_literals)
+            self.assertEqual(self.names(), left)
+        numbers = velum.CompuMethod(self.model, "c").cal_to_internal_compu_numerators
+        for action, error, left in (
+            (lambda: numbers.insert(2, Emptying(numbers, 7)), None, [7.0]),
+            (lambda: numbers.append(Emptying(numbers, 7)), None, [7.0]),
+            (lambda: numbers.__setitem__(2, Emptying(numbers, 7)), IndexError, []),
+            (lambda: numbers.count(Emptying(numbers, 7)), None, []),
+        ):
+            numbers[:] = [1, 2, 3]
+            with contextlib.nullcontext() if error is None else self.assertRaises(error):
+                action()
+            self.assertEqual(numbers, left)
+        # The value's own model may end before the list has it.
+        dimension = velum.Dimension(self.model, "d")
+        with contextlib.suppress(velum.Error):
+            dimension.base_dimensions.extend(velum.Dimension(velum.Model(), "x") for _ in range(3))
+        self.assertFalse(any(each.exists for each in dimension.base_dimensions))
 
     def test_a_list_ends_with_its_object(self):
         literals = self.enumeration.owned_literals

@@ -1,6 +1,8 @@
 """Files: what the package reports is what the host reports. Called with the host and the samples."""
 
+import importlib.util
 import json
+import os
 import pathlib
 import subprocess
 import sys
@@ -16,7 +18,11 @@ FILES = [str(SAMPLES / "platform.arxml"), str(SAMPLES / "gearbox.arxml")]
 
 def host(*arguments):
     """What the host prints as JSON."""
-    ended = subprocess.run([HOST, *arguments], capture_output=True, text=True, check=False)
+    # Where the interpreter needs the library of a sanitizer, the host has its own.
+    environment = {name: value for name, value in os.environ.items() if name != "LD_PRELOAD"}
+    ended = subprocess.run(
+        [HOST, *arguments], env=environment, capture_output=True, text=True, check=False
+    )
     return json.loads(ended.stdout)
 
 
@@ -150,16 +156,32 @@ class Files(unittest.TestCase):
             velum.check(5)
 
     def test_a_report_becomes_a_table(self):
-        report = velum.diff(FILES, self.newer)
-        try:
-            import pandas  # noqa: F401
-        except ImportError:
-            with self.assertRaisesRegex(ImportError, "needs the package pandas"):
-                report.to_pandas()
-        else:
-            self.assertEqual(len(report.to_pandas()), len(report.rows()))
-        for table in (report, self.report, velum.check(self.model)):
+        for table in self.tables():
             self.assertEqual(len({tuple(row) for row in table.rows()}), 1)
+
+    def test_a_table_of_pandas_needs_pandas(self):
+        hidden = sys.modules.get("pandas")
+        sys.modules["pandas"] = None  # as if it weren't there
+        try:
+            with self.assertRaisesRegex(ImportError, "needs the package pandas"):
+                self.report.to_pandas()
+        finally:
+            del sys.modules["pandas"]
+            if hidden is not None:
+                sys.modules["pandas"] = hidden
+
+    @unittest.skipUnless(importlib.util.find_spec("pandas"), "pandas isn't installed")
+    def test_a_report_becomes_a_table_of_pandas(self):
+        for table in self.tables():
+            frame, rows = table.to_pandas(), table.rows()
+            self.assertEqual((len(frame), list(frame.columns)), (len(rows), list(rows[0])))
+            # What is missing is None or NaN there.
+            self.assertEqual(
+                frame.astype(object).where(frame.notna(), None).to_dict("records"), rows
+            )
+
+    def tables(self):
+        return velum.diff(FILES, self.newer), self.report, velum.check(self.model)
 
 
 if __name__ == "__main__":

@@ -4,10 +4,15 @@
 #include "qob/qob/initialize.h"
 #include "qob/qob/log.h"
 #include "qob/qob/modelcache.h"
+#include "qob/qob/transaction.h"
 
 #include <climits>
 
+#include <algorithm>
+#include <map>
+#include <random>
 #include <set>
+#include <utility>
 #include <vector>
 
 using sample::Thing;
@@ -374,6 +379,82 @@ TEST_F(Model, ListOfObjectsIsASequenceInEachDeviant) {
     all.push_back(second);
     EXPECT_EQ(all.size(), 2);
     EXPECT_EQ(QOB::ClassObject(second).getModelQOB(), model);
+}
+
+// Long enough for chunks. Objects note their places in the list, and deviants have lists of their
+// own; what a place was noted for may have moved since.
+TEST_F(Model, LongListOfObjectsLosesTheRightOnesInEachDeviant) {
+    constexpr int count = 1000;
+    using Objects = std::vector<QOB::NSInterface::ClassObjectIntf const*>;
+    QOB::Deviant const root = model.getDeviant();
+    std::vector<Thing> things;
+    std::map<QOB::Deviant, Objects, bool (*)(QOB::Deviant const&, QOB::Deviant const&)> expected(
+        [](QOB::Deviant const& a, QOB::Deviant const& b) { return a.hash() < b.hash(); });
+    for (int i = 0; i != count; ++i) {
+        things.push_back(Thing::create(model, i));
+        expected[root].push_back(things.back().get());
+    }
+    QOB::Deviant const branch = model.createDeviant();
+    auto const check = [&] {
+        for (auto const& [deviant, objects] : expected) {
+            Objects shown;
+            for (QOB::ClassObject const& each : QOB::Model(model.get(), deviant).getRootObjects()) {
+                shown.push_back(each.get());
+            }
+            EXPECT_EQ(shown, objects);
+        }
+    };
+    model.setUndoEnabled(true);
+    expected[branch] = expected[root];
+    std::mt19937 random(3);
+    auto const destroySome = [&](QOB::Deviant deviant) {
+        for (int i = 0; i != 300; ++i) {
+            Thing const& thing = things[random() % things.size()];
+            if (!thing->deviant_isValid(deviant)) {
+                continue;
+            }
+            thing->destroy(deviant);
+            std::erase(expected[deviant], thing.get());
+        }
+    };
+    destroySome(branch);
+    check();
+    Objects const before = expected[root];
+    {
+        QOB::Transaction transaction(model);
+        destroySome(root);
+        things.push_back(Thing::create(model));
+        expected[root].push_back(things.back().get());
+        transaction.commit();
+    }
+    check();
+    Objects const after = std::exchange(expected[root], before);
+    model.undo();
+    check();
+    model.redo();
+    expected[root] = after;
+    check();
+    {
+        // What stands first goes to the end: noted places are wrong for the rest of the list.
+        QOB::Transaction transaction(model);
+        QOB::Sequence<QOB::ClassObject> const list = model.getRootObjectsWithoutAssociation();
+        for (int i = 0; i != 100; ++i) {
+            QOB::ClassObject const first = list.front();
+            list.pop_front();
+            list.insert(list.size() / 2, first);
+            expected[root].erase(expected[root].begin());
+            auto const middle = static_cast<std::ptrdiff_t>(expected[root].size() / 2);
+            expected[root].insert(expected[root].begin() + middle, first.get());
+        }
+        destroySome(root);
+        transaction.commit();
+    }
+    check();
+    model.setUndoEnabled(false);
+    for (Thing const& thing : things) {
+        thing->destroy(root);
+    }
+    EXPECT_TRUE(model.getRootObjects().empty());
 }
 
 TEST_F(Model, ClipboardKeepsObjectsAndShowsThoseThatExist) {

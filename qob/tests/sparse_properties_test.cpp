@@ -286,7 +286,7 @@ TEST_F(SparseProperties, OrdinaryObjectsPayNothingForThem) {
     static_assert(sizeof(ClassObjectIntf) == 2 * sizeof(void*));
     std::size_t const first = VelumTest::allocationCount();
     delete static_cast<ClassObjectIntf*>(plain->deviant_getCopyOfDeviation(model.getDeviant()));
-    EXPECT_EQ(VelumTest::allocationCount() - first, 1U);
+    EXPECT_LE(VelumTest::allocationCount() - first, 1U);
 }
 
 TEST_F(SparseProperties, TheModelsListIsTheOtherEndOfTheRootModel) {

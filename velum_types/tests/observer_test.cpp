@@ -218,6 +218,53 @@ TEST_F(Observers, TellCommitUndoRedoAndMergeAlikeAndNoRollback) {
               "+" + idOf(made) + "\n" + idOf(one) + " Name: String:one -> String:new \n");
 }
 
+TEST_F(Observers, TellOfAnIdAtOnceWhateverAnOpenTransactionHasDone) {
+    types::Integer const kept = integer("kept");
+    types::Integer const lost = integer("lost");
+    QOB::Deviant const branch = model.createDeviant();
+    Recorder ofBranch;
+    ofBranch.observe(model.inDeviant(branch));
+    ImmutableProperty name;
+    observer.then = [&](QOB::Changes const& changes) {
+        name = changes.changed().front().properties().front();
+    };
+    lost.setName("named");
+    observer.take();
+    ofBranch.take();
+    Batches names;
+    observer.then = [&](QOB::Changes const& changes) {
+        names.push_back(show(changes.changed().front().newValues(name)));
+    };
+    std::string const was = show({lost.getObjectId()});
+    {
+        QOB::Transaction const dropped(model);
+        kept.setName("written");
+        lost.destroy();
+        model.bindObjectId(integer("made"), 8000);
+        model.inDeviant(branch).bindObjectId(types::Integer(kept.get(), branch), 8001);
+        model.inDeviant(branch).bindObjectId(types::Integer(lost.get(), branch), 8002);
+    }
+    Batches const told = observer.take();
+    ASSERT_EQ(told.size(), 2U) << "of those that were there before the transaction";
+    EXPECT_EQ(told.back(), "#8002 gone ObjectId: " + was + "-> QOB.Integer:8002 \n");
+    EXPECT_EQ(names, Batches({"QOB.String:kept ", "QOB.String:named "}));
+    EXPECT_EQ(ofBranch.take().size(), 2U);
+    EXPECT_EQ(lost.getName(), "named");
+}
+
+/// Calls with the switch off that saves a program the checks of its writes.
+template <class Call>
+void withoutAssertions(Call const& call) {
+    struct Off {
+        Off() { QOB::DeviantAssertions::enableAssertions(false); }
+        Off(Off const&) = delete;
+        Off& operator=(Off const&) = delete;
+        ~Off() { QOB::DeviantAssertions::enableAssertions(true); }
+    };
+    Off const off;
+    call();
+}
+
 TEST_F(Observers, ReadOnlyWhileTheyAreTold) {
     types::Integer const one = integer("one");
     QOB::Deviant const branch = model.createDeviant();
@@ -229,6 +276,7 @@ TEST_F(Observers, ReadOnlyWhileTheyAreTold) {
             [&] { one.setName("told"); },
             [&] { types::Integer(one.get(), branch).setName("told"); },
             [&] { integer("told"); },
+            [&] { withoutAssertions([&] { integer("told"); }); },
             [&] { one.destroy(); },
             [&] { QOB::Transaction const transaction(model); },
             [&] { model.undo(); },
@@ -246,7 +294,7 @@ TEST_F(Observers, ReadOnlyWhileTheyAreTold) {
         types::Integer::create(other.model, "another model may be written");
     };
     one.setName("new");
-    ASSERT_EQ(failures.size(), 12U);
+    ASSERT_EQ(failures.size(), 13U);
     for (std::string const& failure : failures) {
         EXPECT_NE(failure.find("observers"), std::string::npos) << failure;
     }

@@ -192,7 +192,7 @@ bool isNothing(Object const& value) {
     if (value.get() == nullptr) {
         return true;
     }
-    if (castObject<NSInterface::ValueObjectIntf>(value.get()) == nullptr) {
+    if (valueObject(value.get()) == nullptr) {
         return false;
     }
     String const text = value.toString();

@@ -44,8 +44,8 @@ bool isSame(NSInterface::ValueObjectIntf const& left, NSInterface::ValueObjectIn
 
 /// Whether two boxes are seen to hold the same without a look at their texts.
 bool isSameValue(Object const& left, Object const& right) {
-    auto const* const one = castObject<NSInterface::ValueObjectIntf>(left.get());
-    auto const* const other = castObject<NSInterface::ValueObjectIntf>(right.get());
+    auto const* const one = valueObject(left.get());
+    auto const* const other = valueObject(right.get());
     if (one == nullptr || other == nullptr) {
         return false;
     }

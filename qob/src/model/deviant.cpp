@@ -103,23 +103,13 @@ void Deviant::markObjectCreated(ClassObjectIntf const* object) const {
     DeviantData::of(*this).history().markCreated(object);
 }
 
-void Deviant::setOrAddReferred(Deviant const& other,
-                               IntrospectiveMethods const* /*methods*/,
-                               unsigned /*id*/) const {
-    if (isInDifferentModel(other, nullptr, 0)) {
+void Deviant::noteReferred(Deviant const& other) const {
+    if (isInOtherModel(other)) {
         record().model->noteReferenceElsewhere();
     }
 }
 
-void Deviant::removeReferred(Deviant const& /*other*/,
-                             IntrospectiveMethods const* /*methods*/,
-                             unsigned /*id*/) const {
-    // The states know what is left: undo may bring the reference back, another deviant may have it.
-}
-
-bool Deviant::isInDifferentModel(Deviant const& other,
-                                 IntrospectiveMethods const* /*methods*/,
-                                 unsigned /*id*/) const noexcept {
+bool Deviant::isInOtherModel(Deviant const& other) const noexcept {
     return isValid() && other.isValid() && record().model != other.record().model;
 }
 

@@ -146,14 +146,17 @@ std::exception_ptr DeviantData::tellWrite() {
     return raised;
 }
 
-bool DeviantData::hasCreated(ClassObjectIntf const* object) const noexcept {
-    if (history_.depth() != 0 && history_.savedOldState(object) == Deviant::InvalidObject) {
-        return true;
+ObjectIntf* DeviantData::oldState(ClassObjectIntf const* object) const noexcept {
+    ObjectIntf* const saved = history_.depth() != 0 ? history_.savedOldState(object) : nullptr;
+    if (saved != nullptr || !keepsOldState(object)) {
+        return saved;
     }
-    if (!keepsOldState(object)) {
-        return false;
+    SavedState const& written = write_->step.states[write_->index.find(object)->second];
+    if (written.created) {
+        return static_cast<ObjectIntf*>(Deviant::InvalidObject);
     }
-    return write_->step.states[write_->index.find(object)->second].created;
+    return written.slot.state != nullptr ? written.slot.state
+                                         : static_cast<ObjectIntf*>(Deviant::FallbackToRoot);
 }
 
 ObserverList& DeviantData::needObservers() {
@@ -170,7 +173,12 @@ void DeviantData::requireNotTelling(char const* what) const {
 }
 
 void DeviantData::dropStates() {
-    KeepAlive const keep(isRoot() ? std::vector<ClassObjectIntf*>() : changedObjects());
+    std::vector<ClassObjectIntf*> objects;
+    objects.reserve(states_.size());
+    for (auto const& [object, slot] : states_) {
+        objects.push_back(const_cast<ClassObjectIntf*>(object));
+    }
+    KeepAlive const keep(std::move(objects));
     auto const states = std::exchange(states_, {});
     for (auto const& [object, slot] : states) {
         const_cast<ClassObjectIntf*>(object)->deviant_destroyState(slot.state);

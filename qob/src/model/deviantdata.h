@@ -71,8 +71,9 @@ public:
     void keepCreation(ClassObjectIntf const* object);
     /// Tells what was written; returns what the first observer raised.
     std::exception_ptr tellWrite();
-    /// Whether the transaction or the write that is going on has created the object.
-    bool hasCreated(ClassObjectIntf const* object) const noexcept;
+    /// What the transaction or the write that is going on has recorded for the object; null if
+    /// nothing, InvalidObject if it has created it.
+    ObjectIntf* oldState(ClassObjectIntf const* object) const noexcept;
     /// Raises while observers of the model are being told of a change.
     void requireNotTelling(char const* what) const;
 

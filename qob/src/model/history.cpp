@@ -46,12 +46,35 @@ bool History::mayComeBack(ClassObjectIntf const* object) const {
            std::any_of(redo_.begin(), redo_.end(), leadsBack);
 }
 
-ObjectIntf* History::savedOldState(ClassObjectIntf const* object) const noexcept {
+std::size_t History::placeOf(ClassObjectIntf const* object) const noexcept {
+    if (deviant_.isRoot()) {
+        std::vector<SavedState> const& states = open_->record.states;
+        DeviationsBase const* const deviations = ModelCore::findDeviations(object);
+        std::size_t const place = deviations != nullptr ? deviations->savedAt_ : NotSaved;
+        return place < states.size() && states[place].object == object ? place : NotSaved;
+    }
     auto const found = open_->savedIndex.find(object);
-    if (found == open_->savedIndex.end()) {
+    return found != open_->savedIndex.end() ? found->second : NotSaved;
+}
+
+void History::enter(SavedState const& saved) {
+    std::vector<SavedState>& states = open_->record.states;
+    states.push_back(saved);
+    if (deviant_.isRoot()) {
+        ModelCore::deviationsOf(saved.object).savedAt_ =
+            static_cast<std::uint32_t>(states.size() - 1);
+    } else {
+        open_->savedIndex.emplace(saved.object, states.size() - 1);
+    }
+    retain(counted(saved.object));
+}
+
+ObjectIntf* History::savedOldState(ClassObjectIntf const* object) const noexcept {
+    std::size_t const place = placeOf(object);
+    if (place == NotSaved) {
         return nullptr;
     }
-    SavedState const& saved = open_->record.states[found->second];
+    SavedState const& saved = open_->record.states[place];
     return saved.created ? static_cast<ObjectIntf*>(Deviant::InvalidObject) : saved.slot.state;
 }
 
@@ -62,12 +85,11 @@ ObjectIntf* History::saveOldState(ClassObjectIntf const* object, ObjectIntf* sta
         state = static_cast<ObjectIntf*>(Deviant::FallbackToRoot);
     }
     auto* const writable = const_cast<ClassObjectIntf*>(object);
-    auto const [entry, isNew] = open_->savedIndex.try_emplace(object, open_->record.states.size());
-    if (isNew) {
-        open_->record.states.push_back({writable, {state, false}, false});
-        retain(counted(object));
+    std::size_t const place = placeOf(object);
+    if (place == NotSaved) {
+        enter({writable, {state, false}, false});
     } else {
-        SavedState& saved = open_->record.states[entry->second];
+        SavedState& saved = open_->record.states[place];
         writable->deviant_destroyState(std::exchange(saved.slot.state, state));
     }
     return state;
@@ -79,7 +101,7 @@ void History::markCreated(ClassObjectIntf const* object) {
         return;
     }
     deviant_.model().requireOwn(object);
-    if (open_->savedIndex.try_emplace(object, open_->record.states.size()).second) {
+    if (placeOf(object) == NotSaved) {
         // A branch that takes the creation back is without the object, also where the root has come
         // to know it since.
         StateSlot before = deviant_.slotOf(object);
@@ -87,8 +109,7 @@ void History::markCreated(ClassObjectIntf const* object) {
             (before.state == nullptr || before.state == Deviant::FallbackToRoot)) {
             before.state = static_cast<ObjectIntf*>(Deviant::InvalidObject);
         }
-        open_->record.states.push_back({const_cast<ClassObjectIntf*>(object), before, true});
-        retain(counted(object));
+        enter({const_cast<ClassObjectIntf*>(object), before, true});
     }
 }
 
@@ -113,12 +134,12 @@ void History::forgetCreation(ClassObjectIntf const* object) {
     if (open_ == nullptr) {
         return;
     }
-    auto const found = open_->savedIndex.find(object);
+    std::size_t const place = placeOf(object);
     std::vector<SavedState>& states = open_->record.states;
-    if (found == open_->savedIndex.end() || !states[found->second].created) {
+    if (place == NotSaved || !states[place].created) {
         return;
     }
-    auto const first = states.begin() + static_cast<std::ptrdiff_t>(found->second);
+    auto const first = states.begin() + static_cast<std::ptrdiff_t>(place);
     std::for_each(states.rbegin(), std::make_reverse_iterator(first), [this](SavedState& saved) {
         restore(saved);
         open_->savedIndex.erase(saved.object);
@@ -216,6 +237,9 @@ void History::enterStepsToRoot() {
 }
 
 void History::dropStepsToRoot() {
+    if (stepsToRoot_.empty()) {
+        return;
+    }
     for (SavedState const& saved : undo_.back().states) {
         auto const found = stepsToRoot_.find(saved.object);
         if (found != stepsToRoot_.end() && found->second.step == undo_.size() - 1) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/stateslot.h"
+#include "qob/kernel/deviant/deviations.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -52,6 +53,7 @@ struct OpenTransaction {
     std::uint64_t serial = 0;
     int depth = 1;
     Step record;
+    /// Of a branch: where the record has an object. An object itself knows its place in the root's.
     boost::unordered_flat_map<ClassObjectIntf const*, std::size_t> savedIndex;
 };
 
@@ -68,6 +70,25 @@ public:
     /// Takes the state over; returns what is recorded.
     ObjectIntf* saveOldState(ClassObjectIntf const* object, ObjectIntf* state);
     void markCreated(ClassObjectIntf const* object);
+    /// In the root: saves a copy of the object's state unless the open transaction has one.
+    template <class Copy>
+    void saveRootStateOnce(DeviationsBase& object, Copy const& copy) {
+        std::vector<SavedState>& states = open_->record.states;
+        ClassObjectIntf* const owner = object.owner();
+        if (object.savedAt_ < states.size() && states[object.savedAt_].object == owner) {
+            return;
+        }
+        states.emplace_back();
+        try {
+            states.back().slot.state = copy(object.rootState_);
+        } catch (...) {
+            states.pop_back();
+            throw;
+        }
+        states.back().object = owner;
+        object.savedAt_ = static_cast<std::uint32_t>(states.size() - 1);
+        retain(static_cast<ReferenceCountingIntf const*>(owner));
+    }
     /// Goes with the open transaction; without one, what is about to change is final.
     void keep(std::unique_ptr<StepPart> part);
     /// Forgets what was kept so, in steps too: the library that it lies in is going.
@@ -112,6 +133,12 @@ private:
         std::size_t position = 0;
     };
 
+    static constexpr std::size_t NotSaved = static_cast<std::size_t>(-1);
+
+    /// Where the open transaction has the object's old state, or NotSaved.
+    std::size_t placeOf(ClassObjectIntf const* object) const noexcept;
+    /// Appends an entry for an object that has none.
+    void enter(SavedState const& saved);
     bool travel(std::vector<Step>& from, std::vector<Step>& to);
     /// Enters or takes out what the last undo step leads back to the root.
     void enterStepsToRoot();

@@ -6,6 +6,7 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <cstddef>
 #include <unordered_map>
 #include <vector>
 
@@ -22,6 +23,15 @@ public:
     /// was used, one that is free.
     Integer allocate();
     void enter(int id, ClassObjectIntf* object);
+    /// The same for an id that follows all others; false if it doesn't.
+    bool enterNext(int id, ClassObjectIntf* object) {
+        if (static_cast<std::size_t>(id) != dense_.size() || !sparse_.empty() || !shared_.empty()) {
+            return false;
+        }
+        dense_.push_back(object);
+        highest_ = id > highest_ ? id : highest_;
+        return true;
+    }
     /// `id` is the object's present one. If that was set past the index, the object is searched
     /// for.
     void forget(int id, ClassObjectIntf* object);

@@ -40,10 +40,14 @@ ModelCore& ModelCore::of(Deviant deviant) {
     return DeviantData::of(deviant).model();
 }
 
-DeviationsBase& ModelCore::deviationsOf(ClassObjectIntf const* object) {
-    auto* const deviations = castObject<DeviationsBase>(const_cast<ClassObjectIntf*>(object));
-    QOB_REQUIRE(deviations != nullptr, "The object is no root object.");
-    return *deviations;
+DeviationsBase* ModelCore::findDeviationsOfPart(ClassObjectIntf const* object) noexcept {
+    auto const* const whole = castObject<ClassObjectIntf>(object);
+    RootPart const* const part = whole != nullptr ? rootPartOf(whole) : nullptr;
+    return static_cast<DeviationsBase*>(const_cast<RootPart*>(part));
+}
+
+void ModelCore::failNoRootObject() {
+    QOB_FAIL("The object is no root object.");
 }
 
 void ModelCore::endAll(ClassObjectIntf const* kept) noexcept {
@@ -132,6 +136,11 @@ DeviationsBase& ModelCore::requireOwn(ClassObjectIntf const* object) const {
     return deviations;
 }
 
+void ModelCore::enterObject(ClassObjectIntf* object) {
+    deviationsOf(object).rootDeviant_ = root();
+    addObject(object);
+}
+
 void ModelCore::addObject(ClassObjectIntf* object) {
     DeviationsBase& deviations = requireOwn(object);
     QOB_REQUIRE(deviations.slot_ == DeviationsBase::NoSlot, "The object is in the model already.");
@@ -190,16 +199,18 @@ bool ModelCore::meets(ClassObjectIntf const* owner,
     return false;
 }
 
+void ModelCore::requireFreeId(Deviant deviant, ClassObjectIntf const* object, int id) const {
+    ids_.forEachWith(id, [&](ClassObjectIntf* owner) {
+        if (owner != object && meets(owner, object, deviant)) {
+            std::string const subject = describe(owner);
+            QOB_FAIL("The object id (%d) belongs to %s already.", id, subject.c_str());
+        }
+    });
+}
+
 void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
     if (id.isValid()) {
-        ids_.forEachWith(id, [&](ClassObjectIntf* owner) {
-            if (owner != object && meets(owner, object, deviant)) {
-                std::string const subject = describe(owner);
-                QOB_FAIL("The object id (%d) belongs to %s already.",
-                         static_cast<int const&>(id),
-                         subject.c_str());
-            }
-        });
+        requireFreeId(deviant, object, id);
     }
     Integer const before = deviationsOf(object).objectId_;
     bool const isNew = deviationsOf(object).hasBoundId_ == 0 && before == -1;
@@ -212,6 +223,16 @@ void ModelCore::bindId(Deviant deviant, ClassObjectIntf* object, Integer id) {
     if (!isNew) {
         tellObserversOfId(*root_, object, before);
     }
+}
+
+void ModelCore::bindFirstId(Deviant deviant, ClassObjectIntf* object, Integer id) {
+    if (id.isValid() && !ids_.enterNext(id, object)) {
+        requireFreeId(deviant, object, id);
+        ids_.enter(id, object);
+    }
+    DeviationsBase& deviations = deviationsOf(object);
+    deviations.objectId_ = id;
+    deviations.hasBoundId_ = id.isValid() ? 1 : 0;
 }
 
 void ModelCore::forgetId(ClassObjectIntf* object) {

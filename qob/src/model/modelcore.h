@@ -23,7 +23,19 @@ public:
 
     /// The living model of a valid deviant.
     static ModelCore& of(Deviant deviant);
-    static DeviationsBase& deviationsOf(ClassObjectIntf const* object);
+    /// Null for what is no root object.
+    static DeviationsBase* findDeviations(ClassObjectIntf const* object) noexcept {
+        RootPart const* const part = rootPartOf(object);
+        return part != nullptr ? static_cast<DeviationsBase*>(const_cast<RootPart*>(part))
+                               : findDeviationsOfPart(object);
+    }
+    /// Raises for what is no root object.
+    static DeviationsBase& deviationsOf(ClassObjectIntf const* object) {
+        if (DeviationsBase* const deviations = findDeviations(object)) {
+            return *deviations;
+        }
+        failNoRootObject();
+    }
     /// Ends every model that is left but `kept`.
     static void endAll(ClassObjectIntf const* kept) noexcept;
 
@@ -57,6 +69,8 @@ public:
     DeviationsBase& requireOwn(ClassObjectIntf const* object) const;
 
     void addObject(ClassObjectIntf* object);
+    /// The same for an object that has just been made, which belongs to no model yet.
+    void enterObject(ClassObjectIntf* object);
     void removeObject(ClassObjectIntf* object);
     /// The place of an object in the order of entry.
     static std::uint32_t placeOf(ClassObjectIntf const* object) {
@@ -78,6 +92,8 @@ public:
     /// Enters an object under an id. Raises, with nothing changed, if another object has it in the
     /// deviant or in any other one where both exist.
     void bindId(Deviant deviant, ClassObjectIntf* object, Integer id);
+    /// The same for an object that has just been made, which has no id yet.
+    void bindFirstId(Deviant deviant, ClassObjectIntf* object, Integer id);
     /// Takes an object out of the index of ids.
     void forgetId(ClassObjectIntf* object);
 
@@ -94,10 +110,14 @@ public:
     void end();
 
 private:
+    /// For the second base of an object.
+    static DeviationsBase* findDeviationsOfPart(ClassObjectIntf const* object) noexcept;
+    [[noreturn]] static void failNoRootObject();
     DeviantData& makeDeviant();
     void retireDeviant(DeviantData& data);
     /// Whether an object that has an id would share a deviant with one that gets it in `deviant`.
     bool meets(ClassObjectIntf const* owner, ClassObjectIntf const* object, Deviant deviant) const;
+    void requireFreeId(Deviant deviant, ClassObjectIntf const* object, int id) const;
     void compactObjects();
 
     ClassObjectIntf* model_;

@@ -98,8 +98,16 @@ void ModelImpl::internal_addRootObject(Deviant deviant, ClassObjectIntf* object)
     writeState(deviant)->internal_addRootObject(deviant, object);
 }
 
+void ModelImpl::listNewObject(Deviant deviant, ClassObjectIntf* object) {
+    internal::WithoutObservers const unobserved(deviant);
+    writeState(deviant)->fields_.rootObjects.storage().appendNoting(object);
+}
+
 void ModelImpl::internal_removeRootObject(Deviant deviant, ClassObjectIntf* object) {
-    if (readState(deviant)->fields_.rootObjects.storage().contains(object)) {
+    ModelDeviantImpl* const state = readState(deviant);
+    if (deviant == rootDeviant_ && deviant.isWritableWithoutChecks()) {
+        state->internal_removeRootObject(deviant, object);
+    } else if (state->fields_.rootObjects.storage().contains(object)) {
         internal::OneWrite const write;
         internal::WithoutObservers const unobserved(deviant);
         writeState(deviant)->internal_removeRootObject(deviant, object);

@@ -78,6 +78,9 @@ public:
     void internal_addRootObject(Deviant deviant, ClassObjectIntf* object) override;
     void internal_removeRootObject(Deviant deviant, ClassObjectIntf* object) override;
 
+    /// The same as internal_addRootObject for an object that has just been made.
+    void listNewObject(Deviant deviant, ClassObjectIntf* object);
+
 private:
     /// The long part of a deviant of this model. Raises for a dead model, for a deviant that is
     /// gone and for one of another model.

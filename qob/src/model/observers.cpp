@@ -171,6 +171,14 @@ ObjectIntf* shownBefore(DeviantData const& deviant, SavedState const& saved) {
                           : state);
 }
 
+/// What the observers of the deviant know of the object: they aren't told yet what an open
+/// transaction, or the write that is going on, has changed. Null if they don't know it.
+ObjectIntf* knownIn(DeviantData const& deviant, ClassObjectIntf* object) {
+    ObjectIntf* const saved = deviant.oldState(object);
+    return saved != nullptr ? shownBefore(deviant, {object, {saved, false}, false})
+                            : shownIn(deviant, object);
+}
+
 /// Whether what the root has changed is seen in the branch.
 bool readsRoot(DeviantData const& branch, ClassObjectIntf const* object) {
     ObjectIntf* const state = branch.state(object);
@@ -234,8 +242,7 @@ void tellObserversOfId(DeviantData& root, ClassObjectIntf* object, Integer befor
     {
         WhileTelling const telling(root.model());
         auto const tell = [&](DeviantData& deviant) {
-            ObjectIntf* const state = shownIn(deviant, object);
-            if (state != nullptr && !deviant.hasCreated(object)) {
+            if (ObjectIntf* const state = knownIn(deviant, object)) {
                 tellOf(deviant, raised, [&](ChangeCollector& changes) {
                     changes.addId(object, state, before);
                 });

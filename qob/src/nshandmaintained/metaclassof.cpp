@@ -9,7 +9,7 @@ ImmutableClass metaClassOf(IntrospectiveMethods const& methods) {
     }
     return {ofClass,
             static_cast<NSInterface::ClassIntf*>(methods.meta),
-            methods.meta->getRootDeviant()};
+            internal::rootDeviantOf(methods.meta)};
 }
 
 } // namespace QOB

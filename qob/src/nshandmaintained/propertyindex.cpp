@@ -2,6 +2,9 @@
 
 #include <boost/container_hash/hash.hpp>
 
+#include <cstdint>
+#include <cstring>
+
 namespace QOB::internal {
 
 namespace {
@@ -47,6 +50,24 @@ std::size_t PropertyIndex::Hash::operator()(PropertyBinding const& binding) cons
     boost::hash_combine(seed, binding.methods);
     boost::hash_combine(seed, binding.id);
     return seed;
+}
+
+// Names of properties differ at their ends or in their length: two words are enough.
+std::size_t PropertyIndex::Hash::operator()(std::string_view name) const noexcept {
+    constexpr std::uint64_t odd = 0x9E37'79B9'7F4A'7C15;
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;
+    if (name.size() >= sizeof begin) {
+        std::memcpy(&begin, name.data(), sizeof begin);
+        std::memcpy(&end, name.data() + name.size() - sizeof end, sizeof end);
+    } else {
+        for (char const letter : name) {
+            begin = begin << 8U | static_cast<unsigned char>(letter);
+        }
+    }
+    std::uint64_t hash = (begin ^ (end + name.size()) * odd) * odd;
+    hash = (hash ^ hash >> 32U) * odd;
+    return hash ^ hash >> 29U;
 }
 
 unsigned& PropertyIndex::generation() noexcept {

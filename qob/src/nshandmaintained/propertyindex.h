@@ -36,10 +36,7 @@ private:
     struct Hash {
         using is_avalanching = void;
         std::size_t operator()(PropertyBinding const& binding) const noexcept;
-        /// Takes a third of what the container's own hash does.
-        std::size_t operator()(std::string_view name) const noexcept {
-            return std::hash<std::string_view>()(name);
-        }
+        std::size_t operator()(std::string_view name) const noexcept;
     };
 
     void collect(ClassBinding const& binding);

@@ -6,6 +6,8 @@
 #include "qob/qob/model.h"
 #include "qob/qob/stereotypeobject.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -80,13 +82,13 @@ private:
 
     Phase phase_;
     Deviant deviant_;
-    std::vector<Frame> frames_;
+    boost::container::small_vector<Frame, 2> frames_;
 };
 
 constinit EndingWalk::Call EndingWalk::current{nullptr, nullptr};
 
 void EndingWalk::enter(Phase phase, Deviant deviant, Frame frame) {
-    ClassObjectIntf const* const object = frame.object->owner_;
+    ClassObjectIntf const* const object = frame.object->owner();
     if (frame.object->isEnding_ != 0 || !object->deviant_isValid(deviant)) {
         return;
     }
@@ -125,7 +127,7 @@ void EndingWalk::call(ClassObject const& part) {
 }
 
 void EndingWalk::finish(Frame const& frame) const {
-    ClassObjectIntf* const object = frame.object->owner_;
+    ClassObjectIntf* const object = frame.object->owner();
     if (!object->deviant_isValid(deviant_)) {
         return;
     }

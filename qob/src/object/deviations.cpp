@@ -46,19 +46,19 @@ State DeviationsBase::stateOf(Deviant deviant) const {
     if (deviant.isRootDeviant()) {
         return rootState_;
     }
-    return hasBranchState_ != 0 ? deviant.getStateOfObject(owner_) : nullptr;
+    return hasBranchState_ != 0 ? deviant.getStateOfObject(owner()) : nullptr;
 }
 
 void DeviationsBase::setStateOf(Deviant deviant, State state) {
     if (deviant.isRootDeviant()) {
         rootState_ = state;
     } else {
-        deviant.setStateOfObject(owner_, state);
+        deviant.setStateOfObject(owner(), state);
     }
 }
 
 State DeviationsBase::rootBaseline(Deviant deviant) const {
-    State const saved = deviant.getRootDeviant().getSavedOldStateOfObject(owner_);
+    State const saved = deviant.getRootDeviant().getSavedOldStateOfObject(owner());
     return saved != nullptr ? saved : rootState_;
 }
 
@@ -82,7 +82,7 @@ State DeviationsBase::readStateSlow(Deviant deviant) const {
     internal::DeviantRecord const& record = DeviantAccess::record(deviant);
     if (deviant.isValid() && rootDeviant_.isNotNull() &&
         record.rootIndex == DeviantAccess::index(rootDeviant_) && deviant != rootDeviant_) {
-        State state = hasBranchState_ != 0 ? record.data->state(owner_) : nullptr;
+        State state = hasBranchState_ != 0 ? record.data->state(owner()) : nullptr;
         if (readsRoot(state)) {
             bool const rootIsOpen =
                 (DeviantAccess::record(rootDeviant_).writeGate & internal::InTransaction) != 0;
@@ -99,28 +99,36 @@ State DeviationsBase::readStateSlow(Deviant deviant) const {
         state = rootBaseline(effective);
     }
     if (!isRealState(state)) {
-        effective.assertObjectNotPresentInDeviant(owner_);
+        effective.assertObjectNotPresentInDeviant(owner());
     }
     return state;
 }
 
 State DeviationsBase::writeStateSlow(Deviant deviant, StateOperations const& operations) {
+    // In the root's open transaction, mostly.
+    internal::DeviantRecord const& record = DeviantAccess::record(deviant);
+    if (readsRootDirectly(deviant) && deviant.isValid() &&
+        (record.writeGate | internal::UndoEnabled) ==
+            (internal::InTransaction | internal::UndoEnabled)) {
+        record.data->history().saveRootStateOnce(*this, operations.copy);
+        return rootState_;
+    }
     checkAccess(deviant);
     Deviant const effective = effectiveDeviant(deviant);
     if (DeviantAssertions::sAssertionsEnabled) {
-        effective.internal_assertWritable(owner_);
+        effective.internal_assertWritable(owner());
     }
     State const state = stateOf(effective);
     if (!readsRoot(state)) {
         if (isInvalidObject(state)) {
-            effective.assertObjectNotPresentInDeviant(owner_);
+            effective.assertObjectNotPresentInDeviant(owner());
         }
         saveOldStateOnce(effective, state, operations);
         return state;
     }
     State const baseline = rootBaseline(effective);
     if (!isRealState(baseline)) {
-        effective.assertObjectNotPresentInDeviant(owner_);
+        effective.assertObjectNotPresentInDeviant(owner());
     }
     State const copy = operations.copy(baseline);
     setStateOf(effective, copy);
@@ -133,13 +141,13 @@ void DeviationsBase::saveOldStateOnce(Deviant deviant,
                                       StateOperations const& operations) {
     auto const copy = [&] { return isRealState(state) ? operations.copy(state) : state; };
     if (deviant.hasUndoStack()) {
-        if (deviant.getSavedOldStateOfObject(owner_) == nullptr) {
-            deviant.saveOldStateOfObject(owner_, copy());
+        if (deviant.getSavedOldStateOfObject(owner()) == nullptr) {
+            deviant.saveOldStateOfObject(owner(), copy());
         }
     } else if (deviant.isObserved()) {
         internal::DeviantData& data = *DeviantAccess::record(deviant).data;
-        if (!data.keepsOldState(owner_)) {
-            data.keepOldState(owner_, copy());
+        if (!data.keepsOldState(owner())) {
+            data.keepOldState(owner(), copy());
         }
     }
 }
@@ -157,12 +165,12 @@ void DeviationsBase::commit(Deviant root, StateOperations const& operations) {
         return isRealState(baseline) ? operations.copy(baseline) : baseline;
     };
     model.forEachBranch([&](internal::DeviantData& branch) {
-        branch.history().keepForUndo(owner_, copyOfBaseline);
+        branch.history().keepForUndo(owner(), copyOfBaseline);
     });
     model.forEachBranchUntil([&](internal::DeviantData const& branch) {
         Deviant const deviant = branch.self();
-        if (deviant.getSavedOldStateOfObject(owner_) == Deviant::FallbackToRoot) {
-            deviant.saveOldStateOfObject(owner_, copyOfBaseline());
+        if (deviant.getSavedOldStateOfObject(owner()) == Deviant::FallbackToRoot) {
+            deviant.saveOldStateOfObject(owner(), copyOfBaseline());
             return true; // later deviants keep reading the root
         }
         if (readsRoot(stateOf(deviant))) {

@@ -1,6 +1,7 @@
 #include "qob/kernel/property/otherend.h"
 
 #include "object/containerlists.h"
+#include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
 #include "qob/kernel/containers/sequence/views/filteredsequence.h"
 
 #include <typeinfo>
@@ -15,6 +16,36 @@ void requireElement(Generic::SequenceRef const& elements,
     if (typeid(sequence) == typeid(GenericFilteredSequence) &&
         !static_cast<GenericFilteredSequence const&>(sequence).takes(Generic::toRef(object))) {
         failNoList(container.get(), object.get());
+    }
+}
+
+namespace {
+using References =
+    MultiIndexImplInternal::MultiIndexImplForRefs<true, MultiIndexImplInternal::ReferenceKey>;
+} // namespace
+
+bool isInList(Generic::SequenceRef const& list,
+              NSInterface::ClassObjectIntf* object,
+              ElementCast known) {
+    References const* const references = References::of(list.access());
+    return references != nullptr
+               ? references->has(object, known)
+               : list.generic_contains(Generic::objectRef(object, list.getDeviant()));
+}
+
+void appendToList(Generic::SequenceRef const& list, NSInterface::ClassObjectIntf* object) {
+    if (References* const references = References::of(list.access())) {
+        references->storage().append(object);
+    } else {
+        list.generic_push_back(Generic::objectRef(object, list.getDeviant()));
+    }
+}
+
+void removeFromList(Generic::SequenceRef const& list, NSInterface::ClassObjectIntf* object) {
+    if (References* const references = References::of(list.access())) {
+        references->storage().erase(object);
+    } else {
+        list.generic_removeAll(Generic::objectRef(object, list.getDeviant()));
     }
 }
 

@@ -194,7 +194,7 @@ private:
     void requireKind(Object const& value) const {
         bool const fits = requireKnownType() == ValueKind::Object
                               ? isInstance(value)
-                              : castObject<NSInterface::ValueObjectIntf>(value.get()) != nullptr;
+                              : valueObject(value.get()) != nullptr;
         if (!fits) {
             failType(value);
         }

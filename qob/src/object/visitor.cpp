@@ -55,6 +55,8 @@ void addAncestor(ClassMetaInfo& meta, ClassInfo const& info, CastFunction cast) 
     meta.castIndex[info.domain][info.tag] = meta.casts.size() - 1;
 }
 
+constinit unsigned goneLibraries = 0;
+
 MethodInfo
 findAncestorMethod(ClassMetaInfo const& meta, MethodTable const& table, void const* object) {
     for (ClassInfo const& ancestor : meta.ancestors) {

@@ -1,5 +1,6 @@
 #include "registry/remnants.h"
 
+#include "qob/kernel/deviant/objectmemory.h"
 #include "qob/kernel/deviant/rootobject.h"
 #include "qob/kernel/immortal.h"
 #include "qob/kernel/joinedbases.h"
@@ -58,7 +59,7 @@ public:
     static void operator delete(void*, void*) noexcept {}
     /// The memory is that of the object, which was larger.
     // NOLINTNEXTLINE(misc-new-delete-overloads): it was allocated by the library that has gone
-    static void operator delete(void* memory) noexcept { ::operator delete(memory); }
+    static void operator delete(void* memory) noexcept { internal::freeObject(memory); }
 
     void incRef() const override { ++FirstHalf::referenceCount_; }
     void decRef() const override {
@@ -187,6 +188,7 @@ void leaveLibrary(void const* inside) noexcept {
     void const* const library = libraryOf(inside);
     replaceObjectsOf(library);
     destroyImmortalsOf(library);
+    ++CooperativeVisitor::internal::goneLibraries;
 }
 
 } // namespace QOB

@@ -15,7 +15,7 @@ namespace {
 
 template <class Value>
 Value unbox(NSInterface::ObjectIntf const* object) {
-    auto const* const box = castObject<NSInterface::ValueObjectIntf>(object);
+    auto const* const box = valueObject(object);
     if (box == nullptr) {
         QOB_FAIL("The object holds no value (%s): %s.",
                  Value::getTypeName().c_str(),

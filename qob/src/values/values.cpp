@@ -1,3 +1,4 @@
+#include "qob/kernel/deviant/objectmemory.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/boolean.h"
 #include "qob/qob/integer.h"
@@ -10,6 +11,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <new>
 #include <ostream>
@@ -18,20 +21,32 @@ namespace QOB {
 
 // Text -----------------------------------------------------------------------------------------
 
+namespace {
+/// Texts up to this size lie beside each other like objects, as most names do.
+constexpr std::size_t LargestShortText = 64;
+} // namespace
+
 String::Block* String::allocate(std::string_view text) {
     if (text.empty()) { // shared by all, and never freed: its own count is one of them
         static Block empty{1, 0};
         ++empty.count;
         return &empty;
     }
-    void* const memory = ::operator new(sizeof(Block) + text.size());
-    auto* const block = new (memory) Block{1, text.size()};
+    QOB_REQUIRE(text.size() <= UINT32_MAX, "A text is at its limit of length.");
+    std::size_t const size = sizeof(Block) + text.size();
+    void* const memory =
+        size <= LargestShortText ? internal::allocateObject(size) : ::operator new(size);
+    auto* const block = new (memory) Block{1, static_cast<std::uint32_t>(text.size())};
     std::memcpy(block + 1, text.data(), text.size());
     return block;
 }
 
 void String::destroy(Block* block) noexcept {
-    ::operator delete(block);
+    if (sizeof(Block) + block->size <= LargestShortText) {
+        internal::freeObject(block);
+    } else {
+        ::operator delete(block);
+    }
 }
 
 namespace {

@@ -9,6 +9,7 @@ import sys
 import time
 
 from . import (
+    cost,
     formatting,
     generatedcode,
     generator,
@@ -41,6 +42,7 @@ CHECKS = (
     symbols.CHECK,
     paths.CHECK,
     sources.CHECK,
+    cost.CHECK,
     tidy.CHECK,
 )
 

@@ -12,17 +12,22 @@ from collections.abc import Iterable
 from .project import Project
 
 
+# Makes a compiler print the headers that it reads beside what it does.
+PRINT_HEADERS = ("-MMD", "-MF", "-")
+
+
 @dataclasses.dataclass(frozen=True)
 class Task:
     """One run of a tool over one translation unit.
 
     `command` is the tool with its arguments. `dependencies` is a compiler call that prints, as a
-    make rule, the headers that the unit reads. A run passes if the tool ends with 0.
+    make rule, the headers that the unit reads; without one, the tool itself prints that, as
+    compilers do with PRINT_HEADERS. A run passes if the tool ends with 0.
     """
 
     name: str
     command: tuple[str, ...]
-    dependencies: tuple[str, ...]
+    dependencies: tuple[str, ...] | None
     directory: pathlib.Path
 
 
@@ -72,13 +77,14 @@ class Cache:
         result = self._project.attempt(*task.command)
         if result.returncode != 0:
             record.unlink(missing_ok=True)
-            return f"{task.name}\n{result.stdout}{result.stderr}".rstrip()
-        files = self._files(task)
+            said = result.stdout if task.dependencies else ""
+            return f"{task.name}\n{said}{result.stderr}".rstrip()
+        files = self._files(task, result.stdout)
         fingerprint = self._fingerprint(task, files)
         record.write_text(json.dumps({"fingerprint": fingerprint, "files": files}))
         return ""
 
-    def _files(self, task: Task) -> list[str]:
-        rule = self._project.run(*task.dependencies).replace("\\\n", " ")
-        names = rule.partition(":")[2].split()
+    def _files(self, task: Task, printed: str) -> list[str]:
+        rule = self._project.run(*task.dependencies) if task.dependencies else printed
+        names = rule.replace("\\\n", " ").partition(":")[2].split()
         return sorted(str((task.directory / name).resolve()) for name in names)

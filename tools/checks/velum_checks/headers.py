@@ -8,7 +8,7 @@ from __future__ import annotations
 
 import pathlib
 
-from .cache import Cache, Task
+from .cache import PRINT_HEADERS, Cache, Task
 from .check import Check
 from .project import Project
 
@@ -61,8 +61,8 @@ def _find(project: Project) -> list[str]:
         tasks.append(
             Task(
                 name=group[0].relative_to(include).as_posix(),
-                command=(*compiler, "-fsyntax-only", *unit),
-                dependencies=(*compiler, "-MM", *unit),
+                command=(*compiler, *PRINT_HEADERS, "-fsyntax-only", *unit),
+                dependencies=None,
                 directory=project.root,
             )
         )

@@ -12,7 +12,7 @@ import pathlib
 import re
 from collections.abc import Iterator
 
-from .cache import Cache, Task
+from .cache import PRINT_HEADERS, Cache, Task
 from .check import Check
 from .compilations import PRESET, Compilation, compilations
 from .project import Project, is_product
@@ -69,12 +69,13 @@ def _find(project: Project) -> list[str]:
     if faults:
         return faults
     # Targets differ in macros of their own and in -fPIC, which mean nothing to others' headers.
-    flags = ("-include-pch", str(precompiled), "-Xclang", "-fno-validate-pch", _PRECOMPILED)
+    given = ("-include-pch", str(precompiled), "-Xclang", "-fno-validate-pch", _PRECOMPILED)
+    flags = (*given, *PRINT_HEADERS, "-fsyntax-only")
     tasks = [
         Task(
             name=project.relative(source),
-            command=(*compilation.compiler, *flags, "-fsyntax-only", str(source)),
-            dependencies=(*compilation.compiler, "-MM", str(source)),
+            command=(*compilation.compiler, *flags, str(source)),
+            dependencies=None,
             directory=compilation.directory,
         )
         for compilation in found

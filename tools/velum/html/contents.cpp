@@ -60,6 +60,14 @@ Entry const* Contents::entryOf(QOB::ClassObject const& object) {
     return place == nowhere ? nullptr : &entries_[place];
 }
 
+Entry const* Contents::linkTo(QOB::ClassObject const& object) {
+    Entry const* const entry = entryOf(object);
+    if (entry != nullptr) {
+        linked_.push_back(static_cast<std::size_t>(entry - entries_.data()));
+    }
+    return entry;
+}
+
 Entry const* Contents::entryAt(std::string_view path) const {
     while (!path.empty()) {
         if (const auto found = byPath_.find(path); found != byPath_.end()) {

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace velum::html {
@@ -54,6 +55,10 @@ public:
 
     /// The section that an object stands in; null if there is none.
     Entry const* entryOf(QOB::ClassObject const& object);
+    /// The same, for a link to it.
+    Entry const* linkTo(QOB::ClassObject const& object);
+    /// The places of the entries that `linkTo` returned since the last call of this.
+    std::vector<std::size_t> takeLinked() { return std::exchange(linked_, {}); }
     /// The section of a path or of the nearest path around it.
     Entry const* entryAt(std::string_view path) const;
 
@@ -68,6 +73,7 @@ private:
     std::vector<Entry> entries_;
     std::unordered_map<void const*, std::size_t> byObject_; ///< With all that belongs to it.
     std::unordered_map<std::string_view, std::size_t> byPath_;
+    std::vector<std::size_t> linked_;
 };
 
 /// The package that the section of an object stands in, and the name that it has there.

@@ -64,12 +64,13 @@ Values rowOf(Lookup const& map, std::size_t row) {
 } // namespace
 
 void beginPicture(Out& out, double width, double height, std::string_view label, bool isAlone) {
-    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" class=\"pic\" role=\"img\" width=\""
-        << Px{width} << "\" height=\"" << Px{height} << "\" viewBox=\"0 0 " << Px{width} << " "
-        << Px{height} << "\" aria-label=\"" << label << "\"";
+    out << "<svg class=\"pic\" role=\"img\" width=\"" << Px{width} << "\" height=\"" << Px{height}
+        << "\" viewBox=\"0 0 " << Px{width} << " " << Px{height} << "\" aria-label=\"" << label
+        << "\"";
     if (isAlone) {
-        out << "><style>" << Markup{pictureStyle} << "</style><rect class=\"paper\" width=\""
-            << Px{width} << "\" height=\"" << Px{height} << "\"/";
+        out << " xmlns=\"http://www.w3.org/2000/svg\"><style>" << Markup{pictureStyle}
+            << "</style><rect class=\"paper\" width=\"" << Px{width} << "\" height=\"" << Px{height}
+            << "\"/";
     }
 }
 
@@ -119,7 +120,7 @@ void drawFamily(Out& out, Drawn const& drawn) {
     drawBelow(out, curveBox, labelsOf(map.axes[0], places), map.axes[0].title(), curveWidth);
     out << "<path class=\"axis\" d=\"M" << Px{curveBox.left} << " " << Px{curveBox.top} << "V"
         << Px{curveBox.bottom} << "H" << Px{curveBox.right} << "\"/><text class=\"title\" x=\""
-        << Px{curveBox.right + 14} << "\" y=\"" << Px{curveBox.top - 8} << "\">"
+        << Px{curveBox.right + 14} << "\" y=\"" << Px{curveBox.top - 12} << "\">"
         << shortenedTo(94, map.axes[1].title()) << "</text>";
     for (std::size_t i = 0; i < shown; ++i) {
         // The highest line has the highest label.
@@ -129,9 +130,9 @@ void drawFamily(Out& out, Drawn const& drawn) {
         const double y = curveBox.top + 10 + 18.0 * static_cast<double>(i);
         out << "<path class=\"line s" << colour << "\" d=\"";
         drawLine(out, places, rowOf(map, row), span);
-        out << "\"/><path class=\"line s" << colour << "\" d=\"M" << Px{curveBox.right + 14} << " "
-            << Px{y} << "h18\"/><text x=\"" << Px{curveBox.right + 38} << "\" y=\"" << Px{y + 4}
-            << "\">" << shortened(map.axes[1].points.texts[row], 10) << "</text>";
+        out << "M" << Px{curveBox.right + 14} << " " << Px{y} << "h18\"/><text x=\""
+            << Px{curveBox.right + 38} << "\" y=\"" << Px{y + 4} << "\">"
+            << shortened(map.axes[1].points.texts[row], 8) << "</text>";
     }
     out << "</svg>";
 }

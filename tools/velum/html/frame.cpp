@@ -7,7 +7,7 @@ namespace velum::html {
 
 namespace {
 
-constexpr double widthOfCharacter = 6.4;
+constexpr double widthOfCharacter = 7.0;
 constexpr double widthOfBold = 7.2;
 
 /// Whether a byte of UTF-8 begins a character.
@@ -17,10 +17,6 @@ bool beginsCharacter(char byte) {
 
 std::size_t countOfCharacters(std::string const& text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
-}
-
-double widthOfBoldText(std::string const& text) {
-    return static_cast<double>(countOfCharacters(text)) * widthOfBold;
 }
 
 } // namespace
@@ -34,13 +30,18 @@ double upOf(double number, Span span, Box const& box) {
 }
 
 void drawUpright(Out& out, Box const& box, Span span, std::string_view title) {
-    for (const double tick : ticks(span, 5)) {
-        const double y = upOf(tick, span, box);
-        out << "<path class=\"grid\" d=\"M" << Px{box.left} << " " << Px{y} << "H" << Px{box.right}
-            << "\"/><text class=\"end\" x=\"" << Px{box.left - 6} << "\" y=\"" << Px{y + 4} << "\">"
-            << labelText(tick) << "</text>";
+    const std::vector<double> lines = ticks(span, 5);
+    out << "<path class=\"grid\" d=\"";
+    for (const double tick : lines) {
+        out << "M" << Px{box.left} << " " << Px{upOf(tick, span, box)} << "H" << Px{box.right};
     }
-    out << "<text class=\"title\" x=\"" << Px{4} << "\" y=\"" << Px{box.top - 8} << "\">"
+    out << "\"/><g class=\"end\">";
+    for (const double tick : lines) {
+        const std::string text = labelText(tick);
+        out << "<text x=\"" << Px{std::max(box.left - 6, widthOfLabel(text))} << "\" y=\""
+            << Px{upOf(tick, span, box) + 4} << "\">" << text << "</text>";
+    }
+    out << "</g><text class=\"title\" x=\"" << Px{4} << "\" y=\"" << Px{box.top - 12} << "\">"
         << shortened(std::string(title), 60) << "</text>";
 }
 
@@ -49,19 +50,24 @@ void drawBelow(Out& out,
                std::vector<Label> const& labels,
                std::string_view title,
                double width) {
+    out << "<path class=\"axis\" d=\"";
+    for (Label const& label : labels) {
+        out << "M" << Px{label.across} << " " << Px{box.bottom} << "v4";
+    }
+    out << "\"/><g class=\"mid\">";
     double free = -1e9;
     for (Label const& label : labels) {
         const std::string text = shortened(label.text, 12);
         const double half = widthOfLabel(text) / 2.0;
-        out << "<path class=\"axis\" d=\"M" << Px{label.across} << " " << Px{box.bottom}
-            << "v4\"/>";
-        if (label.across - half < free) {
+        const double x = std::min(label.across, width - half);
+        if (x - half < free) {
             continue;
         }
-        free = label.across + half + 8.0;
-        out << "<text class=\"mid\" x=\"" << Px{label.across} << "\" y=\"" << Px{box.bottom + 17}
-            << "\">" << text << "</text>";
+        free = x + half + 8.0;
+        out << "<text x=\"" << Px{x} << "\" y=\"" << Px{box.bottom + 17} << "\">" << text
+            << "</text>";
     }
+    out << "</g>";
     const std::string shown = shortenedTo(width - 8, std::string(title));
     const double half = widthOfBoldText(shown) / 2.0;
     const double middle =
@@ -97,6 +103,10 @@ std::string shortenedTo(double width, std::string const& title) {
 
 double widthOfLabel(std::string const& text) {
     return static_cast<double>(countOfCharacters(text)) * widthOfCharacter;
+}
+
+double widthOfBoldText(std::string const& text) {
+    return static_cast<double>(countOfCharacters(text)) * widthOfBold;
 }
 
 std::string shortened(std::string const& text, std::size_t most) {

@@ -33,8 +33,8 @@ struct Label {
     std::string text;
 };
 
-/// Labels below a box, as many as have room, and the title of the axis within `width`, that of the
-/// picture.
+/// Labels below a box, as many as have room, and the title of the axis: all within `width`, that of
+/// the picture.
 void drawBelow(Out& out,
                Box const& box,
                std::vector<Label> const& labels,
@@ -52,7 +52,8 @@ std::string shortened(std::string const& text, std::size_t most);
 /// A title that is cut where it would be wider than that.
 std::string shortenedTo(double width, std::string const& title);
 
-/// About how wide a label is.
+/// About how wide a label is, and a title.
 double widthOfLabel(std::string const& text);
+double widthOfBoldText(std::string const& text);
 
 } // namespace velum::html

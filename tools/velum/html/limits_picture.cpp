@@ -1,3 +1,4 @@
+#include "html/frame.h"
 #include "html/scale.h"
 #include "html/type_pictures.h"
 #include "show/texts.h"
@@ -60,19 +61,20 @@ void drawBar(Out& out, Limits const& limits, Span span, double y) {
     }
 }
 
-void drawLabel(Out& out, double x, double y, std::string const& text) {
-    out << "<text x=" << Px{x} << " y=" << Px{y} << ">" << text << "</text>";
-}
-
+/// Labels below their ends, or as far to the right of them as it takes to be read.
 void drawLabels(Out& out, Limits const& limits, Span span, double y) {
-    double last = -1e9;
+    double free = 0.0;
+    const auto drawLabel = [&](double number, std::string const& text) {
+        const double half = widthOfLabel(text) / 2.0;
+        const double x = std::max(placeOf(number, span), free + half);
+        out << "<text x=" << Px{x} << " y=" << Px{y} << ">" << text << "</text>";
+        free = x + half + 8.0;
+    };
     if (isDrawable(limits.low)) {
-        last = placeOf(*limits.low, span);
-        drawLabel(out, last, y, endText(limits.low, limits.lowText, ""));
+        drawLabel(*limits.low, endText(limits.low, limits.lowText, ""));
     }
     if (isDrawable(limits.high) && limits.high != limits.low) {
-        const double x = placeOf(*limits.high, span);
-        drawLabel(out, std::max(x, last + 60), y, endText(limits.high, limits.highText, ""));
+        drawLabel(*limits.high, endText(limits.high, limits.highText, ""));
     }
 }
 

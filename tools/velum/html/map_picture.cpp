@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <vector>
 
 namespace velum::html {
 
@@ -40,9 +41,35 @@ struct Grid {
     }
     double xOf(double column) const { return box.left + column * wide; }
     double yOf(double row) const { return box.bottom - row * high; }
+    double legendLeft() const { return box.right + 22; }
+    double legendHeight() const { return std::max(box.height(), 96.0); }
+    double legendOf(double part) const { return box.top + legendHeight() * (1.0 - part); }
 };
 
-/// All cells of one colour are one path; neighbours in a row are one rectangle of it.
+void addRectangle(std::string& path, double left, double top, double right, double bottom) {
+    Out piece([&path](std::string_view markup) {
+        path += markup;
+        return true;
+    });
+    piece << "M" << Px{left} << " " << Px{top} << "H" << Px{right} << "V" << Px{bottom} << "H"
+          << Px{left} << "z";
+    piece.finish();
+}
+
+/// The place of a colour in the legend; the only colour of a map of equal values is in the middle.
+void addToLegend(std::string& path, Grid const& grid, std::size_t colour, Span span) {
+    const double left = grid.legendLeft();
+    const double from = double(colour) / double(colourCount);
+    if (span.low < span.high) {
+        const double to = double(colour + 1) / double(colourCount);
+        addRectangle(path, left, grid.legendOf(to), left + 14, grid.legendOf(from));
+    } else if (colour == colourCount / 2) {
+        addRectangle(path, left, grid.legendOf(from) - 7, left + 14, grid.legendOf(from) + 7);
+    }
+}
+
+/// All cells of one colour, with that of the legend, are one path; neighbours in a row are one
+/// rectangle of it.
 void drawCells(Out& out, Lookup const& map, Grid const& grid, Span span) {
     std::array<std::string, colourCount + 1> paths; // the last one: no finite number
     const auto colourAt = [&](std::size_t column, std::size_t row) {
@@ -56,17 +83,16 @@ void drawCells(Out& out, Lookup const& map, Grid const& grid, Span span) {
             while (end < grid.columns && colourAt(end, row) == colour) {
                 ++end;
             }
-            std::string& path = paths.at(colour);
-            Out piece([&path](std::string_view markup) {
-                path += markup;
-                return true;
-            });
-            piece << "M" << Px{grid.xOf(double(column))} << " " << Px{grid.yOf(double(row + 1))}
-                  << "H" << Px{grid.xOf(double(end))} << "V" << Px{grid.yOf(double(row))} << "H"
-                  << Px{grid.xOf(double(column))} << "z";
-            piece.finish();
+            addRectangle(paths.at(colour),
+                         grid.xOf(double(column)),
+                         grid.yOf(double(row + 1)),
+                         grid.xOf(double(end)),
+                         grid.yOf(double(row)));
             column = end;
         }
+    }
+    for (std::size_t colour = 0; colour < colourCount; ++colour) {
+        addToLegend(paths.at(colour), grid, colour, span);
     }
     for (std::size_t colour = 0; colour < paths.size(); ++colour) {
         if (paths.at(colour).empty()) {
@@ -134,6 +160,7 @@ void drawChanged(Out& out, Drawn const& drawn, Grid const& grid) {
 
 /// The points of the second axis, at the middle of their cells.
 void drawRowLabels(Out& out, LookupAxis const& axis, Grid const& grid) {
+    out << "<g class=\"end\">";
     double free = 1e9;
     for (std::size_t row = 0; row < grid.rows; ++row) {
         const double y = grid.yOf(double(row) + 0.5) + 4;
@@ -141,37 +168,48 @@ void drawRowLabels(Out& out, LookupAxis const& axis, Grid const& grid) {
             continue;
         }
         free = y - 14;
-        out << "<text class=\"end\" x=\"" << Px{grid.box.left - 6} << "\" y=\"" << Px{y} << "\">"
+        out << "<text x=\"" << Px{grid.box.left - 6} << "\" y=\"" << Px{y} << "\">"
             << shortened(axis.points.texts[row], 8) << "</text>";
     }
-    out << "<text class=\"title\" x=\"4\" y=\"" << Px{grid.box.top - 10} << "\">"
+    out << "</g><text class=\"title\" x=\"4\" y=\"" << Px{grid.box.top - 10} << "\">"
         << shortenedTo(grid.box.right + 10, axis.title()) << "</text>";
 }
 
-void drawLegend(Out& out, Lookup const& map, Grid const& grid, Span span, bool isFlat) {
-    const double left = grid.box.right + 22;
-    const double height = std::max(grid.box.height(), 96.0);
-    const double step = height / double(colourCount);
-    out << "<text class=\"title\" x=\"" << Px{left} << "\" y=\"" << Px{grid.box.top - 10} << "\">"
-        << shortened(map.unit.empty() ? "Value" : "[" + map.unit + "]", 14) << "</text>";
-    for (std::size_t colour = 0; colour < colourCount && !isFlat; ++colour) {
-        out << "<rect class=\"c" << colour << "\" x=\"" << Px{left} << "\" y=\""
-            << Px{grid.box.top + height - step * double(colour + 1)} << "\" width=\"14\" height=\""
-            << Px{step + 0.2} << "\"/>";
-    }
-    if (isFlat) {
-        out << "<rect class=\"c" << colourCount / 2 << "\" x=\"" << Px{left} << "\" y=\""
-            << Px{grid.box.top + height / 2 - 7} << "\" width=\"14\" height=\"14\"/>";
-    }
-    for (const int quarter : {0, 1, 2, 3, 4}) {
-        if (isFlat && quarter != 2) {
-            continue;
+/// What the colours of the legend stand for.
+struct Legend {
+    struct Number {
+        double part; ///< Of the legend, from below.
+        std::string text;
+    };
+    std::string title;
+    std::vector<Number> numbers{};
+
+    Legend(std::string const& unit, Span span)
+        : title(shortened(unit.empty() ? "Value" : "[" + unit + "]", 14)) {
+        if (!(span.low < span.high)) {
+            numbers.push_back({0.5, labelText(span.low)});
+            return;
         }
-        const double part = quarter / 4.0;
-        const double number = isFlat ? span.low : span.low * (1.0 - part) + span.high * part;
-        out << "<text x=\"" << Px{left + 20} << "\" y=\""
-            << Px{grid.box.top + height * (1.0 - part) + 4} << "\">" << labelText(number)
-            << "</text>";
+        for (const double part : {0.0, 0.25, 0.5, 0.75, 1.0}) {
+            numbers.push_back({part, labelText(span.low * (1.0 - part) + span.high * part)});
+        }
+    }
+    double width() const {
+        double widest = std::max(68.0, widthOfBoldText(title) - 20);
+        for (Number const& number : numbers) {
+            widest = std::max(widest, widthOfLabel(number.text));
+        }
+        return 20 + widest;
+    }
+};
+
+void drawLegend(Out& out, Legend const& legend, Grid const& grid) {
+    const double left = grid.legendLeft();
+    out << "<text class=\"title\" x=\"" << Px{left} << "\" y=\"" << Px{grid.box.top - 10} << "\">"
+        << legend.title << "</text>";
+    for (Legend::Number const& number : legend.numbers) {
+        out << "<text x=\"" << Px{left + 20} << "\" y=\"" << Px{grid.legendOf(number.part) + 4}
+            << "\">" << number.text << "</text>";
     }
 }
 
@@ -181,7 +219,8 @@ void drawMap(Out& out, Drawn const& drawn, bool isAlone) {
     Lookup const& map = drawn.lookup;
     const Grid grid(map);
     const Span span = drawn.scale;
-    const double width = grid.box.right + 110;
+    const Legend legend(map.unit, span);
+    const double width = grid.legendLeft() + legend.width();
     beginPicture(out,
                  width,
                  std::max(grid.box.bottom, marginTop + 96) + 48,
@@ -205,7 +244,7 @@ void drawMap(Out& out, Drawn const& drawn, bool isAlone) {
     }
     drawBelow(out, grid.box, labelsOf(map.axes[0], places), map.axes[0].title(), width);
     drawRowLabels(out, map.axes[1], grid);
-    drawLegend(out, map, grid, span, !(span.low < span.high));
+    drawLegend(out, legend, grid);
     out << "</svg>";
 }
 

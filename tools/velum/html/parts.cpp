@@ -176,7 +176,7 @@ void writeConstantTable(Out& out,
     }
 }
 
-/// The constants that fill a table, with the picture of the first one: each has its own besides.
+/// Links to the constants that fill a table: the pictures stand there.
 void writeFilling(Out& out, Subject const& subject, types::LookupTableType const& table) {
     const std::vector<types::ConstantSpecification> filling = subject.constants.of(table);
     if (filling.empty()) {
@@ -189,10 +189,7 @@ void writeFilling(Out& out, Subject const& subject, types::LookupTableType const
         }
         writeLink(out, subject.contents, filling[i]);
     }
-    if (filling.size() > 1) {
-        out << ". The picture is of the first one.";
-    }
-    writeConstantTable(out, filling.front(), table);
+    out << (filling.size() > 1 ? "; the pictures are there." : "; the picture is there.");
 }
 
 void writeTableType(Out& out, Subject const& subject, types::LookupTableType const& table) {

@@ -38,17 +38,25 @@ void addFindings(std::vector<Finding>& findings,
     }
 }
 
+/// A table of more rows is scrolled.
+constexpr std::size_t mostCounts = 40;
+
 /// How often something occurs, as a table.
 void writeCounts(Out& out,
                  std::string_view caption,
                  std::string_view of,
                  std::map<std::string, std::size_t> const& counts) {
+    if (counts.size() > mostCounts) {
+        out << "<div class=scroll tabindex=0 role=group aria-label=\"" << caption << "\">";
+    } else {
+        out << "<div>";
+    }
     out << "<table class=counts><caption>" << caption << "</caption><thead><tr><th scope=col>" << of
         << "<th scope=col>Objects<tbody>";
     for (auto const& [what, count] : counts) {
         out << "<tr><td>" << what << "<td>" << count;
     }
-    out << "</table>";
+    out << "</table></div>";
 }
 
 void writeOverview(Out& out, Contents const& contents) {

@@ -35,13 +35,11 @@ bool isUsual(std::string_view name, std::string_view text) {
            (name == "IsApplication" && text == "false") || (name == "isSparse" && text == "false");
 }
 
-/// Values of an object with commas between them; `linked` gets the places of the entries that they
-/// link to.
+/// Values of an object with commas between them.
 void writeValues(Out& out,
                  Contents& contents,
                  QOB::ClassObject const& owner,
-                 std::vector<QOB::Object> const& values,
-                 std::vector<std::size_t>& linked) {
+                 std::vector<QOB::Object> const& values) {
     for (std::size_t i = 0; i < std::min(values.size(), mostValues); ++i) {
         if (i > 0) {
             out << ", ";
@@ -59,9 +57,6 @@ void writeValues(Out& out,
             continue;
         }
         writeLink(out, contents, object);
-        if (entry != nullptr) {
-            linked.push_back(static_cast<std::size_t>(entry - contents.entries().data()));
-        }
     }
     if (values.size() > mostValues) {
         out << " and " << values.size() - mostValues << " more";
@@ -83,10 +78,8 @@ bool isSilent(QOB::Attribute const& attribute,
            isUsual(attribute.name.view(), model::textOf(values.front(), contents.addresses()));
 }
 
-/// The properties that no picture or table shows; returns the places of the entries linked to.
-std::vector<std::size_t>
-writeProperties(Out& out, Contents& contents, QOB::ClassObject const& object) {
-    std::vector<std::size_t> linked;
+/// The properties that no picture or table shows.
+void writeProperties(Out& out, Contents& contents, QOB::ClassObject const& object) {
     bool isBegun = false;
     for (QOB::Attribute const& attribute : contents.addresses().attributes().of(object)) {
         if (isShownElsewhere(attribute, object) || attribute.ownsObjects) {
@@ -101,12 +94,11 @@ writeProperties(Out& out, Contents& contents, QOB::ClassObject const& object) {
             isBegun = true;
         }
         out << "<dt>" << attribute.name.view() << "<dd>";
-        writeValues(out, contents, object, values, linked);
+        writeValues(out, contents, object, values);
     }
     if (isBegun) {
         out << "</dl>";
     }
-    return linked;
 }
 
 void writeLinks(Out& out, Contents const& contents, std::vector<std::size_t> const& places) {
@@ -170,7 +162,7 @@ void writeLink(Out& out, Entry const& entry) {
 }
 
 void writeLink(Out& out, Contents& contents, QOB::ClassObject const& object) {
-    Entry const* const entry = contents.entryOf(object);
+    Entry const* const entry = contents.linkTo(object);
     if (entry == nullptr) {
         out << model::nameOf(object);
         return;
@@ -208,8 +200,9 @@ void writeSection(Out& out, Subject const& subject, Entry const& entry) {
     writeFindings(out, entry);
     writeSummary(out, subject.sizes, entry.object);
     writeParts(out, subject, entry.object);
-    const std::vector<std::size_t> linked = writeProperties(out, subject.contents, entry.object);
-    std::vector<std::size_t> others;
+    writeProperties(out, subject.contents, entry.object);
+    const std::vector<std::size_t> linked = subject.contents.takeLinked();
+    std::vector<std::size_t> others; // without a link so far
     for (const std::size_t used : entry.uses) {
         if (std::find(linked.begin(), linked.end(), used) == linked.end()) {
             others.push_back(used);

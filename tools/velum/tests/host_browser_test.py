@@ -79,7 +79,8 @@ def page_arguments(name, folder):
     if name == "slashes":
         for release, value in (("old", 1), ("new", 2)):
             (folder / f"{release}.arxml").write_text(document(package("P", "".join(
-                constant(name, "CURVE", [[1, 2]], [value, 3]) for name in ("a/b", "b", "/", "a")))), encoding="utf-8")
+                constant(escaped(name), "CURVE", [[1, 2]], [value, 3]) for name in ("a/b", "b", "/", "a", *HOSTILE)))),
+                encoding="utf-8")
         return ["--diff", folder / "old.arxml", folder / "new.arxml"]
     if name == "long":
         (folder / "long.arxml").write_text(document(package("P", enumeration("E", 50))), encoding="utf-8")
@@ -263,20 +264,20 @@ class UseTest(BrowserTest):
         self.script("localStorage.clear()")
 
     def test_hostile_texts_stay_texts_and_break_nothing(self):
-        self.open("hostile")
-        self.assertIsNone(self.script("return window.hit"))
-        shown = self.script("return [...document.querySelectorAll('section[data-c] h4 a')]"
-                            ".map(a => a.textContent)")
-        for name in ("</script><script>window.hit=1</script>", "<!--", "&lt;b&gt;", "x" * 4000,
-                     "[U+202E][U+2066]evil[U+2069]", "a\ufffdb\u2421c"):
-            self.assertIn(name, shown)
-        self.assertEqual(self.script("return document.scripts.length"), 1)
-        self.assertEqual(self.script("return document.images.length"), 0)
-        self.assertEqual(set(self.search("onerror")), {'"><img src=x onerror=window.hit=1>', "U1"})
-        self.assertLessEqual(self.script("return document.documentElement.scrollWidth"), 1300)
-        for link in self.script("return [...document.querySelectorAll('h4 a')].map(a => a.hash)"):
-            self.script("location.hash = arguments[0]", link)
-        self.assertIsNone(self.script("return window.hit"))
+        for page, others in (("hostile", {"U1"}), ("slashes", set())):
+            with self.subTest(page):
+                self.open(page)
+                shown = self.script("return [...document.querySelectorAll('section[data-c] h4 a')]"
+                                    ".map(a => a.textContent)")
+                for name in ("</script><script>window.hit=1</script>", "<!--", "&lt;b&gt;", "x" * 4000,
+                             "[U+202E][U+2066]evil[U+2069]", "a\ufffdb\u2421c"):
+                    self.assertIn(name, shown)
+                self.assertEqual(self.script("return [document.scripts.length, document.images.length]"), [1, 0])
+                self.assertEqual(set(self.search("onerror")), {'"><img src=x onerror=window.hit=1>', *others})
+                self.assertLessEqual(self.script("return document.documentElement.scrollWidth"), 1300)
+                for link in self.script("return [...document.querySelectorAll('h4 a')].map(a => a.hash)"):
+                    self.script("location.hash = arguments[0]", link)
+                self.assertIsNone(self.script("return window.hit"))
 
     def test_large_and_odd_tables_are_drawn_with_what_is_left_out(self):
         self.open("hostile", "#/P/Million")
@@ -285,14 +286,40 @@ class UseTest(BrowserTest):
         self.assertEqual(self.script("return document.querySelectorAll(':target td').length"),
                          112 * 112 + 1)
         self.assertEqual(self.script("return document.querySelectorAll(':target .num .bad').length"), 2)
-        for name in ("Flat", "Endless", "Misfit"):
+        self.assertIn("[U+202E]\u2407.arxml", self.find("header p").text)
+        for name, bad in (("Flat", 4), ("Endless", 1), ("Misfit", 5)):
             self.open("hostile", f"#/P/{name}")
+            self.assertEqual(len(self.driver.find_elements(By.CSS_SELECTOR, ":target .num .bad")), bad)
             box = self.find(":target svg").rect
             self.assertTrue(box["width"] > 100 and box["height"] > 60)
         self.assertIn("The axes have 2 x 2 x 2 points, there are 3 values.", self.find(":target").text)
         self.open("hostile", "#/P/E")
         self.find(":target summary").click()
         self.assertEqual(self.script("return document.querySelectorAll(':target tbody tr').length"), 100_000)
+
+    def test_pictures_have_room_for_their_labels(self):
+        faults = """
+            const box = each => each.getBoundingClientRect(), faults = [];
+            for (const svg of document.querySelectorAll("svg.pic")) {
+              const all = box(svg), told = what => faults.push([svg.getAttribute("aria-label"), what]);
+              for (const text of svg.querySelectorAll("text")) {
+                const b = box(text);
+                if (b.left < all.left - 1 || b.right > all.right + 1 || b.top < all.top || b.bottom > all.bottom)
+                  told(`cut: ${text.textContent}`);
+              }
+              for (const row of svg.querySelectorAll("g.mid")) [...row.children].slice(1).forEach(text => {
+                if (box(text).left < box(text.previousSibling).right) told(`overlap: ${text.textContent}`);
+              });
+            }
+            return [document.querySelectorAll("svg.pic").length, faults]"""
+        for name in ("samples", "diff", "metamodel"):
+            self.open(name)
+            # On paper all is laid out.
+            self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": "print"})
+            count, found = self.script(faults)
+            self.assertGreater(count, 0)
+            self.assertEqual(found, [], name)
+            self.driver.execute_cdp_cmd("Emulation.setEmulatedMedia", {"media": ""})
 
     def test_paper_has_all_objects_in_order(self):
         self.open("samples")

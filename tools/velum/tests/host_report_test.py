@@ -57,6 +57,9 @@ class Page(html.parser.HTMLParser):
         assert len(found) == 1, (name, metaclass, len(found))
         return found[0]
 
+    def markup(self, name, metaclass):
+        return self.text.partition(f"<section id={self.id_of(name, metaclass)} ")[2].partition("</section>")[0]
+
     def id_of(self, name, metaclass):
         section = self.section(name, metaclass)
         return next(key for key, value in self.sections.items() if value is section)
@@ -121,6 +124,11 @@ class PageTest(unittest.TestCase):
             for user in re.findall(r"<a href=#(\w+)>", text.partition("Used by")[2]):
                 self.assertIn(used, self.page.sections[user]["links"], text[:200])
                 links += 1
+            # What it uses is linked once.
+            uses = re.search(r"<p class=by>Uses (.*?)(?:<p class=by>|$)", text)
+            if uses:
+                self.assertFalse(set(re.findall(r"<a href=#(\w+)>", uses[1])) &
+                                 set(re.findall(r"<a href=#(\w+)>", text[:uses.start()])), text[:200])
         self.assertGreater(links, 100)
         for user, used in ((("ShiftMap", "LookupTableType"), ("SpeedAxis", "SharedAxisType")),
                            (("NewtonMetre", "Unit"), ("Torque", "Dimension"))):
@@ -130,14 +138,33 @@ class PageTest(unittest.TestCase):
         for name, metaclass, said in (
                 ("Celsius", "CompuMethod", "physical = -40 + 0.5 × internal"),
                 ("Gear", "Enumeration", "literal-beyond-type: The literal Reverse has the value -1"),
-                ("Frame", "Structure", "536 bits"),
+                ("Frame", "Structure", "532inner.highfloat32"),  # at, bits, member, type
+                ("Frame", "Structure", "19384tablearray [2 x 6] of float32"),
                 ("DegreeCelsius", "Unit", "K = 273.15 + 1 × °C"),
                 ("SparkAdvance", "ConstantSpecification", "Fills SparkAdvance"),
+                ("SparkAdvance", "LookupTableType", "Filled by SparkAdvance; the picture is there."),
                 ("AlsoForty", "ConstantSpecification", "The value of Forty")):
             self.assertIn(said, self.page.section(name, metaclass)["text"])
         text = self.page.section("KnockRetard", "ConstantSpecification")["text"]
         for temperature in (40, 80, 110):
             self.assertIn(f"CoolantTemperature = {temperature} °C", text)
+
+    def test_limits_bits_and_methods_are_drawn(self):
+        for name, metaclass, bits, ends, labels in (
+                ("OilTemperature", "FixedPoint", 8, ["", ""], ["-40", "215"]),
+                ("Slip", "FloatingPoint", 32, ["o", "o"], ["0", "1"]),
+                ("Angle", "FloatingPoint", 64, ["", "o"], ["0", "360"]),
+                ("Wear", "FloatingPoint", 64, [], [])):
+            markup = self.page.markup(name, metaclass)
+            self.assertIn(f'<path d="M0 .5h{bits * 5}v10', markup)
+            self.assertEqual(markup.count("v11"), bits // 8 - 1)
+            self.assertEqual(re.findall("<circle(?: class=)?(.*?) cx=", markup), ends)
+            self.assertEqual(re.findall("<text x=[^>]*>(.*?)</text>", markup), labels)
+        # From corner to corner of the plot, between the limits of the types.
+        celsius = self.page.markup("Celsius", "CompuMethod")
+        self.assertIn('<path class="line" d="M62 210L430 30"/><path class="limit" d="M62 210H430"/>'
+                      '<path class="limit" d="M62 30H430"/>', celsius)
+        self.assertIn(">physical [°C]</text>", celsius)
 
     def test_findings_of_checks_and_import_stand_in_the_page(self):
         self.assertEqual(self.result.returncode, 0)
@@ -195,9 +222,9 @@ class DiffTest(unittest.TestCase):
         self.assertEqual(got, expected)
         changed = page.section("OilTemperature", "FixedPoint")["text"]
         self.assertIn("Limits before (above) [-40, 215], and after [-40, 250]", changed)
-        table = page.text[page.text.index("<h4><a href=#" + page.id_of("Map", "ConstantSpecification")):]
+        table = page.markup("Map", "ConstantSpecification")
         self.assertIn("<td class=changed><del>2</del> <ins>4</ins>", table)
-        self.assertEqual(table[:table.index("</section>")].count('<rect class="changed"'), 2)
+        self.assertEqual(table.count('<rect class="changed"'), 2)
         self.assertEqual(reported("--diff", DICTIONARY[2], DICTIONARY[2])[0].sections, {})
 
     def test_wrong_usage_and_unwritable_files_are_told(self):
@@ -264,20 +291,22 @@ class PictureTest(unittest.TestCase):
 
     def test_texts_of_files_stay_texts_in_pictures(self):
         name = "a&lt;svg>&lt;script>&amp;\"'&#x202E;&#x85;"
+        reference = "<CONSTANT-REFERENCE><CONSTANT-REF>/P/{}</CONSTANT-REF></CONSTANT-REFERENCE>"
         elements = (
             named("APPLICATION-PRIMITIVE-DATA-TYPE", name, "<CATEGORY>CURVE</CATEGORY>" + properties(
                 "<SW-CALPRM-AXIS-SET><SW-CALPRM-AXIS><SW-AXIS-INDEX>1</SW-AXIS-INDEX><CATEGORY>STD_AXIS"
                 "</CATEGORY><SW-AXIS-INDIVIDUAL/></SW-CALPRM-AXIS></SW-CALPRM-AXIS-SET>")) +
             constant("c", "CURVE", [["x&lt;!-- ", 2]], ["1", "&lt;b>"]) +
+            # The prototype begins with a constant that refers to the one that is drawn.
+            named("CONSTANT-SPECIFICATION", "r", f"<VALUE-SPEC>{reference.format('c')}</VALUE-SPEC>") +
             named("PARAMETER-INTERFACE", "i", "<PARAMETERS>" + named(
                 "PARAMETER-DATA-PROTOTYPE", "p", f"<TYPE-TREF>/P/{name}</TYPE-TREF><INIT-VALUE>"
-                "<CONSTANT-REFERENCE><CONSTANT-REF>/P/c</CONSTANT-REF></CONSTANT-REFERENCE></INIT-VALUE>")
-                + "</PARAMETERS>"))
+                f"{reference.format('r')}</INIT-VALUE>") + "</PARAMETERS>"))
         with Folder() as folder:
             folder.write("f.arxml", document(package("P", elements)))
             root = ElementTree.fromstring(folder.run("show", "--svg", "/P/c", "f.arxml").stdout)
         self.assertEqual({each.tag.removeprefix(SVG) for each in root.iter()} -
-                         {"svg", "style", "rect", "path", "text", "circle"}, set())
+                         {"svg", "style", "rect", "path", "g", "text", "circle"}, set())
         texts = [text.text for text in root.iter(f"{SVG}text")]
         self.assertIn("a<svg><script>&\"'[U+202E]\\x85", texts)
         self.assertIn("x<!--", texts)

@@ -70,7 +70,10 @@ private:
     mutable bool isUsedUp_ = false;
 };
 
-Refs::MultiIndexImplForRefs(MultiIndexImplForRefs const& other) = default;
+Refs::MultiIndexImplForRefs(MultiIndexImplForRefs const& other)
+    : SequenceIntf(other), storage_(other.storage_), elementCast_(other.elementCast_) {
+    belongToState();
+}
 
 Refs& Refs::operator=(MultiIndexImplForRefs const& other) {
     storage_ = other.storage_;
@@ -78,6 +81,20 @@ Refs& Refs::operator=(MultiIndexImplForRefs const& other) {
 }
 
 Refs::~MultiIndexImplForRefs() = default;
+
+bool Refs::has(NSInterface::ClassObjectIntf* object) const {
+    return has(object, nullptr);
+}
+
+bool Refs::has(NSInterface::ClassObjectIntf* object, ElementCast known) const {
+    if (storage_.contains(object)) {
+        return true;
+    }
+    if (elementCast_ != known) {
+        elementCast_(object);
+    }
+    return false;
+}
 
 Ref Refs::generic_at(Deviant const& deviant, int index) const {
     internal::checkElementIndex(index, size());
@@ -204,11 +221,15 @@ void Refs::generic_replace(Deviant const&, int index, Ref element) {
 }
 
 bool Refs::generic_contains(Deviant const&, Ref element) const {
-    return storage_.contains(elementCast_(element.data));
+    return has(Generic::objectOf(element));
 }
 
 int Refs::generic_removeAll(Deviant const&, Ref element) {
-    return storage_.erase(elementCast_(element.data)) ? 1 : 0;
+    if (storage_.erase(Generic::objectOf(element))) {
+        return 1;
+    }
+    elementCast_(element.data);
+    return 0;
 }
 
 bool Refs::specialized_equal(Deviant const&,

@@ -15,7 +15,7 @@ namespace storage {
 using Element = ReferenceStorage::Element;
 
 constexpr std::uint32_t FirstCapacity = 4;
-constexpr std::uint32_t ArrayLimit = 64;
+constexpr std::uint32_t ArrayLimit = 128;
 constexpr std::uint32_t ChunkLimit = 256;
 /// A list that shrinks to this becomes an array again.
 constexpr std::uint32_t ArrayAgain = 32;
@@ -90,6 +90,19 @@ struct QOB_HIDDEN ReferenceStorage::Chunk : Block {
             ++i;
         }
         return i;
+    }
+    /// The same for an element that has probably been at `offset`; removals have moved it down
+    /// since.
+    std::uint32_t findBelow(Element element, std::uint32_t offset) const noexcept {
+        if (size != 0 && elements()[0] == element) {
+            return 0; // the usual place in a list that is emptied from the front
+        }
+        for (std::uint32_t i = offset < size ? offset + 1 : size; i-- != 0;) {
+            if (elements()[i] == element) {
+                return i;
+            }
+        }
+        return find(element);
     }
     void append(Element const* from, std::uint32_t number) noexcept {
         std::memcpy(elements() + size, from, number * sizeof(Element));

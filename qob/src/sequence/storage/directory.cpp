@@ -29,6 +29,7 @@ ReferenceStorage::Directory::Directory(Directory const& other)
       orderOfSlot(other.orderOfSlot),
       tree(other.tree),
       treeIsValid(other.treeIsValid),
+      notesPlaces(other.notesPlaces),
       index(other.index) {
     for (Chunk* const chunk : slots) {
         if (chunk != nullptr) {
@@ -164,9 +165,7 @@ void ReferenceStorage::Directory::split(std::uint32_t orderIndex, std::uint32_t 
     constexpr std::uint32_t kept = ChunkLimit / 2;
     fresh.append(full.elements() + kept, ChunkLimit - kept);
     full.size = kept;
-    for (std::uint32_t i = 0; i < fresh.size; ++i) {
-        index.move(fresh.elements()[i], slot);
-    }
+    elementsMoved(slot, 0, fresh.size);
     sizeChanged(orderIndex, 0U - fresh.size);
     sizeChanged(orderIndex + 1, fresh.size);
 }
@@ -178,21 +177,61 @@ void ReferenceStorage::Directory::joinWithNeighbour(std::uint32_t orderIndex) no
                chunkAt(other).size + sparse.size <= storage::JoinedLimit;
     };
     std::uint32_t into = orderIndex + 1;
+    std::uint32_t offset = 0;
     if (orderIndex != 0 && fits(orderIndex - 1)) {
         into = orderIndex - 1;
+        offset = chunkAt(into).size;
         chunkAt(into).append(sparse.elements(), sparse.size);
     } else if (fits(into)) {
         chunkAt(into).prepend(sparse.elements(), sparse.size);
     } else {
         return;
     }
-    for (std::uint32_t i = 0; i < sparse.size; ++i) {
-        index.move(sparse.elements()[i], order[into]);
-    }
+    elementsMoved(order[into], offset, sparse.size);
     sizeChanged(into, sparse.size);
     sizeChanged(orderIndex, 0U - sparse.size);
     sparse.size = 0; // the counts went with the elements
     removeChunk(orderIndex);
+}
+
+void ReferenceStorage::Directory::beginNoting() noexcept {
+    if (notesPlaces) {
+        return;
+    }
+    notesPlaces = true;
+    for (std::uint32_t const slot : order) {
+        for (std::uint32_t i = 0; i != slots[slot]->size; ++i) {
+            internal::ListPlace::note(slots[slot]->elements()[i], {slot, i});
+        }
+    }
+}
+
+bool ReferenceStorage::Directory::findNoted(Element element,
+                                            std::uint32_t& slot,
+                                            std::uint32_t& offset) const noexcept {
+    if (!notesPlaces || index.isMade()) {
+        return false;
+    }
+    auto const noted = internal::ListPlace::of(element);
+    if (noted.slot >= slots.size() || slots[noted.slot] == nullptr) {
+        return false;
+    }
+    slot = noted.slot;
+    offset = slots[slot]->findBelow(element, noted.offset);
+    return offset != slots[slot]->size;
+}
+
+void ReferenceStorage::Directory::elementsMoved(std::uint32_t slot,
+                                                std::uint32_t offset,
+                                                std::uint32_t number) noexcept {
+    Element const* const elements = slots[slot]->elements();
+    for (std::uint32_t i = offset; i != offset + number; ++i) {
+        if (index.isMade()) {
+            index.move(elements[i], slot);
+        } else if (notesPlaces) {
+            internal::ListPlace::note(elements[i], {slot, i});
+        }
+    }
 }
 
 bool ReferenceStorage::Directory::isConsistent() {

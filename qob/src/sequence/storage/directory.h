@@ -2,6 +2,7 @@
 
 #include "sequence/storage/chunk.h"
 #include "sequence/storage/index.h"
+#include "sequence/storage/listplace.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -75,6 +76,11 @@ struct QOB_HIDDEN ReferenceStorage::Directory : Block {
     /// two elements a full chunk is split. Whatever it raises, the list is still right.
     Place placeForInsertion(std::size_t position);
 
+    /// Notes the places of all elements, unless that is done.
+    void beginNoting() noexcept;
+    /// The place that an element has noted, if it is the right one and there is no index.
+    bool findNoted(Element element, std::uint32_t& slot, std::uint32_t& offset) const noexcept;
+
     /// Empties a sparse chunk into a neighbour that no other list shares.
     void joinWithNeighbour(std::uint32_t orderIndex) noexcept;
 
@@ -88,9 +94,13 @@ struct QOB_HIDDEN ReferenceStorage::Directory : Block {
     /// A Fenwick tree over the sizes of the chunks in their order; entry 0 is unused.
     std::vector<std::uint32_t> tree{0};
     bool treeIsValid = true;
+    /// Elements note the slot of their chunk, which serves look-ups as long as there is no index.
+    bool notesPlaces = false;
     Index::Share index;
 
 private:
+    /// The elements of a chunk from one offset on have come there from another chunk.
+    void elementsMoved(std::uint32_t slot, std::uint32_t offset, std::uint32_t number) noexcept;
     void renumber(std::uint32_t from) noexcept;
     /// The upper half of a full chunk becomes the next one, which has been entered at `slot`.
     void split(std::uint32_t orderIndex, std::uint32_t slot) noexcept;

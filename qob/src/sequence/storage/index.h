@@ -46,6 +46,7 @@ public:
     ~Share() { leave(); }
 
     void leave() noexcept;
+    bool isMade() const noexcept { return index_ != nullptr; }
 
     /// Makes the map describe the directory, which this share belongs to.
     void ensure(Directory const& directory) {

@@ -40,6 +40,12 @@ void ReferenceStorage::const_iterator::toNextChunk() noexcept {
     }
 }
 
+ReferenceStorage::const_iterator
+ReferenceStorage::const_iterator::inNextChunk(const_iterator end) noexcept {
+    end.toNextChunk();
+    return end;
+}
+
 void ReferenceStorage::const_iterator::toPreviousChunk() noexcept {
     if (order_ != 0) {
         Chunk const& chunk = directory_->chunkAt(--order_);
@@ -204,12 +210,34 @@ Element ReferenceStorage::at(std::size_t index) const {
     return large().chunkAt(place.order).elements()[place.offset];
 }
 
+/// Where the element is in a long list; false if it isn't there.
+bool ReferenceStorage::findInChunks(Element element,
+                                    std::uint32_t& slot,
+                                    std::uint32_t& offset) const {
+    Directory& directory = large();
+    if (directory.findNoted(element, slot, offset)) {
+        return true;
+    }
+    directory.index.ensure(directory);
+    slot = directory.index.slotOf(element);
+    if (slot == NoSlot) {
+        return false;
+    }
+    offset = directory.slots[slot]->find(element);
+    return true;
+}
+
 bool ReferenceStorage::contains(Element element) const {
     if (block_ == nullptr) {
         return false;
     }
     if (!isLarge()) {
         return small().find(element) != small().size;
+    }
+    if (large().notesPlaces && !large().index.isMade()) {
+        std::uint32_t slot = NoSlot;
+        std::uint32_t offset = 0;
+        return findInChunks(element, slot, offset);
     }
     large().index.ensure(large());
     return large().index.slotOf(element) != NoSlot;
@@ -223,12 +251,12 @@ std::size_t ReferenceStorage::indexOf(Element element) const {
         std::uint32_t const offset = small().find(element);
         return offset == small().size ? NotFound : offset;
     }
-    large().index.ensure(large());
-    std::uint32_t const slot = large().index.slotOf(element);
-    if (slot == NoSlot) {
+    std::uint32_t slot = NoSlot;
+    std::uint32_t offset = 0;
+    if (!findInChunks(element, slot, offset)) {
         return NotFound;
     }
-    return large().elementsBefore(large().orderOfSlot[slot]) + large().slots[slot]->find(element);
+    return large().elementsBefore(large().orderOfSlot[slot]) + offset;
 }
 
 bool ReferenceStorage::equals(ReferenceStorage const& other) const noexcept {
@@ -299,6 +327,49 @@ bool ReferenceStorage::insert(std::size_t index, Element element) {
     return true;
 }
 
+/// False if the list is long, or has become it just now.
+bool ReferenceStorage::appendToArray(Element element) {
+    if (block_ == nullptr) {
+        block_ = Chunk::allocate(storage::FirstCapacity);
+    }
+    if (isLarge()) {
+        return false;
+    }
+    if (small().size == ArrayLimit) {
+        makeLarge();
+        return false;
+    }
+    Chunk& array = ownSmall(small().size + 1);
+    array.append(&element, 1);
+    retain(element);
+    checkAfterWrite();
+    return true;
+}
+
+void ReferenceStorage::append(Element element) {
+    if (!appendToArray(element)) {
+        insert(size(), element);
+    }
+}
+
+void ReferenceStorage::appendNoting(Element element) {
+    if (appendToArray(element)) {
+        return;
+    }
+    Directory& directory = ownLarge();
+    if (directory.index.isMade()) {
+        insert(size(), element);
+        return;
+    }
+    directory.beginNoting();
+    Directory::Place const place = directory.placeForInsertion(directory.size);
+    directory.ownChunk(place.order).append(&element, 1);
+    directory.sizeChanged(place.order, 1);
+    internal::ListPlace::note(element, {directory.order[place.order], place.offset});
+    retain(element);
+    checkAfterWrite();
+}
+
 bool ReferenceStorage::erase(Element element) {
     if (block_ == nullptr) {
         return false;
@@ -311,13 +382,12 @@ bool ReferenceStorage::erase(Element element) {
         eraseInArray(offset, 1);
         return true;
     }
-    large().index.ensure(large());
-    std::uint32_t const slot = large().index.slotOf(element);
-    if (slot == NoSlot) {
+    std::uint32_t slot = NoSlot;
+    std::uint32_t offset = 0;
+    if (!findInChunks(element, slot, offset)) {
         return false;
     }
-    std::uint32_t const order = large().orderOfSlot[slot];
-    eraseInChunk(order, large().slots[slot]->find(element), 1);
+    eraseInChunk(large().orderOfSlot[slot], offset, 1);
     return true;
 }
 

@@ -1,8 +1,10 @@
 #include "qob/kernel/containers/sequence/views/associationsequence.h"
 
+#include "qob/kernel/containers/sequence/views/deviantsequence.h"
 #include "qob/kernel/deviant/onewrite.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 
+#include <typeinfo>
 #include <utility>
 #include <vector>
 
@@ -30,15 +32,29 @@ void GenericAssociationSequence::checkInsertable(Deviant const& deviant, Ref con
     isNew(deviant, element);
 }
 
-bool GenericAssociationSequence::isNew(Deviant const& deviant, Ref const& element) const {
-    Deviant const own = deviant.inModelOf(owner_->getRootDeviant());
+GenericDeviantSequence* GenericAssociationSequence::stored() const noexcept {
+    Generic::SequenceIntf& inner = *inner_;
+    return typeid(inner) == typeid(GenericDeviantSequence)
+               ? static_cast<GenericDeviantSequence*>(inner_.get())
+               : nullptr;
+}
+
+void GenericAssociationSequence::requireSameModel(Deviant const& deviant,
+                                                  Ref const& element) const {
+    Deviant const own = deviant.inModelOf(internal::rootDeviantOf(owner_.get()));
     QOB_REQUIRE(!own.isInDifferentModel(element.deviant, methods_, oppositeId_),
                 "Cross-model bi-directional associations are currently disallowed!");
+}
+
+bool GenericAssociationSequence::isNew(Deviant const& deviant, Ref const& element) const {
+    requireSameModel(deviant, element);
     if (inner_->generic_contains(deviant, element)) { // raises for another class and for null
         return false;
     }
-    NSInterface::ObjectIntf const* const tag = nullptr;
-    objectOf(element)->getReadDeviantI(deviant, tag); // raises if it doesn't exist there
+    if (!internal::isThere(objectOf(element), deviant)) {
+        NSInterface::ObjectIntf const* const tag = nullptr;
+        objectOf(element)->getReadDeviantI(deviant, tag); // raises if it doesn't exist there
+    }
     return true;
 }
 
@@ -62,7 +78,7 @@ void GenericAssociationSequence::linkInserted(Deviant const& deviant, Ref const&
 }
 
 void GenericAssociationSequence::unlink(Deviant const& deviant, Ref const& element) {
-    if (!objectOf(element)->deviant_isValid(deviant)) {
+    if (!internal::isThere(objectOf(element), deviant)) {
         return; // gone in this deviant, and its own end with it
     }
     Object const owner(owner_.get(), deviant);
@@ -145,6 +161,10 @@ IteratorPtr GenericAssociationSequence::generic_erase(Deviant const& deviant,
 
 void GenericAssociationSequence::generic_pop_back(Deviant const& deviant) {
     internal::OneWrite const write;
+    if (GenericDeviantSequence* const list = stored()) {
+        unlink(deviant, list->takeLast(deviant));
+        return;
+    }
     Ref const element = inner_->generic_back(deviant);
     inner_->generic_pop_back(deviant);
     unlink(deviant, element);
@@ -152,6 +172,10 @@ void GenericAssociationSequence::generic_pop_back(Deviant const& deviant) {
 
 void GenericAssociationSequence::generic_pop_front(Deviant const& deviant) {
     internal::OneWrite const write;
+    if (GenericDeviantSequence* const list = stored()) {
+        unlink(deviant, list->takeFirst(deviant));
+        return;
+    }
     Ref const element = inner_->generic_front(deviant);
     inner_->generic_pop_front(deviant);
     unlink(deviant, element);
@@ -159,7 +183,12 @@ void GenericAssociationSequence::generic_pop_front(Deviant const& deviant) {
 
 void GenericAssociationSequence::generic_push_back(Deviant const& deviant, Ref element) {
     internal::OneWrite const write;
-    if (isNew(deviant, element)) {
+    if (GenericDeviantSequence* const list = stored()) {
+        requireSameModel(deviant, element);
+        if (list->appendNew(deviant, element, true)) {
+            linkInserted(deviant, element);
+        }
+    } else if (isNew(deviant, element)) {
         inner_->generic_push_back(deviant, element);
         linkInserted(deviant, element);
     }

@@ -1,5 +1,6 @@
 #include "qob/kernel/containers/sequence/views/deviantsequence.h"
 
+#include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
 #include "qob/kernel/deviant/onewrite.h"
 #include "qob/kernel/property/reference.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
@@ -7,8 +8,11 @@
 namespace QOB {
 
 using Generic::IteratorPtr;
+using Generic::objectOf;
 using Generic::Ref;
 using Generic::SequenceRef;
+using References =
+    MultiIndexImplInternal::MultiIndexImplForRefs<true, MultiIndexImplInternal::ReferenceKey>;
 
 namespace {
 
@@ -54,7 +58,7 @@ GenericDeviantSequence::GenericDeviantSequence(NSInterface::ObjectIntf* object,
 GenericDeviantSequence::~GenericDeviantSequence() = default;
 
 Deviant GenericDeviantSequence::own(Deviant const& deviant) const {
-    return deviant.inModelOf(object_->getRootDeviant());
+    return deviant.inModelOf(internal::rootDeviantOf(object_.get()));
 }
 
 SequenceRef GenericDeviantSequence::reading(Deviant const& deviant) const {
@@ -96,7 +100,8 @@ void GenericDeviantSequence::exchange(Deviant const& deviant,
                                       NSInterface::ClassObjectIntf* old,
                                       NSInterface::ClassObjectIntf* value) const {
     using NSInterface::ClassObjectIntf;
-    if ((old != nullptr ? old : value)->getRootDeviant() != object_->getRootDeviant()) {
+    if (internal::rootDeviantOf(old != nullptr ? old : value) !=
+        internal::rootDeviantOf(object_.get())) {
         auto* const state = object_->getWriteDeviantI(own(deviant), object_.get());
         property::exchangeForeign(castObject<ClassObjectIntf>(object_.get()),
                                   castObject<ClassObjectIntf>(state),
@@ -113,7 +118,60 @@ bool GenericDeviantSequence::isUnique() const noexcept {
 }
 
 bool GenericDeviantSequence::refuses(Deviant const& deviant, Ref const& element) const {
-    return isUnique() && reading(deviant).generic_contains(element);
+    return isUnique() && has(deviant, element);
+}
+
+bool GenericDeviantSequence::has(Deviant const& deviant, Ref const& element) const {
+    SequenceRef const source = reading(deviant);
+    References const* const references = References::of(source.get());
+    return references != nullptr && element.equalFn == nullptr ? references->has(objectOf(element))
+                                                               : source.generic_contains(element);
+}
+
+bool GenericDeviantSequence::appendNew(Deviant const& deviant, Ref const& element, bool mustExist) {
+    NSInterface::ObjectIntf* const state = object_->getReadDeviantI(deviant, object_.get());
+    SequenceRef const source = methods_->getMultiValued(state, deviant, propertyId_, false);
+    References* const list = References::of(source.access());
+    bool const holdsObjects = list != nullptr && element.equalFn == nullptr;
+    if (holdsObjects ? list->has(objectOf(element))
+                     : (isUnique() || mustExist) && source.generic_contains(element)) {
+        return false;
+    }
+    if (mustExist && !internal::isThere(objectOf(element), deviant)) {
+        objectOf(element)->getReadDeviantI(deviant, object_.get()); // raises
+    }
+    if (!holdsObjects) {
+        writing(deviant).generic_push_back(element);
+    } else if (object_->getWriteDeviantI(deviant, object_.get()) == state &&
+               !list->storage().empty()) {
+        list->storage().append(objectOf(element)); // what is read is what is written
+    } else {
+        SequenceRef const target = writing(deviant);
+        References::of(target.get())->storage().append(objectOf(element));
+    }
+    gain(deviant, element);
+    return true;
+}
+
+Ref GenericDeviantSequence::takeFirst(Deviant const& deviant) {
+    NSInterface::ObjectIntf* const state = object_->getReadDeviantI(deviant, object_.get());
+    SequenceRef const source = methods_->getMultiValued(state, deviant, propertyId_, false);
+    Ref element = source.generic_front();
+    References* const list = References::of(source.get());
+    if (list != nullptr && object_->getWriteDeviantI(deviant, object_.get()) == state) {
+        list->storage().eraseAt(0); // what is read is what is written
+    } else {
+        writing(deviant).generic_pop_front();
+    }
+    lose(deviant, element);
+    return element;
+}
+
+Ref GenericDeviantSequence::takeLast(Deviant const& deviant) {
+    Ref element = generic_back(deviant);
+    writing(deviant).generic_pop_back();
+    lose(deviant, element);
+    return element;
 }
 
 void GenericDeviantSequence::generic_clear(Deviant const& deviant) {
@@ -186,24 +244,17 @@ IteratorPtr GenericDeviantSequence::generic_erase(Deviant const& deviant,
 
 void GenericDeviantSequence::generic_pop_back(Deviant const& deviant) {
     internal::OneWrite const write;
-    Ref const element = generic_back(deviant);
-    writing(deviant).generic_pop_back();
-    lose(deviant, element);
+    takeLast(deviant);
 }
 
 void GenericDeviantSequence::generic_pop_front(Deviant const& deviant) {
     internal::OneWrite const write;
-    Ref const element = generic_front(deviant);
-    writing(deviant).generic_pop_front();
-    lose(deviant, element);
+    takeFirst(deviant);
 }
 
 void GenericDeviantSequence::generic_push_back(Deviant const& deviant, Ref element) {
     internal::OneWrite const write;
-    if (!refuses(deviant, element)) {
-        writing(deviant).generic_push_back(element);
-        gain(deviant, element);
-    }
+    appendNew(deviant, element, false);
 }
 
 void GenericDeviantSequence::generic_push_front(Deviant const& deviant, Ref element) {
@@ -226,7 +277,7 @@ void GenericDeviantSequence::generic_replace(Deviant const& deviant, int index, 
 
 int GenericDeviantSequence::generic_removeAll(Deviant const& deviant, Ref element) {
     internal::OneWrite const write;
-    if (!reading(deviant).generic_contains(element)) {
+    if (!has(deviant, element)) {
         return 0;
     }
     int const removed = writing(deviant).generic_removeAll(element);

@@ -36,7 +36,7 @@
       } else if (part.tagName === "TR") { // a property of the class above
         add(part.id, part.cells[0].textContent, owner, "property", "");
       } else {
-        owner = part.querySelector("h4 a").textContent;
+        owner = part.querySelector("h4").firstChild.textContent; // "h4 a" takes milliseconds in a long page
         add(part.id, owner, place, part.dataset.c, part.dataset.u || "");
       }
     }

@@ -20,7 +20,7 @@ namespace Zorvane::metamodel::types {
 /// The value in an object; raises by `fail` for one that is null or holds no value.
 template <class Value>
 Value valueOf(QOB::NSInterface::ObjectIntf const* object, void (*fail)(char const*)) {
-    auto const* const value = QOB::castObject<QOB::NSInterface::ValueObjectIntf>(object);
+    auto const* const value = QOB::valueObject(object);
     if (value == nullptr) {
         fail(InternalFailure);
     }

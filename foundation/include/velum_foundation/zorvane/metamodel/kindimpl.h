@@ -30,7 +30,7 @@ Kind<Self, Literals>::Kind(QOB::ImmutableObject const& object) {
     if (!object.isValid()) {
         return;
     }
-    auto const* const value = QOB::castObject<QOB::NSInterface::ValueObjectIntf>(object.get());
+    auto const* const value = QOB::valueObject(object.get());
     if (value == nullptr) {
         Literals::fail(InternalFailure);
     }

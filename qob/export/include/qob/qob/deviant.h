@@ -158,13 +158,22 @@ public:
     /// Called for each value through which this deviant starts to refer to `other` by a property.
     /// After the first one in another model, the model searches its states for the models it refers
     /// to.
-    void setOrAddReferred(Deviant const& other, IntrospectiveMethods const*, unsigned id) const;
-    /// Called for each value that no longer does.
-    void removeReferred(Deviant const& other, IntrospectiveMethods const*, unsigned id) const;
+    void
+    setOrAddReferred(Deviant const& other, IntrospectiveMethods const*, unsigned /*id*/) const {
+        if (!(*this == other)) {
+            noteReferred(other);
+        }
+    }
+    /// Called for each value that no longer does. The states know what is left: undo may bring the
+    /// reference back, and another deviant may have it.
+    void
+    removeReferred(Deviant const& /*other*/, IntrospectiveMethods const*, unsigned /*id*/) const {}
     /// True if `other` lies in another model. False if one of the two isn't valid.
     bool isInDifferentModel(Deviant const& other,
                             IntrospectiveMethods const*,
-                            unsigned id) const noexcept;
+                            unsigned /*id*/) const noexcept {
+        return !(*this == other) && isInOtherModel(other);
+    }
 
     /// True if a write may proceed without further checks; false for a deviant that is gone.
     bool isWritableWithoutChecks() const noexcept {
@@ -184,8 +193,10 @@ private:
     constexpr Deviant(std::uint32_t index, std::uint32_t generation) noexcept
         : DeviantAssertions(index, generation) {}
 
-    /// The slow path, for a deviant other than the root.
+    // The slow paths, for a deviant other than the root, and for two that differ.
     Deviant inModelOfOther(Deviant root) const noexcept;
+    void noteReferred(Deviant const& other) const;
+    bool isInOtherModel(Deviant const& other) const noexcept;
 };
 
 /// True if a state pointer points to a state: neither null nor one of the markers.

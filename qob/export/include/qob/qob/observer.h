@@ -89,10 +89,12 @@ private:
 /// set and set back doesn't appear, and nothing is told if nothing has changed or a transaction is
 /// rolled back. Both ends of an association appear, each with its own object; of an association
 /// with another model only the end in this one. An id that is bound outside of a creation is told
-/// at once, since a rollback doesn't take it back. The model's own list of objects
-/// (Model.rootObjects) doesn't appear, and factories don't. An observer of a branch is also told of
-/// what the root changes in objects that the branch reads there; not, however, while a transaction
-/// that is open in the branch has written the object.
+/// at once, since a rollback doesn't take it back: to the observers of every deviant that shows the
+/// object, or did before a transaction that is open there destroyed it. The other values in such a
+/// batch are those before the open transaction. The model's own list of objects (Model.rootObjects)
+/// doesn't appear, and factories don't. An observer of a branch is also told of what the root
+/// changes in objects that the branch reads there; not, however, while a transaction that is open
+/// in the branch has written the object.
 ///
 /// While observers are told, writing to their model, in any deviant, raises QOB::Exception, as does
 /// anything that begins or ends a transaction or a deviant there; nothing changes. Other models may

@@ -4,6 +4,7 @@
 #include "qob/qob/deviant.h"
 #include "qob/qob/nsinterface/objectintf.h"
 #include "qob/qob/referencecounting.h"
+#include "qob/qob/rootpart.h"
 
 #include <functional>
 #include <type_traits>
@@ -43,7 +44,7 @@ public:
     using Interface = Intf;
 
     /// True if the handle isn't empty and its object exists in its deviant. Never raises.
-    bool isValid() const { return pointer_ != nullptr && primary()->deviant_isValid(deviant_); }
+    bool isValid() const { return pointer_ != nullptr && internal::isThere(primary(), deviant_); }
     explicit operator bool() const { return isValid(); }
 
     /// The object, counted by the handle as long as it lives; null if the handle is empty.
@@ -57,7 +58,7 @@ public:
     /// empty handle is not changed.
     void setDeviant(Deviant deviant) const {
         if (pointer_ != nullptr) {
-            deviant_ = deviant.inModelOf(primary()->getRootDeviant());
+            deviant_ = deviant.inModelOf(internal::rootDeviantOf(primary()));
         }
     }
 

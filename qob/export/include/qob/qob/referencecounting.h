@@ -4,6 +4,7 @@
 #include "qob/qob/visitor.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace QOB {
@@ -29,8 +30,11 @@ protected:
 using ListOfReferences = std::vector<ReferenceCountingIntf*>;
 
 namespace internal {
+struct RootPart;
 inline void retain(ReferenceCountingIntf const* object);
 inline void release(ReferenceCountingIntf const* object);
+inline RootPart const* rootPartOf(ReferenceCountingIntf const* object) noexcept;
+inline bool isInNoModel(ReferenceCountingIntf const* object) noexcept;
 } // namespace internal
 
 /// The counted base of every interface class. The base operations count and never destroy;
@@ -59,15 +63,33 @@ protected:
     void countInPlace() noexcept { countsInPlace_ = true; }
     bool countsInPlace() const noexcept { return countsInPlace_; }
 
+    /// Tells where in this object its RootPart lies, so that it is found without a virtual call.
+    void setRootPart(internal::RootPart const* part) noexcept {
+        rootPart_ = static_cast<std::uint8_t>(
+            (reinterpret_cast<char const*>(part) - reinterpret_cast<char const*>(this)) /
+            static_cast<std::ptrdiff_t>(sizeof(void*)));
+    }
+    /// For an object that never belongs to a model.
+    void setInNoModel() noexcept { rootPart_ = InNoModel; }
+
     mutable int referenceCount_ = 0;
 
 private:
     friend void internal::retain(ReferenceCountingIntf const* object);
     friend void internal::release(ReferenceCountingIntf const* object);
+    friend internal::RootPart const*
+    internal::rootPartOf(ReferenceCountingIntf const* object) noexcept;
+    friend bool internal::isInNoModel(ReferenceCountingIntf const* object) noexcept;
     friend class DeletionQueue;
+
+    /// Below the distance of any part: the object has to be asked, or it has no model.
+    static constexpr std::uint8_t Unknown = 0;
+    static constexpr std::uint8_t InNoModel = 1;
 
     bool countsInPlace_ = false;
     mutable bool pendingDeletion_ = false;
+    /// The distance of the RootPart in words, or one of the two constants.
+    std::uint8_t rootPart_ = Unknown;
 };
 
 /// Deletes objects whose last reference is gone. A deletion inside a deletion waits for the
@@ -86,6 +108,18 @@ inline void retain(ReferenceCountingIntf const* object) {
     } else {
         object->incRef();
     }
+}
+
+/// The part of a root object that reads and handles need; null for any other object, and for the
+/// second base of one.
+inline RootPart const* rootPartOf(ReferenceCountingIntf const* object) noexcept {
+    return object->rootPart_ > ReferenceCountingIntf::InNoModel
+               ? reinterpret_cast<RootPart const*>(reinterpret_cast<char const*>(object) +
+                                                   object->rootPart_ * sizeof(void*))
+               : nullptr;
+}
+inline bool isInNoModel(ReferenceCountingIntf const* object) noexcept {
+    return object->rootPart_ == ReferenceCountingIntf::InNoModel;
 }
 
 /// The decRef of a class that is deleted with its last reference. Raises, and changes nothing, if

@@ -4,6 +4,7 @@
 
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <string>
@@ -75,7 +76,7 @@ public:
 private:
     struct Block {
         int count;
-        std::size_t size;
+        std::uint32_t size;
     };
 
     void retain() const noexcept {

@@ -6,8 +6,11 @@
 #include <boost/checked_delete.hpp>
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <typeinfo>
 #include <utility>
 
@@ -234,19 +237,59 @@ inline MethodInfo visitMethod(T const* self, MethodTable const& table) {
 
 } // namespace CooperativeVisitor::internal
 
+namespace CooperativeVisitor::internal {
+
+/// The number of libraries that have gone, and their classes with them.
+extern QOB_EXPORT unsigned goneLibraries;
+
+/// The last object that was converted to a class, by the address of its virtual table. All objects
+/// with this table are converted alike.
+struct LastCast {
+    static constexpr std::ptrdiff_t NoCast = PTRDIFF_MIN;
+
+    void const* virtualTable = nullptr;
+    std::ptrdiff_t distance = NoCast;
+    unsigned goneLibraries = 0; ///< when it was noted; an address may serve another table since
+};
+
+template <class T, class From>
+QOB_NOINLINE void noteCast(LastCast& last, From const* object, void const* virtualTable) {
+    void const* const found = object->cast(classInfo<T>());
+    last = {virtualTable,
+            found != nullptr ? static_cast<char const*>(found) -
+                                   static_cast<char const*>(static_cast<void const*>(object))
+                             : LastCast::NoCast,
+            goneLibraries};
+}
+
+/// The object as class `T`, or null.
+template <class T, class From>
+T const* castPointer(From const* object) {
+    static LastCast last;
+    void const* const address = object;
+    void const* virtualTable = nullptr;
+    std::memcpy(&virtualTable, address, sizeof virtualTable);
+    if (last.virtualTable != virtualTable || last.goneLibraries != goneLibraries) [[unlikely]] {
+        noteCast<T>(last, object, virtualTable);
+    }
+    return last.distance != LastCast::NoCast
+               ? static_cast<T const*>(
+                     static_cast<void const*>(static_cast<char const*>(address) + last.distance))
+               : nullptr;
+}
+
+} // namespace CooperativeVisitor::internal
+
 /// `object` as interface class `T`, or null if it is null or not a `T`. Uses the class tables, so
 /// it also works for classes that inherit a base twice.
 template <class T, class From>
-T* castObject(From* object) {
-    return object == nullptr
-               ? nullptr
-               : static_cast<T*>(object->cast(CooperativeVisitor::internal::classInfo<T>()));
+T const* castObject(From const* object) {
+    static_assert(std::is_polymorphic_v<From>);
+    return object != nullptr ? CooperativeVisitor::internal::castPointer<T>(object) : nullptr;
 }
 template <class T, class From>
-T const* castObject(From const* object) {
-    return object == nullptr
-               ? nullptr
-               : static_cast<T const*>(object->cast(CooperativeVisitor::internal::classInfo<T>()));
+T* castObject(From* object) {
+    return const_cast<T*>(castObject<T>(static_cast<From const*>(object)));
 }
 
 } // namespace QOB

@@ -2,11 +2,14 @@
 
 #include "qob/kernel/containers/sequence/sequence.h"
 #include "qob/kernel/deviant/countedpointer.h"
+#include "qob/kernel/deviant/objectmemory.h"
 #include "qob/kernel/deviant/sparseproperties.h"
 #include "qob/kernel/upcast.h"
 #include "qob/qob/model.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
 #include "qob/qob/stereotypeobject.h"
+
+#include <cstddef>
 
 namespace QOB {
 
@@ -24,6 +27,9 @@ class ClassObjectState : public Base {
     using Sparse = internal::SparseProperties;
 
 public:
+    static void* operator new(std::size_t size) { return internal::allocateObject(size); }
+    static void operator delete(void* memory) noexcept { internal::freeObject(memory); }
+
     bool hasObjectId(Deviant) const override { return failNoId(), false; }
     void removeObjectId(Deviant) override { failNoId(); }
     void setObjectId(Deviant, Integer const&) override { failNoId(); }

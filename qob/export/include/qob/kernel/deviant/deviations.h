@@ -4,12 +4,15 @@
 #include "qob/qob/deviant.h"
 #include "qob/qob/integer.h"
 #include "qob/qob/nsinterface/classobjectintf.h"
+#include "qob/qob/rootpart.h"
 
 #include <typeinfo>
 
 namespace QOB {
 
 namespace internal {
+class History;
+struct ListPlace;
 [[noreturn]] QOB_EXPORT void failOtherState();
 } // namespace internal
 
@@ -24,8 +27,8 @@ struct StateOperations {
 /// that has written to it. A read in a branch without a state shows the root's baseline; the first
 /// write there copies it, so that no other deviant ever sees the write. Reading never allocates,
 /// and in the root needs no look-up. This half doesn't know the state's type; the kernel itself
-/// uses it to access an object (through ObjectIntf::cast).
-class QOB_EXPORT DeviationsBase {
+/// uses it to access an object (by rootPartOf).
+class QOB_EXPORT DeviationsBase : protected internal::RootPart {
 public:
     using State = NSInterface::ObjectIntf*;
     using VisitationDomain = QOB::VisitationDomain;
@@ -69,21 +72,31 @@ protected:
     void saveOldStateOnce(Deviant deviant, State state, StateOperations const& operations);
     void commit(Deviant root, StateOperations const& operations);
 
+    /// Called by the object, `owner`, when it is constructed.
+    void belongTo(NSInterface::ClassObjectIntf const* owner) noexcept {
+        ownerDistance_ = static_cast<std::uint32_t>(reinterpret_cast<void* const*>(this) -
+                                                    reinterpret_cast<void* const*>(owner)) &
+                         0x1F;
+    }
     /// The object itself, the key to its states in the kernel's tables.
-    NSInterface::ClassObjectIntf* owner_ = nullptr;
-    State rootState_ = nullptr;
-    Deviant rootDeviant_;
+    NSInterface::ClassObjectIntf* owner() const noexcept {
+        return reinterpret_cast<NSInterface::ClassObjectIntf*>(
+            reinterpret_cast<void**>(const_cast<DeviationsBase*>(this)) - ownerDistance_);
+    }
+
     Integer objectId_ = -1;
 
 private:
     friend class internal::ModelCore;
     friend class internal::DeviantData;
     friend class internal::EndingWalk;
+    friend class internal::History;
+    friend struct internal::ListPlace;
 
-    static constexpr std::uint32_t NoSlot = 0x1FFF'FFFF;
+    static constexpr std::uint32_t NoSlot = 0xFFF'FFFF;
 
     /// Index in the object table of the model.
-    std::uint32_t slot_ : 29 = NoSlot;
+    std::uint32_t slot_ : 28 = NoSlot;
     /// Set once a branch has an entry for the object; until then, reads in branches skip the
     /// look-up.
     std::uint32_t hasBranchState_ : 1 = 0;
@@ -91,6 +104,15 @@ private:
     std::uint32_t hasBoundId_ : 1 = 0;
     /// Set while a phase of the object's destruction runs.
     std::uint32_t isEnding_ : 1 = 0;
+    /// Where the root's open transaction keeps the object's old state, if the entry there is the
+    /// object's; otherwise it keeps none.
+    std::uint32_t savedAt_ = 0;
+    /// The distance from the object in words.
+    std::uint32_t ownerDistance_ : 5 = 0;
+    /// A guess at where the object is in the model's list of objects: its chunk, and its place in
+    /// that.
+    std::uint32_t listSlot_ : 19 = 0;
+    std::uint32_t listOffset_ : 8 = 0;
 };
 
 static_assert(sizeof(DeviationsBase) == 32);
@@ -146,7 +168,11 @@ public:
     }
 
 protected:
-    static State createState() { return untyped(new StateType()); }
+    static StateType* createTypedState() {
+        static_assert(alignof(StateType) <= alignof(void*), "see allocateObject");
+        return new StateType();
+    }
+    static State createState() { return untyped(createTypedState()); }
     static State copyState(NSInterface::ObjectIntf const* state) {
         return untyped(new StateType(*typed(state)));
     }

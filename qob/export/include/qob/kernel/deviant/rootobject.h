@@ -2,9 +2,11 @@
 
 #include "qob/kernel/deviant/destruction.h"
 #include "qob/kernel/deviant/deviations.h"
+#include "qob/kernel/deviant/objectmemory.h"
 #include "qob/kernel/deviant/onewrite.h"
 #include "qob/qob/object.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace QOB {
@@ -38,15 +40,12 @@ public:
     using PrimaryBase = typename Intf::PrimaryBase;
     using Base::isValid;
 
+    static void* operator new(std::size_t size) { return internal::allocateObject(size); }
+    static void operator delete(void* memory) noexcept { internal::freeObject(memory); }
+
     void incRef() const override { ++count(); }
     void decRef() const override { internal::releaseCounted(count(), counted()); }
     int numRef() const override { return count(); }
-    void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override {
-        // Checked first, and not in the class tables, which may be gone when the last models end.
-        return info == CooperativeVisitor::internal::classInfo<DeviationsBase>()
-                   ? const_cast<DeviationsBase*>(static_cast<DeviationsBase const*>(this))
-                   : Intf::cast(info);
-    }
 
     void internal_disconnect(Deviant deviant) override {
         internal::disconnect(*this, deviant, &partsOf, [](DeviationsBase&, Deviant) {});
@@ -56,11 +55,11 @@ public:
     }
     void destroy(Deviant deviant) override {
         this->requireOwn(deviant);
-        deviant.assertWritable(this->owner_);
+        deviant.assertWritable(classObject());
         if (deviant_isValid(deviant)) {
             internal::OneWrite const write;
-            this->owner_->internal_disconnect(deviant);
-            this->owner_->internal_discard(deviant, true);
+            classObject()->internal_disconnect(deviant);
+            classObject()->internal_discard(deviant, true);
         }
     }
     bool deviant_isValid(Deviant deviant) const override { return Base::isValid(deviant); }
@@ -123,14 +122,23 @@ public:
     Integer getObjectId(Deviant) const override { return this->objectId_; }
 
     /// The object as the kernel knows it.
-    NSInterface::ClassObjectIntf* classObject() const noexcept { return this->owner_; }
+    NSInterface::ClassObjectIntf* classObject() const noexcept {
+        return const_cast<PrimaryBase*>(
+            static_cast<PrimaryBase const*>(static_cast<Intf const*>(this)));
+    }
 
     /// Adds the object to the model of `deviant`. Call it once, right after construction. Raises if
     /// the deviant is gone.
     void enterModel(Deviant deviant) {
         this->checkAccess(deviant);
         this->rootDeviant_ = deviant.getRootDeviant();
-        this->rootDeviant_.addObjectToModel(this->owner_);
+        this->rootDeviant_.addObjectToModel(classObject());
+    }
+    /// The first state in the deviant, with default values, of an object that has just been made.
+    StateType* createFirstState(Deviant deviant) {
+        StateType* const state = Base::createTypedState();
+        Base::setStateOf(deviant, Base::untyped(state));
+        return state;
     }
 
 protected:
@@ -138,7 +146,7 @@ protected:
     std::vector<ClassObject> stereotypes(Deviant deviant) const {
         std::vector<ClassObject> found;
         if (isValid(deviant) && this->readState(deviant)->hasAppliedStereotypeInstances(deviant)) {
-            internal::appendStereotypeInstances(this->owner_, deviant, found);
+            internal::appendStereotypeInstances(classObject(), deviant, found);
         }
         return found;
     }
@@ -149,14 +157,15 @@ protected:
     RootObject() {
         IntegerIncDec const guard(&count());
         this->PrimaryBase::countInPlace();
-        this->owner_ = static_cast<PrimaryBase*>(static_cast<Intf*>(this));
+        this->PrimaryBase::setRootPart(this);
+        this->belongTo(classObject());
     }
     ~RootObject() override {
         IntegerIncDec const guard(&count());
         if (this->rootDeviant_.isNotNull()) {
-            this->rootDeviant_.removeObjectFromModel(this->owner_);
+            this->rootDeviant_.removeObjectFromModel(classObject());
         } else if (this->rootState_ == Deviant::ModelDestroyed) {
-            internal::forgetOutliving(this->owner_);
+            internal::forgetOutliving(classObject());
         }
         if (isRealState(this->rootState_)) {
             Base::destroyState(this->rootState_);

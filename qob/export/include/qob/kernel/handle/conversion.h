@@ -39,9 +39,16 @@ template <class From, class Intf>
 concept BelowInSecondPart =
     MayBeSecondPart<From> && std::derived_from<From, Intf> && !std::same_as<From, Intf>;
 
+/// A subclass of `Intf` that inherits it twice and always is an object's first base: its first
+/// `Intf` is the object's.
+template <class From, class Intf>
+concept InheritsTwice =
+    std::is_base_of_v<Intf, From> && !std::is_convertible_v<From*, Intf*> &&
+    std::is_convertible_v<typename From::PrimaryBase*, Intf*> && !MayBeSecondPart<From>;
+
 /// The object of a handle as interface class `Intf`; null if it isn't one. Casts the object at run
-/// time only where the compiler can't decide, which includes classes that inherit the base twice
-/// and classes that may be an object's second base.
+/// time only where the compiler can't decide, which includes classes that may be an object's second
+/// base.
 template <class Intf, AnyHandle Handle>
 auto pointerFrom(Handle const& handle) {
     using From = decltype(handle.get());
@@ -49,6 +56,8 @@ auto pointerFrom(Handle const& handle) {
     if constexpr (std::is_convertible_v<From, To> &&
                   !BelowInSecondPart<typename Handle::Interface, Intf>) {
         return static_cast<To>(handle.get());
+    } else if constexpr (InheritsTwice<typename Handle::Interface, Intf>) {
+        return static_cast<To>(upcast<Intf>(handle.get()));
     } else {
         return static_cast<To>(castObject<Intf>(handle.get()));
     }

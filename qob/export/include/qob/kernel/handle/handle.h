@@ -51,10 +51,10 @@ public:
     template <ConvertibleMutableHandle<WriteHandle> Handle>
     requires(extends<Handle, Intf>)
         WriteHandle(Handle const& other) // NOLINT(*-explicit-constructor)
-        : Immutable(pointerFrom<Intf>(other), other.getDeviant()) {}
+        : Immutable(ofClass, pointerFrom<Intf>(other), other.getDeviant()) {}
     template <ConvertibleMutableHandle<WriteHandle> Handle>
     requires(!extends<Handle, Intf>) explicit WriteHandle(Handle const& other)
-        : Immutable(pointerFrom<Intf>(other), other.getDeviant()) {}
+        : Immutable(ofClass, pointerFrom<Intf>(other), other.getDeviant()) {}
 
     using Immutable::get; // a class may have operations of that name
     Intf* get() const noexcept { return RefBase<Intf*>::get(); }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "qob/kernel/deviant/onewrite.h"
+#include "qob/kernel/upcast.h"
 #include "qob/qob/assert.h"
 #include "qob/qob/deviant.h"
+#include "qob/qob/rootpart.h"
 
 /// The bodies of an interface class's operations, one header per shape of property. They run on the
 /// root object, select the state for a deviant and call the same operation on the state, which
@@ -40,13 +42,13 @@ Intf* writeState(Intf* object, Deviant deviant) {
 /// The kernel records writes there.
 template <class Intf>
 Deviant ownDeviant(Intf const* object, Deviant deviant) {
-    return deviant.inModelOf(object->getRootDeviant());
+    return deviant.inModelOf(QOB::internal::rootDeviantOf(upcast<NSInterface::ObjectIntf>(object)));
 }
 
 /// True for a state, which belongs to no model; false for a root object.
 template <class Intf>
 bool isState(Intf const* object) {
-    return !object->getRootDeviant().isNotNull();
+    return !QOB::internal::rootDeviantOf(upcast<NSInterface::ObjectIntf>(object)).isNotNull();
 }
 
 /// A getter or a `has` of any shape.

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "qob/kernel/containers/sequence/multiindex/multiindeximpl.h"
 #include "qob/kernel/containers/sequence/sequenceref.h"
 #include "qob/kernel/property/access.h"
+#include "qob/kernel/upcast.h"
 #include "qob/qob/object.h"
 
 /// The other end of an association, for rules that update both ends. The other end is written
@@ -12,6 +14,29 @@ namespace QOB::property {
 QOB_EXPORT void requireElement(Generic::SequenceRef const& elements,
                                ClassObject const& object,
                                ClassObject const& container);
+
+/// The class of a list's elements, as the functions below check it.
+using ElementCast = NSInterface::ClassObjectIntf* (*)(void* data);
+
+// The list of a state that holds the objects of a reference's other end. The object is known to be
+// of the class that `known` accepts; a list of a narrower class raises for others.
+QOB_EXPORT bool
+isInList(Generic::SequenceRef const& list, NSInterface::ClassObjectIntf* object, ElementCast known);
+/// An object that isn't there.
+QOB_EXPORT void appendToList(Generic::SequenceRef const& list,
+                             NSInterface::ClassObjectIntf* object);
+QOB_EXPORT void removeFromList(Generic::SequenceRef const& list,
+                               NSInterface::ClassObjectIntf* object);
+
+/// An object as the kernel knows it; asks the object where the pointer may be to its second base.
+template <class Intf>
+NSInterface::ClassObjectIntf* classObjectOf(Intf* object) {
+    if constexpr (MayBeSecondPart<Intf>) {
+        return castObject<NSInterface::ClassObjectIntf>(object);
+    } else {
+        return upcast<NSInterface::ClassObjectIntf>(object);
+    }
+}
 
 /// A multi-valued end: `GetMany` returns its elements, `GetOnlyMany` on a state its container.
 template <auto GetMany, auto GetOnlyMany>
@@ -24,18 +49,18 @@ struct ManyAtOtherEnd {
     /// Does nothing if the object is already there.
     template <class Other, class Intf>
     static void add(Other const& other, Deviant deviant, Intf* object) {
-        auto const element = elementOf<Other>(object, deviant);
-        if (!present(other, deviant, element)) {
+        auto* const element = classObjectOf(object);
+        if (!present<Other, Intf>(other, deviant, element)) {
             OneWrite const write;
-            (writeState(other.get(), deviant)->*GetOnlyMany)(deviant).push_back(element);
+            appendToList((writeState(other.get(), deviant)->*GetOnlyMany)(deviant), element);
         }
     }
     template <class Other, class Intf>
     static void remove(Other const& other, Deviant deviant, Intf* object) {
-        auto const element = elementOf<Other>(object, deviant);
-        if (present(other, deviant, element)) {
+        auto* const element = classObjectOf(object);
+        if (present<Other, Intf>(other, deviant, element)) {
             OneWrite const write;
-            (writeState(other.get(), deviant)->*GetOnlyMany)(deviant).removeAll(element);
+            removeFromList((writeState(other.get(), deviant)->*GetOnlyMany)(deviant), element);
         }
     }
 
@@ -50,9 +75,16 @@ private:
         using Elements = decltype(elements(std::declval<Other const&>(), deviant));
         return typename Elements::value_type(object, deviant);
     }
-    template <class Other, class Element>
-    static bool present(Other const& other, Deviant deviant, Element const& element) {
-        return elements(other, deviant).contains(element);
+    template <class Other, class Intf>
+    static bool
+    present(Other const& other, Deviant deviant, NSInterface::ClassObjectIntf* element) {
+        using Elements = decltype(elements(other, deviant));
+        using Element = typename Elements::value_type;
+        ElementCast known = nullptr;
+        if constexpr (std::is_base_of_v<typename Element::Interface, Intf>) {
+            known = &MultiIndexImplInternal::castElement<Element>;
+        }
+        return isInList(elements(other, deviant), element, known);
     }
 };
 

@@ -15,6 +15,11 @@ public:
     using PrimaryBase = ValueObjectIntf;
     using VisitationBases = CooperativeVisitor::internal::Bases<ObjectIntf>;
 
+    ValueObjectIntf() noexcept { setInNoModel(); }
+    ValueObjectIntf(ValueObjectIntf const& other) noexcept : ObjectIntf(other) { setInNoModel(); }
+    ValueObjectIntf& operator=(ValueObjectIntf const&) noexcept = default;
+    ~ValueObjectIntf() override = default;
+
     CooperativeVisitor::internal::MethodInfo
     getVisitMethod(CooperativeVisitor::internal::MethodTable const& table) const override;
     void* cast(CooperativeVisitor::internal::ClassInfo const& info) const override;
@@ -32,3 +37,15 @@ public:
 };
 
 } // namespace QOB::NSInterface
+
+namespace QOB {
+
+/// The object as a boxed value; null if it isn't one. Only values say that they are in no model.
+inline NSInterface::ValueObjectIntf const*
+valueObject(NSInterface::ObjectIntf const* object) noexcept {
+    return object != nullptr && internal::isInNoModel(object)
+               ? static_cast<NSInterface::ValueObjectIntf const*>(object)
+               : nullptr;
+}
+
+} // namespace QOB

@@ -130,8 +130,7 @@ inline Ref objectRefIn(NSInterface::ClassObjectIntf const* object, Deviant devia
 template <class T>
 Ref toRef(T const& element) {
     if constexpr (ObjectElement<T>) {
-        return objectRef(castObject<NSInterface::ClassObjectIntf>(element.get()),
-                         element.getDeviant());
+        return objectRef(pointerFrom<NSInterface::ClassObjectIntf>(element), element.getDeviant());
     } else {
         return {
             new ValueBlock<T>(element), Deviant(), &ValueBlock<T>::refFn, &ValueBlock<T>::equalFn};
@@ -163,7 +162,17 @@ template <class T>
 T fromRef(Ref const& ref) {
     if constexpr (ObjectElement<T>) {
         requireElementType(ref.equalFn == nullptr);
-        return T(castObject<typename T::Interface>(objectOf(ref)), ref.deviant);
+        typename T::Interface* object = nullptr;
+        if constexpr (std::is_same_v<typename T::Interface, NSInterface::ClassObjectIntf>) {
+            object = objectOf(ref);
+        } else {
+            object = castObject<typename T::Interface>(objectOf(ref));
+        }
+        if constexpr (std::is_constructible_v<T, OfClass, typename T::Interface*, Deviant>) {
+            return T(ofClass, object, ref.deviant);
+        } else {
+            return T(object, ref.deviant);
+        }
     } else {
         return valueOf<T>(ref);
     }

@@ -72,10 +72,18 @@ public:
                        SequenceIntf const* other,
                        Deviant const& otherDeviant) const;
 
+    /// True for the container of references, which code that knows it reaches directly.
+    bool holdsReferences() const noexcept { return holdsReferences_; }
+
 protected:
     SequenceIntf() = default;
     SequenceIntf(SequenceIntf const&) = default;
     SequenceIntf& operator=(SequenceIntf const&) = default;
+
+    void setHoldsReferences() noexcept { holdsReferences_ = true; }
+
+private:
+    bool holdsReferences_ = false;
 };
 
 } // namespace Generic

@@ -98,6 +98,19 @@ public:
     ReferenceStorage const& storage() const noexcept { return storage_; }
     ReferenceStorage& storage() noexcept { return storage_; }
 
+    /// The container, if the sequence is one; otherwise null.
+    static MultiIndexImplForRefs* of(SequenceIntf* sequence) noexcept {
+        return sequence->holdsReferences() ? static_cast<MultiIndexImplForRefs*>(sequence)
+                                           : nullptr;
+    }
+    /// Whether the object is in the list. Raises for one of another class than the elements'.
+    bool has(NSInterface::ClassObjectIntf* object) const;
+    /// The same for an object that `known` accepts.
+    bool has(NSInterface::ClassObjectIntf* object, ElementCast known) const;
+
+    void incRef() const override {}
+    void decRef() const override {}
+    int numRef() const override { return 0; }
     Ref generic_at(Deviant const& deviant, int index) const override;
     Ref generic_front(Deviant const& deviant) const override;
     Ref generic_back(Deviant const& deviant) const override;
@@ -131,11 +144,19 @@ public:
                             bool& handled) override;
 
 protected:
-    explicit MultiIndexImplForRefs(ElementCast elementCast) noexcept : elementCast_(elementCast) {}
+    explicit MultiIndexImplForRefs(ElementCast elementCast) noexcept : elementCast_(elementCast) {
+        setHoldsReferences();
+        belongToState();
+    }
     MultiIndexImplForRefs(MultiIndexImplForRefs const& other);
     MultiIndexImplForRefs& operator=(MultiIndexImplForRefs const& other);
 
 private:
+    /// One count is the state's and is never given back, so that handles count without a call.
+    void belongToState() noexcept {
+        countInPlace();
+        referenceCount_ = 1;
+    }
     int size() const noexcept { return static_cast<int>(storage_.size()); }
     /// The index of the iterator's place.
     std::size_t indexOf(IteratorIntf const* position) const;

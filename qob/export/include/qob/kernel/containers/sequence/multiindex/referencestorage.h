@@ -16,7 +16,7 @@ class ClassObjectIntf;
 /// An ordered list of distinct objects, each of them counted. Access by position, and look-up and
 /// removal by value, are fast at every length:
 ///
-/// - Up to 64 elements it is one array that is scanned; an empty one is a null word.
+/// - Up to 128 elements it is one array that is scanned; an empty one is a null word.
 /// - Above that, the elements are in chunks of up to 256. A hash leads from an element to the slot
 ///   of its chunk, a Fenwick tree from a position to its chunk.
 ///
@@ -53,8 +53,9 @@ public:
         reference operator*() const noexcept { return *position_; }
         pointer operator->() const noexcept { return position_; }
         const_iterator& operator++() noexcept {
+            // By value, so that the iterator of a loop stays in registers.
             if (++position_ == chunkEnd_ && directory_ != nullptr) {
-                toNextChunk();
+                *this = inNextChunk(*this);
             }
             return *this;
         }
@@ -85,6 +86,7 @@ public:
         friend class ReferenceStorage;
 
         void toNextChunk() noexcept;
+        static const_iterator inNextChunk(const_iterator end) noexcept;
         void toPreviousChunk() noexcept;
         void enterChunk(Chunk const& chunk, std::size_t offset) noexcept;
 
@@ -136,6 +138,11 @@ public:
     /// element is already in the list.
     bool push_back(Element element) { return insert(size(), element); }
     bool push_front(Element element) { return insert(0, element); }
+    /// Appends an element that isn't in the list, which the caller knows.
+    void append(Element element);
+    /// The same in the list of a model's objects: where the element stands is noted in it, so that
+    /// a list that is only written so needs no hash.
+    void appendNoting(Element element);
     /// Before the element at a position up to size().
     bool insert(std::size_t index, Element element);
 
@@ -175,6 +182,8 @@ private:
     Chunk& ownSmall(std::uint32_t capacity);
     Directory& ownLarge();
     void makeLarge();
+    bool appendToArray(Element element);
+    bool findInChunks(Element element, std::uint32_t& slot, std::uint32_t& offset) const;
     void eraseInArray(std::uint32_t offset, std::uint32_t number);
     void eraseInChunk(std::uint32_t order, std::uint32_t offset, std::uint32_t number);
     void becomeSmallAgain() noexcept;

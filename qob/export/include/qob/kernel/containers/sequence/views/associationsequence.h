@@ -6,6 +6,8 @@
 
 namespace QOB {
 
+class GenericDeviantSequence;
+
 /// A sequence that is one end of an association: a write that adds an element also sets the owner
 /// at the element's end, and one that removes an element removes it there. The other end is written
 /// alone, so that the two don't call each other. Reads go to the inner sequence.
@@ -46,6 +48,9 @@ private:
     SequenceRef reading(Deviant const& deviant) const override { return {inner_.get(), deviant}; }
     SequenceRef writing(Deviant const& deviant) override { return {inner_.get(), deviant}; }
 
+    /// The inner sequence, if it is a stored property and no further view; otherwise null.
+    GenericDeviantSequence* stored() const noexcept;
+    void requireSameModel(Deviant const& deviant, Ref const& element) const;
     /// True if inserting the element would change the sequence. Raises if it must not be inserted.
     bool isNew(Deviant const& deviant, Ref const& element) const;
     void link(Deviant const& deviant, Ref const& element);

@@ -38,6 +38,14 @@ public:
     void generic_push_front(Deviant const& deviant, Ref element) override;
     void generic_replace(Deviant const& deviant, int index, Ref element) override;
     int generic_removeAll(Deviant const& deviant, Ref element) override;
+
+    /// Appends an element that isn't there yet; returns whether it was appended. `mustExist` raises
+    /// for an object that doesn't exist in the deviant.
+    bool appendNew(Deviant const& deviant, Ref const& element, bool mustExist);
+    /// Remove the first or last element and return it. Raise if there is none.
+    Ref takeFirst(Deviant const& deviant);
+    Ref takeLast(Deviant const& deviant);
+
     char const* generic_getLumvoName(bool immutableSequence,
                                      bool immutableElements,
                                      char const* fallback) const override;
@@ -49,6 +57,8 @@ private:
     /// object's root.
     Deviant own(Deviant const& deviant) const;
     bool isUnique() const noexcept;
+    /// Whether the element is there. Raises for one of another class.
+    bool has(Deviant const& deviant, Ref const& element) const;
     /// True if inserting the element would change nothing. Raises if it can't be inserted.
     bool refuses(Deviant const& deviant, Ref const& element) const;
     /// Informs the kernel that the property, written in the deviant, now refers to the object.
