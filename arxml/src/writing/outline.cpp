@@ -415,18 +415,28 @@ Outline::Entry const* Outline::at(std::string_view path) const {
     return found != entries_.end() && found->path() == path ? &*found : nullptr;
 }
 
+/// Empty if nothing is around the object.
+QOB::ClassObject Outline::outerOf(QOB::ClassObject const& object) const {
+    return object.isValid() && object.hasContainerQOB() ? object.getContainerQOB()
+                                                        : ownerOf(ValueType(object));
+}
+
+/// Objects may be in each other: the way outwards is compared with an object on it, which is
+/// replaced after twice as many steps each time.
 Outline::Entry const* Outline::entryAround(QOB::ClassObject const& object) const {
     QOB::ClassObject outer = object;
+    QOB::ClassObject passed = object;
+    std::size_t steps = 0;
+    std::size_t most = 16;
     Entry const* entry = find(outer);
-    for (std::size_t owners = 0; entry == nullptr && owners <= owners_.size();) {
-        if (outer.isValid() && outer.hasContainerQOB()) {
-            outer = outer.getContainerQOB();
-        } else {
-            outer = ownerOf(ValueType(outer));
-            ++owners; // matrices may have each other as base types
-        }
-        if (outer.get() == nullptr) {
+    while (entry == nullptr) {
+        outer = outerOf(outer);
+        if (outer.get() == nullptr || outer == passed) {
             return nullptr;
+        }
+        if (++steps == most) {
+            passed = outer;
+            most *= 2;
         }
         entry = find(outer);
     }

@@ -122,6 +122,7 @@ private:
     QOB::String pathOf(Candidate const& candidate) const;
     void indexObjects();
     std::size_t slotOf(QOB::ClassObject const& object) const;
+    QOB::ClassObject outerOf(QOB::ClassObject const& object) const;
     ElementKind kindOf(QOB::ClassObject const& object) const;
     ElementKind kindOfType(foundation::ValueType const& type) const;
 
