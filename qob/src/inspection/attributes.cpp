@@ -6,6 +6,7 @@
 #include "qob/qob/stereotypeobject.h"
 
 #include <string_view>
+#include <typeinfo>
 #include <unordered_set>
 #include <utility>
 
@@ -49,6 +50,17 @@ Values appliedStereotypes(ClassObject const& object) {
 }
 Values container(ClassObject const& object) {
     return object.hasContainerQOB() ? Values{object.getContainerQOB()} : Values();
+}
+
+template <class Number>
+bool isValid(NSInterface::ValueObjectIntf const& box) {
+    auto const* const number = static_cast<Number const*>(box.findValue(typeid(Number)));
+    return number != nullptr && number->isValid();
+}
+
+/// Whether a box is seen to hold something without a look at its text.
+bool isValidNumber(NSInterface::ValueObjectIntf const& box) {
+    return isValid<Integer>(box) || isValid<Real>(box) || isValid<Boolean>(box);
 }
 
 /// What the class and its supers declare, that of the supers first.
@@ -154,17 +166,16 @@ std::vector<Object> Attribute::valuesOf(ClassObject const& object) const {
     if (reader != nullptr) {
         return reader(object);
     }
-    IntrospectiveMethods const& methods = *binding.methods;
-    Deviant const deviant = object.getDeviant();
-    if (isMultiValued) {
-        bool const isEmpty =
-            methods.getMultiValued(object.get(), deviant, binding.id, false).generic_empty();
-        return isEmpty ? Values() : allOf(object.get(property));
-    }
-    if (!methods.hasSingleValued(object.get(), deviant, binding.id)) {
+    if (!internal::hasValues(*this, object)) {
         return {};
     }
-    Object value = methods.getSingleValued(object.get(), deviant, binding.id);
+    if (isMultiValued) {
+        bool const areObjects = isReference || ownsObjects;
+        return areObjects ? allOf(Sequence<ClassObject>(binding.methods->getMultiValued(
+                                object.get(), object.getDeviant(), binding.id, true)))
+                          : allOf(object.get(property));
+    }
+    Object value = binding.methods->getSingleValued(object.get(), object.getDeviant(), binding.id);
     return isNothing(value) ? Values() : Values{std::move(value)};
 }
 
@@ -192,12 +203,29 @@ bool isNothing(Object const& value) {
     if (value.get() == nullptr) {
         return true;
     }
-    if (valueObject(value.get()) == nullptr) {
+    auto const* const box = valueObject(value.get());
+    if (box == nullptr || isValidNumber(*box)) {
         return false;
     }
     String const text = value.toString();
     bool const isText = std::string_view(value.getLumvoName(false)) == String::getTypeName();
     return !text.isValid() || (!isText && text.view().empty());
+}
+
+bool hasValues(Attribute const& attribute, ClassObject const& object) {
+    if (attribute.reader != nullptr) {
+        return !attribute.reader(object).empty();
+    }
+    PropertyBinding const& binding = attribute.binding;
+    IntrospectiveMethods const& methods = *binding.methods;
+    Deviant const deviant = object.getDeviant();
+    return attribute.isMultiValued
+               ? !methods.getMultiValued(object.get(), deviant, binding.id, false).generic_empty()
+               : methods.hasSingleValued(object.get(), deviant, binding.id);
+}
+
+bool isExternalId(Attribute const& attribute) {
+    return attribute.reader == &externalId;
 }
 
 Attribute containerAttribute() {

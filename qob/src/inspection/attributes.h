@@ -8,6 +8,13 @@ namespace QOB::internal {
 /// Whether a boxed value is the invalid one of its class, or the handle is empty.
 bool isNothing(Object const& value);
 
+/// Whether an object has values of the attribute. One that is there may be the invalid one of its
+/// class, which is none.
+bool hasValues(Attribute const& attribute, ClassObject const& object);
+
+/// Whether the attribute is the external id, which every object has.
+bool isExternalId(Attribute const& attribute);
+
 /// The container, which contained objects that have no way to their owner also know.
 Attribute containerAttribute();
 

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <ostream>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -43,13 +44,17 @@ bool isOwnReference(Attribute const& attribute) {
     return attribute.isReference && !attribute.isWayToOwner && !attribute.isOtherEnd;
 }
 
-void addAnonymous(Values const& values, std::unordered_set<void const*>& objects) {
+/// False if there are none.
+bool addAnonymous(Values const& values, std::unordered_set<void const*>& objects) {
+    bool isAny = false;
     for (Object const& value : values) {
         ClassObject const object(value);
         if (object.isValid() && internal::isAnonymous(object)) {
             objects.insert(object.get());
+            isAny = true;
         }
     }
+    return isAny;
 }
 
 /// Looks at objects in pairs and collects in what they differ.
@@ -82,16 +87,17 @@ public:
     /// Pairs the objects that nothing contains, and all that they contain, then looks at each pair.
     void compareModels(FreeObjects const& left, FreeObjects const& right) {
         std::vector<Pair> all;
-        pairObjects(left.known, right.known, internal::identityOf, all);
+        pairObjects(left.known, right.known, internal::IdentityInModel(), all);
+        std::size_t const withSameIds = all.size();
         pairWhatTheyHave(all, 0);
         // What something refers to has its place in the model: nothing else is its partner.
         std::size_t const known = all.size();
-        pairObjects(unplaced(left), unplaced(right), internal::identityOf, all);
+        pairObjects(unplaced(left), unplaced(right), internal::IdentityInModel(), all);
         pairWhatTheyHave(all, known);
         addReferredWithoutPartner(left, right);
         std::vector<Difference> const existences = takeDifferences();
-        for (auto const& [one, other] : all) {
-            compareMembers(one, other);
+        for (std::size_t i = 0; i != all.size(); ++i) {
+            compareMembers(all[i].first, all[i].second, i < withSameIds);
         }
         differences_.insert(differences_.end(), existences.begin(), existences.end());
     }
@@ -99,33 +105,47 @@ public:
     /// Sorts out the objects of a model that nothing contains.
     FreeObjects freeObjects(internal::ModelCore const& core, Deviant deviant) {
         FreeObjects found;
-        core.forEachObject([&](ClassObjectIntf* object) {
-            ClassObject const handle(object, deviant);
-            if (object == core.model() || !handle.isValid()) {
-                return;
+        forEachIn(core, deviant, [&](ClassObject const& object) {
+            if (!object.hasContainerQOB()) {
+                (internal::isAnonymous(object) ? found.anonymous : found.known).push_back(object);
             }
-            if (!handle.hasContainerQOB()) {
-                (internal::isAnonymous(handle) ? found.anonymous : found.known).push_back(handle);
-            }
-            for (Attribute const& attribute : attributes_.of(handle)) {
-                bool const isReference = isOwnReference(attribute);
-                if (isReference || attribute.ownsObjects) {
-                    Values const values = attribute.valuesOf(handle);
-                    if (!values.empty()) {
-                        used_.insert(&attribute);
-                    }
-                    if (isReference) {
-                        addAnonymous(values, found.referred);
+            noteUsed(object);
+        });
+        if (!found.anonymous.empty()) {
+            forEachIn(core, deviant, [&](ClassObject const& object) {
+                for (Attribute const& attribute : attributes_.of(object)) {
+                    if (isOwnReference(attribute) && isUsed(attribute) &&
+                        addAnonymous(attribute.valuesOf(object), found.referred)) {
+                        waysToAnonymous_.insert(&attribute);
                     }
                 }
-            }
-        });
+            });
+        }
         return found;
     }
 
     std::vector<Difference> takeDifferences() { return std::exchange(differences_, {}); }
 
 private:
+    template <class Action>
+    static void forEachIn(internal::ModelCore const& core, Deviant deviant, Action const& action) {
+        core.forEachObject([&](ClassObjectIntf* object) {
+            ClassObject const handle(object, deviant);
+            if (object != core.model() && handle.isValid()) {
+                action(handle);
+            }
+        });
+    }
+
+    void noteUsed(ClassObject const& object) {
+        for (Attribute const& attribute : attributes_.of(object)) {
+            bool const hasObjects = attribute.ownsObjects || isOwnReference(attribute);
+            if (hasObjects && !isUsed(attribute) && internal::hasValues(attribute, object)) {
+                used_.insert(&attribute);
+            }
+        }
+    }
+
     static ClassObjectIntf const* stateOf(ClassObject const& object) {
         ClassObjectIntf const* const self = object.get();
         return self->getReadDeviantI(object.getDeviant(), self);
@@ -164,6 +184,25 @@ private:
                      Objects const& rights,
                      Identity const& identity,
                      std::vector<Pair>& all) {
+        // Two models mostly have the same objects in the same order.
+        std::size_t next = 0;
+        for (; next != std::min(lefts.size(), rights.size()); ++next) {
+            ClassObject const left(lefts[next]);
+            ClassObject const right(rights[next]);
+            if (!identity.areSame(left, right) || !pairs_.add(left, right)) {
+                break;
+            }
+            all.emplace_back(left, right);
+        }
+        pairByIdentity(
+            std::span(lefts).subspan(next), std::span(rights).subspan(next), identity, all);
+    }
+
+    template <class Object, class Identity>
+    void pairByIdentity(std::span<Object const> lefts,
+                        std::span<Object const> rights,
+                        Identity const& identity,
+                        std::vector<Pair>& all) {
         Partners partners;
         for (auto const& value : rights) {
             ClassObject const right(value);
@@ -227,7 +266,7 @@ private:
 
     void pairAnonymous(Pair const& users, std::vector<Pair>& all) {
         for (Attribute const& attribute : attributes_.of(users.first)) {
-            if (!isOwnReference(attribute) || !isUsed(attribute)) {
+            if (!waysToAnonymous_.contains(&attribute)) {
                 continue;
             }
             Values const lefts = attribute.valuesOf(users.first);
@@ -252,10 +291,7 @@ private:
             Values const lefts = attribute.valuesOf(owners.first);
             Values const rights = attribute.valuesOf(owners.second);
             if (!lefts.empty() || !rights.empty()) {
-                auto const identity = [&](ClassObject const& object) {
-                    return internal::identityAmong(attribute, object);
-                };
-                pairObjects(lefts, rights, identity, all);
+                pairObjects(lefts, rights, internal::IdentityInOwner{attribute}, all);
             }
         }
     }
@@ -273,13 +309,15 @@ private:
     }
 
     /// The same in two models.
-    void compareMembers(ClassObject const& left, ClassObject const& right) {
+    void compareMembers(ClassObject const& left, ClassObject const& right, bool haveSameId) {
         if (!haveSameClass(left, right)) {
             differences_.push_back({DifferenceKind::Class, left, right});
             return;
         }
         for (Attribute const& attribute : attributes_.of(left)) {
-            if ((attribute.ownsObjects || isOwnReference(attribute)) && !isUsed(attribute)) {
+            bool const hasObjects = attribute.ownsObjects || isOwnReference(attribute);
+            if ((hasObjects && !isUsed(attribute)) ||
+                (haveSameId && internal::isExternalId(attribute))) {
                 continue;
             }
             if (attribute.ownsObjects) {
@@ -288,6 +326,19 @@ private:
                 compareAttribute(attribute, left, right);
             }
         }
+    }
+
+    /// Whether the values are objects, and those at one place of the lists are a pair.
+    bool arePairs(Values const& lefts, Values const& rights) const {
+        return std::equal(lefts.begin(),
+                          lefts.end(),
+                          rights.begin(),
+                          rights.end(),
+                          [this](Object const& left, Object const& right) {
+                              ClassObject const one(left);
+                              return one.get() != nullptr &&
+                                     pairs_.arePair(one, ClassObject(right));
+                          });
     }
 
     std::vector<Key> leftKeys(Values const& values) const {
@@ -308,9 +359,12 @@ private:
     void compareAttribute(Attribute const& attribute,
                           ClassObject const& left,
                           ClassObject const& right) {
+        if (pairs_.areSeenSame(attribute, left, right)) {
+            return;
+        }
         Values const leftValues = attribute.valuesOf(left);
         Values const rightValues = attribute.valuesOf(right);
-        if (internal::areSameValues(leftValues, rightValues)) {
+        if (arePairs(leftValues, rightValues) || internal::areSameValues(leftValues, rightValues)) {
             return;
         }
         std::vector<Key> lefts = leftKeys(leftValues);
@@ -336,6 +390,9 @@ private:
     compareParts(Attribute const& attribute, ClassObject const& left, ClassObject const& right) {
         Values const leftValues = attribute.valuesOf(left);
         Values const rightValues = attribute.valuesOf(right);
+        if (arePairs(leftValues, rightValues)) {
+            return;
+        }
         std::vector<Key> lefts;
         for (Object const& value : leftValues) {
             if (pairs_.hasLeft(ClassObject(value))) {
@@ -366,7 +423,9 @@ private:
     Pairs pairs_;
     bool doesOrderCount_; ///< For every property, not only for those that are ordered.
     Attributes attributes_;
-    boost::unordered_flat_set<Attribute const*> used_; ///< In two models; see `isUsed`.
+    // In two models:
+    boost::unordered_flat_set<Attribute const*> used_; ///< See `isUsed`.
+    boost::unordered_flat_set<Attribute const*> waysToAnonymous_;
     Attribute container_ = internal::containerAttribute();
     std::vector<Difference> differences_;
 };

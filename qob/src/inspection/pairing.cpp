@@ -17,6 +17,16 @@ std::string nameText(ClassObject const& object) {
     return name.isValid() ? std::string(name) : std::string();
 }
 
+bool haveSameName(ClassObject const& left, ClassObject const& right) {
+    String const one = nameOf(left);
+    String const other = nameOf(right);
+    return (one.isValid() ? one.view() : "") == (other.isValid() ? other.view() : "");
+}
+
+bool haveSameExternalId(ClassObject const& left, ClassObject const& right) {
+    return left.getExternalId().view() == right.getExternalId().view();
+}
+
 /// The objects of a list, each with the name that it alone has there; the others with an empty one.
 std::vector<std::pair<std::string, ClassObject>> withNames(std::vector<Object> const& values) {
     std::vector<std::pair<std::string, ClassObject>> named;
@@ -53,6 +63,14 @@ bool isSameValue(Object const& left, Object const& right) {
            isSame<Integer>(*one, *other) || isSame<Boolean>(*one, *other);
 }
 
+/// Whether two boxes hold values of one type with the same text.
+bool haveSameText(Object const& left, Object const& right) {
+    auto const* const one = valueObject(left.get());
+    auto const* const other = valueObject(right.get());
+    return one != nullptr && other != nullptr && typeid(*one) == typeid(*other) &&
+           left.toString() == right.toString();
+}
+
 } // namespace
 
 Key Pairs::key(Object const& value, ClassObject const& object) const {
@@ -74,14 +92,52 @@ bool isAnonymous(ClassObject const& object) {
     return !object.hasExternalId() && !object.hasContainerQOB() && nameText(object).empty();
 }
 
-std::string identityOf(ClassObject const& object) {
+bool Pairs::areSeenSame(Attribute const& attribute,
+                        ClassObject const& left,
+                        ClassObject const& right) const {
+    if (isExternalId(attribute) && left.hasExternalId() && right.hasExternalId()) {
+        return haveSameExternalId(left, right);
+    }
+    if (attribute.reader != nullptr || attribute.isMultiValued) {
+        return !hasValues(attribute, left) && !hasValues(attribute, right);
+    }
+    IntrospectiveMethods const& methods = *attribute.binding.methods;
+    unsigned const id = attribute.binding.id;
+    bool const isThere = methods.hasSingleValued(left.get(), left.getDeviant(), id);
+    if (isThere != methods.hasSingleValued(right.get(), right.getDeviant(), id)) {
+        return false;
+    }
+    if (!isThere) {
+        return true;
+    }
+    Object const one = methods.getSingleValued(left.get(), left.getDeviant(), id);
+    Object const other = methods.getSingleValued(right.get(), right.getDeviant(), id);
+    return attribute.isReference || attribute.ownsObjects
+               ? arePair(ClassObject(one), ClassObject(other))
+               : isSameValue(one, other) || haveSameText(one, other);
+}
+
+std::string IdentityInModel::operator()(ClassObject const& object) const {
     return object.hasExternalId()
                ? "id " + std::string(object.getExternalId())
                : std::string(object.getLumvoName(false)) + ' ' + nameText(object);
 }
 
-std::string identityAmong(Attribute const& attribute, ClassObject const& object) {
+bool IdentityInModel::areSame(ClassObject const& left, ClassObject const& right) const {
+    bool const isById = left.hasExternalId();
+    if (isById || right.hasExternalId()) {
+        return isById && right.hasExternalId() && haveSameExternalId(left, right);
+    }
+    return std::string_view(left.getLumvoName(false)) == right.getLumvoName(false) &&
+           haveSameName(left, right);
+}
+
+std::string IdentityInOwner::operator()(ClassObject const& object) const {
     return attribute.isMultiValued ? nameText(object) : std::string();
+}
+
+bool IdentityInOwner::areSame(ClassObject const& left, ClassObject const& right) const {
+    return !attribute.isMultiValued || haveSameName(left, right);
 }
 
 std::vector<std::pair<ClassObject, ClassObject>> pairsOf(std::vector<Object> const& left,

@@ -44,6 +44,19 @@ public:
     bool hasLeft(ClassObject const& object) const { return rightOf_.contains(object.get()); }
     bool hasRight(ClassObject const& object) const { return rights_.contains(object.get()); }
 
+    /// Whether they are one pair, or both nothing.
+    bool arePair(ClassObject const& left, ClassObject const& right) const {
+        auto const found = rightOf_.find(left.get());
+        return found != rightOf_.end() ? found->second == right.get()
+                                       : left.get() == nullptr && right.get() == nullptr;
+    }
+
+    /// Whether two objects of one class are seen to have the same values of an attribute, without a
+    /// look at the values of lists. False says nothing.
+    bool areSeenSame(Attribute const& attribute,
+                     ClassObject const& left,
+                     ClassObject const& right) const;
+
     Key leftKey(Object const& value) const {
         ClassObject const object(value);
         auto const found = rightOf_.find(object.get());
@@ -90,10 +103,18 @@ private:
 bool isAnonymous(ClassObject const& object);
 
 /// What identifies an object that nothing contains, among the others of a model.
-std::string identityOf(ClassObject const& object);
+struct IdentityInModel {
+    std::string operator()(ClassObject const& object) const;
+    bool areSame(ClassObject const& left, ClassObject const& right) const;
+};
 
 /// What identifies an object among those that one property of its container owns.
-std::string identityAmong(Attribute const& attribute, ClassObject const& object);
+struct IdentityInOwner {
+    Attribute const& attribute;
+
+    std::string operator()(ClassObject const& object) const;
+    bool areSame(ClassObject const& left, ClassObject const& right) const;
+};
 
 /// The objects of two lists that belong together: those that are the only ones of their name in
 /// both lists, then those that are left, in order.
