@@ -1,12 +1,12 @@
 #include "updating/document_text.h"
 #include "updating/renaming.h"
-#include "writing/output_file.h"
 
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 #include <velum_arxml/update.h>
+#include <velum_arxml/writing/output_file.h>
 
 namespace velum::arxml {
 

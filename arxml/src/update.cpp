@@ -4,7 +4,6 @@
 #include "updating/excerpt.h"
 #include "updating/renaming.h"
 #include "updating/written_elements.h"
-#include "writing/output_file.h"
 
 #include <algorithm>
 #include <deque>
@@ -16,6 +15,7 @@
 #include <unordered_map>
 #include <utility>
 #include <velum_arxml/update.h>
+#include <velum_arxml/writing/output_file.h>
 
 namespace velum::arxml {
 

@@ -1,16 +1,15 @@
 #include "read_back.h"
 #include "writing/circles.h"
-#include "writing/output_file.h"
 #include "writing/package_writer.h"
 #include "writing/unwritten.h"
 
 #include <algorithm>
 #include <memory>
 #include <string>
-#include <system_error>
 #include <unordered_set>
 #include <utility>
 #include <velum_arxml/write.h>
+#include <velum_arxml/writing/output_file.h>
 
 namespace velum::arxml {
 
@@ -76,6 +75,7 @@ public:
             OutputFile file(target);
             writeAll([&file](std::string_view piece) { file.write(piece); });
             if (!report_.isStopped) {
+                file.close();
                 readBack(wanted_ == nullptr ? file.temporary() : fs::path());
                 file.commit();
                 report_.files.push_back(target.string());
@@ -142,19 +142,16 @@ private:
             document.add(entry);
         }
         document.finish();
+        file.close();
         reportDifferences(
             model_, outline_, file.temporary().string(), isWantedEntry, report_.findings);
     }
 
     /// All files are whole before the first one takes its name.
     void toFolder(fs::path const& folder) {
-        std::error_code fault;
-        fs::create_directories(folder, fault);
-        if (fault) {
-            throw OutputError(folder.string() + ": The folder cannot be made (" + fault.message() +
-                              ").");
-        }
+        makeOutputFolder(folder);
         OutputFiles files;
+        OutputFile* file = nullptr;
         std::unique_ptr<Document> document;
         std::string_view package;
         for (Outline::Entry const& entry : outline_.entries()) {
@@ -166,13 +163,13 @@ private:
                 return;
             }
             if (document == nullptr || entry.package() != package) {
-                finish(document);
+                finish(document, file);
                 package = entry.package();
                 const fs::path path = folder / fileName(package);
-                OutputFile& file = files.add(path);
+                file = &files.add(path);
                 report_.files.push_back(path.string());
                 document = std::make_unique<Document>(
-                    [&file](std::string_view piece) { file.write(piece); },
+                    [file](std::string_view piece) { file->write(piece); },
                     outline_,
                     options_,
                     report_,
@@ -182,13 +179,14 @@ private:
             }
             document->add(entry);
         }
-        finish(document);
+        finish(document, file);
         files.commit();
     }
 
-    static void finish(std::unique_ptr<Document> const& document) {
+    static void finish(std::unique_ptr<Document> const& document, OutputFile* file) {
         if (document != nullptr) {
             document->finish();
+            file->close(); // there may be more packages than files that can be open
         }
     }
 

@@ -1,14 +1,13 @@
-#include "writing/output_file.h"
-
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
+#include <velum_arxml/writing/output_file.h>
 #include <velum_arxml/writing/write_report.h>
 
 namespace velum::arxml {
@@ -28,13 +27,25 @@ mode_t newMode() {
 
 OutputFile::OutputFile(fs::path target) : target_(std::move(target)) {
     std::error_code none;
+    fs::file_status const known = fs::status(target_, none);
+    if (fs::exists(known) && !fs::is_regular_file(known)) {
+        descriptor_ = ::open(target_.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+        if (descriptor_ < 0) {
+            fail();
+        }
+        return;
+    }
     if (fs::is_symlink(target_, none)) {
         target_ = fs::weakly_canonical(target_, none); // the link stays
     }
+    openTemporary();
+}
+
+void OutputFile::openTemporary() {
     std::string name = target_.string() + ".XXXXXX";
     descriptor_ = mkstemp(name.data());
     if (descriptor_ < 0) {
-        fail("made");
+        fail();
     }
     temporary_ = name;
     struct stat known = {};
@@ -55,12 +66,33 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::write(std::string_view piece) {
+    constexpr std::size_t enough = std::size_t(1) << 16U;
+    if (buffer_.size() + piece.size() < enough) {
+        buffer_ += piece;
+        return;
+    }
+    writeOut(buffer_);
+    buffer_.clear();
+    writeOut(piece);
+}
+
+void OutputFile::writeOut(std::string_view piece) const {
     while (!piece.empty()) {
         const ssize_t taken = ::write(descriptor_, piece.data(), piece.size());
         if (taken < 0 && errno != EINTR) {
-            fail("written");
+            fail();
         }
         piece.remove_prefix(taken < 0 ? 0 : static_cast<std::size_t>(taken));
+    }
+}
+
+void OutputFile::close() {
+    if (descriptor_ < 0) {
+        return;
+    }
+    writeOut(std::exchange(buffer_, {}));
+    if (::close(std::exchange(descriptor_, -1)) != 0) {
+        fail();
     }
 }
 
@@ -69,16 +101,12 @@ void OutputFile::commit() {
     takeName();
 }
 
-void OutputFile::close() {
-    const int descriptor = std::exchange(descriptor_, -1);
-    if (descriptor >= 0 && ::close(descriptor) != 0) {
-        fail("written");
-    }
-}
-
 void OutputFile::takeName() {
+    if (temporary_.empty()) {
+        return;
+    }
     if (::rename(temporary_.c_str(), target_.c_str()) != 0) {
-        fail("replaced");
+        fail();
     }
     temporary_.clear();
     hasName_ = true;
@@ -87,7 +115,7 @@ void OutputFile::takeName() {
 /// Gives what has the name a second one. Where a file can't have two names, it is copied.
 void OutputFile::keepOld() {
     std::error_code fault;
-    if (!fs::exists(target_, fault)) {
+    if (temporary_.empty() || !fs::exists(target_, fault)) {
         return;
     }
     const fs::path old = temporary_.string() + ".old";
@@ -95,7 +123,7 @@ void OutputFile::keepOld() {
         fs::copy_file(target_, old, fault);
         if (fault) {
             errno = fault.value();
-            fail("replaced");
+            fail();
         }
     }
     old_ = old;
@@ -112,17 +140,13 @@ void OutputFile::putBack() noexcept {
     }
 }
 
-void OutputFile::fail(char const* action) const {
+void OutputFile::fail() const {
     const std::string cause = std::strerror(errno);
-    throw OutputError(target_.string() + ": The file cannot be " + action + " (" + cause + ").");
+    throw OutputError(target_.string() + ": The file cannot be written (" + cause + ").");
 }
 
 OutputFile& OutputFiles::add(fs::path const& target) {
-    if (!files_.empty()) {
-        files_.back()->close();
-    }
-    files_.push_back(std::make_unique<OutputFile>(target));
-    return *files_.back();
+    return *files_.emplace_back(std::make_unique<OutputFile>(target));
 }
 
 void OutputFiles::commit() {
@@ -139,6 +163,15 @@ void OutputFiles::commit() {
             file->putBack();
         }
         throw;
+    }
+}
+
+void makeOutputFolder(fs::path const& folder) {
+    std::error_code fault;
+    fs::create_directories(folder, fault);
+    if (fault) {
+        throw OutputError(folder.string() + ": The folder cannot be made (" + fault.message() +
+                          ").");
     }
 }
 

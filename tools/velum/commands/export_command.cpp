@@ -3,58 +3,43 @@
 #include "commands/exit_code.h"
 #include "commands/load.h"
 #include "commands/output.h"
-#include "commands/output_file.h"
 #include "export/writers.h"
 #include "model/dictionary.h"
-#include "report/printers.h"
 
 #include <filesystem>
 #include <iostream>
 #include <map>
-#include <system_error>
+#include <velum_arxml/writing/output_file.h>
 
 namespace velum::commands {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 bool exportJson(QOB::Model const& model, std::string const& output) {
     if (output.empty()) {
         return exporting::writeJson(
             model, [](std::string_view piece) { return print(std::string(piece)); });
     }
-    OutputFile file(output);
-    bool const isWritten =
-        exporting::writeJson(model, [&file](std::string_view piece) { return file.write(piece); });
-    return isWritten && file.commit();
+    arxml::OutputFile file(output);
+    exporting::writeJson(model, sinkTo(file));
+    file.commit();
+    return true;
 }
 
-bool exportTables(QOB::Model const& model, fs::path const& folder) {
-    std::error_code fault;
-    fs::create_directories(folder, fault);
-    if (fault) {
-        std::cerr << "velum: " << report::inOneLine(folder.string())
-                  << ": The folder cannot be made (" << fault.message() << ").\n";
-        return false;
-    }
-    std::map<std::string, OutputFile, std::less<>> files;
-    auto const sink = [&](std::string_view metaclass, std::string_view piece) {
-        auto found = files.find(metaclass);
-        if (found == files.end()) {
+void exportTables(QOB::Model const& model, std::filesystem::path const& folder) {
+    arxml::makeOutputFolder(folder);
+    arxml::OutputFiles files;
+    std::map<std::string, arxml::OutputFile*, std::less<>> byClass;
+    exporting::writeTables(model, [&](std::string_view metaclass, std::string_view piece) {
+        auto found = byClass.find(metaclass);
+        if (found == byClass.end()) {
             std::string const name(metaclass);
-            found = files.try_emplace(name, folder / (name + ".csv")).first;
+            found = byClass.emplace(name, &files.add(folder / (name + ".csv"))).first;
         }
-        return found->second.write(piece);
-    };
-    bool isWritten = exporting::writeTables(model, sink);
-    for (auto& [metaclass, file] : files) {
-        isWritten = isWritten && file.close();
-    }
-    for (auto& [metaclass, file] : files) {
-        isWritten = isWritten && file.commit();
-    }
-    return isWritten;
+        found->second->write(piece);
+        return true;
+    });
+    files.commit();
 }
 
 } // namespace
@@ -91,9 +76,11 @@ int ExportCommand::run() const {
         arxml_.write(dictionary.model(), output_, input.stores.empty());
         return done;
     }
-    bool const isWritten = isTables ? exportTables(dictionary.model(), output_)
-                                    : exportJson(dictionary.model(), output_);
-    return isWritten ? done : failed;
+    if (isTables) {
+        exportTables(dictionary.model(), output_);
+        return done;
+    }
+    return exportJson(dictionary.model(), output_) ? done : failed;
 }
 
 } // namespace velum::commands

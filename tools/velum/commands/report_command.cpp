@@ -2,13 +2,14 @@
 
 #include "commands/exit_code.h"
 #include "commands/load.h"
-#include "commands/output_file.h"
+#include "commands/output.h"
 #include "html/diff_report.h"
 #include "html/report.h"
 #include "model/dictionary.h"
 
 #include <algorithm>
 #include <iostream>
+#include <velum_arxml/writing/output_file.h>
 
 namespace velum::commands {
 
@@ -75,16 +76,13 @@ int ReportCommand::run() const {
 
 int ReportCommand::reportOne() const {
     ReadRelease const release(files_);
-    OutputFile file(output_);
-    bool const isWritten = html::writeReport(
-        release.dictionary.model(),
-        release.sources,
-        html::findingsOf(release.dictionary.model(), release.input, release.sources),
-        namesOf(release.input),
-        [&file](std::string_view piece) { return file.write(piece); });
-    if (!isWritten || !file.commit()) {
-        return failed;
-    }
+    arxml::OutputFile file(output_);
+    html::writeReport(release.dictionary.model(),
+                      release.sources,
+                      html::findingsOf(release.dictionary.model(), release.input, release.sources),
+                      namesOf(release.input),
+                      sinkTo(file));
+    file.commit();
     return tellFailure(release.input, failOn_.value()) ? inputAtFault : done;
 }
 
@@ -96,14 +94,11 @@ int ReportCommand::reportDiff() const {
     }
     ReadRelease const older(oldFiles_.empty() ? std::vector{files_.front()} : oldFiles_);
     ReadRelease const newer(oldFiles_.empty() ? std::vector{files_.back()} : newFiles_);
-    OutputFile file(output_);
-    bool const isWritten =
-        html::writeDiffReport({older.dictionary.model(), older.sources, namesOf(older.input)},
-                              {newer.dictionary.model(), newer.sources, namesOf(newer.input)},
-                              [&file](std::string_view piece) { return file.write(piece); });
-    if (!isWritten || !file.commit()) {
-        return failed;
-    }
+    arxml::OutputFile file(output_);
+    html::writeDiffReport({older.dictionary.model(), older.sources, namesOf(older.input)},
+                          {newer.dictionary.model(), newer.sources, namesOf(newer.input)},
+                          sinkTo(file));
+    file.commit();
     bool const isOldAtFault = tellFailure(older.input, failOn_.value());
     return tellFailure(newer.input, failOn_.value()) || isOldAtFault ? inputAtFault : done;
 }

@@ -175,6 +175,21 @@ class ExportTest(unittest.TestCase):
 class ArxmlTest(unittest.TestCase):
     """What the format keeps and how it is written is tested with the library."""
 
+    @unittest.skipUnless(pathlib.Path("/dev/full").exists(), "needs a device that is always full")
+    def test_what_is_no_plain_file_is_written_as_it_is(self):
+        with Folder() as folder:
+            folder.write("units.arxml", document(package("P", named("UNIT", "u"))))
+            for format_ in ("arxml", "json"):
+                command = ("export", "--format", format_, "units.arxml", "-o")
+                result = folder.run(*command, "/dev/stdout")
+                self.assertEqual((result.returncode, result.stderr), (0, b""))
+                folder.run(*command, "file")
+                self.assertEqual(result.stdout, (folder.path / "file").read_bytes())
+                result = folder.run(*command, "/dev/full")
+                self.assertEqual(result.returncode, 3)
+                self.assertEqual(result.stderr, b"velum: /dev/full: The file cannot be written "
+                                                b"(No space left on device).\n")
+
     def test_a_file_goes_round_and_is_replaced_only_as_a_whole(self):
         with Folder() as folder:
             for name in DICTIONARY:
@@ -183,7 +198,7 @@ class ArxmlTest(unittest.TestCase):
             self.assertEqual(folder.run("export", "--format", "arxml", *DICTIONARY).returncode, 2)
             result = folder.run("export", "--format", "arxml", "-o", "no/out.arxml", *DICTIONARY)
             self.assertEqual(result.returncode, 3)
-            self.assertIn(b"no/out.arxml: The file cannot be made", result.stderr)
+            self.assertIn(b"no/out.arxml: The file cannot be written", result.stderr)
             result = folder.run("export", "--format", "arxml", "-o", "out.arxml", *DICTIONARY)
             self.assertEqual((result.returncode, result.stdout), (0, b""))
             self.assertIn(b"velum: no-place: /Gearbox/ImplementationTypes/Clutches: ", result.stderr)
