@@ -12,6 +12,7 @@
 #include <qob/qob/compare.h>
 #include <set>
 #include <sstream>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <velum_arxml/update.h>
@@ -265,17 +266,18 @@ private:
         for (auto const& [from, to] : renamings_) {
             paths.push_back(to);
         }
-        std::deque<std::string> texts{text_};
+        std::deque<std::string> textsBeside;
+        std::vector<std::string_view> texts{text_};
         std::vector<std::string> files; // those that are read as a whole
         for (std::string const& file : beside_) {
             std::string text = contentOf(file);
             if (obstacleIn(text).empty()) {
-                texts.push_back(std::move(text));
+                texts.push_back(textsBeside.emplace_back(std::move(text)));
             } else {
                 files.push_back(file);
             }
         }
-        Excerpt excerpt({texts.begin(), texts.end()});
+        Excerpt excerpt(texts);
         excerpt.choose(paths);
         Drafts drafts(file_);
         for (std::size_t i = 0; i < texts.size(); ++i) {

@@ -1,7 +1,9 @@
 #include "updating/document_text.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 #include <velum_arxml/source/input_error.h>
 
 namespace velum::arxml {
@@ -9,7 +11,10 @@ namespace velum::arxml {
 std::string contentOf(std::string const& file) {
     constexpr std::size_t piece = std::size_t(1) << 20U;
     std::ifstream in(file, std::ios::binary);
+    std::error_code isUnknown;
+    const auto expected = std::filesystem::file_size(file, isUnknown);
     std::string text;
+    text.reserve((isUnknown ? 0 : static_cast<std::size_t>(expected)) + piece);
     while (in.good()) {
         const std::size_t size = text.size();
         text.resize(size + piece);
