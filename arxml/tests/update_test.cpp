@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -269,6 +270,34 @@ TEST(Update, ChangesTheLinesThatAChangeNeedsAndNoOthers) {
         EXPECT_EQ(lineDiff(original, contentOf(file)), each.diff);
         EXPECT_EQ(scratch::filesIn(folder / ".").size(), 1U) << "the draft is left";
     }
+}
+
+/// Limits from 0 to 1 of a truth needn't be in a file, but may be.
+TEST(Update, ChangesWhatAWriterWouldHaveLeftOut) {
+    const std::string original = R"(<?xml version="1.0" encoding="UTF-8"?>
+<AUTOSAR xmlns="http://autosar.org/schema/r4.0"><AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>
+<SW-BASE-TYPE><SHORT-NAME>bool</SHORT-NAME><BASE-TYPE-ENCODING>BOOLEAN</BASE-TYPE-ENCODING></SW-BASE-TYPE>
+<DATA-CONSTR><SHORT-NAME>Limits</SHORT-NAME><DATA-CONSTR-RULES><DATA-CONSTR-RULE><INTERNAL-CONSTRS>
+<LOWER-LIMIT INTERVAL-TYPE="CLOSED">0</LOWER-LIMIT>
+<UPPER-LIMIT INTERVAL-TYPE="CLOSED">1</UPPER-LIMIT><!-- on -->
+</INTERNAL-CONSTRS></DATA-CONSTR-RULE></DATA-CONSTR-RULES></DATA-CONSTR>
+<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>Flag</SHORT-NAME><CATEGORY>VALUE</CATEGORY>
+<SW-DATA-DEF-PROPS><SW-DATA-DEF-PROPS-VARIANTS><SW-DATA-DEF-PROPS-CONDITIONAL>
+<BASE-TYPE-REF DEST="SW-BASE-TYPE">/P/bool</BASE-TYPE-REF>
+<DATA-CONSTR-REF DEST="DATA-CONSTR">/P/Limits</DATA-CONSTR-REF>
+</SW-DATA-DEF-PROPS-CONDITIONAL></SW-DATA-DEF-PROPS-VARIANTS></SW-DATA-DEF-PROPS></IMPLEMENTATION-DATA-TYPE>
+</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>
+)";
+    const Folder folder;
+    const std::string file = folder / "flag.arxml";
+    std::ofstream(file) << original;
+    const Model model;
+    read({file}, model);
+    types::Real(objectAt(model, "/P/Flag")).setMaxValue(QOB::Real(0));
+    EXPECT_EQ(update(file, model).refusal, "");
+    EXPECT_EQ(lineDiff(original, contentOf(file)),
+              "-<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">1</UPPER-LIMIT><!-- on -->\n"
+              "+<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">0</UPPER-LIMIT><!-- on -->\n");
 }
 
 } // namespace velum::arxml

@@ -202,13 +202,44 @@ void ElementEditor::changeChildren(Side const& before,
             changeNode({before.text, old}, {after.text, now}, *written);
         }
     }
+    const std::vector<std::string> newKeys = keysOf(after.node);
     SourceNode const* behind = nullptr;
     for (std::size_t i = 0; i < after.node.children.size(); ++i) {
         SourceNode const& child = after.node.children[i];
-        if (isNew[i]) {
+        SourceNode const* const there = isNew[i] ? childAt(source, newKeys[i]) : nullptr;
+        const bool isFree =
+            there != nullptr && std::find(gone.begin(), gone.end(), there) == gone.end() &&
+            std::find(counterpart.begin(), counterpart.end(), there) == counterpart.end();
+        if (isFree) {
+            bringTo({after.text, child}, *there);
+            behind = there;
+        } else if (isNew[i]) {
             insert(source, placeFor(source, child.name, gone, behind), of(after.text, child));
         } else if (counterpart[i] != nullptr) {
             behind = counterpart[i];
+        }
+    }
+}
+
+/// Of what stands in the file though the writer left it out before, as it does with what a reader
+/// takes for granted. What else is in it stays.
+void ElementEditor::bringTo(Side const& after, SourceNode const& source) {
+    changeTag(file_.substr(source.begin, source.content - source.begin),
+              after.text.substr(after.node.begin, after.node.content - after.node.begin),
+              source);
+    if (after.node.children.empty()) {
+        changeText(source.text, after.node.text, source);
+        return;
+    }
+    const std::vector<std::string> keys = keysOf(after.node);
+    SourceNode const* behind = nullptr;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        SourceNode const& child = after.node.children[i];
+        if (SourceNode const* const there = childAt(source, keys[i])) {
+            bringTo({after.text, child}, *there);
+            behind = there;
+        } else {
+            insert(source, placeFor(source, child.name, {}, behind), of(after.text, child));
         }
     }
 }

@@ -32,6 +32,7 @@ private:
 
     void changeNode(Side const& before, Side const& after, SourceNode const& source);
     void changeChildren(Side const& before, Side const& after, SourceNode const& source);
+    void bringTo(Side const& after, SourceNode const& source);
     void changeText(std::string const& before, std::string const& after, SourceNode const& source);
     void changeTag(std::string_view before, std::string_view after, SourceNode const& source);
     static SourceNode const* placeFor(SourceNode const& source,
