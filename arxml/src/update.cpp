@@ -59,6 +59,18 @@ std::string lineOf(QOB::Difference const& difference) {
     return line.str();
 }
 
+/// The values but for references to objects that don't exist any more.
+std::vector<QOB::Object> withoutGone(std::vector<QOB::Object> const& values) {
+    std::vector<QOB::Object> rest;
+    for (QOB::Object const& value : values) {
+        const QOB::ClassObject object(value);
+        if (object.get() == nullptr || object.isValid()) {
+            rest.push_back(value);
+        }
+    }
+    return rest;
+}
+
 /// Whether a property only lists who refers to the object.
 bool isMirror(QOB::Attributes& attributes, QOB::Difference const& difference) {
     if (difference.kind == QOB::DifferenceKind::Existence ||
@@ -114,10 +126,16 @@ private:
             return {};
         }
         rename();
-        if (std::string refusal = edit(); !refusal.empty()) {
+        const std::string refusal = editAndVerify(ElementEditor::Absent::isReported);
+        if (refusal.empty() || missing_.empty()) {
             return refusal;
         }
-        return verify();
+        return editAndVerify(ElementEditor::Absent::isInserted).empty() ? std::string() : refusal;
+    }
+
+    std::string editAndVerify(ElementEditor::Absent absent) {
+        std::string refusal = edit(absent);
+        return refusal.empty() ? verify() : refusal;
     }
 
     /// Objects with another name than their path has. They are renamed in the model of before too,
@@ -137,6 +155,40 @@ private:
         }
     }
 
+    /// The same with parts that have a path: they are on one side only as long as the names differ.
+    bool findRenamedParts(std::vector<QOB::Difference> const& differences) {
+        const auto isPart = [](QOB::ClassObject const& object) {
+            return object.get() != nullptr && object.hasContainerQOB() && object.hasExternalId();
+        };
+        std::map<std::string, QOB::ClassObject> now;
+        for (QOB::Difference const& difference : differences) {
+            if (difference.kind == QOB::DifferenceKind::Existence && isPart(difference.right)) {
+                now.emplace(externalIdOf(difference.right), difference.right);
+            }
+        }
+        bool isAny = false;
+        for (QOB::Difference const& difference : differences) {
+            QOB::ClassObject const& old = difference.left;
+            if (difference.kind != QOB::DifferenceKind::Existence || !isPart(old)) {
+                continue;
+            }
+            const std::string id = externalIdOf(old);
+            const auto found = now.find(id);
+            const std::string name = found == now.end() ? std::string() : nameOf(found->second);
+            if (!isIdentifier(name) || name == nameOf(old)) {
+                continue;
+            }
+            foundation::NamedElement(old).setName(QOB::String(name));
+            const std::string owner = id.substr(0, id.rfind('/'));
+            // Before those around it, which the reference would follow otherwise.
+            renamings_.emplace(
+                renamings_.begin(), id, renamed(owner, renamings_).value_or(owner) + '/' + name);
+            renamedOwners_.push_back(now_.pathAround(found->second));
+            isAny = true;
+        }
+        return isAny;
+    }
+
     /// Finds the objects that differ, and the elements whose texts do.
     void findChanges(QOB::Model const& before) {
         auto elements = std::make_unique<WrittenElements>(before);
@@ -144,10 +196,19 @@ private:
         if (!renamings_.empty()) {
             elements = std::make_unique<WrittenElements>(before);
         }
-        WrittenElements const& old = *elements;
+        std::vector<QOB::Difference> differences = QOB::compare(before, model_);
+        while (findRenamedParts(differences)) { // from the outside to the inside
+            elements = std::make_unique<WrittenElements>(before);
+            differences = QOB::compare(before, model_);
+        }
+        findChangedElements(*elements, differences);
+    }
+
+    void findChangedElements(WrittenElements const& old,
+                             std::vector<QOB::Difference> const& differences) {
         std::set<std::string> candidates;
         bool areAllKnown = true;
-        for (QOB::Difference const& difference : QOB::compare(before, model_)) {
+        for (QOB::Difference const& difference : differences) {
             if (isImplied(difference)) {
                 continue;
             }
@@ -190,14 +251,18 @@ private:
             }
         }
         const std::vector<TextEdit> edits = renamingEdits(text_, renamings_, bases);
-        editCount_ += edits.size();
+        renamingCount_ = edits.size();
+        editCount_ = renamingCount_;
         text_ = applied(text_, edits);
     }
 
     /// Changes the elements in the text; returns why it can't be done.
-    std::string edit() {
+    std::string edit(ElementEditor::Absent absent) {
         if (changed_.empty()) {
             return editCount_ == 0 ? refusalOf(differing_.begin()->second) : std::string();
+        }
+        if (absent == ElementEditor::Absent::isInserted) {
+            text_ = std::move(unedited_);
         }
         std::unordered_map<std::string, std::size_t> places;
         for (auto const& [path, texts] : changed_) {
@@ -214,7 +279,7 @@ private:
             };
         const SourceText source(text_);
         source.visit(visitor);
-        ElementEditor editor(text_);
+        ElementEditor editor(text_, absent);
         for (auto const& [path, texts] : changed_) {
             const bool isNew = texts.before.empty();
             const std::size_t place = places.at(isNew ? path.substr(0, path.rfind('/')) : path);
@@ -228,8 +293,12 @@ private:
             }
         }
         missing_ = editor.missing().empty() ? std::string() : editor.missing().front();
-        editCount_ += editor.edits().size();
-        text_ = applied(text_, editor.edits());
+        editCount_ = renamingCount_ + editor.edits().size();
+        std::string edited = applied(text_, editor.edits());
+        if (!missing_.empty()) {
+            unedited_ = std::move(text_); // for another attempt
+        }
+        text_ = std::move(edited);
         return editCount_ == 0 ? refusalOf(changed_.begin()->first) : std::string();
     }
 
@@ -266,6 +335,7 @@ private:
         for (auto const& [from, to] : renamings_) {
             paths.push_back(to);
         }
+        paths.insert(paths.end(), renamedOwners_.begin(), renamedOwners_.end());
         std::deque<std::string> textsBeside;
         std::vector<std::string_view> texts{text_};
         std::vector<std::string> files; // those that are read as a whole
@@ -320,11 +390,13 @@ private:
     }
 
     /// Whether the values are objects in elements, without paths of their own, that are in the same
-    /// elements: what these have in them is compared there.
+    /// elements: what these have in them is compared there. Objects that are gone don't count.
     bool haveSameTargets(WrittenElements const& got, QOB::Difference const& difference) const {
-        auto const& left = difference.leftValues;
-        auto const& right = difference.rightValues;
-        return !left.empty() &&
+        const std::vector<QOB::Object> left = withoutGone(difference.leftValues);
+        const std::vector<QOB::Object> right = withoutGone(difference.rightValues);
+        const bool isAnyGone = left.size() + right.size() !=
+                               difference.leftValues.size() + difference.rightValues.size();
+        return (!left.empty() || isAnyGone) &&
                std::equal(left.begin(),
                           left.end(),
                           right.begin(),
@@ -353,8 +425,11 @@ private:
     Renamings renamings_;
     std::map<std::string, std::string> differing_; ///< Paths, and the first difference at each.
     std::map<std::string, Texts> changed_;         ///< By path.
+    std::size_t renamingCount_ = 0;                ///< Of the edits.
     std::size_t editCount_ = 0;
     std::string missing_;
+    std::string unedited_;                   ///< The renamed text if something is missing.
+    std::vector<std::string> renamedOwners_; ///< The elements with renamed parts.
 };
 
 } // namespace

@@ -272,32 +272,151 @@ TEST(Update, ChangesTheLinesThatAChangeNeedsAndNoOthers) {
     }
 }
 
-/// Limits from 0 to 1 of a truth needn't be in a file, but may be.
-TEST(Update, ChangesWhatAWriterWouldHaveLeftOut) {
-    const std::string original = R"(<?xml version="1.0" encoding="UTF-8"?>
-<AUTOSAR xmlns="http://autosar.org/schema/r4.0"><AR-PACKAGES><AR-PACKAGE><SHORT-NAME>P</SHORT-NAME><ELEMENTS>
-<SW-BASE-TYPE><SHORT-NAME>bool</SHORT-NAME><BASE-TYPE-ENCODING>BOOLEAN</BASE-TYPE-ENCODING></SW-BASE-TYPE>
-<DATA-CONSTR><SHORT-NAME>Limits</SHORT-NAME><DATA-CONSTR-RULES><DATA-CONSTR-RULE><INTERNAL-CONSTRS>
+namespace {
+
+std::string documentOf(std::string const& elements) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<AUTOSAR xmlns=\"http://autosar.org/schema/r4.0\"><AR-PACKAGES><AR-PACKAGE>\n"
+           "<SHORT-NAME>P</SHORT-NAME><ELEMENTS>\n" +
+           elements + "</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>\n";
+}
+
+/// Of a type, in one line.
+std::string properties(std::string const& references) {
+    return "<SW-DATA-DEF-PROPS><SW-DATA-DEF-PROPS-VARIANTS><SW-DATA-DEF-PROPS-CONDITIONAL>" +
+           references +
+           "</SW-DATA-DEF-PROPS-CONDITIONAL></SW-DATA-DEF-PROPS-VARIANTS></SW-DATA-DEF-PROPS>\n";
+}
+
+char const* const limits = R"(<DATA-CONSTR><SHORT-NAME>Limits</SHORT-NAME>
+<DATA-CONSTR-RULES><DATA-CONSTR-RULE>
+<INTERNAL-CONSTRS>
 <LOWER-LIMIT INTERVAL-TYPE="CLOSED">0</LOWER-LIMIT>
 <UPPER-LIMIT INTERVAL-TYPE="CLOSED">1</UPPER-LIMIT><!-- on -->
-</INTERNAL-CONSTRS></DATA-CONSTR-RULE></DATA-CONSTR-RULES></DATA-CONSTR>
-<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>Flag</SHORT-NAME><CATEGORY>VALUE</CATEGORY>
-<SW-DATA-DEF-PROPS><SW-DATA-DEF-PROPS-VARIANTS><SW-DATA-DEF-PROPS-CONDITIONAL>
-<BASE-TYPE-REF DEST="SW-BASE-TYPE">/P/bool</BASE-TYPE-REF>
-<DATA-CONSTR-REF DEST="DATA-CONSTR">/P/Limits</DATA-CONSTR-REF>
-</SW-DATA-DEF-PROPS-CONDITIONAL></SW-DATA-DEF-PROPS-VARIANTS></SW-DATA-DEF-PROPS></IMPLEMENTATION-DATA-TYPE>
-</ELEMENTS></AR-PACKAGE></AR-PACKAGES></AUTOSAR>
+</INTERNAL-CONSTRS>
+</DATA-CONSTR-RULE></DATA-CONSTR-RULES></DATA-CONSTR>
 )";
-    const Folder folder;
-    const std::string file = folder / "flag.arxml";
-    std::ofstream(file) << original;
-    const Model model;
-    read({file}, model);
-    types::Real(objectAt(model, "/P/Flag")).setMaxValue(QOB::Real(0));
-    EXPECT_EQ(update(file, model).refusal, "");
-    EXPECT_EQ(lineDiff(original, contentOf(file)),
-              "-<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">1</UPPER-LIMIT><!-- on -->\n"
-              "+<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">0</UPPER-LIMIT><!-- on -->\n");
+
+char const* const wholeNumber =
+    "<SW-BASE-TYPE><SHORT-NAME>u8</SHORT-NAME><BASE-TYPE-SIZE>8</BASE-TYPE-SIZE>"
+    "<BASE-TYPE-ENCODING>NONE</BASE-TYPE-ENCODING></SW-BASE-TYPE>\n";
+
+struct WrittenOtherwise {
+    char const* name;
+    std::string elements;
+    std::function<void(QOB::Model const&)> change;
+    std::string diff;
+};
+
+std::vector<WrittenOtherwise> writtenOtherwise() {
+    return {
+        {"limits of a truth, which a reader takes for granted",
+         "<SW-BASE-TYPE><SHORT-NAME>bool</SHORT-NAME><BASE-TYPE-ENCODING>BOOLEAN"
+         "</BASE-TYPE-ENCODING></SW-BASE-TYPE>\n" +
+             std::string(limits) +
+             "<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>Flag</SHORT-NAME><CATEGORY>VALUE</CATEGORY>\n" +
+             properties("<BASE-TYPE-REF DEST=\"SW-BASE-TYPE\">/P/bool</BASE-TYPE-REF>"
+                        "<DATA-CONSTR-REF DEST=\"DATA-CONSTR\">/P/Limits</DATA-CONSTR-REF>") +
+             "</IMPLEMENTATION-DATA-TYPE>\n",
+         [](QOB::Model const& model) {
+             types::Real(objectAt(model, "/P/Flag")).setMaxValue(QOB::Real(0));
+         },
+         "-<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">1</UPPER-LIMIT><!-- on -->\n"
+         "+<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">0</UPPER-LIMIT><!-- on -->\n"},
+        {"a factor that is left out",
+         "<UNIT>\n<SHORT-NAME>Half</SHORT-NAME>\n</UNIT>\n",
+         [](QOB::Model const& model) {
+             types::Unit(objectAt(model, "/P/Half")).setConvFactor(QOB::Real(2));
+         },
+         "+<FACTOR-SI-TO-UNIT>0.5</FACTOR-SI-TO-UNIT>\n"},
+        {"physical limits that come from internal ones",
+         std::string(limits) +
+             "<COMPU-METHOD><SHORT-NAME>Tens</SHORT-NAME><CATEGORY>LINEAR</CATEGORY>"
+             "<COMPU-INTERNAL-TO-PHYS><COMPU-SCALES><COMPU-SCALE><COMPU-RATIONAL-COEFFS>"
+             "<COMPU-NUMERATOR><V>10</V><V>10</V></COMPU-NUMERATOR>"
+             "<COMPU-DENOMINATOR><V>1</V></COMPU-DENOMINATOR></COMPU-RATIONAL-COEFFS>"
+             "</COMPU-SCALE></COMPU-SCALES></COMPU-INTERNAL-TO-PHYS></COMPU-METHOD>\n"
+             "<APPLICATION-PRIMITIVE-DATA-TYPE><SHORT-NAME>T</SHORT-NAME>"
+             "<CATEGORY>VALUE</CATEGORY>\n" +
+             properties("<COMPU-METHOD-REF DEST=\"COMPU-METHOD\">/P/Tens</COMPU-METHOD-REF>"
+                        "<DATA-CONSTR-REF DEST=\"DATA-CONSTR\">/P/Limits</DATA-CONSTR-REF>") +
+             "</APPLICATION-PRIMITIVE-DATA-TYPE>\n",
+         [](QOB::Model const& model) {
+             types::Real(objectAt(model, "/P/T")).setMaxValue(QOB::Real(19));
+         },
+         "+<PHYS-CONSTRS>\n"
+         "+<LOWER-LIMIT INTERVAL-TYPE=\"CLOSED\">10</LOWER-LIMIT>\n"
+         "+<UPPER-LIMIT INTERVAL-TYPE=\"CLOSED\">19</UPPER-LIMIT>\n"
+         "+</PHYS-CONSTRS>\n"},
+        {"an array whose element has a name of its own",
+         wholeNumber +
+             std::string("<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>Row</SHORT-NAME>"
+                         "<CATEGORY>ARRAY</CATEGORY><SUB-ELEMENTS>"
+                         "<IMPLEMENTATION-DATA-TYPE-ELEMENT><SHORT-NAME>Own</SHORT-NAME>"
+                         "<CATEGORY>VALUE</CATEGORY>\n<ARRAY-SIZE>5</ARRAY-SIZE>\n") +
+             properties("<BASE-TYPE-REF DEST=\"SW-BASE-TYPE\">/P/u8</BASE-TYPE-REF>") +
+             "</IMPLEMENTATION-DATA-TYPE-ELEMENT></SUB-ELEMENTS></IMPLEMENTATION-DATA-TYPE>\n",
+         [](QOB::Model const& model) {
+             const auto sizes = types::Matrix(objectAt(model, "/P/Row")).getDimensionses();
+             sizes.clear();
+             sizes.push_back(QOB::Integer(6));
+         },
+         "-<ARRAY-SIZE>5</ARRAY-SIZE>\n+<ARRAY-SIZE>6</ARRAY-SIZE>\n"},
+        {"a member to which an element refers that isn't held",
+         wholeNumber +
+             std::string("<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>S</SHORT-NAME>"
+                         "<CATEGORY>STRUCTURE</CATEGORY><SUB-ELEMENTS>"
+                         "<IMPLEMENTATION-DATA-TYPE-ELEMENT>\n<SHORT-NAME>raw</SHORT-NAME>\n"
+                         "<CATEGORY>VALUE</CATEGORY>\n") +
+             properties("<BASE-TYPE-REF DEST=\"SW-BASE-TYPE\">/P/u8</BASE-TYPE-REF>") +
+             "</IMPLEMENTATION-DATA-TYPE-ELEMENT></SUB-ELEMENTS></IMPLEMENTATION-DATA-TYPE>\n"
+             "<ALIAS-NAME-SET><SHORT-NAME>A</SHORT-NAME>\n"
+             "<TARGET-REF DEST=\"IMPLEMENTATION-DATA-TYPE-ELEMENT\">/P/S/raw</TARGET-REF>\n"
+             "</ALIAS-NAME-SET>\n",
+         [](QOB::Model const& model) {
+             memberOf(model, "/P/S", "raw").setName(QOB::String("counted"));
+             foundation::NamedElement(objectAt(model, "/P/S")).setName(QOB::String("R"));
+         },
+         "-<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>S</SHORT-NAME><CATEGORY>STRUCTURE</CATEGORY>"
+         "<SUB-ELEMENTS><IMPLEMENTATION-DATA-TYPE-ELEMENT>\n"
+         "-<SHORT-NAME>raw</SHORT-NAME>\n"
+         "+<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>R</SHORT-NAME><CATEGORY>STRUCTURE</CATEGORY>"
+         "<SUB-ELEMENTS><IMPLEMENTATION-DATA-TYPE-ELEMENT>\n"
+         "+<SHORT-NAME>counted</SHORT-NAME>\n"
+         "-<TARGET-REF DEST=\"IMPLEMENTATION-DATA-TYPE-ELEMENT\">/P/S/raw</TARGET-REF>\n"
+         "+<TARGET-REF DEST=\"IMPLEMENTATION-DATA-TYPE-ELEMENT\">/P/R/counted</TARGET-REF>\n"},
+        {"a constant that another one refers to",
+         "<CONSTANT-SPECIFICATION><SHORT-NAME>One</SHORT-NAME><VALUE-SPEC>\n"
+         "<NUMERICAL-VALUE-SPECIFICATION><VALUE>1</VALUE></NUMERICAL-VALUE-SPECIFICATION>\n"
+         "</VALUE-SPEC></CONSTANT-SPECIFICATION>\n"
+         "<CONSTANT-SPECIFICATION><SHORT-NAME>Same</SHORT-NAME><VALUE-SPEC>\n"
+         "<CONSTANT-REFERENCE>\n"
+         "<CONSTANT-REF DEST=\"CONSTANT-SPECIFICATION\">/P/One</CONSTANT-REF>\n"
+         "</CONSTANT-REFERENCE>\n</VALUE-SPEC></CONSTANT-SPECIFICATION>\n",
+         [](QOB::Model const& model) { objectAt(model, "/P/One").destroy(); },
+         "-<CONSTANT-SPECIFICATION><SHORT-NAME>One</SHORT-NAME><VALUE-SPEC>\n"
+         "-<NUMERICAL-VALUE-SPECIFICATION><VALUE>1</VALUE></NUMERICAL-VALUE-SPECIFICATION>\n"
+         "-</VALUE-SPEC></CONSTANT-SPECIFICATION>\n"
+         "-<CONSTANT-REF DEST=\"CONSTANT-SPECIFICATION\">/P/One</CONSTANT-REF>\n"},
+    };
+}
+
+} // namespace
+
+/// A file may say in other words what a writer says of the same objects.
+TEST(Update, ChangesWhatAWriterWouldHaveWrittenOtherwise) {
+    for (WrittenOtherwise const& each : writtenOtherwise()) {
+        SCOPED_TRACE(each.name);
+        const Folder folder;
+        const std::string file = folder / "a.arxml";
+        const std::string original = documentOf(each.elements);
+        std::ofstream(file) << original;
+        const Model model;
+        read({file}, model);
+        each.change(model);
+        EXPECT_EQ(update(file, model).refusal, "");
+        EXPECT_EQ(lineDiff(original, contentOf(file)), each.diff);
+    }
 }
 
 } // namespace velum::arxml

@@ -52,11 +52,18 @@ SourceNode const* childAt(SourceNode const& node, std::string const& key) {
                                : &node.children[static_cast<std::size_t>(found - keys.begin())];
 }
 
-/// What of a file stands for a child as a writer writes it: limits may be written as internal ones
-/// where the writer takes physical ones.
-SourceNode const* counterpartOf(SourceNode const& source, std::string const& key) {
-    SourceNode const* const child = childAt(source, key);
-    return child == nullptr && key == "PHYS-CONSTRS" ? source.child("INTERNAL-CONSTRS") : child;
+/// The only child of a name; null if there is none or several.
+SourceNode const* onlyChild(SourceNode const& node, std::string_view name) {
+    SourceNode const* found = nullptr;
+    for (SourceNode const& child : node.children) {
+        if (child.name == name) {
+            if (found != nullptr) {
+                return nullptr;
+            }
+            found = &child;
+        }
+    }
+    return found;
 }
 
 std::string_view of(std::string_view text, SourceNode const& node) {
@@ -172,6 +179,22 @@ void ElementEditor::changeTag(std::string_view before,
     }
 }
 
+/// What of a file stands for a child as a writer writes it. The only one of its name may have
+/// another name than the writer makes up, and limits may be written as internal ones where the
+/// writer takes physical ones.
+SourceNode const* ElementEditor::counterpartOf(SourceNode const& before,
+                                               std::string const& key,
+                                               SourceNode const& source) const {
+    if (SourceNode const* const child = childAt(source, key)) {
+        return child;
+    }
+    if (key == "PHYS-CONSTRS") {
+        return absent_ == Absent::isReported ? source.child("INTERNAL-CONSTRS") : nullptr;
+    }
+    const std::string_view name = std::string_view(key).substr(0, key.find('/'));
+    return onlyChild(before, name) == nullptr ? nullptr : onlyChild(source, name);
+}
+
 void ElementEditor::changeChildren(Side const& before,
                                    Side const& after,
                                    SourceNode const& source) {
@@ -182,7 +205,7 @@ void ElementEditor::changeChildren(Side const& before,
     std::vector<SourceNode const*> gone;
     for (std::size_t i = 0; i < keys.size(); ++i) {
         SourceNode const& old = before.node.children[i];
-        SourceNode const* const written = counterpartOf(source, keys[i]);
+        SourceNode const* const written = counterpartOf(before.node, keys[i], source);
         if (!partner[i]) {
             if (written != nullptr) {
                 remove(*written);
@@ -196,9 +219,14 @@ void ElementEditor::changeChildren(Side const& before,
         if (of(before.text, old) == of(after.text, now)) {
             continue;
         }
-        if (written == nullptr) {
+        if (written == nullptr && absent_ == Absent::isInserted) {
+            isNew[*partner[i]] = true;
+            continue;
+        }
+        if (written == nullptr || written->name != old.name) {
             missing_.push_back("<" + std::string(source.name) + "> has no " + keys[i]);
-        } else {
+        }
+        if (written != nullptr) {
             changeNode({before.text, old}, {after.text, now}, *written);
         }
     }

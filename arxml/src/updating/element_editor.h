@@ -12,8 +12,13 @@ namespace velum::arxml {
 /// after a change, over to the same element as a file has it, which may be written otherwise.
 class ElementEditor {
 public:
-    explicit ElementEditor(std::string_view file)
-        : file_(file), lineEnd_(file.find("\r\n") == std::string_view::npos ? "\n" : "\r\n") {}
+    /// What is to do with a change of an element that the file doesn't have.
+    enum class Absent { isReported, isInserted };
+
+    explicit ElementEditor(std::string_view file, Absent absent = Absent::isReported)
+        : file_(file),
+          absent_(absent),
+          lineEnd_(file.find("\r\n") == std::string_view::npos ? "\n" : "\r\n") {}
 
     void change(std::string_view before, std::string_view after, SourceNode const& source);
     void remove(SourceNode const& source);
@@ -32,6 +37,8 @@ private:
 
     void changeNode(Side const& before, Side const& after, SourceNode const& source);
     void changeChildren(Side const& before, Side const& after, SourceNode const& source);
+    SourceNode const*
+    counterpartOf(SourceNode const& before, std::string const& key, SourceNode const& source) const;
     void bringTo(Side const& after, SourceNode const& source);
     void changeText(std::string const& before, std::string const& after, SourceNode const& source);
     void changeTag(std::string_view before, std::string_view after, SourceNode const& source);
@@ -45,6 +52,7 @@ private:
     std::size_t endWithComment(std::size_t end) const;
 
     std::string_view file_;
+    Absent absent_;
     std::string_view lineEnd_;
     std::vector<TextEdit> edits_;
     std::vector<std::string> missing_;

@@ -1,12 +1,7 @@
 #include "updating/renaming.h"
 
-#include <optional>
-
 namespace velum::arxml {
 
-namespace {
-
-/// The path after the renamings, of what stands at a path or below it.
 std::optional<std::string> renamed(std::string_view path, Renamings const& renamings) {
     for (auto const& [from, to] : renamings) {
         if (path.substr(0, from.size()) == from &&
@@ -16,8 +11,6 @@ std::optional<std::string> renamed(std::string_view path, Renamings const& renam
     }
     return std::nullopt;
 }
-
-} // namespace
 
 void Bases::addFrom(std::string_view text) {
     SourceText::Visitor visitor;

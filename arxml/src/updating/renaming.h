@@ -2,6 +2,7 @@
 
 #include "updating/source_text.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -30,6 +31,9 @@ private:
 };
 
 using Renamings = std::vector<std::pair<std::string, std::string>>; // from path, to path
+
+/// The path after the renamings, of what stands at a path or below it; none if it isn't concerned.
+std::optional<std::string> renamed(std::string_view path, Renamings const& renamings);
 
 /// The changes of a document that renamings ask for: of names, and of all references.
 std::vector<TextEdit>
