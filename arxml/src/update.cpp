@@ -270,11 +270,13 @@ private:
                            std::string::npos);
         }
         SourceText::Visitor visitor;
+        std::size_t left = places.size();
         visitor.onNamed =
             [&](std::string const& path, std::size_t begin, std::size_t, std::size_t) {
                 const auto found = places.find(path);
                 if (found != places.end() && found->second == std::string::npos) {
                     found->second = begin;
+                    visitor.isDone = --left == 0;
                 }
             };
         const SourceText source(text_);

@@ -152,7 +152,7 @@ public:
     void run() {
         Tags tags(text_, 0);
         Tag tag;
-        while (tags.next(tag)) {
+        while (!visitor_.isDone && tags.next(tag)) {
             if (tag.kind == Tag::Kind::start) {
                 open_.push_back({tag.name, tag.begin, tag.end, path_.size()});
                 if (tag.name == "REFERENCE-BASE") {

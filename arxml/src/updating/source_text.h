@@ -75,6 +75,7 @@ public:
                            std::size_t begin,
                            std::size_t end)>
             onCell;
+        bool isDone = false; ///< A callback may end the walk.
     };
     void visit(Visitor const& visitor) const;
 
