@@ -35,15 +35,18 @@ void Excerpt::addCells(Index document) {
         [&](std::string_view name, std::string const& path, std::size_t begin, std::size_t end) {
             const bool isMap = name == "DATA-TYPE-MAP";
             const auto index = static_cast<Index>(cells_.size());
-            cells_.push_back({document, begin, end, path, name == "PHYSICAL-DIMENSION", isMap});
             auto first = pending.end();
             while (first != pending.begin() && (first - 1)->begin > begin) {
                 --first;
             }
+            Range references{static_cast<Index>(references_.size()), 0};
             for (auto each = first; each != pending.end(); ++each) {
-                cells_.back().references.push_back(each->reference);
+                references_.push_back(each->reference);
             }
+            references.end = static_cast<Index>(references_.size());
             pending.erase(first, pending.end());
+            cells_.push_back(
+                {document, begin, end, path, name == "PHYSICAL-DIMENSION", isMap, references});
             if (isMap) {
                 maps.push_back(index);
                 return;
@@ -72,14 +75,18 @@ void Excerpt::link() {
             byPath_.try_emplace(cells_[i].path, i);
         }
     }
+    targets_.reserve(references_.size());
     for (Index i = 0; i < cells_.size(); ++i) {
-        for (Reference const& reference : cells_[i].references) {
-            const Index target = cellAt(pathOf(reference));
+        Cell& cell = cells_[i];
+        cell.targets.begin = static_cast<Index>(targets_.size());
+        for (Index each = cell.references.begin; each < cell.references.end; ++each) {
+            const Index target = cellAt(pathOf(references_[each]));
             if (target != none && target != i) {
-                cells_[i].targets.push_back(target);
+                targets_.push_back(target);
                 cells_[target].users.push_back(i);
             }
         }
+        cell.targets.end = static_cast<Index>(targets_.size());
     }
 }
 
@@ -114,11 +121,11 @@ void Excerpt::needAllBelow() {
     while (!open_.empty()) {
         const Index cell = open_.back();
         open_.pop_back();
-        for (const Index target : cells_[cell].targets) {
+        for (const Index target : targetsOf(cells_[cell])) {
             need(target);
         }
         for (const Index user : cells_[cell].users) {
-            if (cells_[user].isMap && cells_[user].targets.front() == cell) {
+            if (cells_[user].isMap && targetsOf(cells_[user]).front() == cell) {
                 need(user);
             }
         }
@@ -136,7 +143,7 @@ void Excerpt::choose(std::vector<std::string> const& paths) {
         chosen.push_back(found->second);
         Cell const& cell = cells_[found->second];
         chosen.insert(chosen.end(), cell.users.begin(), cell.users.end());
-        for (const Index target : cell.targets) { // units of a dimension depend on each other
+        for (const Index target : targetsOf(cell)) { // units of a dimension depend on each other
             if (cells_[target].isDimension) {
                 chosen.insert(
                     chosen.end(), cells_[target].users.begin(), cells_[target].users.end());
@@ -148,8 +155,8 @@ void Excerpt::choose(std::vector<std::string> const& paths) {
         needUsers(each);
         if (!cells_[each].isMap) {
             chosen_.push_back(cells_[each].path);
-        } else if (!cells_[each].targets.empty()) { // its type
-            chosen_.push_back(cells_[cells_[each].targets.front()].path);
+        } else if (!targetsOf(cells_[each]).empty()) { // its type
+            chosen_.push_back(cells_[targetsOf(cells_[each]).front()].path);
         }
     }
     std::sort(chosen_.begin(), chosen_.end());

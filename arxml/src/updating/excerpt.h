@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -42,6 +43,11 @@ private:
         std::string path{};
     };
 
+    struct Range {
+        Index begin = 0;
+        Index end = 0;
+    };
+
     /// What can be left out: an element of a package, or a map in a set of maps.
     struct Cell {
         Index document;
@@ -50,10 +56,10 @@ private:
         std::string path;
         bool isDimension;
         bool isMap;
+        Range references{}; ///< In `references_`, in order.
         bool isNeeded = false;
-        Index set = none;                    ///< Of a map: what it is in.
-        std::vector<Reference> references{}; ///< In order.
-        std::vector<Index> targets{};
+        Index set = none; ///< Of a map: what it is in.
+        Range targets{};  ///< In `targets_`.
         std::vector<Index> users{};
     };
 
@@ -61,13 +67,19 @@ private:
     void link();
     std::string_view pathOf(Reference const& reference);
     Index cellAt(std::string_view path) const;
+    std::span<Index const> targetsOf(Cell const& cell) const {
+        return std::span(targets_).subspan(cell.targets.begin,
+                                           cell.targets.end - cell.targets.begin);
+    }
     void need(Index cell);
     void needUsers(Index cell);
     void needAllBelow();
 
     std::vector<std::string_view> documents_;
     std::vector<Cell> cells_; ///< Of each document in the order of their ends.
-    Bases bases_;             ///< Of all documents, when they are looked through.
+    std::vector<Reference> references_;
+    std::vector<Index> targets_;
+    Bases bases_; ///< Of all documents, when they are looked through.
     std::deque<Relative> relatives_;
     std::unordered_map<std::string_view, Index> byPath_;
     std::vector<Index> open_; ///< Needed, and what they refer to isn't yet.
