@@ -26,7 +26,7 @@ enum class Remark : std::uint8_t {
     dangling,      ///< A reference leads to an object that isn't written and has no path.
     contradiction, ///< Two objects need different values at one place of the file.
     circle,        ///< A type or constant refers to itself; a reader makes no object of it.
-    changed,       ///< Who reads the file gets another value, or an object more or less.
+    changed,       ///< A reader gets another value, or an object more or less.
 };
 
 constexpr std::string_view code(Remark remark) {
