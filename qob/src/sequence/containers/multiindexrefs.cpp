@@ -96,6 +96,11 @@ bool Refs::has(NSInterface::ClassObjectIntf* object, ElementCast known) const {
     return false;
 }
 
+bool Refs::appendIfNew(NSInterface::ClassObjectIntf* object) {
+    elementCast_(object);
+    return storage_.insert(storage_.size(), object);
+}
+
 Ref Refs::generic_at(Deviant const& deviant, int index) const {
     internal::checkElementIndex(index, size());
     return objectRefIn(storage_.at(static_cast<std::size_t>(index)), deviant);

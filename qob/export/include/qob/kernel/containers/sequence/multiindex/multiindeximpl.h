@@ -107,6 +107,8 @@ public:
     bool has(NSInterface::ClassObjectIntf* object) const;
     /// The same for an object that `known` accepts.
     bool has(NSInterface::ClassObjectIntf* object, ElementCast known) const;
+    /// False if the object is there already. Raises if it isn't of the element's class.
+    bool appendIfNew(NSInterface::ClassObjectIntf* object);
 
     void incRef() const override {}
     void decRef() const override {}
