@@ -144,7 +144,7 @@ bool GenericDeviantSequence::appendNew(Deviant const& deviant, Ref const& elemen
         isAtHome(deviant, element) && deviant.isWritableWithoutChecks() &&
         internal::isThere(objectOf(element), deviant)) {
         // Nothing refuses or records this write, so the list itself finds out what is new.
-        return list->appendIfNew(objectOf(element));
+        return list->appendIfNew(objectOf(element), nullptr);
     }
     if (holdsObjects ? list->has(objectOf(element))
                      : (isUnique() || mustExist) && source.generic_contains(element)) {
