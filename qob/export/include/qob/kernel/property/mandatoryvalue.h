@@ -40,8 +40,15 @@ struct InField {
     static void set(Root* object, Deviant deviant, Value const& value) {
         if (auto* const state = object->directState(deviant)) {
             state->fields_.*Field = value;
-            return;
+        } else {
+            setChecked(object, deviant, value);
         }
+    }
+
+private:
+    /// Out of line: what the end of a write needs would cost a direct one its frame.
+    template <class Root, class Value>
+    QOB_NOINLINE static void setChecked(Root* object, Deviant deviant, Value const& value) {
         OneWrite const write;
         object->writeState(deviant)->fields_.*Field = value;
     }
