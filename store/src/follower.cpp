@@ -14,8 +14,8 @@ namespace QOB::store {
 
 namespace {
 
-/// Keys lead to nothing for the time of a save: SQLite would look at every row that could refer to
-/// one that goes. Whatever refers to it is written by the save.
+/// Keys lead to nothing for the time of a save in which objects go: SQLite would look at every row
+/// that could refer to one of them. Whatever refers to it is written by the save.
 class WithoutForeignKeys {
 public:
     explicit WithoutForeignKeys(Database& database) : database_(database) {
@@ -153,7 +153,12 @@ void Follower::writeAll() {
 }
 
 bool Follower::writeChanges() {
-    WithoutForeignKeys const free(database_);
+    std::optional<WithoutForeignKeys> free;
+    if (std::any_of(noted_.begin(), noted_.end(), [](auto const& each) {
+            return each.second.isInFile && !each.second.object.isValid();
+        })) {
+        free.emplace(database_);
+    }
     FileTransaction transaction(database_, Database::Use::Write);
     requireOwnFile();
     std::optional<Plan> planned = plan();
@@ -171,7 +176,10 @@ bool Follower::writeChanges() {
     }
     for (auto const& [object, position] : planned->created) {
         positions.erase(keys_->of(object));
-        writer_->writeNew(object, position);
+        writer_->writeObject(object, position);
+    }
+    for (auto const& [object, position] : planned->created) {
+        writer_->writeValues(object);
     }
     for (ClassObject const& object : planned->changed) {
         writer_->rewrite(object);

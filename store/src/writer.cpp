@@ -78,11 +78,6 @@ void Writer::writeAll() {
     writeNotes(model_, ModelKey);
 }
 
-void Writer::writeNew(ClassObject const& object, std::int64_t position) {
-    writeObject(object, position);
-    writeValues(object);
-}
-
 void Writer::rewrite(ClassObject const& object) {
     std::int64_t const key = keys_.of(object);
     eraseValues(tableOf(object), key);

@@ -41,8 +41,11 @@ public:
 
     /// Everything, into empty tables.
     void writeAll();
-    /// One object that the file doesn't have.
-    void writeNew(ClassObject const& object, std::int64_t position);
+    // An object that the file doesn't have: its row in the table of objects, for which the values
+    // of others may ask, and then the values.
+    void writeObject(ClassObject const& object, std::int64_t position);
+    /// The row of a class and what stands in lists.
+    void writeValues(ClassObject const& object);
     /// One that it has, in another state.
     void rewrite(ClassObject const& object);
     void rewriteModel();
@@ -64,10 +67,7 @@ private:
     ClassTable const& tableOf(ClassObject const& object);
     ClassRows& rowsOf(ClassTable const& table);
 
-    void writeObject(ClassObject const& object, std::int64_t position);
     void writeModel();
-    /// The row of a class and what stands in lists.
-    void writeValues(ClassObject const& object);
     void writeRow(ClassTable const& table, ClassObject const& object, std::int64_t key);
     void writeLists(ClassTable const& table, ClassObject const& object, std::int64_t key);
     void writeList(Field const& list, Statement& row, ClassObject const& object, std::int64_t key);
