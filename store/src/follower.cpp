@@ -31,6 +31,15 @@ private:
     Database& database_;
 };
 
+/// Whether a property of all objects has changed.
+bool hasOther(unsigned id, ObjectChange const& change) {
+    PropertyBinding const binding{&NSInterface::ClassObjectIntf::sIntrospectiveMethods, id};
+    return std::any_of(
+        change.properties().begin(), change.properties().end(), [&](auto const& property) {
+            return property->internal_binding() == binding;
+        });
+}
+
 } // namespace
 
 Follower::Follower(Model model, std::string const& path, bool isWritten)
@@ -49,28 +58,24 @@ Follower::Follower(Model model, std::string const& path, bool isWritten)
     observe(model_);
 }
 
-void Follower::note(ClassObject const& object, bool isInFile) {
-    noted_.try_emplace(object.get(), Noted{object, isInFile});
+void Follower::note(ClassObject const& object, bool isInFile, bool hasOtherExternalId) {
+    auto const entry = noted_.try_emplace(object.get(), Noted{object, isInFile}).first;
+    entry->second.hasOtherExternalId |= hasOtherExternalId;
 }
 
 void Follower::changed(Changes const& changes) {
     if (needsAll_) {
         return;
     }
+    // One that comes back may have another external id than the file.
     for (ObjectChange const& change : changes.created()) {
-        note(change.object(), false);
+        note(change.object(), false, true);
     }
     for (ObjectChange const& change : changes.destroyed()) {
-        note(change.object(), true);
+        note(change.object(), true, true);
     }
     for (ObjectChange const& change : changes.changed()) {
-        bool const hasOtherId = std::any_of(
-            change.properties().begin(), change.properties().end(), [](auto const& property) {
-                return property->internal_binding() ==
-                       PropertyBinding{&NSInterface::ClassObjectIntf::sIntrospectiveMethods,
-                                       NSInterface::ClassObjectIntf::ObjectIdId};
-            });
-        if (hasOtherId) { // whatever refers to it
+        if (hasOther(NSInterface::ClassObjectIntf::ObjectIdId, change)) { // whatever refers to it
             needsAll_ = true;
             noted_.clear();
             return;
@@ -78,7 +83,9 @@ void Follower::changed(Changes const& changes) {
         if (change.object().get() == static_cast<void const*>(model_.get())) {
             modelChanged_ = true;
         } else {
-            note(change.object(), true);
+            note(change.object(),
+                 true,
+                 hasOther(NSInterface::ClassObjectIntf::ExternalIdId, change));
         }
     }
 }
@@ -182,7 +189,10 @@ bool Follower::writeChanges() {
         writer_->writeValues(object);
     }
     for (ClassObject const& object : planned->changed) {
-        writer_->rewrite(object);
+        writer_->rewriteValues(object);
+    }
+    for (ClassObject const& object : planned->renamed) {
+        writer_->rewriteExternalId(object);
     }
     if (modelChanged_) {
         writer_->rewriteModel();
@@ -208,10 +218,15 @@ std::optional<Follower::Plan> Follower::plan() {
         if (isThere && !noted.isInFile && !noted.object.getObjectId().isValid() && losesKeys_) {
             return std::nullopt; // maybe one that is back, and what referred to it does again
         }
-        if (isThere) {
-            noted.isInFile ? plan.changed.push_back(noted.object) : created.push_back(noted.object);
-        } else if (noted.isInFile) {
-            plan.gone.push_back(noted.object);
+        if (!noted.isInFile) {
+            if (isThere) {
+                created.push_back(noted.object);
+            }
+            continue;
+        }
+        (isThere ? plan.changed : plan.gone).push_back(noted.object);
+        if (isThere && noted.hasOtherExternalId) {
+            plan.renamed.push_back(noted.object);
         }
     }
     if (!placeCreated(plan, created)) {

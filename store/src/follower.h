@@ -35,17 +35,19 @@ private:
     struct Noted {
         ClassObject object;
         bool isInFile;
+        bool hasOtherExternalId = false; ///< maybe
     };
     /// What a save writes, and what the follower knows after it.
     struct Plan {
         std::vector<ClassObject> gone{};
         std::vector<ClassObject> changed{};
+        std::vector<ClassObject> renamed{}; ///< of these, the ones whose external id may differ
         std::vector<std::pair<ClassObject, std::int64_t>> created{}; ///< with positions
         std::int64_t nextPosition = 0;
     };
     using Owners = std::unordered_map<std::int64_t, std::vector<std::int64_t>>;
 
-    void note(ClassObject const& object, bool isInFile);
+    void note(ClassObject const& object, bool isInFile, bool hasOtherExternalId);
     void requireUsable() const;
     void requireOwnFile();
     void writeAll();

@@ -46,8 +46,9 @@ public:
     void writeObject(ClassObject const& object, std::int64_t position);
     /// The row of a class and what stands in lists.
     void writeValues(ClassObject const& object);
-    /// One that it has, in another state.
-    void rewrite(ClassObject const& object);
+    // An object that the file has.
+    void rewriteValues(ClassObject const& object);
+    void rewriteExternalId(ClassObject const& object);
     void rewriteModel();
     /// Takes an object out. Returns its position.
     std::int64_t erase(ClassObject const& object);
@@ -76,7 +77,6 @@ private:
     /// What the file has of an object but for its row in the table of objects.
     void eraseValues(ClassTable const& table, std::int64_t key);
     void eraseNotes(std::int64_t key);
-    void rewriteExternalId(ClassObject const& object, std::int64_t key);
     /// A statement with one key, made once.
     Statement& withKey(std::string const& sql, std::int64_t key);
 
