@@ -158,6 +158,36 @@ TEST_F(Following, AReferenceFollowsTheObjectThatGoesAndComesBack) {
     EXPECT_EQ(tables(), tablesBefore);
 }
 
+// So a file takes no longer to open than one that was written once.
+TEST_F(Following, ALongHistoryLeavesNothingInTheFile) {
+    VelumTest::World world;
+    std::vector<types::Integer> integers;
+    for (int i = 0; i < 300; ++i) {
+        integers.push_back(types::Integer::create(world.model, "type" + std::to_string(i)));
+    }
+    Store store(world.model, path);
+    std::string const tablesBefore = tables();
+    for (int round = 0; round < 40; ++round) {
+        QOB::Transaction transaction(world.model);
+        for (int i = 0; i < 20; ++i) {
+            types::Integer& one = integers[static_cast<std::size_t>(round * 17 + i * 13) % 300];
+            one.setName(std::string(static_cast<std::size_t>(i * round) % 50, 'x'));
+            if (i % 4 == 0) {
+                one.destroy();
+                one = types::Integer::create(world.model, "another");
+            }
+        }
+        transaction.commit();
+        store.save();
+    }
+    EXPECT_EQ(tables(), tablesBefore) << "the file was written whole";
+    expectSaved(store);
+    auto const pages = [](std::string const& file) {
+        return std::stoi(rowsOf(file, "PRAGMA page_count").at(0));
+    };
+    EXPECT_LE(pages(path), pages(whole) + pages(whole) / 10);
+}
+
 TEST_F(Following, AFileThatIsOpenedIsFollowed) {
     VelumTest::World world;
     types::Integer::create(world.model, "one");
