@@ -149,12 +149,12 @@ void openAfter(State& state, std::int64_t count) {
 int main(int argc, char** argv) {
     types::initialize();
     std::vector<std::int64_t> const counts{10'000, 1'000'000};
-    comparison::add("save 100 changed objects / update rows, of",
+    comparison::add("open store: save 100 changed, objects",
                     saveSome,
                     updateSome,
                     comparison::within(20e6),
                     counts);
-    comparison::add("open after 1000 saves / after one, objects",
+    comparison::add("open store: open after 1000 saves, objects",
                     openAfter<1000>,
                     openAfter<0>,
                     1.1,

@@ -264,6 +264,7 @@ void save(State& state, std::int64_t count) {
         QOB::Store::save(model, path);
     }
     model.destroy();
+    std::filesystem::remove(path);
 }
 void saveBare(State& state, std::int64_t count) {
     std::vector<Table> const tables = tablesOf(storeOf(count), true);
