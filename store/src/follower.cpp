@@ -42,20 +42,25 @@ bool hasOther(unsigned id, ObjectChange const& change) {
 
 } // namespace
 
-Follower::Follower(Model model, std::string const& path, bool isWritten)
+Follower::Follower(Model model, Database&& database)
     : model_(std::move(model)),
       layout_(std::make_unique<Layout>()),
-      database_(path, Database::Use::Write),
-      keys_(std::make_unique<Keys>(model_)),
-      needsAll_(!isWritten) {
-    if (isWritten) {
-        dataVersion_ = database_.number("PRAGMA data_version");
-        nextPosition_ = database_.number("SELECT max(position) + 1 FROM object");
-        // Objects without an id have other keys in the file.
-        needsAll_ = !hasLayout(database_, *layout_) ||
-                    database_.number("SELECT max(id) FROM object") > ModelKey;
-    }
+      database_(std::move(database), Database::Use::Write),
+      keys_(std::make_unique<Keys>(model_)) {
     observe(model_);
+}
+
+Follower::Follower(Model model, std::string const& path)
+    : Follower(std::move(model), Database(path, Database::Use::Write)) {
+}
+
+Follower::Follower(Model model, Database&& database, std::int64_t dataVersion)
+    : Follower(std::move(model), std::move(database)) {
+    dataVersion_ = dataVersion;
+    nextPosition_ = database_.number("SELECT max(position) + 1 FROM object");
+    // Objects without an id have other keys in the file.
+    needsAll_ = !hasLayout(database_, *layout_) ||
+                database_.number("SELECT max(id) FROM object") > ModelKey;
 }
 
 void Follower::note(ClassObject const& object, bool isInFile, bool hasOtherExternalId) {

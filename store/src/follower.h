@@ -18,8 +18,10 @@ namespace QOB::store {
 /// Follows a model that a file holds: notes which objects differ from the file, and writes these.
 class Follower final : public Observer {
 public:
-    /// Of a model that the file holds as it is, or, `isWritten` false, doesn't hold yet.
-    Follower(Model model, std::string const& path, bool isWritten);
+    /// Of a model that the file doesn't hold yet.
+    Follower(Model model, std::string const& path);
+    /// Of a model that was loaded from the file at this version of its data.
+    Follower(Model model, Database&& database, std::int64_t dataVersion);
     /// For content of a file that no library here knows: a save would lose it.
     void refuseSaves() noexcept { losesContent_ = true; }
 
@@ -46,6 +48,8 @@ private:
         std::int64_t nextPosition = 0;
     };
     using Owners = std::unordered_map<std::int64_t, std::vector<std::int64_t>>;
+
+    Follower(Model model, Database&& database);
 
     void note(ClassObject const& object, bool isInFile, bool hasOtherExternalId);
     void requireUsable() const;
@@ -76,7 +80,7 @@ private:
     std::int64_t dataVersion_ = 0;
     std::int64_t nextPosition_ = 0;
 
-    bool needsAll_;
+    bool needsAll_ = true;
     bool modelChanged_ = false;
     std::unordered_map<void const*, Noted> noted_;
     /// Where objects that have gone from the file stood in it: they may come back by undo.

@@ -5,8 +5,10 @@
 #include "support.h"
 #include "velum_types/types.h"
 
+#include <chrono>
 #include <cstdio>
 #include <sqlite3.h>
+#include <thread>
 
 namespace {
 
@@ -206,6 +208,39 @@ TEST_F(Following, AFileThatIsOpenedIsFollowed) {
     EXPECT_EQ(tables(), tablesBefore);
     model.destroy();
     EXPECT_NE(failureOf(store).find("its model has ended"), std::string::npos);
+}
+
+// The other program is ready to write when the file is opened, and waits for whoever reads it.
+TEST_F(Following, WhatAnotherProgramWritesWhileAFileIsOpenedIsNotLost) {
+    {
+        VelumTest::World world;
+        for (int i = 0; i < 2000; ++i) {
+            types::Integer::create(world.model, "ours");
+        }
+        Store::save(world.model, path);
+    }
+    for (int milliseconds = 0; milliseconds < 20; milliseconds += 2) {
+        std::string const theirs = "theirs" + std::to_string(milliseconds);
+        sqlite3* other = nullptr;
+        ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
+        sqlite3_busy_timeout(other, 60'000);
+        std::string const change = "BEGIN IMMEDIATE; UPDATE Integer SET Name = '" + theirs + "'";
+        ASSERT_EQ(sqlite3_exec(other, change.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        std::thread commit([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+            sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr);
+        });
+        Store store = Store::open(path);
+        commit.join();
+        sqlite3_close(other);
+        ASSERT_EQ(rowsOf(path, "SELECT Name FROM Integer LIMIT 1").at(0), theirs);
+        types::Integer const first(store.model().getRootObjects().at(0));
+        bool const isRead = first.getName() == theirs;
+        first.setName("ours" + std::to_string(milliseconds));
+        std::string const failure = failureOf(store);
+        EXPECT_EQ(failure == "none", isRead) << milliseconds << ": " << failure;
+        store.model().destroy();
+    }
 }
 
 TEST_F(Following, ASaveThatCannotBeIsRefusedAndCanBeRepeated) {
