@@ -40,15 +40,17 @@ struct InField {
     static void set(Root* object, Deviant deviant, Value const& value) {
         if (auto* const state = object->directState(deviant)) {
             state->fields_.*Field = value;
+        } else if (QOB::internal::observedDeviants == 0) [[likely]] {
+            object->checkedState(deviant)->fields_.*Field = value;
         } else {
-            setChecked(object, deviant, value);
+            setObserved(object, deviant, value);
         }
     }
 
 private:
-    /// Out of line: what the end of a write needs would cost a direct one its frame.
+    /// Out of line: what the end of a write needs would cost every set its frame.
     template <class Root, class Value>
-    QOB_NOINLINE static void setChecked(Root* object, Deviant deviant, Value const& value) {
+    QOB_NOINLINE static void setObserved(Root* object, Deviant deviant, Value const& value) {
         OneWrite const write;
         object->writeState(deviant)->fields_.*Field = value;
     }

@@ -38,7 +38,8 @@ NSInterface::ClassObjectIntf* classObjectOf(Intf* object) {
     }
 }
 
-/// A multi-valued end: `GetMany` returns its elements, `GetOnlyMany` on a state its container.
+/// A multi-valued end: `GetMany` returns its elements, `GetOnlyMany` on a state its container. Its
+/// writes are parts of rules that have a OneWrite.
 template <auto GetMany, auto GetOnlyMany>
 struct ManyAtOtherEnd {
     /// Raises if the class of `other` doesn't accept the object.
@@ -51,7 +52,6 @@ struct ManyAtOtherEnd {
     static void add(Other const& other, Deviant deviant, Intf* object) {
         auto* const element = classObjectOf(object);
         if (!present<Other, Intf>(other, deviant, element)) {
-            OneWrite const write;
             appendToList((writeState(other.get(), deviant)->*GetOnlyMany)(deviant), element);
         }
     }
@@ -59,7 +59,6 @@ struct ManyAtOtherEnd {
     static void remove(Other const& other, Deviant deviant, Intf* object) {
         auto* const element = classObjectOf(object);
         if (present<Other, Intf>(other, deviant, element)) {
-            OneWrite const write;
             removeFromList((writeState(other.get(), deviant)->*GetOnlyMany)(deviant), element);
         }
     }
