@@ -40,19 +40,21 @@ struct InField {
     static void set(Root* object, Deviant deviant, Value const& value) {
         if (auto* const state = object->directState(deviant)) {
             state->fields_.*Field = value;
-        } else if (QOB::internal::observedDeviants == 0) [[likely]] {
-            object->checkedState(deviant)->fields_.*Field = value;
         } else {
-            setObserved(object, deviant, value);
+            setChecked(object, deviant, value);
         }
     }
 
 private:
-    /// Out of line: what the end of a write needs would cost every set its frame.
+    /// Out of line: a direct write needs no frame.
     template <class Root, class Value>
-    QOB_NOINLINE static void setObserved(Root* object, Deviant deviant, Value const& value) {
-        OneWrite const write;
-        object->writeState(deviant)->fields_.*Field = value;
+    QOB_NOINLINE static void setChecked(Root* object, Deviant deviant, Value const& value) {
+        if (QOB::internal::observedDeviants == 0) [[likely]] {
+            object->checkedState(deviant)->fields_.*Field = value;
+        } else {
+            OneWrite const write;
+            object->checkedState(deviant)->fields_.*Field = value;
+        }
     }
 };
 
