@@ -18,6 +18,7 @@ public:
 
 private:
     merge::Resolutions resolutions() const;
+    void write(QOB::Model const& merged) const;
 
     std::string base_;
     std::string ours_;
