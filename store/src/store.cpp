@@ -9,6 +9,7 @@
 #include "schema.h"
 #include "writer.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 #include <utility>

@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <qob/qob.h>
 #include <string>
 #include <vector>
 
