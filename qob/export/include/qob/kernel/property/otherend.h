@@ -45,7 +45,8 @@ NSInterface::ClassObjectIntf* classObjectOf(Intf* object) {
     }
 }
 
-/// A multi-valued end: `GetMany` returns its elements, `GetOnlyMany` on a state its container.
+/// A multi-valued end: `GetMany` returns its elements, `GetOnlyMany` on a state its container. Its
+/// writes are parts of rules that have a OneWrite.
 template <auto GetMany, auto GetOnlyMany>
 struct ManyAtOtherEnd {
     /// Raises if the class of `other` doesn't accept the object.
@@ -62,7 +63,6 @@ struct ManyAtOtherEnd {
             return;
         }
         if (!isInList(elements(other, deviant), element, known<Other, Intf>)) {
-            OneWrite const write;
             appendToList((writeState(other.get(), deviant)->*GetOnlyMany)(deviant), element);
         }
     }
@@ -74,7 +74,6 @@ struct ManyAtOtherEnd {
             return;
         }
         if (isInList(elements(other, deviant), element, known<Other, Intf>)) {
-            OneWrite const write;
             removeFromList((writeState(other.get(), deviant)->*GetOnlyMany)(deviant), element);
         }
     }
