@@ -5,10 +5,10 @@
 //     store_bench                    the rows
 //     store_bench --memory COUNT     bytes per object of a model, and the most while loading it
 
-#include "qob/qob/transaction.h"
 #include "qob_store/store.h"
 #include "support/comparison.h"
 #include "support/plaintypes.h"
+#include "support/sqlite.h"
 #include "velum_types/types.h"
 
 #include <charconv>
@@ -18,7 +18,6 @@
 #include <fstream>
 #include <functional>
 #include <sqlite3.h>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <sys/wait.h>
@@ -28,18 +27,11 @@
 
 namespace {
 
+using bare::Connection;
+using bare::fileFor;
+using bare::require;
 using benchmark::State;
 namespace types = Zorvane::metamodel::types;
-
-std::string fileFor(char const* name) {
-    return (std::filesystem::temp_directory_path() / name).string();
-}
-
-void require(bool holds) {
-    if (!holds) {
-        throw std::runtime_error("a step of the baseline failed");
-    }
-}
 
 /// Integers with names, bounds, a unit and one method for each hundred.
 QOB::Model makeModel(std::int64_t count) {
@@ -70,29 +62,6 @@ std::string storeOf(std::int64_t count) {
 }
 
 // Bare SQLite ----------------------------------------------------------------------------------
-
-class Connection {
-public:
-    explicit Connection(std::string const& path) {
-        require(sqlite3_open(path.c_str(), &database_) == SQLITE_OK);
-        run("PRAGMA foreign_keys = ON");
-    }
-    Connection(Connection const&) = delete;
-    Connection& operator=(Connection const&) = delete;
-    ~Connection() { sqlite3_close(database_); }
-
-    void run(std::string const& sql) {
-        require(sqlite3_exec(database_, sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK);
-    }
-    sqlite3_stmt* prepare(std::string const& sql) {
-        sqlite3_stmt* statement = nullptr;
-        require(sqlite3_prepare_v2(database_, sql.c_str(), -1, &statement, nullptr) == SQLITE_OK);
-        return statement;
-    }
-
-private:
-    sqlite3* database_ = nullptr;
-};
 
 /// A table with its rows in memory: each cell is a byte for its type, then its value.
 struct Table {
@@ -295,6 +264,7 @@ void save(State& state, std::int64_t count) {
         QOB::Store::save(model, path);
     }
     model.destroy();
+    std::filesystem::remove(path);
 }
 void saveBare(State& state, std::int64_t count) {
     std::vector<Table> const tables = tablesOf(storeOf(count), true);

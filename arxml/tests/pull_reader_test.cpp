@@ -100,6 +100,20 @@ TEST(PullReader, GivesTextsAndAttributesWhole) {
     EXPECT_EQ(met, text + "<&<" + text);
 }
 
+TEST(PullReader, EndsTextsAtMarkupAndLeavesOutBlanksThatNobodyQuoted) {
+    const TemporaryFile file(opening +
+                             "\n <!--c--> x<!--c-->y&#32;<?p?>\t<![CDATA[ ]]> </AUTOSAR> ");
+    Names names;
+    PullReader reader(file.path(), names);
+    ASSERT_EQ(reader.next(), PullReader::Event::start);
+    std::vector<std::string> texts;
+    while (reader.next() == PullReader::Event::text) {
+        texts.emplace_back(reader.text());
+    }
+    EXPECT_EQ(texts, (std::vector<std::string>{" x", "y ", " "}));
+    EXPECT_EQ(reader.next(), PullReader::Event::finished);
+}
+
 TEST(PullReader, TellsNamesOfOtherNamespacesApart) {
     const auto places =
         placesOf(opening + "<p:UNIT xmlns:p=\"other\"/><UNIT xmlns=\"\"/><UNIT/></AUTOSAR>");

@@ -209,6 +209,10 @@ Database::Database(std::string path, Use use) : path_(std::move(path)), use_(use
     run("PRAGMA foreign_keys = ON");
 }
 
+Database::Database(Database&& other, Use use) noexcept
+    : path_(std::move(other.path_)), use_(use), database_(std::move(other.database_)) {
+}
+
 void Database::run(std::string const& sql) {
     if (sqlite3_exec(database_.get(), sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
         failLast();

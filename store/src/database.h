@@ -63,6 +63,8 @@ public:
     enum class Use { Read, Write, Query };
 
     Database(std::string path, Use use);
+    /// The same open file for another use; no statement of it may be left.
+    Database(Database&& other, Use use) noexcept;
     Database(Database const&) = delete;
     Database& operator=(Database const&) = delete;
     ~Database() = default;

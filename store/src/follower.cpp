@@ -14,8 +14,8 @@ namespace QOB::store {
 
 namespace {
 
-/// Keys lead to nothing for the time of a save: SQLite would look at every row that could refer to
-/// one that goes. Whatever refers to it is written by the save.
+/// Keys lead to nothing for the time of a save in which objects go: SQLite would look at every row
+/// that could refer to one of them. Whatever refers to it is written by the save.
 class WithoutForeignKeys {
 public:
     explicit WithoutForeignKeys(Database& database) : database_(database) {
@@ -31,46 +31,56 @@ private:
     Database& database_;
 };
 
+/// Whether a property of all objects has changed.
+bool hasOther(unsigned id, ObjectChange const& change) {
+    PropertyBinding const binding{&NSInterface::ClassObjectIntf::sIntrospectiveMethods, id};
+    return std::any_of(
+        change.properties().begin(), change.properties().end(), [&](auto const& property) {
+            return property->internal_binding() == binding;
+        });
+}
+
 } // namespace
 
-Follower::Follower(Model model, std::string const& path, bool isWritten)
+Follower::Follower(Model model, Database&& database)
     : model_(std::move(model)),
       layout_(std::make_unique<Layout>()),
-      database_(path, Database::Use::Write),
-      keys_(std::make_unique<Keys>(model_)),
-      needsAll_(!isWritten) {
-    if (isWritten) {
-        dataVersion_ = database_.number("PRAGMA data_version");
-        nextPosition_ = database_.number("SELECT max(position) + 1 FROM object");
-        // Objects without an id have other keys in the file.
-        needsAll_ = !hasLayout(database_, *layout_) ||
-                    database_.number("SELECT max(id) FROM object") > ModelKey;
-    }
+      database_(std::move(database), Database::Use::Write),
+      keys_(std::make_unique<Keys>(model_)) {
     observe(model_);
 }
 
-void Follower::note(ClassObject const& object, bool isInFile) {
-    noted_.try_emplace(object.get(), Noted{object, isInFile});
+Follower::Follower(Model model, std::string const& path)
+    : Follower(std::move(model), Database(path, Database::Use::Write)) {
+}
+
+Follower::Follower(Model model, Database&& database, std::int64_t dataVersion)
+    : Follower(std::move(model), std::move(database)) {
+    dataVersion_ = dataVersion;
+    nextPosition_ = database_.number("SELECT max(position) + 1 FROM object");
+    // Objects without an id have other keys in the file.
+    needsAll_ = !hasLayout(database_, *layout_) ||
+                database_.number("SELECT max(id) FROM object") > ModelKey;
+}
+
+void Follower::note(ClassObject const& object, bool isInFile, bool hasOtherExternalId) {
+    auto const entry = noted_.try_emplace(object.get(), Noted{object, isInFile}).first;
+    entry->second.hasOtherExternalId |= hasOtherExternalId;
 }
 
 void Follower::changed(Changes const& changes) {
     if (needsAll_) {
         return;
     }
+    // One that comes back may have another external id than the file.
     for (ObjectChange const& change : changes.created()) {
-        note(change.object(), false);
+        note(change.object(), false, true);
     }
     for (ObjectChange const& change : changes.destroyed()) {
-        note(change.object(), true);
+        note(change.object(), true, true);
     }
     for (ObjectChange const& change : changes.changed()) {
-        bool const hasOtherId = std::any_of(
-            change.properties().begin(), change.properties().end(), [](auto const& property) {
-                return property->internal_binding() ==
-                       PropertyBinding{&NSInterface::ClassObjectIntf::sIntrospectiveMethods,
-                                       NSInterface::ClassObjectIntf::ObjectIdId};
-            });
-        if (hasOtherId) { // whatever refers to it
+        if (hasOther(NSInterface::ClassObjectIntf::ObjectIdId, change)) { // whatever refers to it
             needsAll_ = true;
             noted_.clear();
             return;
@@ -78,7 +88,9 @@ void Follower::changed(Changes const& changes) {
         if (change.object().get() == static_cast<void const*>(model_.get())) {
             modelChanged_ = true;
         } else {
-            note(change.object(), true);
+            note(change.object(),
+                 true,
+                 hasOther(NSInterface::ClassObjectIntf::ExternalIdId, change));
         }
     }
 }
@@ -153,7 +165,12 @@ void Follower::writeAll() {
 }
 
 bool Follower::writeChanges() {
-    WithoutForeignKeys const free(database_);
+    std::optional<WithoutForeignKeys> free;
+    if (std::any_of(noted_.begin(), noted_.end(), [](auto const& each) {
+            return each.second.isInFile && !each.second.object.isValid();
+        })) {
+        free.emplace(database_);
+    }
     FileTransaction transaction(database_, Database::Use::Write);
     requireOwnFile();
     std::optional<Plan> planned = plan();
@@ -171,10 +188,16 @@ bool Follower::writeChanges() {
     }
     for (auto const& [object, position] : planned->created) {
         positions.erase(keys_->of(object));
-        writer_->writeNew(object, position);
+        writer_->writeObject(object, position);
+    }
+    for (auto const& [object, position] : planned->created) {
+        writer_->writeValues(object);
     }
     for (ClassObject const& object : planned->changed) {
-        writer_->rewrite(object);
+        writer_->rewriteValues(object);
+    }
+    for (ClassObject const& object : planned->renamed) {
+        writer_->rewriteExternalId(object);
     }
     if (modelChanged_) {
         writer_->rewriteModel();
@@ -200,10 +223,15 @@ std::optional<Follower::Plan> Follower::plan() {
         if (isThere && !noted.isInFile && !noted.object.getObjectId().isValid() && losesKeys_) {
             return std::nullopt; // maybe one that is back, and what referred to it does again
         }
-        if (isThere) {
-            noted.isInFile ? plan.changed.push_back(noted.object) : created.push_back(noted.object);
-        } else if (noted.isInFile) {
-            plan.gone.push_back(noted.object);
+        if (!noted.isInFile) {
+            if (isThere) {
+                created.push_back(noted.object);
+            }
+            continue;
+        }
+        (isThere ? plan.changed : plan.gone).push_back(noted.object);
+        if (isThere && noted.hasOtherExternalId) {
+            plan.renamed.push_back(noted.object);
         }
     }
     if (!placeCreated(plan, created)) {

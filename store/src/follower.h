@@ -18,8 +18,10 @@ namespace QOB::store {
 /// Follows a model that a file holds: notes which objects differ from the file, and writes these.
 class Follower final : public Observer {
 public:
-    /// Of a model that the file holds as it is, or, `isWritten` false, doesn't hold yet.
-    Follower(Model model, std::string const& path, bool isWritten);
+    /// Of a model that the file doesn't hold yet.
+    Follower(Model model, std::string const& path);
+    /// Of a model that was loaded from the file at this version of its data.
+    Follower(Model model, Database&& database, std::int64_t dataVersion);
     /// For content of a file that no library here knows: a save would lose it.
     void refuseSaves() noexcept { losesContent_ = true; }
 
@@ -35,17 +37,21 @@ private:
     struct Noted {
         ClassObject object;
         bool isInFile;
+        bool hasOtherExternalId = false; ///< maybe
     };
     /// What a save writes, and what the follower knows after it.
     struct Plan {
         std::vector<ClassObject> gone{};
         std::vector<ClassObject> changed{};
+        std::vector<ClassObject> renamed{}; ///< of these, the ones whose external id may differ
         std::vector<std::pair<ClassObject, std::int64_t>> created{}; ///< with positions
         std::int64_t nextPosition = 0;
     };
     using Owners = std::unordered_map<std::int64_t, std::vector<std::int64_t>>;
 
-    void note(ClassObject const& object, bool isInFile);
+    Follower(Model model, Database&& database);
+
+    void note(ClassObject const& object, bool isInFile, bool hasOtherExternalId);
     void requireUsable() const;
     void requireOwnFile();
     void writeAll();
@@ -74,7 +80,7 @@ private:
     std::int64_t dataVersion_ = 0;
     std::int64_t nextPosition_ = 0;
 
-    bool needsAll_;
+    bool needsAll_ = true;
     bool modelChanged_ = false;
     std::unordered_map<void const*, Noted> noted_;
     /// Where objects that have gone from the file stood in it: they may come back by undo.

@@ -9,6 +9,7 @@
 #include "schema.h"
 #include "writer.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -19,13 +20,13 @@ using store::Database;
 
 namespace {
 
-/// Reads a file; its failures name it.
-LoadReport read(std::string const& path,
+/// Reads a file, and the version of its data at that time; failures name the file.
+LoadReport read(Database& database,
                 LoadOptions const& options,
                 Model const& model,
-                store::Reader::Into into) {
+                store::Reader::Into into,
+                std::int64_t* dataVersion = nullptr) {
     store::Layout const layout;
-    Database database(path, Database::Use::Read);
     store::FileTransaction const transaction(database, Database::Use::Read);
     if (!store::isStore(database)) {
         database.fail("the file is empty");
@@ -37,6 +38,9 @@ LoadReport read(std::string const& path,
         throw;
     } catch (Exception const& failure) { // the model refuses what the file holds
         database.fail(failure.what());
+    }
+    if (dataVersion != nullptr) {
+        *dataVersion = database.number("PRAGMA data_version");
     }
     return reader.takeReport();
 }
@@ -106,15 +110,20 @@ void Store::save(Model const& model, std::string const& path) {
 
 Store::Store(Model const& model, std::string const& path) {
     NewFile file(path);
-    follower_ = std::make_unique<store::Follower>(model, path, false);
+    follower_ = std::make_unique<store::Follower>(model, path);
     follower_->save();
     file.keep();
 }
 
 Store Store::open(std::string const& path, LoadOptions const& options, LoadReport* report) {
-    LoadReport found;
-    Model const model = load(path, options, &found);
-    auto follower = std::make_unique<store::Follower>(model, path, true);
+    Database database(path, Database::Use::Read);
+    NewModel model;
+    std::int64_t dataVersion = 0;
+    LoadReport found =
+        read(database, options, model.get(), store::Reader::Into::NewModel, &dataVersion);
+    auto follower =
+        std::make_unique<store::Follower>(model.get(), std::move(database), dataVersion);
+    model.keep();
     if (!found.skipped.empty()) {
         follower->refuseSaves();
     }
@@ -141,8 +150,9 @@ void Store::save() {
 }
 
 Model Store::load(std::string const& path, LoadOptions const& options, LoadReport* report) {
+    Database database(path, Database::Use::Read);
     NewModel model;
-    LoadReport found = read(path, options, model.get(), store::Reader::Into::NewModel);
+    LoadReport found = read(database, options, model.get(), store::Reader::Into::NewModel);
     if (report != nullptr) {
         *report = std::move(found);
     }
@@ -154,7 +164,8 @@ void Store::loadInto(Model const& model,
                      LoadOptions const& options,
                      LoadReport* report) {
     Transaction transaction(model); // rolled back unless committed
-    LoadReport found = read(path, options, model, store::Reader::Into::PresentModel);
+    Database database(path, Database::Use::Read);
+    LoadReport found = read(database, options, model, store::Reader::Into::PresentModel);
     transaction.commit();
     if (report != nullptr) {
         *report = std::move(found);

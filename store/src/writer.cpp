@@ -78,15 +78,8 @@ void Writer::writeAll() {
     writeNotes(model_, ModelKey);
 }
 
-void Writer::writeNew(ClassObject const& object, std::int64_t position) {
-    writeObject(object, position);
-    writeValues(object);
-}
-
-void Writer::rewrite(ClassObject const& object) {
-    std::int64_t const key = keys_.of(object);
-    eraseValues(tableOf(object), key);
-    rewriteExternalId(object, key);
+void Writer::rewriteValues(ClassObject const& object) {
+    eraseValues(tableOf(object), keys_.of(object));
     writeValues(object);
 }
 
@@ -96,7 +89,7 @@ void Writer::rewriteModel() {
     row.run();
     texts_.clear();
     eraseNotes(ModelKey);
-    rewriteExternalId(model_, ModelKey);
+    rewriteExternalId(model_);
     writeNotes(model_, ModelKey);
 }
 
@@ -124,8 +117,8 @@ void Writer::eraseNotes(std::int64_t key) {
     withKey("DELETE FROM stereotype WHERE owner = ?", key).run();
 }
 
-void Writer::rewriteExternalId(ClassObject const& object, std::int64_t key) {
-    Statement& row = withKey("UPDATE object SET external_id = ?2 WHERE id = ?1", key);
+void Writer::rewriteExternalId(ClassObject const& object) {
+    Statement& row = withKey("UPDATE object SET external_id = ?2 WHERE id = ?1", keys_.of(object));
     bindText(row, 1, object.hasExternalId() ? object.getExternalId() : String());
     row.run();
     texts_.clear();

@@ -41,10 +41,14 @@ public:
 
     /// Everything, into empty tables.
     void writeAll();
-    /// One object that the file doesn't have.
-    void writeNew(ClassObject const& object, std::int64_t position);
-    /// One that it has, in another state.
-    void rewrite(ClassObject const& object);
+    // An object that the file doesn't have: its row in the table of objects, for which the values
+    // of others may ask, and then the values.
+    void writeObject(ClassObject const& object, std::int64_t position);
+    /// The row of a class and what stands in lists.
+    void writeValues(ClassObject const& object);
+    // An object that the file has.
+    void rewriteValues(ClassObject const& object);
+    void rewriteExternalId(ClassObject const& object);
     void rewriteModel();
     /// Takes an object out. Returns its position.
     std::int64_t erase(ClassObject const& object);
@@ -64,10 +68,7 @@ private:
     ClassTable const& tableOf(ClassObject const& object);
     ClassRows& rowsOf(ClassTable const& table);
 
-    void writeObject(ClassObject const& object, std::int64_t position);
     void writeModel();
-    /// The row of a class and what stands in lists.
-    void writeValues(ClassObject const& object);
     void writeRow(ClassTable const& table, ClassObject const& object, std::int64_t key);
     void writeLists(ClassTable const& table, ClassObject const& object, std::int64_t key);
     void writeList(Field const& list, Statement& row, ClassObject const& object, std::int64_t key);
@@ -76,7 +77,6 @@ private:
     /// What the file has of an object but for its row in the table of objects.
     void eraseValues(ClassTable const& table, std::int64_t key);
     void eraseNotes(std::int64_t key);
-    void rewriteExternalId(ClassObject const& object, std::int64_t key);
     /// A statement with one key, made once.
     Statement& withKey(std::string const& sql, std::int64_t key);
 

@@ -5,8 +5,10 @@
 #include "support.h"
 #include "velum_types/types.h"
 
+#include <chrono>
 #include <cstdio>
 #include <sqlite3.h>
+#include <thread>
 
 namespace {
 
@@ -158,6 +160,36 @@ TEST_F(Following, AReferenceFollowsTheObjectThatGoesAndComesBack) {
     EXPECT_EQ(tables(), tablesBefore);
 }
 
+// So a file takes no longer to open than one that was written once.
+TEST_F(Following, ALongHistoryLeavesNothingInTheFile) {
+    VelumTest::World world;
+    std::vector<types::Integer> integers;
+    for (int i = 0; i < 300; ++i) {
+        integers.push_back(types::Integer::create(world.model, "type" + std::to_string(i)));
+    }
+    Store store(world.model, path);
+    std::string const tablesBefore = tables();
+    for (int round = 0; round < 40; ++round) {
+        QOB::Transaction transaction(world.model);
+        for (int i = 0; i < 20; ++i) {
+            types::Integer& one = integers[static_cast<std::size_t>(round * 17 + i * 13) % 300];
+            one.setName(std::string(static_cast<std::size_t>(i * round) % 50, 'x'));
+            if (i % 4 == 0) {
+                one.destroy();
+                one = types::Integer::create(world.model, "another");
+            }
+        }
+        transaction.commit();
+        store.save();
+    }
+    EXPECT_EQ(tables(), tablesBefore) << "the file was written whole";
+    expectSaved(store);
+    auto const pages = [](std::string const& file) {
+        return std::stoi(rowsOf(file, "PRAGMA page_count").at(0));
+    };
+    EXPECT_LE(pages(path), pages(whole) + pages(whole) / 10);
+}
+
 TEST_F(Following, AFileThatIsOpenedIsFollowed) {
     VelumTest::World world;
     types::Integer::create(world.model, "one");
@@ -176,6 +208,39 @@ TEST_F(Following, AFileThatIsOpenedIsFollowed) {
     EXPECT_EQ(tables(), tablesBefore);
     model.destroy();
     EXPECT_NE(failureOf(store).find("its model has ended"), std::string::npos);
+}
+
+// The other program is ready to write when the file is opened, and waits for whoever reads it.
+TEST_F(Following, WhatAnotherProgramWritesWhileAFileIsOpenedIsNotLost) {
+    {
+        VelumTest::World world;
+        for (int i = 0; i < 2000; ++i) {
+            types::Integer::create(world.model, "ours");
+        }
+        Store::save(world.model, path);
+    }
+    for (int milliseconds = 0; milliseconds < 20; milliseconds += 2) {
+        std::string const theirs = "theirs" + std::to_string(milliseconds);
+        sqlite3* other = nullptr;
+        ASSERT_EQ(sqlite3_open(path.c_str(), &other), SQLITE_OK);
+        sqlite3_busy_timeout(other, 60'000);
+        std::string const change = "BEGIN IMMEDIATE; UPDATE Integer SET Name = '" + theirs + "'";
+        ASSERT_EQ(sqlite3_exec(other, change.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
+        std::thread commit([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+            sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr);
+        });
+        Store store = Store::open(path);
+        commit.join();
+        sqlite3_close(other);
+        ASSERT_EQ(rowsOf(path, "SELECT Name FROM Integer LIMIT 1").at(0), theirs);
+        types::Integer const first(store.model().getRootObjects().at(0));
+        bool const isRead = first.getName() == theirs;
+        first.setName("ours" + std::to_string(milliseconds));
+        std::string const failure = failureOf(store);
+        EXPECT_EQ(failure == "none", isRead) << milliseconds << ": " << failure;
+        store.model().destroy();
+    }
 }
 
 TEST_F(Following, ASaveThatCannotBeIsRefusedAndCanBeRepeated) {

@@ -1,10 +1,15 @@
 // The operations whose instructions `./dev check cost` counts: each stands in a function of its
-// own, `cost_NAME`, which repeats it `Rounds` times. Without callgrind around it the program only
-// runs them.
+// own, `cost_NAME`, which repeats it as often as the program is told. Without callgrind around it
+// the program only runs them.
+//
+// usage: operation_costs ROUNDS
 
 #include "qob/qob/transaction.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iostream>
+#include <string>
 #include <vector>
 #include <velum_types/types.h>
 
@@ -12,17 +17,16 @@ namespace types = Zorvane::metamodel::types;
 
 namespace {
 
-constexpr std::size_t Rounds = 1000;
-
-/// What the operations work on: a model with objects, and lists that are neither short nor long.
+/// What the operations work on: a model with as many objects and children as there are rounds.
 struct Fixture {
-    Fixture()
-        : model(types::NSInterface::FactoryIntf::createNewModel()),
+    explicit Fixture(std::size_t number)
+        : rounds(number),
+          model(types::NSInterface::FactoryIntf::createNewModel()),
           enumeration(types::Enumeration::create(model, "enumeration")),
           methods{types::CompuMethod::create(model, "%d", "first"),
                   types::CompuMethod::create(model, "%d", "second")},
           children(enumeration.getOwnedLiterals()) {
-        for (std::size_t i = 0; i != Rounds; ++i) {
+        for (std::size_t i = 0; i != rounds; ++i) {
             integers.push_back(types::Integer::create(model, "an integer type"));
             literals.push_back(types::EnumerationLiteral::create(model));
         }
@@ -35,6 +39,7 @@ struct Fixture {
     Fixture& operator=(Fixture const&) = delete;
     ~Fixture() { model.destroy(); }
 
+    std::size_t rounds;
     QOB::Model model;
     types::Enumeration enumeration;
     types::CompuMethod methods[2];
@@ -60,23 +65,23 @@ constexpr unsigned MinimumId = 1;
     void cost_##name(Fixture& fixture)
 
 COST(create_with_name) {
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.integers.push_back(types::Integer::create(fixture.model, fixture.name));
     }
 }
 COST(get) {
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.sum += fixture.integers[i].isSigned() ? 1 : 0;
     }
 }
 COST(set) {
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.integers[i].setIsSigned(false);
     }
 }
 COST(set_in_transaction) {
     QOB::Transaction transaction(fixture.model);
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.integers[i].setIsSigned(true);
     }
     transaction.commit();
@@ -86,32 +91,32 @@ COST(undo) {
 }
 COST(set_in_branch) {
     QOB::Deviant const branch = fixture.model.createDeviant();
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.integers[i]->setIsSigned(branch, true);
     }
     fixture.model.removeDeviant(branch);
 }
 COST(get_by_id) {
     QOB::Object const object = fixture.integers.front();
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.sum +=
             ofReals.getSingleValued(object.get(), object.getDeviant(), MinimumId).isValid() ? 1 : 0;
     }
 }
 COST(set_by_id) {
     QOB::Object const object = fixture.integers.front();
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         ofIntegers.setSingleValued(
             object.get(), object.getDeviant(), SignedId, fixture.values[i % 2]);
     }
 }
 COST(get_by_name) {
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.sum += fixture.integers.front().getOne(fixture.property).isValid() ? 1 : 0;
     }
 }
 COST(move_between_opposites) {
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.integers[10].setCompuMethod(fixture.methods[(i + 1) % 2]);
     }
 }
@@ -121,12 +126,12 @@ COST(add_child) {
     }
 }
 COST(remove_first_child) {
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.children.pop_front();
     }
 }
 COST(destroy) {
-    for (std::size_t i = 0; i != Rounds; ++i) {
+    for (std::size_t i = 0, end = fixture.rounds; i != end; ++i) {
         fixture.integers[i].destroy();
     }
 }
@@ -135,9 +140,13 @@ COST(end) {
     ++fixture.sum;
 }
 
-int main() {
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::cerr << "usage: " << argv[0] << " ROUNDS\n";
+        return 2;
+    }
     types::initialize();
-    Fixture fixture;
+    Fixture fixture(std::max(20UL, std::stoul(argv[1])));
     cost_create_with_name(fixture);
     cost_get(fixture);
     cost_set(fixture);

@@ -389,6 +389,28 @@ TEST_F(Observers, TellAFailedWriteOnlyOfWhatIsDifferent) {
     EXPECT_TRUE(observer.take().empty());
 }
 
+TEST_F(Observers, CostWhatHasChangedWhateverElseTheModelHolds) {
+    types::Integer const one = integer("one");
+    observer.stop();
+    struct Counter : QOB::Observer {
+        void changed(QOB::Changes const&) override {}
+    } counter;
+    counter.observe(model);
+    auto const allocations = [&](bool isSigned) {
+        std::size_t const before = VelumTest::allocationCount();
+        QOB::Transaction transaction(model);
+        one.setIsSigned(isSigned);
+        transaction.commit();
+        return VelumTest::allocationCount() - before;
+    };
+    allocations(false); // the properties of the class are read once
+    std::size_t const amongFew = allocations(true);
+    for (int i = 0; i < 3000; ++i) {
+        integer("other");
+    }
+    EXPECT_EQ(allocations(false), amongFew);
+}
+
 TEST_F(Observers, AreFreeOnceTheyHaveGone) {
     types::Integer const one = integer("one");
     one.setIsSigned(false);

@@ -1,3 +1,5 @@
+#include "source/white_space.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -11,15 +13,6 @@
 namespace velum::arxml {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// Takes the prefix of a base other than ten off the digits.
 int takeBase(std::string_view& digits) {
@@ -91,7 +84,7 @@ RealNumber signedReal(double magnitude, bool isNegative, bool isRounded) {
 } // namespace
 
 WholeNumber readWholeNumber(std::string_view text) {
-    std::string_view digits = trimmed(text);
+    std::string_view digits = withoutOuterSpace(text);
     const bool isNegative = isNegativeSign(digits);
     const auto [magnitude, error] = magnitudeOf(digits);
     if (error == std::errc::invalid_argument) {
@@ -115,7 +108,7 @@ WholeNumber readCount(std::string_view text) {
 }
 
 RealNumber readRealNumber(std::string_view text) {
-    std::string_view digits = trimmed(text);
+    std::string_view digits = withoutOuterSpace(text);
     if (const auto word = readWord(digits)) {
         return {word, std::nullopt, false};
     }

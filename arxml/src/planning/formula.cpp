@@ -1,5 +1,7 @@
 #include "planning/formula.h"
 
+#include "source/white_space.h"
+
 namespace velum::arxml {
 
 namespace {
@@ -7,8 +9,7 @@ namespace {
 /// Adds a text with each run of blanks as one space.
 void addWords(std::string& words, std::string_view text) {
     for (const char c : text) {
-        const bool isBlank = c == ' ' || c == '\t' || c == '\r' || c == '\n';
-        if (!isBlank) {
+        if (!isWhiteSpace(c)) {
             words += c;
         } else if (!words.empty() && words.back() != ' ') {
             words += ' ';
@@ -43,8 +44,7 @@ std::optional<Formula> formulaOf(Element number) {
     }
     addWords(formula.text, written.substr(begin));
     formula.text.erase(formula.text.find_last_not_of(' ') + 1);
-    formula.isConstant = formula.constants.size() == 1 &&
-                         written.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    formula.isConstant = formula.constants.size() == 1 && isBlank(written);
     return formula;
 }
 

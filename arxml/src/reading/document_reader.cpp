@@ -1,6 +1,7 @@
 #include "reading/document_reader.h"
 
 #include "reading/pull_reader.h"
+#include "source/white_space.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,15 +12,6 @@
 namespace velum::arxml {
 
 namespace {
-
-std::string_view withoutOuterSpace(std::string_view text) {
-    constexpr std::string_view space = " \t\r\n";
-    const std::size_t begin = text.find_first_not_of(space);
-    if (begin == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(begin, text.find_last_not_of(space) - begin + 1);
-}
 
 bool isTrue(std::string_view text) {
     return text == "true" || text == "1";
@@ -238,8 +230,9 @@ private:
                 refuseSize();
             }
             if (frame.textBegin == std::string::npos) {
-                const std::size_t begin = reader_.text().find_first_not_of(" \t\r\n");
-                frame.textBegin = begin == std::string::npos ? begin : frame.text.size() + begin;
+                const std::size_t space = leadingSpace(reader_.text());
+                frame.textBegin =
+                    space == reader_.text().size() ? std::string::npos : frame.text.size() + space;
             }
             frame.text += reader_.text();
         }

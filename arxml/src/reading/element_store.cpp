@@ -29,6 +29,7 @@ ElementStore::Index ElementStore::add(Index parent, NameId name, Position positi
     Node node{};
     node.name = name;
     node.parent = parent;
+    node.end = none;
     node.path = path;
     node.position = position;
     node.firstAttribute = static_cast<std::uint32_t>(attributes_.size());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reading/block_array.h"
 #include "reading/text_arena.h"
 #include "source/names.h"
 #include "source/path_tree.h"
@@ -73,7 +74,7 @@ private:
     struct Node {
         NameId name;
         Index parent;
-        Index end = none; // behind the last element in it
+        Index end; // behind the last element in it
         PathId path;
         Position position;
         std::uint32_t firstAttribute;
@@ -83,7 +84,7 @@ private:
     bool fits(std::size_t size);
 
     std::vector<Tree> trees_;
-    std::vector<Node> nodes_;
+    BlockArray<Node> nodes_;
     std::vector<Attribute> attributes_;
     std::unordered_map<Index, std::size_t> placesInText_; // where it isn't 0
     TextArena texts_;

@@ -1,6 +1,9 @@
 #include "reading/pull_reader.h"
 
-#include <libxml/xmlreader.h>
+#include "source/white_space.h"
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
 
 #include <algorithm>
 #include <array>
@@ -11,8 +14,11 @@ namespace velum::arxml {
 
 namespace {
 
-std::string_view view(xmlChar const* text) {
-    return text == nullptr ? std::string_view() : reinterpret_cast<char const*>(text);
+/// So many bytes are handed to the parser at a time: it moves what is left over after each tag.
+constexpr std::size_t portion = 8192;
+
+char const* chars(xmlChar const* text) {
+    return text == nullptr ? "" : reinterpret_cast<char const*>(text);
 }
 
 std::string inBrackets(std::string_view text) {
@@ -43,64 +49,190 @@ bool keepsAscii(std::string_view encoding) {
 
 } // namespace
 
-void PullReader::FreeReader::operator()(_xmlTextReader* reader) const {
-    xmlFreeTextReader(reader);
+/// What the parser calls. Nothing may be raised through it: that is kept until it has returned.
+struct PullReader::Callbacks {
+    template <typename F>
+    static void guard(void* self, F const& tell) {
+        auto& reader = *static_cast<PullReader*>(self);
+        if (reader.raised_) {
+            return;
+        }
+        try {
+            tell(reader);
+        } catch (...) {
+            reader.raised_ = std::current_exception();
+        }
+    }
+
+    static void startElement(void* self,
+                             xmlChar const* name,
+                             xmlChar const* /*prefix*/,
+                             xmlChar const* uri,
+                             int /*namespaces*/,
+                             xmlChar const** /*declarations*/,
+                             int attributes,
+                             int /*defaulted*/,
+                             xmlChar const** all) {
+        guard(self, [&](PullReader& reader) {
+            reader.tellStart(chars(name), chars(uri), attributes, all);
+        });
+    }
+
+    static void endElement(void* self,
+                           xmlChar const* /*name*/,
+                           xmlChar const* /*prefix*/,
+                           xmlChar const* /*uri*/) {
+        guard(self, [](PullReader& reader) { reader.tellEnd(); });
+    }
+
+    static void characters(void* self, xmlChar const* text, int size) {
+        guard(self, [&](PullReader& reader) {
+            reader.tellText({chars(text), static_cast<std::size_t>(size)});
+        });
+    }
+
+    static void characterData(void* self, xmlChar const* text, int size) {
+        guard(self, [&](PullReader& reader) {
+            reader.endText(false);
+            reader.tellText({chars(text), static_cast<std::size_t>(size)});
+            reader.endText(true);
+        });
+    }
+
+    static void comment(void* self, xmlChar const* /*text*/) {
+        guard(self, [](PullReader& reader) { reader.endText(false); });
+    }
+
+    static void instruction(void* self, xmlChar const* /*target*/, xmlChar const* /*text*/) {
+        comment(self, nullptr);
+    }
+
+    static void error(void* self, xmlErrorPtr error) {
+        guard(self, [&](PullReader& reader) { reader.noteError(*error); });
+    }
+};
+
+void PullReader::FreeParser::operator()(_xmlParserCtxt* parser) const {
+    xmlFreeParserCtxt(parser);
 }
 
 PullReader::PullReader(std::string file,
                        Names& names,
                        std::function<void(std::uint64_t)> onProgress)
-    : file_(std::move(file)), names_(names), onProgress_(std::move(onProgress)), source_(file_) {
-    // The source hands out UTF-16 as UTF-8, whatever the file declares.
-    char const* const encoding = source_.isUtf16() ? "UTF-8" : nullptr;
-    reader_.reset(xmlReaderForIO(&PullReader::supply,
-                                 nullptr,
-                                 this,
-                                 nullptr,
-                                 encoding,
-                                 XML_PARSE_NONET | XML_PARSE_COMPACT));
-    raiseIfFaulty(); // the first bytes are read at once
-    if (!reader_) {
-        throw std::bad_alloc();
-    }
-    xmlTextReaderSetStructuredErrorHandler(
-        reader_.get(), [](void* self, xmlErrorPtr error) { onError(self, error); }, this);
+    : file_(std::move(file)),
+      names_(names),
+      onProgress_(std::move(onProgress)),
+      source_(file_),
+      buffer_(portion) {
 }
 
 PullReader::~PullReader() = default;
 
-/// Nothing may be raised through the parser: it is kept until the parser has returned.
-int PullReader::supply(void* self, char* buffer, int size) {
-    auto& reader = *static_cast<PullReader*>(self);
-    try {
-        return reader.read(buffer, size);
-    } catch (...) {
-        reader.raised_ = std::current_exception();
-        return -1;
+void PullReader::startParser() {
+    xmlSAXHandler calls{};
+    calls.initialized = XML_SAX2_MAGIC;
+    calls.startElementNs = &Callbacks::startElement;
+    calls.endElementNs = &Callbacks::endElement;
+    calls.characters = &Callbacks::characters;
+    calls.ignorableWhitespace = &Callbacks::characters;
+    calls.cdataBlock = &Callbacks::characterData;
+    calls.comment = &Callbacks::comment;
+    calls.processingInstruction = &Callbacks::instruction;
+    calls.serror = &Callbacks::error;
+    parser_.reset(xmlCreatePushParserCtxt(&calls, this, nullptr, 0, nullptr));
+    if (!parser_) {
+        throw std::bad_alloc();
     }
+    // The source hands out UTF-16 as UTF-8, whatever the file declares. Of entities there are only
+    // those of the language itself.
+    xmlCtxtUseOptions(parser_.get(),
+                      XML_PARSE_NONET | XML_PARSE_NOENT |
+                          (source_.isUtf16() ? XML_PARSE_IGNORE_ENC : 0));
 }
 
-int PullReader::read(char* buffer, int size) {
-    if (fault_) {
-        return -1;
-    }
-    const std::size_t count = source_.read(buffer, static_cast<std::size_t>(size));
-    const std::string_view bytes(buffer, count);
+/// Hands the next bytes to the parser, which tells their steps.
+void PullReader::parseMore() {
+    texts_.erase(0, textBegin_);
+    textBegin_ = 0;
+    steps_.clear();
+    told_.clear();
+    taken_ = 0;
+    const std::size_t count = source_.read(buffer_.data(), buffer_.size());
+    const std::string_view bytes(buffer_.data(), count);
     anyByte_ = anyByte_ || count > 0;
     isBlank_ = isBlank_ && bytes.find_first_not_of(" \t\r\n\xEF\xBB\xBF") == std::string_view::npos;
     if (onProgress_) {
         onProgress_(source_.takeProgress());
     }
     noteScan(scanner_.scan(bytes));
-    if (count == 0 && source_.fault() && !fault_) {
-        ByteSource::Fault const& fault = *source_.fault();
-        if (fault.hasPlace) {
-            fault_.emplace(file_, scanner_.here(), fault.cause);
-        } else {
-            fault_.emplace(file_, fault.cause);
-        }
+    if (count == 0) {
+        noteSourceFault();
     }
-    return fault_ ? -1 : static_cast<int>(count);
+    raiseIfFaulty(); // the parser doesn't see bytes that are refused
+    if (!parser_) {
+        startParser();
+    }
+    isParsed_ = count == 0;
+    xmlParseChunk(parser_.get(), bytes.data(), static_cast<int>(count), isParsed_ ? 1 : 0);
+}
+
+void PullReader::noteSourceFault() {
+    if (!source_.fault()) {
+        return;
+    }
+    ByteSource::Fault const& fault = *source_.fault();
+    if (fault.hasPlace) {
+        fault_.emplace(file_, scanner_.here(), fault.cause);
+    } else {
+        fault_.emplace(file_, fault.cause);
+    }
+}
+
+PullReader::Piece PullReader::keep(std::string_view text) {
+    const Piece piece{texts_.size(), text.size()};
+    texts_ += text;
+    return piece;
+}
+
+/// An attribute is told as its name, prefix and namespace, and where its value begins and ends.
+void PullReader::tellStart(char const* name,
+                           char const* uri,
+                           int attributes,
+                           unsigned char const** all) {
+    endText(false);
+    Step step{Event::start, name, uri, told_.size(), static_cast<std::size_t>(attributes), {}};
+    for (int i = 0; i < attributes; ++i) {
+        unsigned char const* const* const attribute = all + std::ptrdiff_t(i) * 5;
+        const auto size = static_cast<std::size_t>(attribute[4] - attribute[3]);
+        told_.push_back({chars(attribute[0]), keep({chars(attribute[3]), size})});
+    }
+    textBegin_ = texts_.size();
+    steps_.push_back(step);
+}
+
+void PullReader::tellEnd() {
+    endText(false);
+    steps_.emplace_back().event = Event::end;
+}
+
+/// A text may come in parts.
+void PullReader::tellText(std::string_view text) {
+    texts_ += text;
+}
+
+void PullReader::endText(bool evenIfBlank) {
+    const std::size_t end = texts_.size();
+    if (end == textBegin_) {
+        return;
+    }
+    if (evenIfBlank || !isBlank(std::string_view(texts_).substr(textBegin_))) {
+        Step& step = steps_.emplace_back();
+        step.event = Event::text;
+        step.text = {textBegin_, end - textBegin_};
+        textBegin_ = end;
+    } else {
+        texts_.resize(textBegin_);
+    }
 }
 
 void PullReader::noteScan(TagScanner::Refusal refusal) {
@@ -125,27 +257,22 @@ void PullReader::noteScan(TagScanner::Refusal refusal) {
     }
 }
 
-void PullReader::onError(void* self, _xmlError* error) {
-    auto& reader = *static_cast<PullReader*>(self);
-    if (error->level < XML_ERR_ERROR || reader.fault_) {
+void PullReader::noteError(_xmlError const& error) {
+    if (error.level < XML_ERR_ERROR || fault_) {
         return; // what follows the first fault is its consequence
     }
-    if (error->code == XML_ERR_NO_MEMORY) {
-        reader.raised_ = std::make_exception_ptr(std::bad_alloc());
-        return;
+    if (error.code == XML_ERR_NO_MEMORY) {
+        throw std::bad_alloc();
     }
-    reader.fault_.emplace(reader.faultOf(*error));
+    fault_.emplace(faultOf(error));
 }
 
 InputError PullReader::faultOf(_xmlError const& error) const {
     const auto number = [](int value) { return static_cast<std::uint32_t>(std::max(value, 1)); };
     const Position place{number(error.line), number(error.int2)};
     const std::string message = inOneLine(error.message == nullptr ? "" : error.message);
-    // Some messages of the parser mislead: one advises a build option, one calls a text without
-    // any tag empty, and one speaks of extra content where there is too little.
-    if (message.starts_with("Excessive depth")) {
-        return {file_, place, "Elements are nested more than 256 deep."};
-    }
+    // Some messages of the parser mislead: one calls a text without any tag empty, and one speaks
+    // of extra content where there is too little.
     if (anyByte_ && isBlank_) {
         return {file_, place, "The file is blank: there is nothing but white space in it."};
     }
@@ -173,33 +300,21 @@ void PullReader::raiseIfFaulty() const {
 }
 
 PullReader::Event PullReader::next() {
-    if (std::exchange(endPending_, false)) {
-        return Event::end;
-    }
-    for (;;) {
-        const int result = xmlTextReaderRead(reader_.get());
+    // What stands before a fault is handed out first.
+    while (taken_ == steps_.size()) {
         raiseIfFaulty();
-        if (result == 0) {
+        if (isParsed_) {
             return Event::finished;
         }
-        if (result < 0) {
-            throw InputError(file_, "The parser fails without a cause.");
-        }
-        switch (xmlTextReaderNodeType(reader_.get())) {
-        case XML_READER_TYPE_ELEMENT:
-            enterElement();
-            return Event::start;
-        case XML_READER_TYPE_END_ELEMENT:
-            return Event::end;
-        case XML_READER_TYPE_TEXT:
-        case XML_READER_TYPE_CDATA:
-            return Event::text;
-        case XML_READER_TYPE_DOCUMENT_TYPE:
-            throw InputError(file_, position_, "Document type declarations are not read.");
-        default:
-            break; // comments, instructions, white space between elements
-        }
+        parseMore();
     }
+    step_ = steps_[taken_++];
+    if (step_.event == Event::start) {
+        enterElement();
+    } else if (step_.event == Event::end) {
+        --depth_;
+    }
+    return step_.event;
 }
 
 void PullReader::enterElement() {
@@ -211,15 +326,24 @@ void PullReader::enterElement() {
         throw InputError(file_, "The places of the elements cannot be told.");
     }
     position_ = *place;
-    name_ = nameOf(*xmlTextReaderCurrentNode(reader_.get()));
-    endPending_ = xmlTextReaderIsEmptyElement(reader_.get()) == 1;
+    if (++depth_ > mostDepth) {
+        refuse("Elements are nested more than " + std::to_string(mostDepth) + " deep.");
+    }
+    name_ = nameOf(step_);
+    attributes_.clear();
+    for (std::size_t i = 0; i < step_.attributes; ++i) {
+        ToldAttribute const& told = told_[step_.firstAttribute + i];
+        attributes_.push_back({told.name, textOf(told.value)});
+    }
 }
 
 void PullReader::checkEncoding() const {
     if (source_.isUtf16()) {
         return;
     }
-    const std::string_view encoding = view(xmlTextReaderConstEncoding(reader_.get()));
+    xmlChar const* const declared =
+        parser_->encoding != nullptr ? parser_->encoding : parser_->input->encoding;
+    const std::string_view encoding = chars(declared);
     if (!keepsAscii(encoding)) {
         throw InputError(file_,
                          Position{1, 1},
@@ -228,19 +352,21 @@ void PullReader::checkEncoding() const {
     }
 }
 
-NameId PullReader::nameOf(_xmlNode const& node) {
-    const std::string_view uri = node.ns == nullptr ? std::string_view() : view(node.ns->href);
+NameId PullReader::nameOf(Step const& step) {
     NameId name = 0;
-    if (uri != schemaNamespace) {
+    if (step.uri != schemaUri_ && step.uri == schemaNamespace) {
+        schemaUri_ = step.uri;
+    }
+    if (step.uri != schemaUri_) {
         std::string qualified = "{";
-        qualified += uri;
+        qualified += step.uri;
         qualified += '}';
-        qualified += view(node.name);
+        qualified += step.localName;
         name = names_.intern(qualified);
     } else {
-        const auto [entry, isNew] = namesByPointer_.try_emplace(node.name, NameId{0});
+        const auto [entry, isNew] = namesByPointer_.try_emplace(step.localName, NameId{0});
         if (isNew) {
-            entry->second = names_.intern(view(node.name));
+            entry->second = names_.intern(step.localName);
         }
         name = entry->second;
     }
@@ -248,30 +374,6 @@ NameId PullReader::nameOf(_xmlNode const& node) {
         refuse("There are more than " + std::to_string(mostNames) + " different element names.");
     }
     return name;
-}
-
-std::string_view PullReader::localName() const {
-    return view(xmlTextReaderConstLocalName(reader_.get()));
-}
-
-std::string_view PullReader::namespaceUri() const {
-    return view(xmlTextReaderConstNamespaceUri(reader_.get()));
-}
-
-std::string_view PullReader::text() const {
-    return view(xmlTextReaderConstValue(reader_.get()));
-}
-
-std::vector<PullReader::Attribute> PullReader::attributes() const {
-    std::vector<Attribute> all;
-    xmlNodePtr node = xmlTextReaderCurrentNode(reader_.get());
-    for (xmlAttr const* attribute = node->properties; attribute != nullptr;
-         attribute = attribute->next) {
-        xmlChar* value = xmlNodeListGetString(node->doc, attribute->children, 1);
-        all.push_back({view(attribute->name), std::string(view(value))});
-        xmlFree(value);
-    }
-    return all;
 }
 
 void PullReader::refuse(std::string const& cause) const {

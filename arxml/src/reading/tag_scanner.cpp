@@ -1,6 +1,7 @@
 #include "reading/tag_scanner.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace velum::arxml {
@@ -14,29 +15,47 @@ bool continuesCharacter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
+bool countsInTag(char c) {
+    return c == '>' || c == '"' || c == '=' || c == '/' || c == '\'';
+}
+
+bool isAscii(std::string_view bytes) {
+    unsigned char all = 0;
+    for (const char c : bytes) {
+        all |= static_cast<unsigned char>(c);
+    }
+    return all < 0x80U;
+}
+
+std::uint32_t charactersIn(std::string_view bytes) {
+    const auto continued =
+        isAscii(bytes) ? 0 : std::count_if(bytes.begin(), bytes.end(), continuesCharacter);
+    return static_cast<std::uint32_t>(bytes.size()) - static_cast<std::uint32_t>(continued);
+}
+
 } // namespace
 
 TagScanner::Refusal TagScanner::scan(std::string_view bytes) {
     std::size_t i = started_ ? 0 : skipByteOrderMark(bytes);
+    counted_ = bytes.data() + i;
     while (i < bytes.size()) {
-        if (state_ == State::text) {
-            const std::size_t end = std::min(bytes.find('<', i), bytes.size());
-            pieceSize_ += end - i;
+        if (const std::size_t plain = plainBytes(bytes.substr(i)); plain > 0) {
+            pieceSize_ += plain;
             if (pieceSize_ > longestPiece) {
                 return Refusal::longPiece;
             }
-            advance(bytes.substr(i, end - i));
-            i = end;
+            slash_ = false;
+            i += plain;
             if (i == bytes.size()) {
                 break;
             }
         }
-        if (const Refusal refusal = step(bytes[i]); refusal != Refusal::none) {
+        if (const Refusal refusal = step(&bytes[i]); refusal != Refusal::none) {
             return refusal;
         }
-        advance(bytes.substr(i, 1));
         ++i;
     }
+    countUntil(bytes.data() + bytes.size());
     return Refusal::none;
 }
 
@@ -51,15 +70,43 @@ std::size_t TagScanner::skipByteOrderMark(std::string_view bytes) {
     return i;
 }
 
-void TagScanner::advance(std::string_view bytes) {
-    for (const char c : bytes) {
-        if (c == '\n') {
-            ++here_.line;
-            here_.column = 1;
-        } else if (!continuesCharacter(c)) {
-            ++here_.column;
-        }
+/// How many of the bytes at hand change no state.
+std::size_t TagScanner::plainBytes(std::string_view bytes) const {
+    std::size_t end = 0;
+    switch (state_) {
+    case State::text:
+        end = bytes.find('<');
+        break;
+    case State::startTag:
+        end = static_cast<std::size_t>(std::find_if(bytes.begin(), bytes.end(), countsInTag) -
+                                       bytes.begin());
+        break;
+    case State::doubleQuoted:
+        end = bytes.find('"');
+        break;
+    case State::singleQuoted:
+        end = bytes.find('\'');
+        break;
+    case State::endTag:
+        end = bytes.find('>');
+        break;
+    default:
+        break;
     }
+    return std::min(end, bytes.size());
+}
+
+/// Brings the place up to a byte of those at hand.
+void TagScanner::countUntil(char const* byte) {
+    std::string_view bytes(counted_, static_cast<std::size_t>(byte - counted_));
+    counted_ = byte;
+    for (std::size_t end = bytes.find('\n'); end != std::string_view::npos;
+         end = bytes.find('\n')) {
+        ++here_.line;
+        here_.column = 1;
+        bytes.remove_prefix(end + 1);
+    }
+    here_.column += charactersIn(bytes);
 }
 
 std::optional<Position> TagScanner::takeElement() {
@@ -71,16 +118,18 @@ std::optional<Position> TagScanner::takeElement() {
     return place;
 }
 
-void TagScanner::beginMarkup() {
+void TagScanner::beginMarkup(char const* byte) {
+    countUntil(byte);
     pieceSize_ = 0;
     pieceBegin_ = here_;
     state_ = State::opened;
 }
 
 /// After the '>' at hand.
-void TagScanner::beginText() {
+void TagScanner::beginText(char const* byte) {
+    countUntil(byte + 1);
     pieceSize_ = 0;
-    pieceBegin_ = {here_.line, here_.column + 1};
+    pieceBegin_ = here_;
     state_ = State::text;
 }
 
@@ -102,7 +151,8 @@ inline void TagScanner::stepOpened(char c) {
     }
 }
 
-inline TagScanner::Refusal TagScanner::stepStartTag(char c) {
+inline TagScanner::Refusal TagScanner::stepStartTag(char const* byte) {
+    const char c = *byte;
     if (c == '"') {
         state_ = State::doubleQuoted;
     } else if (c == '\'') {
@@ -110,16 +160,16 @@ inline TagScanner::Refusal TagScanner::stepStartTag(char c) {
     } else if (c == '=' && ++attributes_ > mostAttributes) {
         return Refusal::manyAttributes;
     } else if (c == '>') {
-        beginText();
+        beginText(byte);
         depth_ -= slash_ ? 1U : 0U;
     }
     slash_ = c == '/';
     return Refusal::none;
 }
 
-inline void TagScanner::stepEndTag(char c) {
-    if (c == '>') {
-        beginText();
+inline void TagScanner::stepEndTag(char const* byte) {
+    if (*byte == '>') {
+        beginText(byte);
         depth_ -= depth_ > 0 ? 1U : 0U;
     }
 }
@@ -136,28 +186,30 @@ inline TagScanner::Refusal TagScanner::stepDeclaration(char c) {
 }
 
 /// In a piece that ends with '>' after so many of its mark.
-inline void TagScanner::stepUntilMarks(char c, char mark, unsigned marks) {
+inline void TagScanner::stepUntilMarks(char const* byte, char mark, unsigned marks) {
+    const char c = *byte;
     if (c == '>' && closing_ >= marks) {
-        beginText();
+        beginText(byte);
     }
     closing_ = c == mark ? closing_ + 1 : 0;
 }
 
-TagScanner::Refusal TagScanner::step(char c) {
+TagScanner::Refusal TagScanner::step(char const* byte) {
+    const char c = *byte;
     if (++pieceSize_ > longestPiece) {
         return Refusal::longPiece;
     }
     switch (state_) {
     case State::text:
         if (c == '<') {
-            beginMarkup();
+            beginMarkup(byte);
         }
         break;
     case State::opened:
         stepOpened(c);
         break;
     case State::startTag:
-        return stepStartTag(c);
+        return stepStartTag(byte);
     case State::doubleQuoted:
         state_ = c == '"' ? State::startTag : state_;
         break;
@@ -165,10 +217,10 @@ TagScanner::Refusal TagScanner::step(char c) {
         state_ = c == '\'' ? State::startTag : state_;
         break;
     case State::endTag:
-        stepEndTag(c);
+        stepEndTag(byte);
         break;
     case State::instruction:
-        stepUntilMarks(c, '?', 1);
+        stepUntilMarks(byte, '?', 1);
         break;
     case State::declaration:
         return stepDeclaration(c);
@@ -176,10 +228,10 @@ TagScanner::Refusal TagScanner::step(char c) {
         state_ = State::comment; // anything but a second '-' the parser refuses
         break;
     case State::comment:
-        stepUntilMarks(c, '-', 2);
+        stepUntilMarks(byte, '-', 2);
         break;
     case State::characterData:
-        stepUntilMarks(c, ']', 2);
+        stepUntilMarks(byte, ']', 2);
         break;
     }
     return Refusal::none;

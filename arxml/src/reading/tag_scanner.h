@@ -56,15 +56,16 @@ private:
     };
 
     std::size_t skipByteOrderMark(std::string_view bytes);
-    Refusal step(char c);
+    std::size_t plainBytes(std::string_view bytes) const;
+    Refusal step(char const* byte);
     void stepOpened(char c);
-    Refusal stepStartTag(char c);
-    void stepEndTag(char c);
+    Refusal stepStartTag(char const* byte);
+    void stepEndTag(char const* byte);
     Refusal stepDeclaration(char c);
-    void stepUntilMarks(char c, char mark, unsigned marks);
-    void advance(std::string_view bytes);
-    void beginMarkup();
-    void beginText();
+    void stepUntilMarks(char const* byte, char mark, unsigned marks);
+    void countUntil(char const* byte);
+    void beginMarkup(char const* byte);
+    void beginText(char const* byte);
 
     State state_ = State::text;
     bool started_ = false;
@@ -74,7 +75,8 @@ private:
     bool slash_ = false;         // the last character of the start tag so far is one
     std::size_t depth_ = 0;      // of the elements
     std::size_t pieceSize_ = 0;
-    Position here_{1, 1}; // of the next character
+    Position here_{1, 1};           // of the byte at `counted_`
+    char const* counted_ = nullptr; // in the bytes at hand
     Position pieceBegin_{1, 1};
     std::deque<Position> elements_;
 };

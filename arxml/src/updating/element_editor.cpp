@@ -1,5 +1,6 @@
 #include "updating/element_editor.h"
 
+#include "source/white_space.h"
 #include "writing/element_order.h"
 
 #include <algorithm>
@@ -136,13 +137,10 @@ void ElementEditor::changeText(std::string const& before,
     }
     std::size_t begin = source.content;
     std::size_t end = source.contentEnd;
-    const auto isBlank = [&](std::size_t at) {
-        return std::string_view(" \t\r\n").find(file_[at]) != std::string_view::npos;
-    };
-    while (begin < end && isBlank(begin)) {
+    while (begin < end && isWhiteSpace(file_[begin])) {
         ++begin;
     }
-    while (end > begin && isBlank(end - 1)) {
+    while (end > begin && isWhiteSpace(file_[end - 1])) {
         --end;
     }
     edits_.push_back({begin, end, escaped(after)});

@@ -33,6 +33,27 @@ bool isInList(Generic::SequenceRef const& list,
                : list.generic_contains(Generic::objectRef(object, list.getDeviant()));
 }
 
+bool addDirectly(Generic::SequenceRef const& list,
+                 NSInterface::ClassObjectIntf* object,
+                 ElementCast known) {
+    References* const references = References::of(list.access());
+    if (references == nullptr || references->storage().empty()) {
+        return false; // an empty list may be none of the state
+    }
+    references->appendIfNew(object, known);
+    return true;
+}
+
+bool removeDirectly(Generic::SequenceRef const& list,
+                    NSInterface::ClassObjectIntf* object,
+                    ElementCast known) {
+    References* const references = References::of(list.access());
+    if (references != nullptr) {
+        references->eraseIfThere(object, known);
+    }
+    return references != nullptr;
+}
+
 void appendToList(Generic::SequenceRef const& list, NSInterface::ClassObjectIntf* object) {
     if (References* const references = References::of(list.access())) {
         references->storage().append(object);

@@ -5,6 +5,7 @@ from __future__ import annotations
 import pathlib
 import re
 import shutil
+import subprocess
 
 from .check import Check
 from .project import Project
@@ -12,10 +13,10 @@ from .project import Project
 # A count moves by less when addresses differ, and by more when an operation does more.
 _TOLERANCE = 0.03
 _PREFIX = "cost_"
-_ROUNDS = 1000
 _PART = re.compile(r"^part: (\d+)", re.MULTILINE)
 _TRIGGER = re.compile(rf"^desc: Trigger: --dump-before={_PREFIX}(\w+)", re.MULTILINE)
-_TOTALS = re.compile(r"^totals: (\d+)", re.MULTILINE)
+_EVENTS = re.compile(r"^events: (.+)", re.MULTILINE)
+_TOTALS = re.compile(r"^totals: (.+)", re.MULTILINE)
 
 
 def _list(project: Project) -> pathlib.Path:
@@ -44,33 +45,37 @@ def compare(expected: dict[str, int], counted: dict[str, int]) -> list[str]:
     return findings
 
 
-def counts_in(parts: list[str]) -> dict[str, int]:
-    """The instructions of one round of each operation, off what callgrind wrote before each of them.
+def counts_in(parts: list[str], rounds: int) -> dict[str, dict[str, float]]:
+    """What one round of each operation takes of each event, off what callgrind wrote before each of them.
 
-    A part holds what was counted since the part before: the operation that the latter names.
+    A part holds what was counted since the part before: the operation that the latter names. Events that
+    didn't happen may be left out.
     """
     named = sorted((int(_PART.search(text)[1]), text) for text in parts if _TRIGGER.search(text))
     texts = [text for _, text in named]
     return {
-        _TRIGGER.search(before)[1]: round(int(_TOTALS.search(text)[1]) / _ROUNDS)
+        _TRIGGER.search(before)[1]: {
+            event: int(total) / rounds
+            for event, total in zip(_EVENTS.search(text)[1].split(), _TOTALS.search(text)[1].split())
+        }
         for before, text in zip(texts, texts[1:])
     }
 
 
-def count(project: Project) -> dict[str, int]:
-    """Runs the operations."""
-    program = project.build("release", "operation_costs") / "tests" / "cost" / "operation_costs"
-    folder = project.root / "build" / "check" / "cost"
+def count(program: pathlib.Path, folder: pathlib.Path, rounds: int, *options: str) -> dict[str, dict[str, float]]:
+    """Runs so many rounds of the operations under callgrind, which writes to the folder."""
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
-    project.run(
-        "valgrind",
-        "--tool=callgrind",
-        f"--callgrind-out-file={folder}/counts",
-        f"--dump-before={_PREFIX}*",
-        program,
-    )
-    return counts_in([path.read_text() for path in folder.iterdir()])
+    command = ["valgrind", "--tool=callgrind", f"--callgrind-out-file={folder}/counts",
+               f"--dump-before={_PREFIX}*", *options, str(program), str(rounds)]
+    subprocess.run(command, check=True, capture_output=True)
+    return counts_in([path.read_text() for path in folder.iterdir()], rounds)
+
+
+def _instructions(project: Project) -> dict[str, int]:
+    program = project.build("release", "operation_costs") / "tests" / "cost" / "operation_costs"
+    counted = count(program, project.root / "build" / "check" / "cost", 1000)
+    return {name: round(events["Ir"]) for name, events in counted.items()}
 
 
 def _find(project: Project) -> list[str]:
@@ -78,12 +83,12 @@ def _find(project: Project) -> list[str]:
     # Another compiler makes other code, and without callgrind nothing is counted.
     if shutil.which("valgrind") is None or compiler != _compiler(project):
         return []
-    return compare(expected, count(project))
+    return compare(expected, _instructions(project))
 
 
 def _repair(project: Project) -> None:
     lines = [f"# {_compiler(project)}"]
-    lines += [f"{name} {instructions}" for name, instructions in sorted(count(project).items())]
+    lines += [f"{name} {instructions}" for name, instructions in sorted(_instructions(project).items())]
     _list(project).write_text("\n".join(lines) + "\n")
 
 

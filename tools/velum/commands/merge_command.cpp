@@ -5,10 +5,13 @@
 #include "merge/merge.h"
 #include "merge/printers.h"
 #include "model/dictionary.h"
+#include "model/input_files.h"
 #include "report/printers.h"
 
 #include <algorithm>
+#include <exception>
 #include <iostream>
+#include <qob_store/store.h>
 #include <string_view>
 #include <velum_arxml/source/input_error.h>
 #include <velum_arxml/source/standard_input.h>
@@ -44,6 +47,11 @@ CLI::Option* addKinds(CLI::App& command,
         ->type_name("KIND,...");
 }
 
+MergeExitCode tell(std::exception const& error) {
+    std::cerr << "velum: " << report::inOneLine(error.what()) << "\n";
+    return isUnreadableOrUnwritable;
+}
+
 } // namespace
 
 void MergeCommand::addTo(CLI::App& app) {
@@ -59,7 +67,8 @@ void MergeCommand::addTo(CLI::App& app) {
     command
         ->add_option("-o,--output",
                      output_,
-                     "Where to write the result: a file, or a folder with --layout packages")
+                     "Where to write the result: a file, a store (.velum), or a folder with "
+                     "--layout packages")
         ->required()
         ->type_name("FILE");
     addKinds(*command,
@@ -92,6 +101,15 @@ merge::Resolutions MergeCommand::resolutions() const {
     return all;
 }
 
+/// In the form that every command reads from a file of this name.
+void MergeCommand::write(QOB::Model const& merged) const {
+    if (model::isStore(output_)) {
+        QOB::Store::save(merged, output_);
+    } else {
+        arxml_.write(merged, output_);
+    }
+}
+
 int MergeCommand::run() const {
     for (std::string const& word : decidedForTheirs_) {
         bool const isInOurs = std::find(decidedForOurs_.begin(), decidedForOurs_.end(), word) !=
@@ -116,15 +134,16 @@ int MergeCommand::run() const {
         merge::Outcome const outcome =
             merge::mergeModels(base.model(), ours.model(), theirs.model(), resolutions());
         if (outcome.isMerged()) {
-            arxml_.write(ours.model(), output_);
+            write(ours.model());
         }
         if (!print(isJson_ ? printJson(outcome) : printText(outcome))) {
             return isUnreadableOrUnwritable;
         }
         return outcome.isMerged() ? isMerged : hasConflicts;
     } catch (arxml::InputError const& error) {
-        std::cerr << "velum: " << report::inOneLine(error.what()) << "\n";
-        return isUnreadableOrUnwritable;
+        return tell(error);
+    } catch (QOB::StoreError const& error) {
+        return tell(error);
     }
 }
 

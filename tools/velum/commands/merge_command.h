@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <qob/qob.h>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ public:
 
 private:
     merge::Resolutions resolutions() const;
+    void write(QOB::Model const& merged) const;
 
     std::string base_;
     std::string ours_;

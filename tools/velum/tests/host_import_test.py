@@ -644,7 +644,7 @@ class RefusalTest(unittest.TestCase):
             folder.write("f.arxml", OPENING + "<A>" * depth + "</A>" * depth + "</AUTOSAR>")
             self.refused(
                 folder.run("import", "f.arxml"),
-                "f.arxml:1:819: Elements are nested more than 256 deep.")
+                "f.arxml:1:814: Elements are nested more than 256 deep.")
         parts = "<A/>" * 2_000_001
         self.check(
             f"{OPENING}<AR-PACKAGES><AR-PACKAGE><ELEMENTS>\n<SW-BASE-TYPE>{parts}</SW-BASE-TYPE>"

@@ -116,6 +116,13 @@ class EveryCommandTest(StoreTest):
         code, text, _ = self.outputs("show", "--svg", "/Ignition/Constants/SparkAdvance", "i.velum")
         self.assertEqual((code, text[:4]), (0, "<svg"))
 
+    def test_merge_reads_and_writes_them(self):
+        self.run_("import", "-o", "next.velum", "platform.arxml", "next/gearbox.arxml")
+        self.assertEqual(self.outputs("merge", "d.velum", "d.velum", "next.velum", "-o", "m.velum")[0::2],
+                         (0, ""))
+        self.assertTrue((self.path / "m.velum").read_bytes().startswith(HEADER))
+        self.assertEqual(self.outputs("diff", "--summary", "next.velum", "m.velum")[0], 0)
+
     def test_rename_changes_files_only(self):
         self.fails_in_a_line(1, "d.velum: This is a store; rename in the .arxml files, and import "
                              "them again", "rename", "d.velum", "/Gearbox/CompuMethods/Torque", "T")
@@ -132,8 +139,10 @@ class FilesTest(StoreTest):
         self.assertFalse((self.path / "none.velum").exists())
         self.folder.write("x.velum", (self.path / "d.velum").read_bytes()[:20000])
         self.fails_in_a_line(1, "x.velum: the file is damaged", "find", "x.velum")
-        result = self.outputs("diff", "x.velum", "d.velum")
-        self.assertEqual((result[0], result[2].count("\n")), (3, 1), "as diff says of any file")
+        for command in (["diff", "x.velum", "d.velum"],
+                        ["merge", "d.velum", "x.velum", "d.velum", "-o", "m.arxml"]):
+            result = self.outputs(*command)
+            self.assertEqual((result[0], result[2].count("\n")), (3, 1), command)
 
     def test_stores_and_documents_are_read_together(self):
         def unit(name):

@@ -656,7 +656,8 @@ private:
             property.methods->removeSingleValued(object.get(), deviant, property.id());
             return;
         }
-        bool const isSame = VelumTest::show(property.get(object)) == VelumTest::show(value);
+        bool const isSame = VelumTest::show(property.get(object)) == VelumTest::show(value) &&
+                            isInItsList(property, thing, object, value);
         bool const isRefused =
             !isSame && isOwnerByView(property) &&
             !VelumTest::takesIn(kindOf(ClassObject(value))->of.methods, thing.kind->of.methods);
@@ -677,8 +678,24 @@ private:
                     (raised ? " is refused" : " takes what its owner has no list for"));
         if (isSame || isRefused) {
             require(statesIn(view) == states, "a write that changes nothing makes a state");
-            require(same(snapshot(view), before), "a write that changes nothing changes something");
+            require(same(snapshot(view), before),
+                    std::string(isSame ? "the same value of " : "the refused value of ") +
+                        property.description->name + " changes something");
         }
+    }
+
+    /// False for a reference that is also an element of a list, if the list has lost the value: a
+    /// set brings it back.
+    static bool isInItsList(Property const& property,
+                            Thing const& thing,
+                            ClassObject const& object,
+                            Object const& value) {
+        return std::all_of(
+            thing.kind->all.begin(), thing.kind->all.end(), [&](Property const& list) {
+                return !list.isMany() || !isAssociation(list) ||
+                       !VelumTest::comesDownTo(property, list.description->name) ||
+                       list.elements(object).contains(value);
+            });
     }
 
     std::vector<QOB::NSInterface::ObjectIntf*> statesIn(View const& view) const {

@@ -96,6 +96,23 @@ bool Refs::has(NSInterface::ClassObjectIntf* object, ElementCast known) const {
     return false;
 }
 
+bool Refs::appendIfNew(NSInterface::ClassObjectIntf* object, ElementCast known) {
+    if (elementCast_ != known) {
+        elementCast_(object);
+    }
+    return storage_.insert(storage_.size(), object);
+}
+
+bool Refs::eraseIfThere(NSInterface::ClassObjectIntf* object, ElementCast known) {
+    if (storage_.erase(object)) {
+        return true;
+    }
+    if (elementCast_ != known) {
+        elementCast_(object);
+    }
+    return false;
+}
+
 Ref Refs::generic_at(Deviant const& deviant, int index) const {
     internal::checkElementIndex(index, size());
     return objectRefIn(storage_.at(static_cast<std::size_t>(index)), deviant);

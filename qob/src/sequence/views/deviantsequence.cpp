@@ -75,15 +75,22 @@ SequenceRef GenericDeviantSequence::writing(Deviant const& deviant) {
     return result;
 }
 
+/// True for an object of the same model in the model's root: a list notes nothing about it.
+bool GenericDeviantSequence::isAtHome(Deviant const& deviant, Ref const& element) const {
+    Deviant const root = internal::rootDeviantOf(object_.get());
+    return deviant == root && element.deviant == root &&
+           internal::rootDeviantOf(objectOf(element)) == root;
+}
+
 void GenericDeviantSequence::gain(Deviant const& deviant, Ref const& element) const {
-    if (isObject(element)) {
+    if (isObject(element) && !isAtHome(deviant, element)) {
         own(deviant).setOrAddReferred(element.deviant, methods_, propertyId_);
         exchange(deviant, nullptr, objectOf(element));
     }
 }
 
 void GenericDeviantSequence::lose(Deviant const& deviant, Ref const& element) const {
-    if (isObject(element)) {
+    if (isObject(element) && !isAtHome(deviant, element)) {
         own(deviant).removeReferred(element.deviant, methods_, propertyId_);
         exchange(deviant, objectOf(element), nullptr);
     }
@@ -133,6 +140,12 @@ bool GenericDeviantSequence::appendNew(Deviant const& deviant, Ref const& elemen
     SequenceRef const source = methods_->getMultiValued(state, deviant, propertyId_, false);
     References* const list = References::of(source.access());
     bool const holdsObjects = list != nullptr && element.equalFn == nullptr;
+    if (holdsObjects && element.data != nullptr && !list->storage().empty() &&
+        isAtHome(deviant, element) && deviant.isWritableWithoutChecks() &&
+        internal::isThere(objectOf(element), deviant)) {
+        // Nothing refuses or records this write, so the list itself finds out what is new.
+        return list->appendIfNew(objectOf(element), nullptr);
+    }
     if (holdsObjects ? list->has(objectOf(element))
                      : (isUnique() || mustExist) && source.generic_contains(element)) {
         return false;

@@ -242,40 +242,55 @@ namespace CooperativeVisitor::internal {
 /// The number of libraries that have gone, and their classes with them.
 extern QOB_EXPORT unsigned goneLibraries;
 
-/// The last object that was converted to a class, by the address of its virtual table. All objects
-/// with this table are converted alike.
-struct LastCast {
+/// How an object was converted to a class, by the address of its virtual table: all objects with
+/// this table are converted alike.
+struct NotedCast {
     static constexpr std::ptrdiff_t NoCast = PTRDIFF_MIN;
 
     void const* virtualTable = nullptr;
     std::ptrdiff_t distance = NoCast;
-    unsigned goneLibraries = 0; ///< when it was noted; an address may serve another table since
 };
 
+/// The last two of them: an object and its states often take turns.
+struct LastCasts {
+    NotedCast newest;
+    NotedCast older;
+    unsigned goneLibraries = 0; ///< when they were noted; an address may serve another table since
+};
+
+/// The distance of an object whose cast isn't the newest.
 template <class T, class From>
-QOB_NOINLINE void noteCast(LastCast& last, From const* object, void const* virtualTable) {
+QOB_NOINLINE std::ptrdiff_t
+distanceOf(LastCasts& last, From const* object, void const* virtualTable) {
+    bool const isValid = last.goneLibraries == goneLibraries;
+    if (isValid && last.older.virtualTable == virtualTable) {
+        return last.older.distance;
+    }
     void const* const found = object->cast(classInfo<T>());
-    last = {virtualTable,
-            found != nullptr ? static_cast<char const*>(found) -
-                                   static_cast<char const*>(static_cast<void const*>(object))
-                             : LastCast::NoCast,
-            goneLibraries};
+    last.older = isValid ? last.newest : NotedCast();
+    last.newest = {virtualTable,
+                   found != nullptr ? static_cast<char const*>(found) -
+                                          static_cast<char const*>(static_cast<void const*>(object))
+                                    : NotedCast::NoCast};
+    last.goneLibraries = goneLibraries;
+    return last.newest.distance;
 }
 
 /// The object as class `T`, or null.
 template <class T, class From>
 T const* castPointer(From const* object) {
-    static LastCast last;
+    static LastCasts last;
     void const* const address = object;
     void const* virtualTable = nullptr;
     std::memcpy(&virtualTable, address, sizeof virtualTable);
-    if (last.virtualTable != virtualTable || last.goneLibraries != goneLibraries) [[unlikely]] {
-        noteCast<T>(last, object, virtualTable);
+    std::ptrdiff_t distance = last.newest.distance;
+    if (last.newest.virtualTable != virtualTable || last.goneLibraries != goneLibraries)
+        [[unlikely]] {
+        distance = distanceOf<T>(last, object, virtualTable);
     }
-    return last.distance != LastCast::NoCast
-               ? static_cast<T const*>(
-                     static_cast<void const*>(static_cast<char const*>(address) + last.distance))
-               : nullptr;
+    return distance != NotedCast::NoCast ? static_cast<T const*>(static_cast<void const*>(
+                                               static_cast<char const*>(address) + distance))
+                                         : nullptr;
 }
 
 } // namespace CooperativeVisitor::internal

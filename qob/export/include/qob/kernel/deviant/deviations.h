@@ -151,11 +151,16 @@ public:
     }
 
     /// The state that a write changes, if neither checks nor records come first; otherwise null,
-    /// and the write takes writeState().
+    /// and the write takes checkedState().
     QOB_ALWAYS_INLINE StateType* directState(Deviant deviant) const {
         return readsRootDirectly(deviant) && deviant.isWritableWithoutChecks()
                    ? typed(this->rootState_)
                    : nullptr;
+    }
+
+    /// The state that any other write changes; see writeState().
+    StateType* checkedState(Deviant deviant) const {
+        return typed(const_cast<Deviations*>(this)->writeStateSlow(deviant, Operations));
     }
 
     /// The state that a write in the deviant changes. Creates it if needed, and saves the old state

@@ -38,6 +38,13 @@ Intf* writeState(Intf* object, Deviant deviant) {
     return state;
 }
 
+/// True if a write changes the state that a read finds, and neither checks nor records come first.
+template <class Intf>
+bool writesDirectly(Intf const* object, Deviant deviant) {
+    return deviant == QOB::internal::rootDeviantOf(upcast<NSInterface::ObjectIntf>(object)) &&
+           deviant.isWritableWithoutChecks();
+}
+
 /// The deviant that a call on a root object acts on: for one of another model, the object's root.
 /// The kernel records writes there.
 template <class Intf>

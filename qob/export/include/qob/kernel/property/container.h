@@ -21,7 +21,8 @@ inline void setContainerAlone(NSInterface::ClassObjectIntf* object,
         ClassObjectIntf::ContainerQOBId);
 }
 
-/// The same for a caller that has read the current container, which is another one.
+/// The same for a caller that has read the current container, which is another one, and has a
+/// OneWrite.
 inline void replaceContainer(NSInterface::ClassObjectIntf* object,
                              Deviant deviant,
                              ClassObject const& old,

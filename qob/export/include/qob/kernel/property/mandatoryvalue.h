@@ -40,10 +40,21 @@ struct InField {
     static void set(Root* object, Deviant deviant, Value const& value) {
         if (auto* const state = object->directState(deviant)) {
             state->fields_.*Field = value;
-            return;
+        } else {
+            setChecked(object, deviant, value);
         }
-        OneWrite const write;
-        object->writeState(deviant)->fields_.*Field = value;
+    }
+
+private:
+    /// Out of line: a direct write needs no frame.
+    template <class Root, class Value>
+    QOB_NOINLINE static void setChecked(Root* object, Deviant deviant, Value const& value) {
+        if (QOB::internal::observedDeviants == 0) [[likely]] {
+            object->checkedState(deviant)->fields_.*Field = value;
+        } else {
+            OneWrite const write;
+            object->checkedState(deviant)->fields_.*Field = value;
+        }
     }
 };
 

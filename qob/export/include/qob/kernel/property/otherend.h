@@ -22,6 +22,13 @@ using ElementCast = NSInterface::ClassObjectIntf* (*)(void* data);
 // of the class that `known` accepts; a list of a narrower class raises for others.
 QOB_EXPORT bool
 isInList(Generic::SequenceRef const& list, NSInterface::ClassObjectIntf* object, ElementCast known);
+/// In one look, on a list that a write changes directly; false if that takes a state or a view.
+QOB_EXPORT bool addDirectly(Generic::SequenceRef const& list,
+                            NSInterface::ClassObjectIntf* object,
+                            ElementCast known);
+QOB_EXPORT bool removeDirectly(Generic::SequenceRef const& list,
+                               NSInterface::ClassObjectIntf* object,
+                               ElementCast known);
 /// An object that isn't there.
 QOB_EXPORT void appendToList(Generic::SequenceRef const& list,
                              NSInterface::ClassObjectIntf* object);
@@ -38,7 +45,8 @@ NSInterface::ClassObjectIntf* classObjectOf(Intf* object) {
     }
 }
 
-/// A multi-valued end: `GetMany` returns its elements, `GetOnlyMany` on a state its container.
+/// A multi-valued end: `GetMany` returns its elements, `GetOnlyMany` on a state its container. Its
+/// writes are parts of rules that have a OneWrite.
 template <auto GetMany, auto GetOnlyMany>
 struct ManyAtOtherEnd {
     /// Raises if the class of `other` doesn't accept the object.
@@ -50,16 +58,22 @@ struct ManyAtOtherEnd {
     template <class Other, class Intf>
     static void add(Other const& other, Deviant deviant, Intf* object) {
         auto* const element = classObjectOf(object);
-        if (!present<Other, Intf>(other, deviant, element)) {
-            OneWrite const write;
+        if (writesDirectly(other.get(), deviant) &&
+            addDirectly(elements(other, deviant), element, known<Other, Intf>)) {
+            return;
+        }
+        if (!isInList(elements(other, deviant), element, known<Other, Intf>)) {
             appendToList((writeState(other.get(), deviant)->*GetOnlyMany)(deviant), element);
         }
     }
     template <class Other, class Intf>
     static void remove(Other const& other, Deviant deviant, Intf* object) {
         auto* const element = classObjectOf(object);
-        if (present<Other, Intf>(other, deviant, element)) {
-            OneWrite const write;
+        if (writesDirectly(other.get(), deviant) &&
+            removeDirectly(elements(other, deviant), element, known<Other, Intf>)) {
+            return;
+        }
+        if (isInList(elements(other, deviant), element, known<Other, Intf>)) {
             removeFromList((writeState(other.get(), deviant)->*GetOnlyMany)(deviant), element);
         }
     }
@@ -75,17 +89,17 @@ private:
         using Elements = decltype(elements(std::declval<Other const&>(), deviant));
         return typename Elements::value_type(object, deviant);
     }
+    /// The class that the object is known to be of; null if the list has to ask.
     template <class Other, class Intf>
-    static bool
-    present(Other const& other, Deviant deviant, NSInterface::ClassObjectIntf* element) {
-        using Elements = decltype(elements(other, deviant));
+    static constexpr ElementCast known = [] {
+        using Elements = decltype(elements(std::declval<Other const&>(), Deviant()));
         using Element = typename Elements::value_type;
-        ElementCast known = nullptr;
         if constexpr (std::is_base_of_v<typename Element::Interface, Intf>) {
-            known = &MultiIndexImplInternal::castElement<Element>;
+            return ElementCast(&MultiIndexImplInternal::castElement<Element>);
+        } else {
+            return ElementCast(nullptr);
         }
-        return isInList(elements(other, deviant), element, known);
-    }
+    }();
 };
 
 } // namespace QOB::property

@@ -20,10 +20,9 @@ Owner getOwner(Intf const* object, Deviant deviant) {
 }
 
 /// Replaces `container`, the current one, by another owner. If it is an owner too, its collection
-/// loses the object.
+/// loses the object. A part of a rule that has a OneWrite.
 template <class End, class Owner, class Intf>
 void replaceOwner(Intf* object, Deviant deviant, ClassObject const& container, Owner const& owner) {
-    OneWrite const write;
     if (Owner const old(container); old.isValid()) {
         End::remove(old, deviant, object);
         replaceContainer(upcast<NSInterface::ClassObjectIntf>(object), deviant, container, owner);
@@ -71,6 +70,7 @@ void setOnlyOwner(Intf* object,
     } else {
         ClassObject const container = object->getContainerQOB(deviant);
         if (!(container == ClassObject(owner))) {
+            OneWrite const write;
             replaceOwner<End>(object, deviant, container, owner);
         }
     }

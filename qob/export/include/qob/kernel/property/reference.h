@@ -63,7 +63,8 @@ void tellReferred(Intf* object,
     }
 }
 
-/// Replaces `old`, the current value, by `value`, which differs. Either may be empty.
+/// Replaces `old`, the current value, by `value`, which differs. Either may be empty. A part of a
+/// rule that has a OneWrite.
 template <auto Set, class Intf, class Old, class Handle>
 void replaceReference(Intf* object,
                       Deviant deviant,
@@ -71,7 +72,6 @@ void replaceReference(Intf* object,
                       Handle const& value,
                       IntrospectiveMethods const& methods,
                       unsigned id) {
-    OneWrite const write;
     Intf* const state = writeState(object, deviant);
     tellReferred(object, state, deviant, old, value, methods, id);
     (state->*Set)(deviant, value);
@@ -85,6 +85,7 @@ void removeOnlyReference(Intf* object,
                          unsigned id) {
     auto const old = (readState(object, deviant)->*Get)(deviant);
     if (old.get() != nullptr) {
+        OneWrite const write;
         replaceReference<Set>(object, deviant, old, decltype(old)(), methods, id);
     }
 }
@@ -98,6 +99,7 @@ void storeReference(Intf* object,
                     unsigned id) {
     auto const old = (readState(object, deviant)->*Get)(deviant);
     if (!(old == value)) {
+        OneWrite const write;
         replaceReference<Set>(object, deviant, old, value, methods, id);
     }
 }

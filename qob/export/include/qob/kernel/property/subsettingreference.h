@@ -3,13 +3,13 @@
 #include "qob/kernel/property/reference.h"
 
 /// A reference that is also an element of a wider property of the same object, which has another
-/// end: the object referred to is always in the wider property too.
+/// end. Each set brings its value into the wider property, also if it refers to the value already;
+/// a removal from either of the two doesn't change the other.
 namespace QOB::property {
 
 /// First adds the value to the wider property `GetMany`, at both ends: if that raises, the
 /// reference doesn't change. A value that is already there is found without a view; its other end,
-/// written by `SetOnlyFar`, may still refer to another object. A removal doesn't change the wider
-/// property.
+/// written by `SetOnlyFar`, may still refer to another object.
 template <auto Get, auto Set, auto Remove, auto GetMany, auto SetOnlyFar, class Intf, class Handle>
 void setSubsetting(Intf* object,
                    Deviant deviant,

@@ -107,6 +107,9 @@ public:
     bool has(NSInterface::ClassObjectIntf* object) const;
     /// The same for an object that `known` accepts.
     bool has(NSInterface::ClassObjectIntf* object, ElementCast known) const;
+    /// Both return whether the list has changed, and raise for an object as `has` does.
+    bool appendIfNew(NSInterface::ClassObjectIntf* object, ElementCast known);
+    bool eraseIfThere(NSInterface::ClassObjectIntf* object, ElementCast known);
 
     void incRef() const override {}
     void decRef() const override {}

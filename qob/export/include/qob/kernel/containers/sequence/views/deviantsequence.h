@@ -62,6 +62,7 @@ private:
     /// True if inserting the element would change nothing. Raises if it can't be inserted.
     bool refuses(Deviant const& deviant, Ref const& element) const;
     /// Informs the kernel that the property, written in the deviant, now refers to the object.
+    bool isAtHome(Deviant const& deviant, Ref const& element) const;
     void gain(Deviant const& deviant, Ref const& element) const;
     /// The same for an object that it no longer refers to. Does nothing for values.
     void lose(Deviant const& deviant, Ref const& element) const;
