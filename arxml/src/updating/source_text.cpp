@@ -1,5 +1,7 @@
 #include "updating/source_text.h"
 
+#include "source/white_space.h"
+
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -9,20 +11,6 @@ namespace velum::arxml {
 namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
-
-bool isWhite(char c) {
-    return c == ' ' || c == '\n' || c == '\t' || c == '\r';
-}
-
-std::string_view stripped(std::string_view text) {
-    while (!text.empty() && isWhite(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && isWhite(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
 
 /// The text that the five named entities and character data stand for.
 std::string unescaped(std::string_view text) {
@@ -132,8 +120,7 @@ std::string_view attributeIn(std::string_view tag, std::string_view name) {
     for (std::size_t at = tag.find(name); at != std::string_view::npos;
          at = tag.find(name, at + 1)) {
         const std::size_t behind = tag.find_first_not_of(blanks, at + name.size());
-        if (blanks.find(tag[at - 1]) == std::string_view::npos ||
-            behind == std::string_view::npos || tag[behind] != '=') {
+        if (!isWhiteSpace(tag[at - 1]) || behind == std::string_view::npos || tag[behind] != '=') {
             continue;
         }
         const std::size_t quote = tag.find_first_of("\"'", behind);
@@ -177,7 +164,7 @@ private:
         open_.pop_back();
         const std::string_view content = text_.substr(open.content, tag.begin - open.content);
         if (open.name == "SHORT-NAME" && !open_.empty()) {
-            const std::string_view name = stripped(content);
+            const std::string_view name = withoutOuterSpace(content);
             path_.resize(open_.back().pathSize);
             path_ += '/';
             path_ += name;
@@ -189,11 +176,11 @@ private:
         }
         const std::string_view start = text_.substr(open.begin, open.content - open.begin);
         if (visitor_.onBase && isInBase_) {
-            closeInBase(open.name, stripped(content), start);
+            closeInBase(open.name, withoutOuterSpace(content), start);
         }
         if (isReference(open.name) && visitor_.onReference &&
             content.find('<') == std::string_view::npos) {
-            const std::string_view text = stripped(content);
+            const std::string_view text = withoutOuterSpace(content);
             visitor_.onReference({text,
                                   static_cast<std::size_t>(text.data() - text_.data()),
                                   attributeIn(start, "BASE"),
@@ -321,7 +308,7 @@ SourceNode SourceText::nodeAt(std::size_t begin) const {
         textFrom.pop_back();
         node.contentEnd = tag.kind == Tag::Kind::end ? tag.begin : tag.end;
         node.end = tag.end;
-        node.text = std::string(stripped(node.text));
+        node.text = std::string(withoutOuterSpace(node.text));
         if (open.empty()) {
             return node;
         }
