@@ -31,6 +31,7 @@ _BESIDE = (
     "qob/qob/**/*.h",
     "velum_foundation/zorvane/metamodel.h",
     "velum_arxml/notation/*.h",
+    "velum_arxml/writing/output_file.h",
     "**/nsmetaregistry/*.h",
 )
 
