@@ -126,11 +126,14 @@ private:
             return {};
         }
         rename();
-        const std::string refusal = editAndVerify(ElementEditor::Absent::isReported);
+        std::string refusal = editAndVerify(ElementEditor::Absent::isReported);
         if (refusal.empty() || missing_.empty()) {
             return refusal;
         }
-        return editAndVerify(ElementEditor::Absent::isInserted).empty() ? std::string() : refusal;
+        if (editAndVerify(ElementEditor::Absent::isInserted).empty()) {
+            refusal.clear();
+        }
+        return refusal;
     }
 
     std::string editAndVerify(ElementEditor::Absent absent) {

@@ -148,8 +148,8 @@ TEST_F(StoreFaults, AFileThatCannotBeWrittenIsLeft) {
     files::permissions(folder.file(""), files::perms(0755));
     files::permissions(path, files::perms(0444));
     std::string const failure = failureElsewhere(after.model(), path, [] {
-        constexpr uid_t Nobody = 65534; // root may write everything
-        if (geteuid() == 0 && setuid(Nobody) != 0) {
+        constexpr uid_t nobody = 65534; // root may write everything
+        if (geteuid() == 0 && setuid(nobody) != 0) {
             _exit(1);
         }
     });

@@ -164,6 +164,7 @@ TEST_F(Following, AReferenceFollowsTheObjectThatGoesAndComesBack) {
 TEST_F(Following, ALongHistoryLeavesNothingInTheFile) {
     VelumTest::World world;
     std::vector<types::Integer> integers;
+    integers.reserve(300);
     for (int i = 0; i < 300; ++i) {
         integers.push_back(types::Integer::create(world.model, "type" + std::to_string(i)));
     }

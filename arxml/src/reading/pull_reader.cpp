@@ -15,7 +15,7 @@ namespace velum::arxml {
 namespace {
 
 /// So many bytes are handed to the parser at a time: it moves what is left over after each tag.
-constexpr std::size_t portion = 8192;
+constexpr std::size_t handedAtATime = 8192;
 
 char const* chars(xmlChar const* text) {
     return text == nullptr ? "" : reinterpret_cast<char const*>(text);
@@ -123,7 +123,7 @@ PullReader::PullReader(std::string file,
       names_(names),
       onProgress_(std::move(onProgress)),
       source_(file_),
-      buffer_(portion) {
+      buffer_(handedAtATime) {
 }
 
 PullReader::~PullReader() = default;

@@ -326,7 +326,8 @@ void Outline::nameAll(std::vector<Candidate> const& candidates,
         std::string path = package + "/" + name;
         const bool isTaken = taken.contains(path);
         for (int number = 2; taken.contains(path); ++number) {
-            path = package + "/" + name + "_" + std::to_string(number);
+            path = package;
+            path.append("/").append(name).append("_").append(std::to_string(number));
         }
         if (!isIdentifier(own)) {
             findings.push_back(

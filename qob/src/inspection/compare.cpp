@@ -178,6 +178,9 @@ private:
         return all;
     }
 
+    static ClassObject asObject(Object const& value) { return ClassObject(value); }
+    static ClassObject const& asObject(ClassObject const& object) { return object; }
+
     /// Appends those that are a pair; reports the others.
     template <class Objects, class Identity>
     void pairObjects(Objects const& lefts,
@@ -187,8 +190,8 @@ private:
         // Two models mostly have the same objects in the same order.
         std::size_t next = 0;
         for (; next != std::min(lefts.size(), rights.size()); ++next) {
-            ClassObject const left(lefts[next]);
-            ClassObject const right(rights[next]);
+            auto const& left = asObject(lefts[next]);
+            auto const& right = asObject(rights[next]);
             if (!identity.areSame(left, right) || !pairs_.add(left, right)) {
                 break;
             }
@@ -205,11 +208,11 @@ private:
                         std::vector<Pair>& all) {
         Partners partners;
         for (auto const& value : rights) {
-            ClassObject const right(value);
+            auto const& right = asObject(value);
             partners.add(identity(right), right);
         }
         for (auto const& value : lefts) {
-            ClassObject const left(value);
+            auto const& left = asObject(value);
             ClassObject const right = partners.take(identity(left));
             if (right.get() == nullptr) {
                 addExistence(left, {});
