@@ -219,9 +219,13 @@ bool hasValues(Attribute const& attribute, ClassObject const& object) {
     PropertyBinding const& binding = attribute.binding;
     IntrospectiveMethods const& methods = *binding.methods;
     Deviant const deviant = object.getDeviant();
-    return attribute.isMultiValued
-               ? !methods.getMultiValued(object.get(), deviant, binding.id, false).generic_empty()
-               : methods.hasSingleValued(object.get(), deviant, binding.id);
+    if (!attribute.isMultiValued) {
+        return methods.hasSingleValued(object.get(), deviant, binding.id);
+    }
+    // The state has the list itself; on the object it would be a view, made for one question.
+    NSInterface::ObjectIntf* const self = object.get();
+    NSInterface::ObjectIntf* const state = self->getReadDeviantI(deviant, self);
+    return !methods.getMultiValued(state, deviant, binding.id, false).generic_empty();
 }
 
 bool isExternalId(Attribute const& attribute) {
