@@ -14,7 +14,8 @@ namespace velum::arxml {
 
 namespace {
 
-/// So many bytes are handed to the parser at a time: it moves what is left over after each tag.
+/// The parser gets so many bytes at a time. It moves those it hasn't read yet to the front again and
+/// again, so they had better be few.
 constexpr std::size_t handedAtATime = 8192;
 
 char const* chars(xmlChar const* text) {
@@ -150,7 +151,7 @@ void PullReader::startParser() {
                           (source_.isUtf16() ? XML_PARSE_IGNORE_ENC : 0));
 }
 
-/// Hands the next bytes to the parser, which tells their steps.
+/// Hands the next bytes to the parser; what it finds in them goes to `steps_`.
 void PullReader::parseMore() {
     texts_.erase(0, textBegin_);
     textBegin_ = 0;

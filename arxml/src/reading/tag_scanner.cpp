@@ -70,7 +70,7 @@ std::size_t TagScanner::skipByteOrderMark(std::string_view bytes) {
     return i;
 }
 
-/// How many of the bytes at hand change no state.
+/// How many bytes come before the next one that may change the state.
 std::size_t TagScanner::plainBytes(std::string_view bytes) const {
     std::size_t end = 0;
     switch (state_) {
