@@ -14,8 +14,8 @@ namespace velum::arxml {
 
 namespace {
 
-/// The parser gets so many bytes at a time. It moves those it hasn't read yet to the front again and
-/// again, so they had better be few.
+/// The parser gets so many bytes at a time. It moves those it hasn't read yet to the front again
+/// and again, so they had better be few.
 constexpr std::size_t handedAtATime = 8192;
 
 char const* chars(xmlChar const* text) {

@@ -23,8 +23,8 @@ using ElementCast = NSInterface::ClassObjectIntf* (*)(void* data);
 QOB_EXPORT bool
 isInList(Generic::SequenceRef const& list, NSInterface::ClassObjectIntf* object, ElementCast known);
 // For an owner whose state is written directly: the object is searched for and added or removed at
-// once. Both return false, with nothing changed, for a list that isn't sure to be the state's own: a
-// view, and for an addition also an empty list. Then the functions below do it.
+// once. Both return false, with nothing changed, for a list that isn't sure to be the state's own:
+// a view, and for an addition also an empty list. Then the functions below do it.
 QOB_EXPORT bool addDirectly(Generic::SequenceRef const& list,
                             NSInterface::ClassObjectIntf* object,
                             ElementCast known);
