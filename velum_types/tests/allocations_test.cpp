@@ -1,3 +1,4 @@
+#include "qob/qob/compare.h"
 #include "qob/qob/transaction.h"
 #include "support/allocation_count.h"
 #include "velum_types/tests/support/described.h"
@@ -186,6 +187,31 @@ TEST(Allocations, MovesBetweenListsTakeNone) {
         move(i);
     }
     EXPECT_EQ(allocationCount(), before);
+}
+
+/// What a comparison of two equal models takes in which a list has so many values.
+std::size_t costOfComparing(int length) {
+    std::vector<QOB::Model> models;
+    for (int i = 0; i != 2; ++i) {
+        QOB::Model const model = types::NSInterface::FactoryIntf::createNewModel();
+        auto const matrix = types::Matrix::create(model, types::Boolean::create(model), "Samples");
+        for (int each = 0; each != length; ++each) {
+            matrix.getDimensionses().push_back(each);
+        }
+        models.push_back(model);
+    }
+    std::size_t const before = allocationCount();
+    EXPECT_TRUE(QOB::compare(models[0], models[1]).empty());
+    std::size_t const taken = allocationCount() - before;
+    for (QOB::Model const& model : models) {
+        model.destroy();
+    }
+    return taken;
+}
+
+TEST(Allocations, ComparingTakesNoMoreForLongerLists) {
+    costOfComparing(1); // makes the tables of the classes
+    EXPECT_EQ(costOfComparing(1000), costOfComparing(1));
 }
 
 TEST(Allocations, NumbersReadOneByOneTakeNoneAfterTheFirst) {

@@ -222,10 +222,15 @@ bool hasValues(Attribute const& attribute, ClassObject const& object) {
     if (!attribute.isMultiValued) {
         return methods.hasSingleValued(object.get(), deviant, binding.id);
     }
-    // The state has the list itself; on the object it would be a view, made for one question.
+    return !listOf(attribute, object).generic_empty();
+}
+
+Generic::SequenceRef listOf(Attribute const& attribute, ClassObject const& object) {
+    Deviant const deviant = object.getDeviant();
     NSInterface::ObjectIntf* const self = object.get();
     NSInterface::ObjectIntf* const state = self->getReadDeviantI(deviant, self);
-    return !methods.getMultiValued(state, deviant, binding.id, false).generic_empty();
+    PropertyBinding const& binding = attribute.binding;
+    return binding.methods->getMultiValued(state, deviant, binding.id, false);
 }
 
 bool isExternalId(Attribute const& attribute) {

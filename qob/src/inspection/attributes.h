@@ -12,6 +12,10 @@ bool isNothing(Object const& value);
 /// class, which is none.
 bool hasValues(Attribute const& attribute, ClassObject const& object);
 
+/// The values of an attribute with several, as the object's state has them: to be looked at at
+/// once. On the object it would be a view, made for one question.
+Generic::SequenceRef listOf(Attribute const& attribute, ClassObject const& object);
+
 /// Whether the attribute is the external id, which every object has.
 bool isExternalId(Attribute const& attribute);
 

@@ -98,6 +98,10 @@ bool Pairs::areSeenSame(Attribute const& attribute,
     if (isExternalId(attribute) && left.hasExternalId() && right.hasExternalId()) {
         return haveSameExternalId(left, right);
     }
+    if (attribute.reader == nullptr && attribute.isMultiValued && !attribute.isReference &&
+        !attribute.ownsObjects) {
+        return listOf(attribute, left).generic_equal(listOf(attribute, right));
+    }
     if (attribute.reader != nullptr || attribute.isMultiValued) {
         return !hasValues(attribute, left) && !hasValues(attribute, right);
     }

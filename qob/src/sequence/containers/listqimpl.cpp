@@ -20,14 +20,19 @@ bool equalsItself(T const& value) {
     return value == other;
 }
 
-/// Equal, or neither equal to anything.
 template <class T>
-bool sameValue(T const& a, T const& b) {
+bool isEqual(T const& a, T const& b) {
     if constexpr (std::is_same_v<T, Object>) {
         return Generic::equalObjects(a, b);
     } else {
-        return a == b || (!equalsItself(a) && !equalsItself(b));
+        return a == b;
     }
+}
+
+/// Equal, or neither equal to anything.
+template <class T>
+bool sameValue(T const& a, T const& b) {
+    return isEqual(a, b) || (!equalsItself(a) && !equalsItself(b));
 }
 
 } // namespace
@@ -245,6 +250,20 @@ template <class T>
 char const*
 ListQImplForPrimitives<T>::generic_getLumvoName(bool, bool, char const* fallback) const {
     return fallback;
+}
+
+template <class T>
+bool ListQImplForPrimitives<T>::specialized_equal(Deviant const&,
+                                                  SequenceIntf const* other,
+                                                  Deviant const&,
+                                                  bool& handled) const {
+    auto const* const same = dynamic_cast<ListQImplForPrimitives const*>(other);
+    if (same == nullptr) {
+        return false;
+    }
+    handled = true;
+    return std::equal(
+        values().begin(), values().end(), same->values().begin(), same->values().end(), isEqual<T>);
 }
 
 template <class T>

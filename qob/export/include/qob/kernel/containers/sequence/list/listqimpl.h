@@ -56,6 +56,10 @@ public:
     bool generic_contains(Deviant const&, Ref element) const override;
     char const* generic_getLumvoName(bool, bool, char const* fallback) const override;
     int generic_removeAll(Deviant const& deviant, Ref element) override;
+    bool specialized_equal(Deviant const& deviant,
+                           SequenceIntf const* other,
+                           Deviant const& otherDeviant,
+                           bool& handled) const override;
 
 private:
     std::ptrdiff_t offsetOf(IteratorIntf const* position) const;
