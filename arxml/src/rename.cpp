@@ -50,11 +50,12 @@ public:
             return report_;
         }
         OutputFiles outputs;
-        for (auto const& [file, text] : texts_) {
-            const std::vector<TextEdit> edits = renamingEdits(text, {{path_, newPath_}}, bases_);
+        for (auto& [file, text] : texts_) {
+            std::vector<TextEdit> edits = renamingEdits(text, {{path_, newPath_}}, bases_);
             if (!edits.empty()) {
                 report_.edits += edits.size();
-                outputs.add(file).write(applied(text, edits));
+                apply(text, std::move(edits));
+                outputs.add(file).write(text);
             }
         }
         outputs.commit();

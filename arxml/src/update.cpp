@@ -144,6 +144,9 @@ private:
     /// Objects with another name than their path has. They are renamed in the model of before too,
     /// so that its elements are those of the file after the renaming.
     void findRenamings(WrittenElements const& old) {
+        if (now_.outline().areIds()) {
+            return;
+        }
         for (Outline::Entry const& entry : now_.outline().entries()) {
             if (!entry.object.hasExternalId() ||
                 entry.object.getExternalId().view() == entry.path()) {
@@ -253,10 +256,10 @@ private:
                 bases.addFrom(text);
             }
         }
-        const std::vector<TextEdit> edits = renamingEdits(text_, renamings_, bases);
+        std::vector<TextEdit> edits = renamingEdits(text_, renamings_, bases);
         renamingCount_ = edits.size();
         editCount_ = renamingCount_;
-        text_ = applied(text_, edits);
+        apply(text_, std::move(edits));
     }
 
     /// Changes the elements in the text; returns why it can't be done.
@@ -299,11 +302,10 @@ private:
         }
         missing_ = editor.missing().empty() ? std::string() : editor.missing().front();
         editCount_ = renamingCount_ + editor.edits().size();
-        std::string edited = applied(text_, editor.edits());
         if (!missing_.empty()) {
-            unedited_ = std::move(text_); // for another attempt
+            unedited_ = text_; // for another attempt
         }
-        text_ = std::move(edited);
+        apply(text_, editor.edits());
         return editCount_ == 0 ? refusalOf(changed_.begin()->first) : std::string();
     }
 

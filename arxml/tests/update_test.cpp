@@ -301,6 +301,14 @@ char const* const wholeNumber =
     "<SW-BASE-TYPE><SHORT-NAME>u8</SHORT-NAME><BASE-TYPE-SIZE>8</BASE-TYPE-SIZE>"
     "<BASE-TYPE-ENCODING>NONE</BASE-TYPE-ENCODING></SW-BASE-TYPE>\n";
 
+std::string replaced(std::string text, std::string const& old, std::string const& now) {
+    for (std::size_t at = text.find(old); at != std::string::npos;
+         at = text.find(old, at + now.size())) {
+        text.replace(at, old.size(), now);
+    }
+    return text;
+}
+
 struct WrittenOtherwise {
     char const* name;
     std::string elements;
@@ -403,19 +411,23 @@ std::vector<WrittenOtherwise> writtenOtherwise() {
 
 } // namespace
 
-/// A file may say in other words what a writer says of the same objects.
+/// A file may say in other words what a writer says of the same objects, and end its lines as other
+/// systems do.
 TEST(Update, ChangesWhatAWriterWouldHaveWrittenOtherwise) {
     for (WrittenOtherwise const& each : writtenOtherwise()) {
-        SCOPED_TRACE(each.name);
-        const Folder folder;
-        const std::string file = folder / "a.arxml";
-        const std::string original = documentOf(each.elements);
-        std::ofstream(file) << original;
-        const Model model;
-        read({file}, model);
-        each.change(model);
-        EXPECT_EQ(update(file, model).refusal, "");
-        EXPECT_EQ(lineDiff(original, contentOf(file)), each.diff);
+        for (std::string const lineEnd : {"\n", "\r\n"}) {
+            SCOPED_TRACE(each.name + std::string(lineEnd == "\n" ? "" : ", with line ends of two"));
+            const Folder folder;
+            const std::string file = folder / "a.arxml";
+            const std::string original = replaced(documentOf(each.elements), "\n", lineEnd);
+            std::ofstream(file, std::ios::binary) << original;
+            const Model model;
+            read({file}, model);
+            each.change(model);
+            EXPECT_EQ(update(file, model).refusal, "");
+            const std::string after = contentOf(file);
+            EXPECT_EQ(lineDiff(original, after), replaced(each.diff, "\n", lineEnd));
+        }
     }
 }
 

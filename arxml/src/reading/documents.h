@@ -2,8 +2,8 @@
 
 #include "reading/document_index.h"
 #include "reading/element_store.h"
-#include "reading/text_arena.h"
 #include "source/names.h"
+#include "source/text_arena.h"
 
 #include <vector>
 #include <velum_arxml/source/position.h>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "reading/block_array.h"
-#include "reading/text_arena.h"
 #include "source/names.h"
 #include "source/path_tree.h"
+#include "source/text_arena.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -97,7 +97,17 @@ std::vector<std::optional<std::size_t>> pairs(SourceNode const& before, SourceNo
     return partner;
 }
 
+/// As the first line ends.
+std::string_view lineEndIn(std::string_view text) {
+    const std::size_t end = text.find('\n');
+    return end != std::string_view::npos && end > 0 && text[end - 1] == '\r' ? "\r\n" : "\n";
+}
+
 } // namespace
+
+ElementEditor::ElementEditor(std::string_view file, Absent absent)
+    : file_(file), absent_(absent), lineEnd_(lineEndIn(file)) {
+}
 
 void ElementEditor::change(std::string_view before,
                            std::string_view after,

@@ -15,10 +15,7 @@ public:
     /// What is to do with a change of an element that the file doesn't have.
     enum class Absent { isReported, isInserted };
 
-    explicit ElementEditor(std::string_view file, Absent absent = Absent::isReported)
-        : file_(file),
-          absent_(absent),
-          lineEnd_(file.find("\r\n") == std::string_view::npos ? "\n" : "\r\n") {}
+    explicit ElementEditor(std::string_view file, Absent absent = Absent::isReported);
 
     void change(std::string_view before, std::string_view after, SourceNode const& source);
     void remove(SourceNode const& source);

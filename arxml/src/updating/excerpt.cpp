@@ -45,8 +45,13 @@ void Excerpt::addCells(Index document) {
             }
             references.end = static_cast<Index>(references_.size());
             pending.erase(first, pending.end());
-            cells_.push_back(
-                {document, begin, end, path, name == "PHYSICAL-DIMENSION", isMap, references});
+            cells_.push_back({document,
+                              begin,
+                              end,
+                              paths_.keep(path),
+                              name == "PHYSICAL-DIMENSION",
+                              isMap,
+                              references});
             if (isMap) {
                 maps.push_back(index);
                 return;
@@ -75,6 +80,11 @@ void Excerpt::link() {
             byPath_.try_emplace(cells_[i].path, i);
         }
     }
+    findTargets();
+    findUsers();
+}
+
+void Excerpt::findTargets() {
     targets_.reserve(references_.size());
     for (Index i = 0; i < cells_.size(); ++i) {
         Cell& cell = cells_[i];
@@ -83,10 +93,25 @@ void Excerpt::link() {
             const Index target = cellAt(pathOf(references_[each]));
             if (target != none && target != i) {
                 targets_.push_back(target);
-                cells_[target].users.push_back(i);
+                ++cells_[target].users.end; // their number, until they get their place
             }
         }
         cell.targets.end = static_cast<Index>(targets_.size());
+    }
+}
+
+void Excerpt::findUsers() {
+    users_.resize(targets_.size());
+    Index next = 0;
+    for (Cell& cell : cells_) {
+        const Index count = cell.users.end;
+        cell.users = {next, next};
+        next += count;
+    }
+    for (Index i = 0; i < cells_.size(); ++i) {
+        for (const Index target : targetsOf(cells_[i])) {
+            users_[cells_[target].users.end++] = i;
+        }
     }
 }
 
@@ -111,7 +136,7 @@ void Excerpt::need(Index cell) {
 }
 
 void Excerpt::needUsers(Index cell) {
-    for (const Index user : cells_[cell].users) {
+    for (const Index user : usersOf(cells_[cell])) {
         need(user);
     }
 }
@@ -124,7 +149,7 @@ void Excerpt::needAllBelow() {
         for (const Index target : targetsOf(cells_[cell])) {
             need(target);
         }
-        for (const Index user : cells_[cell].users) {
+        for (const Index user : usersOf(cells_[cell])) {
             if (cells_[user].isMap && targetsOf(cells_[user]).front() == cell) {
                 need(user);
             }
@@ -142,11 +167,12 @@ void Excerpt::choose(std::vector<std::string> const& paths) {
         }
         chosen.push_back(found->second);
         Cell const& cell = cells_[found->second];
-        chosen.insert(chosen.end(), cell.users.begin(), cell.users.end());
+        const std::span<Index const> users = usersOf(cell);
+        chosen.insert(chosen.end(), users.begin(), users.end());
         for (const Index target : targetsOf(cell)) { // units of a dimension depend on each other
             if (cells_[target].isDimension) {
-                chosen.insert(
-                    chosen.end(), cells_[target].users.begin(), cells_[target].users.end());
+                const std::span<Index const> others = usersOf(cells_[target]);
+                chosen.insert(chosen.end(), others.begin(), others.end());
             }
         }
     }
@@ -154,9 +180,9 @@ void Excerpt::choose(std::vector<std::string> const& paths) {
         need(each);
         needUsers(each);
         if (!cells_[each].isMap) {
-            chosen_.push_back(cells_[each].path);
+            chosen_.emplace_back(cells_[each].path);
         } else if (!targetsOf(cells_[each]).empty()) { // its type
-            chosen_.push_back(cells_[targetsOf(cells_[each]).front()].path);
+            chosen_.emplace_back(cells_[targetsOf(cells_[each]).front()].path);
         }
     }
     std::sort(chosen_.begin(), chosen_.end());
@@ -165,22 +191,21 @@ void Excerpt::choose(std::vector<std::string> const& paths) {
 }
 
 std::string Excerpt::text(std::size_t document) const {
-    std::vector<Cell const*> cut;
+    std::vector<Cell const*> cut; // in order, none within another one
     for (Cell const& cell : cells_) {
         if (cell.document == document && !cell.isNeeded) {
+            while (!cut.empty() && cut.back()->begin > cell.begin) {
+                cut.pop_back();
+            }
             cut.push_back(&cell);
         }
     }
-    std::sort(
-        cut.begin(), cut.end(), [](Cell const* a, Cell const* b) { return a->begin < b->begin; });
     const std::string_view whole = documents_[document];
     std::string text;
     std::size_t at = 0;
     for (Cell const* const cell : cut) {
-        if (cell->begin >= at) { // not within what is cut already
-            text += whole.substr(at, cell->begin - at);
-            at = cell->end;
-        }
+        text += whole.substr(at, cell->begin - at);
+        at = cell->end;
     }
     text += whole.substr(at);
     return text;

@@ -1,13 +1,15 @@
 #pragma once
 
+#include "source/text_arena.h"
 #include "updating/renaming.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
 
 #include <cstdint>
 #include <deque>
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace velum::arxml {
@@ -53,24 +55,27 @@ private:
         Index document;
         std::size_t begin;
         std::size_t end;
-        std::string path;
+        std::string_view path; ///< In `paths_`.
         bool isDimension;
         bool isMap;
         Range references{}; ///< In `references_`, in order.
         bool isNeeded = false;
         Index set = none; ///< Of a map: what it is in.
         Range targets{};  ///< In `targets_`.
-        std::vector<Index> users{};
+        Range users{};    ///< In `users_`.
     };
 
     void addCells(Index document);
     void link();
+    void findTargets();
+    void findUsers();
     std::string_view pathOf(Reference const& reference);
     Index cellAt(std::string_view path) const;
-    std::span<Index const> targetsOf(Cell const& cell) const {
-        return std::span(targets_).subspan(cell.targets.begin,
-                                           cell.targets.end - cell.targets.begin);
+    static std::span<Index const> in(std::vector<Index> const& all, Range range) {
+        return std::span(all).subspan(range.begin, range.end - range.begin);
     }
+    std::span<Index const> targetsOf(Cell const& cell) const { return in(targets_, cell.targets); }
+    std::span<Index const> usersOf(Cell const& cell) const { return in(users_, cell.users); }
     void need(Index cell);
     void needUsers(Index cell);
     void needAllBelow();
@@ -79,9 +84,11 @@ private:
     std::vector<Cell> cells_; ///< Of each document in the order of their ends.
     std::vector<Reference> references_;
     std::vector<Index> targets_;
+    std::vector<Index> users_;
     Bases bases_; ///< Of all documents, when they are looked through.
     std::deque<Relative> relatives_;
-    std::unordered_map<std::string_view, Index> byPath_;
+    TextArena paths_;
+    boost::unordered_flat_map<std::string_view, Index, std::hash<std::string_view>> byPath_;
     std::vector<Index> open_; ///< Needed, and what they refer to isn't yet.
     std::vector<std::string> chosen_;
 };

@@ -3,6 +3,7 @@
 #include "source/white_space.h"
 
 #include <algorithm>
+#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -35,7 +36,7 @@ std::string unescaped(std::string_view text) {
     return plain;
 }
 
-/// One piece of markup.
+/// One piece of markup; only what starts an element has a name.
 struct Tag {
     enum class Kind { start, end, empty, other, text };
     Kind kind = Kind::other;
@@ -85,13 +86,16 @@ private:
     }
 
     void readTag(Tag& tag) const {
-        const bool isEnd = text_[tag.begin + 1] == '/';
-        const std::size_t name = tag.begin + (isEnd ? 2 : 1);
-        std::size_t at = name;
+        std::size_t at = tag.begin + 1;
+        if (at < text_.size() && text_[at] == '/') { // its name is that of the start tag
+            tag.kind = Tag::Kind::end;
+            tag.end = behind(">", at);
+            return;
+        }
         while (at < text_.size() && !endsName(text_[at])) {
             ++at;
         }
-        tag.name = text_.substr(name, at - name);
+        tag.name = std::string_view(text_.data() + tag.begin + 1, at - tag.begin - 1);
         while (at < text_.size() && text_[at] != '>') { // a value may have '>' in it
             const char c = text_[at];
             at = c == '"' || c == '\'' ? text_.find(c, at + 1) : at;
@@ -101,9 +105,7 @@ private:
             throw std::runtime_error("The document ends within its markup.");
         }
         tag.end = at + 1;
-        tag.kind = isEnd                  ? Tag::Kind::end
-                   : text_[at - 1] == '/' ? Tag::Kind::empty
-                                          : Tag::Kind::start;
+        tag.kind = text_[at - 1] == '/' ? Tag::Kind::empty : Tag::Kind::start;
     }
 
     std::string_view text_;
@@ -111,9 +113,9 @@ private:
 };
 
 bool isReference(std::string_view name) {
-    return name.size() > 4 && (name.substr(name.size() - 4) == "-REF" ||
-                               (name.size() > 5 && name.substr(name.size() - 5) == "-TREF") ||
-                               (name.size() > 5 && name.substr(name.size() - 5) == "-IREF"));
+    return name.ends_with("REF") && ((name.size() > 4 && name.ends_with("-REF")) ||
+                                     (name.size() > 5 && name.ends_with("-TREF")) ||
+                                     (name.size() > 5 && name.ends_with("-IREF")));
 }
 
 std::string_view attributeIn(std::string_view tag, std::string_view name) {
@@ -225,25 +227,53 @@ private:
     bool isInBase_ = false;
 };
 
+/// What stays of a text, and where it goes.
+struct Piece {
+    std::size_t from;
+    std::size_t to;
+    std::size_t size;
+};
+
+/// Pieces keep their order: one that goes to the left takes the place of none behind it, one that
+/// goes to the right of none before it.
+void movePieces(char* text, std::vector<Piece> const& pieces) {
+    for (Piece const& piece : pieces) {
+        if (piece.to < piece.from) {
+            std::memmove(text + piece.to, text + piece.from, piece.size);
+        }
+    }
+    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
+        if (piece->to > piece->from) {
+            std::memmove(text + piece->to, text + piece->from, piece->size);
+        }
+    }
+}
+
 } // namespace
 
-std::string applied(std::string_view text, std::vector<TextEdit> edits) {
+void apply(std::string& text, std::vector<TextEdit> edits) {
     std::stable_sort(edits.begin(), edits.end(), [](TextEdit const& a, TextEdit const& b) {
         return a.begin < b.begin;
     });
-    std::string result;
-    result.reserve(text.size() + 1024);
-    std::size_t at = 0;
+    std::vector<Piece> pieces;
+    Piece next{0, 0, 0};
     for (TextEdit const& edit : edits) {
-        if (edit.begin < at) {
+        if (edit.begin < next.from) {
             throw std::logic_error("Two changes of the file touch each other.");
         }
-        result += text.substr(at, edit.begin - at);
-        result += edit.text;
-        at = edit.end;
+        next.size = edit.begin - next.from;
+        pieces.push_back(next);
+        next = {edit.end, next.to + next.size + edit.text.size(), 0};
     }
-    result += text.substr(at);
-    return result;
+    next.size = text.size() - next.from;
+    pieces.push_back(next);
+    const std::size_t size = next.to + next.size;
+    text.resize(std::max(text.size(), size));
+    movePieces(text.data(), pieces);
+    for (std::size_t i = 0; i < edits.size(); ++i) {
+        text.replace(pieces[i].to + pieces[i].size, edits[i].text.size(), edits[i].text);
+    }
+    text.resize(size);
 }
 
 std::string escaped(std::string_view text) {

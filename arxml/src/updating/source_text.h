@@ -16,8 +16,10 @@ struct TextEdit {
     std::string text;
 };
 
-/// Makes all changes; none may touch another one. Those that insert at one place keep their order.
-std::string applied(std::string_view text, std::vector<TextEdit> edits);
+/// Makes all changes, in place: a document may take much of the memory. None may touch another one;
+/// those that insert at one place keep their order. Raises std::logic_error, with nothing changed,
+/// if two touch.
+void apply(std::string& text, std::vector<TextEdit> edits);
 
 /// A text with the characters escaped that XML needs.
 std::string escaped(std::string_view text);

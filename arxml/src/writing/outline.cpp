@@ -286,7 +286,8 @@ QOB::String Outline::pathOf(Candidate const& candidate) const {
 void Outline::place(std::vector<Candidate> const& candidates, std::vector<WriteFinding>& findings) {
     const std::vector<Rank> order = inOrder(candidates);
     entries_.reserve(candidates.size());
-    if (!areAllInPlace(candidates, order)) {
+    areIds_ = areAllInPlace(candidates, order);
+    if (!areIds_) {
         nameAll(candidates, order, findings);
         return;
     }
@@ -299,7 +300,7 @@ void Outline::place(std::vector<Candidate> const& candidates, std::vector<WriteF
     }
 }
 
-/// Whether each has a path of its own that is written as it is: so it is with what was read.
+/// Whether each has a path of its own that is written as it is.
 bool Outline::areAllInPlace(std::vector<Candidate> const& candidates,
                             std::vector<Rank> const& order) {
     Rank const* before = nullptr;

@@ -75,6 +75,8 @@ public:
 
     /// In the order of their paths.
     std::vector<Entry> const& entries() const { return entries_; }
+    /// Whether each path is the external id of its object: so it is with what was read.
+    bool areIds() const { return areIds_; }
     /// Null if the object is no element of a package.
     Entry const* find(QOB::ClassObject const& object) const;
     /// Null if nothing is written at the path.
@@ -132,6 +134,7 @@ private:
     std::string lastPackageText_;
     std::uint32_t lastPackage_ = 0;
     std::vector<Entry> entries_;
+    bool areIds_ = false;
     std::vector<std::uint32_t> slots_; ///< Places in `entries_` plus 1, by object; 0 if free.
     std::unordered_map<int, types::Matrix> owners_; ///< by the id of the part
     std::unordered_set<int> usedBases_;             ///< dimensions that are written as exponents
