@@ -141,6 +141,8 @@ TEST_F(MetaPackage, StopTakesEverythingDownAndAStartBringsItBack) {
     EXPECT_FALSE(QOB::ValueObjectFactory::isValueObjectType(types::Time::getTypeName()));
     meta::unregisterTypes();
 
+    meta::staticForgetTypesMetaPackage(); // so that the classes are completed again, for other
+                                          // tests
     meta::registerTypes();
     EXPECT_TRUE(types::DataSize::MetaDataType().isValid());
     EXPECT_EQ(package().getOwnedTypes().size(), 41);
