@@ -369,11 +369,11 @@ private:
         const WrittenElements got(after);
         for (std::string const& path : chosen) {
             if (got.textAt(path) != now_.textAt(path) || got.mapAt(path) != now_.mapAt(path)) {
-                return refusalOf(path);
+                return refusalAt(path, path);
             }
             if (renamings_.empty() && now_.at(path) != nullptr) {
                 if (const std::string line = hiddenDifference(got, path); !line.empty()) {
-                    return refusalOf(line);
+                    return refusalAt(path, line);
                 }
             }
         }
@@ -415,6 +415,17 @@ private:
                                      !other.hasExternalId() && nameOf(one) == nameOf(other) &&
                                      got.pathAround(one) == now_.pathAround(other);
                           });
+    }
+
+    /// Of an element that isn't what the model says, in what it isn't.
+    std::string refusalAt(std::string const& path, std::string const& what) const {
+        if (differing_.contains(path) || changed_.contains(path) || differing_.empty()) {
+            return refusalOf(what);
+        }
+        const std::string cause =
+            differing_.size() == 1 ? differing_.begin()->second : "one of the objects";
+        return "The change of " + cause + " can't be expressed in this file: it would change " +
+               path + " too.";
     }
 
     std::string refusalOf(std::string const& what) const {

@@ -411,6 +411,33 @@ std::vector<WrittenOtherwise> writtenOtherwise() {
 
 } // namespace
 
+/// Two types share limits: those of one can't change without those of the other.
+TEST(Update, NamesTheElementThatAChangeWouldAlsoChange) {
+    std::string elements = wholeNumber + std::string(limits);
+    for (char const* const name : {"A", "B"}) {
+        elements +=
+            "<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>" + std::string(name) +
+            "</SHORT-NAME><CATEGORY>VALUE</CATEGORY>\n" +
+            properties("<BASE-TYPE-REF DEST=\"SW-BASE-TYPE\">/P/u8</BASE-TYPE-REF>"
+                       "<DATA-CONSTR-REF DEST=\"DATA-CONSTR\">/P/Limits</DATA-CONSTR-REF>") +
+            "</IMPLEMENTATION-DATA-TYPE>\n";
+    }
+    const Folder folder;
+    const std::string file = folder / "a.arxml";
+    const std::string original = documentOf(elements);
+    std::ofstream(file) << original;
+    const Model model;
+    read({file}, model);
+    types::Real(objectAt(model, "/P/A")).setMaxValue(QOB::Real(3));
+    const std::string refusal = update(file, model).refusal;
+    EXPECT_NE(
+        refusal.find("\"A\": maxValue: 1 -> 3 can't be expressed in this file: it would change "
+                     "/P/B too."),
+        std::string::npos)
+        << refusal;
+    EXPECT_EQ(contentOf(file), original);
+}
+
 /// A file may say in other words what a writer says of the same objects, and end its lines as other
 /// systems do.
 TEST(Update, ChangesWhatAWriterWouldHaveWrittenOtherwise) {
