@@ -6,14 +6,13 @@
 #include "updating/written_elements.h"
 
 #include <algorithm>
-#include <deque>
 #include <filesystem>
 #include <memory>
 #include <qob/qob/compare.h>
 #include <set>
 #include <sstream>
 #include <string_view>
-#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <velum_arxml/update.h>
 #include <velum_arxml/writing/output_file.h>
@@ -125,20 +124,36 @@ private:
         if (differing_.empty() && renamings_.empty() && changed_.empty()) {
             return {};
         }
+        readBeside();
         rename();
-        std::string refusal = editAndVerify(ElementEditor::Absent::isReported);
-        if (refusal.empty() || missing_.empty()) {
-            return refusal;
-        }
-        if (editAndVerify(ElementEditor::Absent::isInserted).empty()) {
+        std::vector<std::string_view> texts{text_};
+        texts.insert(texts.end(), textsBeside_.begin(), textsBeside_.end());
+        Excerpt excerpt(texts);
+        std::string refusal = editAndVerify(excerpt, ElementEditor::Absent::isReported);
+        if (!refusal.empty() && !missing_.empty() &&
+            editAndVerify(excerpt, ElementEditor::Absent::isInserted).empty()) {
             refusal.clear();
+        }
+        if (refusal.empty()) {
+            apply(text_, std::move(edits_));
         }
         return refusal;
     }
 
-    std::string editAndVerify(ElementEditor::Absent absent) {
-        std::string refusal = edit(absent);
-        return refusal.empty() ? verify() : refusal;
+    std::string editAndVerify(Excerpt& excerpt, ElementEditor::Absent absent) {
+        std::string refusal = edit(excerpt, absent);
+        return refusal.empty() ? verify(excerpt) : refusal;
+    }
+
+    void readBeside() {
+        for (std::string const& file : beside_) {
+            std::string text = contentOf(file);
+            if (obstacleIn(text).empty()) {
+                textsBeside_.push_back(std::move(text));
+            } else {
+                filesBeside_.push_back(file);
+            }
+        }
     }
 
     /// Objects with another name than their path has. They are renamed in the model of before too,
@@ -251,10 +266,8 @@ private:
         }
         Bases bases;
         bases.addFrom(text_);
-        for (std::string const& file : beside_) {
-            if (const std::string text = contentOf(file); obstacleIn(text).empty()) {
-                bases.addFrom(text);
-            }
+        for (std::string const& text : textsBeside_) {
+            bases.addFrom(text);
         }
         std::vector<TextEdit> edits = renamingEdits(text_, renamings_, bases);
         renamingCount_ = edits.size();
@@ -262,35 +275,20 @@ private:
         apply(text_, std::move(edits));
     }
 
-    /// Changes the elements in the text; returns why it can't be done.
-    std::string edit(ElementEditor::Absent absent) {
+    /// Finds how the elements change in the text; returns why it can't be done.
+    std::string edit(Excerpt const& excerpt, ElementEditor::Absent absent) {
         if (changed_.empty()) {
             return editCount_ == 0 ? refusalOf(differing_.begin()->second) : std::string();
         }
-        if (absent == ElementEditor::Absent::isInserted) {
-            text_ = std::move(unedited_);
-        }
-        std::unordered_map<std::string, std::size_t> places;
-        for (auto const& [path, texts] : changed_) {
-            places.emplace(texts.before.empty() ? path.substr(0, path.rfind('/')) : path,
-                           std::string::npos);
-        }
-        SourceText::Visitor visitor;
-        std::size_t left = places.size();
-        visitor.onNamed =
-            [&](std::string const& path, std::size_t begin, std::size_t, std::size_t) {
-                const auto found = places.find(path);
-                if (found != places.end() && found->second == std::string::npos) {
-                    found->second = begin;
-                    visitor.isDone = --left == 0;
-                }
-            };
         const SourceText source(text_);
-        source.visit(visitor);
+        const auto packages = source.placesOf(packagesOfNew());
         ElementEditor editor(text_, absent);
         for (auto const& [path, texts] : changed_) {
             const bool isNew = texts.before.empty();
-            const std::size_t place = places.at(isNew ? path.substr(0, path.rfind('/')) : path);
+            const auto package = packages.find(packageOf(path));
+            const std::size_t place = !isNew                      ? excerpt.placeOf(path)
+                                      : package != packages.end() ? package->second
+                                                                  : std::string::npos;
             if (place == std::string::npos) {
                 return isNew ? "The file has no package for the new " + path + "."
                              : "The changed " + path + " is not in this file.";
@@ -301,12 +299,22 @@ private:
             }
         }
         missing_ = editor.missing().empty() ? std::string() : editor.missing().front();
-        editCount_ = renamingCount_ + editor.edits().size();
-        if (!missing_.empty()) {
-            unedited_ = text_; // for another attempt
-        }
-        apply(text_, editor.edits());
+        edits_ = editor.edits();
+        editCount_ = renamingCount_ + edits_.size();
         return editCount_ == 0 ? refusalOf(changed_.begin()->first) : std::string();
+    }
+
+    static std::string packageOf(std::string const& path) {
+        return path.substr(0, path.rfind('/'));
+    }
+    std::unordered_set<std::string> packagesOfNew() const {
+        std::unordered_set<std::string> packages;
+        for (auto const& [path, texts] : changed_) {
+            if (texts.before.empty()) {
+                packages.insert(packageOf(path));
+            }
+        }
+        return packages;
     }
 
     struct Texts {
@@ -334,32 +342,25 @@ private:
 
     /// Reads what of the new text the changes are about; returns where it isn't what the model
     /// says.
-    std::string verify() {
+    std::string verify(Excerpt& excerpt) {
         std::vector<std::string> paths;
+        std::vector<Excerpt::Added> added;
         for (auto const& [path, texts] : changed_) {
             paths.push_back(path);
+            if (texts.before.empty()) {
+                added.push_back({path, texts.after});
+            }
         }
         for (auto const& [from, to] : renamings_) {
             paths.push_back(to);
         }
         paths.insert(paths.end(), renamedOwners_.begin(), renamedOwners_.end());
-        std::deque<std::string> textsBeside;
-        std::vector<std::string_view> texts{text_};
-        std::vector<std::string> files; // those that are read as a whole
-        for (std::string const& file : beside_) {
-            std::string text = contentOf(file);
-            if (obstacleIn(text).empty()) {
-                texts.push_back(textsBeside.emplace_back(std::move(text)));
-            } else {
-                files.push_back(file);
-            }
-        }
-        Excerpt excerpt(texts);
-        excerpt.choose(paths);
+        excerpt.choose(paths, edits_, added);
         Drafts drafts(file_);
-        for (std::size_t i = 0; i < texts.size(); ++i) {
+        for (std::size_t i = 0; i <= textsBeside_.size(); ++i) {
             drafts.add(excerpt.text(i));
         }
+        std::vector<std::string> files = filesBeside_;
         files.insert(files.end(), drafts.paths().begin(), drafts.paths().end());
         const ScratchModel after(files);
         return compareWith(after.model(), excerpt.chosen());
@@ -445,8 +446,10 @@ private:
     std::map<std::string, Texts> changed_;         ///< By path.
     std::size_t renamingCount_ = 0;                ///< Of the edits.
     std::size_t editCount_ = 0;
+    std::vector<std::string> textsBeside_;
+    std::vector<std::string> filesBeside_; ///< The others, which are read as a whole.
+    std::vector<TextEdit> edits_;
     std::string missing_;
-    std::string unedited_;                   ///< The renamed text if something is missing.
     std::vector<std::string> renamedOwners_; ///< The elements with renamed parts.
 };
 

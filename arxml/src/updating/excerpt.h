@@ -10,24 +10,39 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace velum::arxml {
 
 /// Some elements of documents with everything that a reader needs to make the same objects of them
-/// as of the whole: so that a change of a large document can be judged without reading all of it.
+/// as of the whole: so that changes of a large document can be judged without reading all of it,
+/// and before they are made.
 class Excerpt {
 public:
-    /// The documents that are read together. They are referred to.
+    /// The documents that are read together. They are referred to. The first is the one that
+    /// changes.
     explicit Excerpt(std::vector<std::string_view> documents);
 
-    /// Takes the elements at these paths and those that refer to them, with what these need.
-    void choose(std::vector<std::string> const& paths);
+    /// Where the element at a path begins in the first document; npos if it isn't there.
+    std::size_t placeOf(std::string_view path) const;
+
+    /// An element that the changes of the first document bring in.
+    struct Added {
+        std::string path;
+        std::string text;
+    };
+
+    /// Takes the elements at these paths and those that refer to them, with what these need, all as
+    /// they are after the changes; instead of what has been taken before.
+    void choose(std::vector<std::string> const& paths,
+                std::vector<TextEdit> changes,
+                std::vector<Added> const& added);
 
     /// The chosen elements: what is made of them is as if everything was read.
     std::vector<std::string> const& chosen() const { return chosen_; }
 
-    /// A document without the elements that aren't needed.
+    /// A document after the changes, without the elements that aren't needed.
     std::string text(std::size_t document) const;
 
 private:
@@ -69,13 +84,24 @@ private:
     void link();
     void findTargets();
     void findUsers();
+    Reference referenceOf(SourceRef const& reference);
+    std::vector<Reference> referencesIn(std::string text, std::string_view around);
+    void noteChanges(Index cell);
+    void addUsersOf(std::vector<Added> const& added, std::vector<Index>& users);
+    void addOfDimensions(std::span<Index const> targets, std::vector<Index>& users) const;
+    std::vector<Index> targetsOf(std::vector<Reference> const& references, Index user);
+    Index targetOf(Reference const& reference, Index user);
     std::string_view pathOf(Reference const& reference);
     Index cellAt(std::string_view path) const;
     static std::span<Index const> in(std::vector<Index> const& all, Range range) {
         return std::span(all).subspan(range.begin, range.end - range.begin);
     }
-    std::span<Index const> targetsOf(Cell const& cell) const { return in(targets_, cell.targets); }
-    std::span<Index const> usersOf(Cell const& cell) const { return in(users_, cell.users); }
+    std::span<Index const> targetsOf(Index cell) const {
+        const auto changed = changed_.find(cell);
+        return changed != changed_.end() ? std::span<Index const>(changed->second)
+                                         : in(targets_, cells_[cell].targets);
+    }
+    std::span<Index const> usersOf(Index cell) const { return in(users_, cells_[cell].users); }
     void need(Index cell);
     void needUsers(Index cell);
     void needAllBelow();
@@ -89,6 +115,9 @@ private:
     std::deque<Relative> relatives_;
     TextArena paths_;
     boost::unordered_flat_map<std::string_view, Index, std::hash<std::string_view>> byPath_;
+    std::vector<TextEdit> changes_;                         ///< Of the first document, in order.
+    std::unordered_map<Index, std::vector<Index>> changed_; ///< The targets of cells with changes.
+    std::deque<std::string> changedTexts_;
     std::vector<Index> open_; ///< Needed, and what they refer to isn't yet.
     std::vector<std::string> chosen_;
 };

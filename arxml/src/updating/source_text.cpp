@@ -135,8 +135,8 @@ std::string_view attributeIn(std::string_view tag, std::string_view name) {
 /// Follows the names and references of a document.
 class Walk {
 public:
-    Walk(std::string_view text, SourceText::Visitor const& visitor)
-        : text_(text), visitor_(visitor) {}
+    Walk(std::string_view text, std::string_view around, SourceText::Visitor const& visitor)
+        : text_(text), visitor_(visitor), path_(around) {}
 
     void run() {
         Tags tags(text_, 0);
@@ -234,6 +234,26 @@ struct Piece {
     std::size_t size;
 };
 
+/// Puts the changes in order; returns what is before, between and behind them.
+std::vector<Piece> piecesBetween(std::vector<TextEdit>& edits, std::size_t size) {
+    std::stable_sort(edits.begin(), edits.end(), [](TextEdit const& a, TextEdit const& b) {
+        return a.begin < b.begin;
+    });
+    std::vector<Piece> pieces;
+    Piece next{0, 0, 0};
+    for (TextEdit const& edit : edits) {
+        if (edit.begin < next.from) {
+            throw std::logic_error("Two changes of the file touch each other.");
+        }
+        next.size = edit.begin - next.from;
+        pieces.push_back(next);
+        next = {edit.end, next.to + next.size + edit.text.size(), 0};
+    }
+    next.size = size - next.from;
+    pieces.push_back(next);
+    return pieces;
+}
+
 /// Pieces keep their order: one that goes to the left takes the place of none behind it, one that
 /// goes to the right of none before it.
 void movePieces(char* text, std::vector<Piece> const& pieces) {
@@ -251,23 +271,19 @@ void movePieces(char* text, std::vector<Piece> const& pieces) {
 
 } // namespace
 
-void apply(std::string& text, std::vector<TextEdit> edits) {
-    std::stable_sort(edits.begin(), edits.end(), [](TextEdit const& a, TextEdit const& b) {
-        return a.begin < b.begin;
-    });
-    std::vector<Piece> pieces;
-    Piece next{0, 0, 0};
-    for (TextEdit const& edit : edits) {
-        if (edit.begin < next.from) {
-            throw std::logic_error("Two changes of the file touch each other.");
-        }
-        next.size = edit.begin - next.from;
-        pieces.push_back(next);
-        next = {edit.end, next.to + next.size + edit.text.size(), 0};
+std::string applied(std::string_view text, std::vector<TextEdit> edits) {
+    const std::vector<Piece> pieces = piecesBetween(edits, text.size());
+    std::string result(text.substr(0, pieces.front().size));
+    for (std::size_t i = 0; i < edits.size(); ++i) {
+        result += edits[i].text;
+        result += text.substr(pieces[i + 1].from, pieces[i + 1].size);
     }
-    next.size = text.size() - next.from;
-    pieces.push_back(next);
-    const std::size_t size = next.to + next.size;
+    return result;
+}
+
+void apply(std::string& text, std::vector<TextEdit> edits) {
+    const std::vector<Piece> pieces = piecesBetween(edits, text.size());
+    const std::size_t size = pieces.back().to + pieces.back().size;
     text.resize(std::max(text.size(), size));
     movePieces(text.data(), pieces);
     for (std::size_t i = 0; i < edits.size(); ++i) {
@@ -309,7 +325,22 @@ std::string_view SourceNode::childText(std::string_view tag) const {
 }
 
 void SourceText::visit(Visitor const& visitor) const {
-    Walk(text_, visitor).run();
+    Walk(text_, around_, visitor).run();
+}
+
+std::unordered_map<std::string, std::size_t>
+SourceText::placesOf(std::unordered_set<std::string> const& paths) const {
+    std::unordered_map<std::string, std::size_t> places;
+    Visitor visitor;
+    visitor.isDone = paths.empty();
+    visitor.onNamed = [&](std::string const& path, std::size_t begin, auto...) {
+        if (paths.contains(path)) {
+            places.try_emplace(path, begin);
+            visitor.isDone = places.size() == paths.size();
+        }
+    };
+    visit(visitor);
+    return places;
 }
 
 SourceNode SourceText::nodeAt(std::size_t begin) const {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace velum::arxml {
@@ -16,9 +17,11 @@ struct TextEdit {
     std::string text;
 };
 
-/// Makes all changes, in place: a document may take much of the memory. None may touch another one;
-/// those that insert at one place keep their order. Raises std::logic_error, with nothing changed,
-/// if two touch.
+/// Makes all changes. None may touch another one; those that insert at one place keep their order.
+/// Raises std::logic_error if two touch.
+std::string applied(std::string_view text, std::vector<TextEdit> edits);
+
+/// The same in place: a document may take much of the memory. Nothing has changed if it raises.
 void apply(std::string& text, std::vector<TextEdit> edits);
 
 /// A text with the characters escaped that XML needs.
@@ -59,7 +62,9 @@ struct SourceBase {
 /// Walks through a well-formed document in UTF-8, once, and keeps nothing of it.
 class SourceText {
 public:
-    explicit SourceText(std::string_view text) : text_(text) {}
+    /// `around`: the path of what the text is a part of.
+    explicit SourceText(std::string_view text, std::string_view around = {})
+        : text_(text), around_(around) {}
 
     /// Calls back for the path of each named element, with its name's place; for each reference and
     /// each reference base; and for what can be taken out of a document as a whole.
@@ -81,11 +86,16 @@ public:
     };
     void visit(Visitor const& visitor) const;
 
+    /// Where the elements with these paths begin, the first one of each if it is in parts. Those
+    /// that aren't there are left out.
+    std::unordered_map<std::string, std::size_t>
+    placesOf(std::unordered_set<std::string> const& paths) const;
     /// The element that begins at a place.
     SourceNode nodeAt(std::size_t begin) const;
 
 private:
     std::string_view text_;
+    std::string_view around_;
 };
 
 } // namespace velum::arxml
