@@ -20,8 +20,8 @@ public:
 
     /// False, with the refusal, for a file that can't be changed in place.
     bool add(std::string const& file) {
-        std::string text = contentOf(file);
-        if (const std::string obstacle = obstacleIn(text); !obstacle.empty()) {
+        DocumentText text(file);
+        if (const std::string obstacle = text.obstacle(); !obstacle.empty()) {
             report_.refusal = file + ": ";
             report_.refusal += obstacle;
             return false;
@@ -35,7 +35,7 @@ public:
             bases_.add(package, base);
         };
         try {
-            SourceText(text).visit(visitor);
+            SourceText(text.view()).visit(visitor);
         } catch (std::runtime_error const& error) {
             throw InputError(file, error.what());
         }
@@ -51,11 +51,11 @@ public:
         }
         OutputFiles outputs;
         for (auto& [file, text] : texts_) {
-            std::vector<TextEdit> edits = renamingEdits(text, {{path_, newPath_}}, bases_);
+            std::vector<TextEdit> edits = renamingEdits(text.view(), {{path_, newPath_}}, bases_);
             if (!edits.empty()) {
                 report_.edits += edits.size();
-                apply(text, std::move(edits));
-                outputs.add(file).write(text);
+                text.apply(std::move(edits));
+                outputs.add(file).write(text.view());
             }
         }
         outputs.commit();
@@ -70,7 +70,7 @@ private:
     Bases bases_; ///< Of all files: a package may stand in several.
     bool isThere_ = false;
     bool isTaken_ = false;
-    std::vector<std::pair<std::string, std::string>> texts_;
+    std::vector<std::pair<std::string, DocumentText>> texts_;
     UpdateReport report_;
 };
 

@@ -96,8 +96,8 @@ class Update {
 public:
     Update(std::string file, QOB::Model const& model, std::vector<std::string> beside)
         : file_(std::move(file)),
-          text_(contentOf(file_)),
-          obstacle_(obstacleIn(text_)),
+          text_(file_),
+          obstacle_(text_.obstacle()),
           model_(model),
           beside_(std::move(beside)),
           now_(model) {}
@@ -108,7 +108,7 @@ public:
         if (!report.isRefused() && editCount_ > 0) {
             report.edits = editCount_;
             OutputFile output(file_);
-            output.write(text_);
+            output.write(text_.view());
             output.commit();
         }
         return report;
@@ -126,8 +126,10 @@ private:
         }
         readBeside();
         rename();
-        std::vector<std::string_view> texts{text_};
-        texts.insert(texts.end(), textsBeside_.begin(), textsBeside_.end());
+        std::vector<std::string_view> texts{text_.view()};
+        for (DocumentText const& text : textsBeside_) {
+            texts.push_back(text.view());
+        }
         Excerpt excerpt(texts);
         std::string refusal = editAndVerify(excerpt, ElementEditor::Absent::isReported);
         if (!refusal.empty() && !missing_.empty() &&
@@ -135,7 +137,7 @@ private:
             refusal.clear();
         }
         if (refusal.empty()) {
-            apply(text_, std::move(edits_));
+            text_.apply(std::move(edits_));
         }
         return refusal;
     }
@@ -147,8 +149,8 @@ private:
 
     void readBeside() {
         for (std::string const& file : beside_) {
-            std::string text = contentOf(file);
-            if (obstacleIn(text).empty()) {
+            DocumentText text(file);
+            if (text.obstacle().empty()) {
                 textsBeside_.push_back(std::move(text));
             } else {
                 filesBeside_.push_back(file);
@@ -265,14 +267,14 @@ private:
             return;
         }
         Bases bases;
-        bases.addFrom(text_);
-        for (std::string const& text : textsBeside_) {
-            bases.addFrom(text);
+        bases.addFrom(text_.view());
+        for (DocumentText const& text : textsBeside_) {
+            bases.addFrom(text.view());
         }
-        std::vector<TextEdit> edits = renamingEdits(text_, renamings_, bases);
+        std::vector<TextEdit> edits = renamingEdits(text_.view(), renamings_, bases);
         renamingCount_ = edits.size();
         editCount_ = renamingCount_;
-        apply(text_, std::move(edits));
+        text_.apply(std::move(edits));
     }
 
     /// Finds how the elements change in the text; returns why it can't be done.
@@ -280,9 +282,9 @@ private:
         if (changed_.empty()) {
             return editCount_ == 0 ? refusalOf(differing_.begin()->second) : std::string();
         }
-        const SourceText source(text_);
+        const SourceText source(text_.view());
         const auto packages = source.placesOf(packagesOfNew());
-        ElementEditor editor(text_, absent);
+        ElementEditor editor(text_.view(), absent);
         for (auto const& [path, texts] : changed_) {
             const bool isNew = texts.before.empty();
             const auto package = packages.find(packageOf(path));
@@ -435,7 +437,7 @@ private:
     }
 
     std::string file_;
-    std::string text_;
+    DocumentText text_;
     std::string obstacle_;
     QOB::Model model_;
     std::vector<std::string> beside_;
@@ -446,7 +448,7 @@ private:
     std::map<std::string, Texts> changed_;         ///< By path.
     std::size_t renamingCount_ = 0;                ///< Of the edits.
     std::size_t editCount_ = 0;
-    std::vector<std::string> textsBeside_;
+    std::vector<DocumentText> textsBeside_;
     std::vector<std::string> filesBeside_; ///< The others, which are read as a whole.
     std::vector<TextEdit> edits_;
     std::string missing_;

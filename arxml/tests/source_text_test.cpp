@@ -1,8 +1,10 @@
-#include "updating/source_text.h"
+#include "scratch.h"
+#include "updating/document_text.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -50,21 +52,29 @@ struct RandomEdits {
 
 } // namespace
 
-TEST(SourceText, IsChangedInPlaceAsPieceByPiece) {
-    for (unsigned seed = 0; seed < 2000; ++seed) {
-        RandomEdits sample(seed);
-        apply(sample.text, sample.edits);
-        ASSERT_EQ(sample.text, sample.after) << "seed " << seed;
+TEST(SourceText, IsChangedPieceByPieceAndInPlace) {
+    const scratch::Folder folder;
+    const std::string file = folder / "text";
+    for (unsigned seed = 0; seed < 500; ++seed) {
+        RandomEdits const sample(seed);
+        ASSERT_EQ(applied(sample.text, sample.edits), sample.after) << "seed " << seed;
+        std::ofstream(file) << sample.text;
+        DocumentText text(file);
+        text.apply(sample.edits);
+        ASSERT_EQ(text.view(), sample.after) << "seed " << seed;
     }
-    std::string text = "ab";
-    apply(text, {{1, 1, "1"}, {1, 1, "2"}, {2, 2, "3"}});
-    EXPECT_EQ(text, "a12b3");
+    EXPECT_EQ(applied("ab", {{1, 1, "1"}, {1, 1, "2"}, {2, 2, "3"}}), "a12b3");
 }
 
 TEST(SourceText, StaysAsItIsIfTwoChangesTouch) {
-    std::string text = "abcdef";
-    EXPECT_THROW(apply(text, {{0, 1, "long"}, {2, 5, ""}, {4, 6, "x"}}), std::logic_error);
-    EXPECT_EQ(text, "abcdef");
+    const scratch::Folder folder;
+    std::ofstream(folder / "text") << "abcdef";
+    DocumentText text(folder / "text");
+    EXPECT_THROW(text.apply({{0, 1, "long"}, {2, 5, ""}, {4, 6, "x"}}), std::logic_error);
+    EXPECT_EQ(text.view(), "abcdef");
+    text.apply({{0, 1, std::string(5'000'000, 'x')}}); // more than is free behind it
+    EXPECT_EQ(text.view().size(), 5'000'005U);
+    EXPECT_TRUE(text.view().ends_with("xbcdef"));
 }
 
 } // namespace velum::arxml

@@ -1,6 +1,7 @@
 #include "updating/document_text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -8,26 +9,44 @@
 
 namespace velum::arxml {
 
-std::string contentOf(std::string const& file) {
+namespace {
+
+/// Pieces keep their order: one that goes to the left takes the place of none behind it, one that
+/// goes to the right of none before it.
+void movePieces(char* text, std::vector<TextPiece> const& pieces) {
+    for (TextPiece const& piece : pieces) {
+        if (piece.to < piece.from) {
+            std::memmove(text + piece.to, text + piece.from, piece.size);
+        }
+    }
+    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
+        if (piece->to > piece->from) {
+            std::memmove(text + piece->to, text + piece->from, piece->size);
+        }
+    }
+}
+
+} // namespace
+
+DocumentText::DocumentText(std::string const& file) {
     constexpr std::size_t piece = std::size_t(1) << 20U;
     std::ifstream in(file, std::ios::binary);
     std::error_code isUnknown;
     const auto expected = std::filesystem::file_size(file, isUnknown);
-    std::string text;
-    text.reserve((isUnknown ? 0 : static_cast<std::size_t>(expected)) + piece);
+    bytes_.reserve((isUnknown ? 0 : static_cast<std::size_t>(expected)) + piece);
     while (in.good()) {
-        const std::size_t size = text.size();
-        text.resize(size + piece);
-        in.read(text.data() + size, static_cast<std::streamsize>(piece));
-        text.resize(size + static_cast<std::size_t>(in.gcount()));
+        const std::size_t size = bytes_.size();
+        bytes_.resize(size + piece);
+        in.read(bytes_.data() + size, static_cast<std::streamsize>(piece));
+        bytes_.resize(size + static_cast<std::size_t>(in.gcount()));
     }
     if (!in.eof()) {
         throw InputError(file, "The file cannot be read.");
     }
-    return text;
 }
 
-std::string obstacleIn(std::string_view text) {
+std::string DocumentText::obstacle() const {
+    const std::string_view text = view();
     if (text.size() >= 2 && (text.substr(0, 2) == "\x1F\x8B")) {
         return "The file is compressed.";
     }
@@ -48,6 +67,18 @@ std::string obstacleIn(std::string_view text) {
         }
     }
     return head.find("<!DOCTYPE") == std::string_view::npos ? "" : "The file has a DOCTYPE.";
+}
+
+void DocumentText::apply(std::vector<TextEdit> edits) {
+    const std::vector<TextPiece> pieces = piecesBetween(edits, bytes_.size());
+    const std::size_t size = pieces.back().to + pieces.back().size;
+    bytes_.resize(std::max(bytes_.size(), size));
+    movePieces(bytes_.data(), pieces);
+    for (std::size_t i = 0; i < edits.size(); ++i) {
+        std::string const& text = edits[i].text;
+        std::copy(text.begin(), text.end(), bytes_.data() + pieces[i].to + pieces[i].size);
+    }
+    bytes_.resize(size);
 }
 
 } // namespace velum::arxml

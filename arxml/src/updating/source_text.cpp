@@ -3,7 +3,6 @@
 #include "source/white_space.h"
 
 #include <algorithm>
-#include <cstring>
 #include <stdexcept>
 #include <utility>
 
@@ -227,20 +226,24 @@ private:
     bool isInBase_ = false;
 };
 
-/// What stays of a text, and where it goes.
-struct Piece {
-    std::size_t from;
-    std::size_t to;
-    std::size_t size;
-};
+} // namespace
 
-/// Puts the changes in order; returns what is before, between and behind them.
-std::vector<Piece> piecesBetween(std::vector<TextEdit>& edits, std::size_t size) {
+std::string applied(std::string_view text, std::vector<TextEdit> edits) {
+    const std::vector<TextPiece> pieces = piecesBetween(edits, text.size());
+    std::string result(text.substr(0, pieces.front().size));
+    for (std::size_t i = 0; i < edits.size(); ++i) {
+        result += edits[i].text;
+        result += text.substr(pieces[i + 1].from, pieces[i + 1].size);
+    }
+    return result;
+}
+
+std::vector<TextPiece> piecesBetween(std::vector<TextEdit>& edits, std::size_t size) {
     std::stable_sort(edits.begin(), edits.end(), [](TextEdit const& a, TextEdit const& b) {
         return a.begin < b.begin;
     });
-    std::vector<Piece> pieces;
-    Piece next{0, 0, 0};
+    std::vector<TextPiece> pieces;
+    TextPiece next{0, 0, 0};
     for (TextEdit const& edit : edits) {
         if (edit.begin < next.from) {
             throw std::logic_error("Two changes of the file touch each other.");
@@ -252,44 +255,6 @@ std::vector<Piece> piecesBetween(std::vector<TextEdit>& edits, std::size_t size)
     next.size = size - next.from;
     pieces.push_back(next);
     return pieces;
-}
-
-/// Pieces keep their order: one that goes to the left takes the place of none behind it, one that
-/// goes to the right of none before it.
-void movePieces(char* text, std::vector<Piece> const& pieces) {
-    for (Piece const& piece : pieces) {
-        if (piece.to < piece.from) {
-            std::memmove(text + piece.to, text + piece.from, piece.size);
-        }
-    }
-    for (auto piece = pieces.rbegin(); piece != pieces.rend(); ++piece) {
-        if (piece->to > piece->from) {
-            std::memmove(text + piece->to, text + piece->from, piece->size);
-        }
-    }
-}
-
-} // namespace
-
-std::string applied(std::string_view text, std::vector<TextEdit> edits) {
-    const std::vector<Piece> pieces = piecesBetween(edits, text.size());
-    std::string result(text.substr(0, pieces.front().size));
-    for (std::size_t i = 0; i < edits.size(); ++i) {
-        result += edits[i].text;
-        result += text.substr(pieces[i + 1].from, pieces[i + 1].size);
-    }
-    return result;
-}
-
-void apply(std::string& text, std::vector<TextEdit> edits) {
-    const std::vector<Piece> pieces = piecesBetween(edits, text.size());
-    const std::size_t size = pieces.back().to + pieces.back().size;
-    text.resize(std::max(text.size(), size));
-    movePieces(text.data(), pieces);
-    for (std::size_t i = 0; i < edits.size(); ++i) {
-        text.replace(pieces[i].to + pieces[i].size, edits[i].text.size(), edits[i].text);
-    }
-    text.resize(size);
 }
 
 std::string escaped(std::string_view text) {

@@ -21,8 +21,16 @@ struct TextEdit {
 /// Raises std::logic_error if two touch.
 std::string applied(std::string_view text, std::vector<TextEdit> edits);
 
-/// The same in place: a document may take much of the memory. Nothing has changed if it raises.
-void apply(std::string& text, std::vector<TextEdit> edits);
+/// What stays of a text, and where it goes.
+struct TextPiece {
+    std::size_t from;
+    std::size_t to;
+    std::size_t size;
+};
+
+/// Puts the changes of a text of this size in order; returns what is before, between and behind
+/// them. Raises as `applied` does.
+std::vector<TextPiece> piecesBetween(std::vector<TextEdit>& edits, std::size_t size);
 
 /// A text with the characters escaped that XML needs.
 std::string escaped(std::string_view text);

@@ -33,6 +33,30 @@ void forEachIn(Model const& model, Action const& action) {
     });
 }
 
+/// Whether a class is another one or derived from it, to any depth.
+bool isDerived(ImmutableClass const& derived, ImmutableClass const& base) {
+    std::vector<ImmutableClass> open{derived};
+    for (std::size_t next = 0; next != open.size(); ++next) {
+        if (open[next] == base) {
+            return true;
+        }
+        for (ImmutableClass const super : open[next].getSupers()) {
+            if (std::find(open.begin(), open.end(), super) == open.end()) {
+                open.push_back(super);
+            }
+        }
+    }
+    return false;
+}
+
+/// False only if it is known that the values are of other classes.
+bool canReferTo(Attribute const& attribute, std::vector<ImmutableClass> const& classes) {
+    ImmutableClass const type(attribute.property.getType());
+    return std::any_of(classes.begin(), classes.end(), [&](ImmutableClass const& each) {
+        return !each.isValid() || !type.isValid() || isDerived(each, type);
+    });
+}
+
 ClassObject asObject(Object const& value) {
     return ClassObject(value);
 }
@@ -55,14 +79,16 @@ void ClassUse::note(ClassObject const& object) {
                   [&](Attribute const* attribute) { return hasValues(*attribute, object); });
 }
 
-void ClassUse::sort() {
+void ClassUse::sort(std::vector<ImmutableClass> const& anonymous) {
     for (Attribute const& attribute : *all) {
         bool const isForObjects = hasObjects(attribute);
         if (isForObjects && std::find(unused.begin(), unused.end(), &attribute) != unused.end()) {
             continue;
         }
-        if (isForObjects) {
-            (attribute.ownsObjects ? parts : references).push_back(&attribute);
+        if (attribute.ownsObjects) {
+            parts.push_back(&attribute);
+        } else if (isForObjects && canReferTo(attribute, anonymous)) {
+            references.push_back(&attribute);
         }
         if (isForObjects || (!attribute.isWayToOwner && !attribute.isOtherEnd)) {
             compared.push_back(&attribute);
@@ -83,8 +109,9 @@ ClassUse& ModelComparison::useOf(ClassObject const& object) {
 std::vector<Difference> ModelComparison::compare(Model const& left, Model const& right) {
     left_ = freeObjects(left);
     right_ = freeObjects(right);
+    std::vector<ImmutableClass> const anonymous = classesOfAnonymous();
     for (auto& [attributes, use] : uses_) {
-        use.sort();
+        use.sort(anonymous);
     }
     findReferred(left, left_);
     findReferred(right, right_);
@@ -98,7 +125,7 @@ std::vector<Difference> ModelComparison::compare(Model const& left, Model const&
     addReferredWithoutPartner();
     std::vector<Difference> const existences = comparison_.takeDifferences();
     for (std::size_t i = 0; i != pairs_.size(); ++i) {
-        compareObjects(pairs_[i].first, pairs_[i].second, i < withSameIds);
+        compareObjects(pairs_[i], i < withSameIds);
     }
     std::vector<Difference> differences = comparison_.takeDifferences();
     differences.insert(differences.end(), existences.begin(), existences.end());
@@ -122,28 +149,26 @@ ModelComparison::FreeObjects ModelComparison::freeObjects(Model const& model) {
     return found;
 }
 
-void ModelComparison::findReferred(Model const& model, FreeObjects& found) {
-    if (found.anonymous.empty()) {
-        return;
-    }
-    forEachIn(model, [&](ClassObject const& object) {
-        ClassUse& use = useOf(object);
-        for (Attribute const* const attribute : use.references) {
-            auto& ways = use.toAnonymous;
-            if (noteReferred(attribute->valuesOf(object), found) &&
-                std::find(ways.begin(), ways.end(), attribute) == ways.end()) {
-                ways.push_back(attribute);
+/// Each once.
+std::vector<ImmutableClass> ModelComparison::classesOfAnonymous() const {
+    std::vector<ImmutableClass> classes;
+    for (auto const* const side : {&left_, &right_}) {
+        for (ClassObject const& object : side->anonymous) {
+            ImmutableClass const live = object.getMetaClass();
+            if (std::find(classes.begin(), classes.end(), live) == classes.end()) {
+                classes.push_back(live);
             }
         }
-    });
+    }
+    return classes;
 }
 
 /// Whether any of the values is anonymous.
-bool ModelComparison::noteReferred(Values const& values, FreeObjects& found) {
+bool ModelComparison::FreeObjects::noteReferred(Values const& values) {
     bool isAny = false;
     for (Object const& value : values) {
-        auto const place = found.isReferred.find(ClassObject(value).get());
-        if (place != found.isReferred.end()) {
+        auto const place = isReferred.find(ClassObject(value).get());
+        if (place != isReferred.end()) {
             place->second = true;
             isAny = true;
         }
@@ -151,9 +176,26 @@ bool ModelComparison::noteReferred(Values const& values, FreeObjects& found) {
     return isAny;
 }
 
-/// Appends those that are a pair; reports the others.
+void ModelComparison::findReferred(Model const& model, FreeObjects& found) {
+    if (found.anonymous.empty()) {
+        return;
+    }
+    forEachIn(model, [&](ClassObject const& object) {
+        ClassUse& use = useOf(object);
+        for (Attribute const* const attribute : use.references) {
+            if (found.noteReferred(attribute->valuesOf(object)) &&
+                std::find(use.toAnonymous.begin(), use.toAnonymous.end(), attribute) ==
+                    use.toAnonymous.end()) {
+                use.toAnonymous.push_back(attribute);
+            }
+        }
+    });
+}
+
+/// Appends those that are a pair; reports the others. False if that isn't all of both lists, in
+/// order.
 template <class Objects, class Identity>
-void ModelComparison::pairObjects(Objects const& lefts,
+bool ModelComparison::pairObjects(Objects const& lefts,
                                   Objects const& rights,
                                   Identity const& identity) {
     // Two models mostly have the same objects in the same order.
@@ -164,9 +206,10 @@ void ModelComparison::pairObjects(Objects const& lefts,
         if (!identity.areSame(left, right) || !comparison_.pairs().add(left, right)) {
             break;
         }
-        pairs_.emplace_back(left, right);
+        pairs_.push_back({left, right});
     }
     pairByIdentity(std::span(lefts).subspan(next), std::span(rights).subspan(next), identity);
+    return next == lefts.size() && next == rights.size();
 }
 
 template <class Object, class Identity>
@@ -184,7 +227,7 @@ void ModelComparison::pairByIdentity(std::span<Object const> lefts,
         if (right.get() == nullptr) {
             comparison_.addExistence(left, {});
         } else if (comparison_.pairs().add(left, right)) {
-            pairs_.emplace_back(left, right);
+            pairs_.push_back({left, right});
         }
     }
     for (auto const& value : rights) {
@@ -197,39 +240,42 @@ void ModelComparison::pairByIdentity(std::span<Object const> lefts,
 /// Pairs the parts of pairs, and the anonymous objects that they refer to.
 void ModelComparison::pairWhatTheyHave(std::size_t next) {
     for (; next != pairs_.size(); ++next) {
-        ClassUse const& use = useOf(pairs_[next].first);
+        ClassUse const& use = useOf(pairs_[next].left);
         if (use.parts.empty() && use.toAnonymous.empty()) {
             continue;
         }
         Pair const owners = pairs_[next]; // `pairs_` grows
-        if (haveSameClass(owners.first, owners.second)) {
-            pairParts(owners, use);
+        if (haveSameClass(owners.left, owners.right)) {
+            pairs_[next].haveSameParts = pairParts(owners, use);
             pairAnonymous(owners, use);
         }
     }
 }
 
-void ModelComparison::pairParts(Pair const& owners, ClassUse const& use) {
+/// Whether all parts are pairs, in the same order.
+bool ModelComparison::pairParts(Pair const& owners, ClassUse const& use) {
+    bool areAllPairs = true;
     for (Attribute const* const attribute : use.parts) {
-        Values const lefts = attribute->valuesOf(owners.first);
-        Values const rights = attribute->valuesOf(owners.second);
+        Values const lefts = attribute->valuesOf(owners.left);
+        Values const rights = attribute->valuesOf(owners.right);
         if (!lefts.empty() || !rights.empty()) {
-            pairObjects(lefts, rights, IdentityInOwner{*attribute});
+            areAllPairs = pairObjects(lefts, rights, IdentityInOwner{*attribute}) && areAllPairs;
         }
     }
+    return areAllPairs;
 }
 
 void ModelComparison::pairAnonymous(Pair const& users, ClassUse const& use) {
     Pairs& pairs = comparison_.pairs();
     for (Attribute const* const attribute : use.toAnonymous) {
-        Values const lefts = attribute->valuesOf(users.first);
-        Values const rights = attribute->valuesOf(users.second);
+        Values const lefts = attribute->valuesOf(users.left);
+        Values const rights = attribute->valuesOf(users.right);
         for (std::size_t i = 0; i != std::min(lefts.size(), rights.size()); ++i) {
             ClassObject const left(lefts[i]);
             ClassObject const right(rights[i]);
             if (left_.isAnonymous(left) && right_.isAnonymous(right) && !pairs.hasRight(right) &&
                 pairs.add(left, right)) {
-                pairs_.emplace_back(left, right);
+                pairs_.push_back({left, right});
             }
         }
     }
@@ -260,18 +306,18 @@ void ModelComparison::addReferredWithoutPartner() {
     }
 }
 
-void ModelComparison::compareObjects(ClassObject const& left,
-                                     ClassObject const& right,
-                                     bool haveSameId) {
-    if (!haveSameClass(left, right)) {
-        comparison_.addClass(left, right);
+void ModelComparison::compareObjects(Pair const& pair, bool haveSameId) {
+    if (!haveSameClass(pair.left, pair.right)) {
+        comparison_.addClass(pair.left, pair.right);
         return;
     }
-    for (Attribute const* const attribute : useOf(left).compared) {
+    for (Attribute const* const attribute : useOf(pair.left).compared) {
         if (attribute->ownsObjects) {
-            comparison_.compareParts(*attribute, left, right);
+            if (!pair.haveSameParts) {
+                comparison_.compareParts(*attribute, pair.left, pair.right);
+            }
         } else if (!haveSameId || !isExternalId(*attribute)) {
-            comparison_.compareAttribute(*attribute, left, right);
+            comparison_.compareAttribute(*attribute, pair.left, pair.right);
         }
     }
 }

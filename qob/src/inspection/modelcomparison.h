@@ -20,16 +20,17 @@ struct ClassUse {
 
     /// Takes an object's attributes with values off those without.
     void note(ClassObject const& object);
-    /// Sorts the attributes once all objects have been noted.
-    void sort();
+    /// Sorts the attributes once all objects have been noted. The anonymous ones are of these
+    /// classes.
+    void sort(std::vector<ImmutableClass> const& anonymous);
 
     std::vector<Attribute> const* all;
     std::vector<Attribute const*> unused; ///< For objects; none of those noted has a value.
     // In the order of `all`:
-    std::vector<Attribute const*> parts;      ///< They own objects.
-    std::vector<Attribute const*> references; ///< What they refer to is known by them alone.
+    std::vector<Attribute const*> parts;       ///< They own objects.
+    std::vector<Attribute const*> references;  ///< They may refer to anonymous objects.
+    std::vector<Attribute const*> toAnonymous; ///< Of these; some object does.
     std::vector<Attribute const*> compared;
-    std::vector<Attribute const*> toAnonymous; ///< Of the references.
 };
 
 /// Compares all objects of two models.
@@ -40,7 +41,11 @@ public:
     std::vector<Difference> compare(Model const& left, Model const& right);
 
 private:
-    using Pair = std::pair<ClassObject, ClassObject>;
+    struct Pair {
+        ClassObject left;
+        ClassObject right;
+        bool haveSameParts = false; ///< Known to own pairs, in the same order.
+    };
 
     /// The objects of a model that nothing contains.
     struct FreeObjects {
@@ -52,24 +57,25 @@ private:
         bool isAnonymous(ClassObject const& object) const {
             return isReferred.contains(object.get());
         }
+        bool noteReferred(std::vector<Object> const& values);
     };
 
     ClassUse& useOf(ClassObject const& object);
     FreeObjects freeObjects(Model const& model);
     void findReferred(Model const& model, FreeObjects& found);
-    static bool noteReferred(std::vector<Object> const& values, FreeObjects& found);
+    std::vector<ImmutableClass> classesOfAnonymous() const;
     static std::vector<ClassObject> unplaced(FreeObjects const& side);
     void addReferredWithoutPartner();
     template <class Objects, class Identity>
-    void pairObjects(Objects const& lefts, Objects const& rights, Identity const& identity);
+    bool pairObjects(Objects const& lefts, Objects const& rights, Identity const& identity);
     template <class Object, class Identity>
     void pairByIdentity(std::span<Object const> lefts,
                         std::span<Object const> rights,
                         Identity const& identity);
     void pairWhatTheyHave(std::size_t next);
-    void pairParts(Pair const& owners, ClassUse const& use);
+    bool pairParts(Pair const& owners, ClassUse const& use);
     void pairAnonymous(Pair const& users, ClassUse const& use);
-    void compareObjects(ClassObject const& left, ClassObject const& right, bool haveSameId);
+    void compareObjects(Pair const& pair, bool haveSameId);
 
     Comparison comparison_;
     Attributes attributes_;
