@@ -3,6 +3,7 @@
 #include "updating/element_editor.h"
 #include "updating/excerpt.h"
 #include "updating/renaming.h"
+#include "updating/verification.h"
 #include "updating/written_elements.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@
 #include <memory>
 #include <qob/qob/compare.h>
 #include <set>
-#include <sstream>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -51,36 +51,6 @@ private:
     std::string file_;
     std::vector<std::string> paths_;
 };
-
-std::string lineOf(QOB::Difference const& difference) {
-    std::ostringstream line;
-    line << difference;
-    return line.str();
-}
-
-/// The values but for references to objects that don't exist any more.
-std::vector<QOB::Object> withoutGone(std::vector<QOB::Object> const& values) {
-    std::vector<QOB::Object> rest;
-    for (QOB::Object const& value : values) {
-        const QOB::ClassObject object(value);
-        if (object.get() == nullptr || object.isValid()) {
-            rest.push_back(value);
-        }
-    }
-    return rest;
-}
-
-/// Whether a property only lists who refers to the object.
-bool isMirror(QOB::Attributes& attributes, QOB::Difference const& difference) {
-    if (difference.kind == QOB::DifferenceKind::Existence ||
-        difference.kind == QOB::DifferenceKind::Class) {
-        return false;
-    }
-    auto const& all = attributes.of(difference.left);
-    return std::any_of(all.begin(), all.end(), [&](QOB::Attribute const& each) {
-        return each.isOtherEnd && each.name == difference.property;
-    });
-}
 
 /// Whether the objects are base dimensions of the international system: they come and go with the
 /// exponents that a dimension has of them.
@@ -280,7 +250,7 @@ private:
     /// Finds how the elements change in the text; returns why it can't be done.
     std::string edit(Excerpt const& excerpt, ElementEditor::Absent absent) {
         if (changed_.empty()) {
-            return editCount_ == 0 ? refusalOf(differing_.begin()->second) : std::string();
+            return editCount_ == 0 ? refusalWithoutEdits() : std::string();
         }
         const SourceText source(text_.view());
         const auto packages = source.placesOf(packagesOfNew());
@@ -369,16 +339,8 @@ private:
     }
 
     std::string compareWith(QOB::Model const& after, std::vector<std::string> const& chosen) {
-        const WrittenElements got(after);
-        for (std::string const& path : chosen) {
-            if (got.textAt(path) != now_.textAt(path) || got.mapAt(path) != now_.mapAt(path)) {
-                return refusalAt(path, path);
-            }
-            if (renamings_.empty() && now_.at(path) != nullptr) {
-                if (const std::string line = hiddenDifference(got, path); !line.empty()) {
-                    return refusalAt(path, line);
-                }
-            }
+        if (const auto mismatch = Verification(now_, renamings_).mismatch(after, chosen)) {
+            return refusalAt(mismatch->path, mismatch->what);
         }
         for (auto const& [path, line] : differing_) { // what no element tells
             if (!std::binary_search(chosen.begin(), chosen.end(), path)) {
@@ -388,47 +350,28 @@ private:
         return {};
     }
 
-    /// What an object has that no element of a file tells.
-    std::string hiddenDifference(WrittenElements const& got, std::string const& path) {
-        for (QOB::Difference const& difference :
-             QOB::compare(got.at(path)->object, now_.at(path)->object)) {
-            if (!isMirror(attributes_, difference) && !haveSameTargets(got, difference)) {
-                return lineOf(difference);
-            }
-        }
-        return {};
-    }
-
-    /// Whether the values are objects in elements, without paths of their own, that are in the same
-    /// elements: what these have in them is compared there. Objects that are gone don't count.
-    bool haveSameTargets(WrittenElements const& got, QOB::Difference const& difference) const {
-        const std::vector<QOB::Object> left = withoutGone(difference.leftValues);
-        const std::vector<QOB::Object> right = withoutGone(difference.rightValues);
-        const bool isAnyGone = left.size() + right.size() !=
-                               difference.leftValues.size() + difference.rightValues.size();
-        return (!left.empty() || isAnyGone) &&
-               std::equal(left.begin(),
-                          left.end(),
-                          right.begin(),
-                          right.end(),
-                          [&](QOB::Object const& a, QOB::Object const& b) {
-                              const QOB::ClassObject one(a);
-                              const QOB::ClassObject other(b);
-                              return one.isValid() && other.isValid() && !one.hasExternalId() &&
-                                     !other.hasExternalId() && nameOf(one) == nameOf(other) &&
-                                     got.pathAround(one) == now_.pathAround(other);
-                          });
-    }
-
     /// Of an element that isn't what the model says, in what it isn't.
     std::string refusalAt(std::string const& path, std::string const& what) const {
-        if (differing_.contains(path) || changed_.contains(path) || differing_.empty()) {
+        const bool isRenamed = std::any_of(renamings_.begin(),
+                                           renamings_.end(),
+                                           [&](auto const& each) { return each.second == path; });
+        const bool isOwner =
+            std::find(renamedOwners_.begin(), renamedOwners_.end(), path) != renamedOwners_.end();
+        if (isRenamed || isOwner || differing_.contains(path) || changed_.contains(path)) {
             return refusalOf(what);
         }
-        const std::string cause =
-            differing_.size() == 1 ? differing_.begin()->second : "one of the objects";
-        return "The change of " + cause + " can't be expressed in this file: it would change " +
-               path + " too.";
+        std::string cause = "One of the changes";
+        if (differing_.size() + renamings_.size() == 1) {
+            cause = differing_.empty() ? "The renaming of " + renamings_.front().first
+                                       : "The change of " + differing_.begin()->second;
+        }
+        return cause + " can't be expressed in this file: it would change " + path + " too.";
+    }
+
+    std::string refusalWithoutEdits() const {
+        return differing_.empty()
+                   ? "The renamed " + renamings_.front().first + " is not in this file."
+                   : refusalOf(differing_.begin()->second);
     }
 
     std::string refusalOf(std::string const& what) const {
@@ -442,7 +385,6 @@ private:
     QOB::Model model_;
     std::vector<std::string> beside_;
     WrittenElements now_;
-    QOB::Attributes attributes_;
     Renamings renamings_;
     std::map<std::string, std::string> differing_; ///< Paths, and the first difference at each.
     std::map<std::string, Texts> changed_;         ///< By path.

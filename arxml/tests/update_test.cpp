@@ -231,6 +231,20 @@ std::vector<Case> const& cases() {
          },
          "",
          "The changed /Platform/Units/Percent is not in this file."},
+        {"the name of an object of another file",
+         [](QOB::Model const& model) {
+             types::Unit(objectAt(model, "/Platform/Units/Hertz")).setName(QOB::String("Cycles"));
+         },
+         "",
+         "The renamed /Platform/Units/Hertz is not in this file."},
+        {"a member that another name of the structure has too",
+         [](QOB::Model const& model) {
+             memberOf(model, "/Gearbox/ImplementationTypes/Frame", "raw")
+                 .setName(QOB::String("counted"));
+         },
+         "",
+         "The renaming of /Gearbox/ImplementationTypes/Frame/raw can't be expressed in this file: "
+         "it would change /Gearbox/ImplementationTypes/FrameAlias too."},
         {"what files have no place for",
          [](QOB::Model const& model) {
              foundation::NamedElement(objectAt(model, "/Gearbox/CompuMethods/Celsius"))
@@ -411,31 +425,71 @@ std::vector<WrittenOtherwise> writtenOtherwise() {
 
 } // namespace
 
-/// Two types share limits: those of one can't change without those of the other.
-TEST(Update, NamesTheElementThatAChangeWouldAlsoChange) {
-    std::string elements = wholeNumber + std::string(limits);
-    for (char const* const name : {"A", "B"}) {
-        elements +=
-            "<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>" + std::string(name) +
-            "</SHORT-NAME><CATEGORY>VALUE</CATEGORY>\n" +
-            properties("<BASE-TYPE-REF DEST=\"SW-BASE-TYPE\">/P/u8</BASE-TYPE-REF>"
-                       "<DATA-CONSTR-REF DEST=\"DATA-CONSTR\">/P/Limits</DATA-CONSTR-REF>") +
-            "</IMPLEMENTATION-DATA-TYPE>\n";
+namespace {
+
+struct Refused {
+    char const* name;
+    std::string elements;
+    std::function<void(QOB::Model const&)> change;
+    char const* refusal;
+};
+
+/// An implementation type of eight bits with the limits.
+std::string limited(std::string const& name) {
+    return "<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>" + name +
+           "</SHORT-NAME><CATEGORY>VALUE</CATEGORY>\n" +
+           properties("<BASE-TYPE-REF DEST=\"SW-BASE-TYPE\">/P/u8</BASE-TYPE-REF>"
+                      "<DATA-CONSTR-REF DEST=\"DATA-CONSTR\">/P/Limits</DATA-CONSTR-REF>") +
+           "</IMPLEMENTATION-DATA-TYPE>\n";
+}
+
+std::vector<Refused> refused() {
+    return {
+        {"limits that two types share",
+         wholeNumber + std::string(limits) + limited("A") + limited("B"),
+         [](QOB::Model const& model) {
+             types::Real(objectAt(model, "/P/A")).setMaxValue(QOB::Real(3));
+         },
+         "\"A\": maxValue: 1 -> 3 can't be expressed in this file: it would change /P/B too."},
+        {"a unit that isn't the base of its dimension any more",
+         "<PHYSICAL-DIMENSION><SHORT-NAME>Speed</SHORT-NAME><LENGTH-EXP>1</LENGTH-EXP>"
+         "<TIME-EXP>-1</TIME-EXP></PHYSICAL-DIMENSION>\n"
+         "<UNIT><SHORT-NAME>M</SHORT-NAME><FACTOR-SI-TO-UNIT>1</FACTOR-SI-TO-UNIT>"
+         "<PHYSICAL-DIMENSION-REF DEST=\"PHYSICAL-DIMENSION\">/P/Speed</PHYSICAL-DIMENSION-REF>"
+         "</UNIT>\n",
+         [](QOB::Model const& model) {
+             types::Unit(objectAt(model, "/P/M")).setConvFactor(QOB::Real(2));
+         },
+         "it would change /P/Speed too."},
+        {"the type of an array's elements without the array",
+         wholeNumber +
+             std::string("<IMPLEMENTATION-DATA-TYPE><SHORT-NAME>Row</SHORT-NAME>"
+                         "<CATEGORY>ARRAY</CATEGORY><SUB-ELEMENTS>"
+                         "<IMPLEMENTATION-DATA-TYPE-ELEMENT><SHORT-NAME>Cell</SHORT-NAME>"
+                         "<CATEGORY>VALUE</CATEGORY><ARRAY-SIZE>5</ARRAY-SIZE>") +
+             properties("<BASE-TYPE-REF DEST=\"SW-BASE-TYPE\">/P/u8</BASE-TYPE-REF>") +
+             "</IMPLEMENTATION-DATA-TYPE-ELEMENT></SUB-ELEMENTS></IMPLEMENTATION-DATA-TYPE>\n",
+         [](QOB::Model const& model) { objectAt(model, "/P/Row").destroy(); },
+         "The package of the new /P/Row/Cell has no elements in this file."},
+    };
+}
+
+} // namespace
+
+TEST(Update, TellsWhatWouldChangeToo) {
+    for (Refused const& each : refused()) {
+        SCOPED_TRACE(each.name);
+        const Folder folder;
+        const std::string file = folder / "a.arxml";
+        const std::string original = documentOf(each.elements);
+        std::ofstream(file) << original;
+        const Model model;
+        read({file}, model);
+        each.change(model);
+        const std::string refusal = update(file, model).refusal;
+        EXPECT_NE(refusal.find(each.refusal), std::string::npos) << refusal;
+        EXPECT_EQ(contentOf(file), original);
     }
-    const Folder folder;
-    const std::string file = folder / "a.arxml";
-    const std::string original = documentOf(elements);
-    std::ofstream(file) << original;
-    const Model model;
-    read({file}, model);
-    types::Real(objectAt(model, "/P/A")).setMaxValue(QOB::Real(3));
-    const std::string refusal = update(file, model).refusal;
-    EXPECT_NE(
-        refusal.find("\"A\": maxValue: 1 -> 3 can't be expressed in this file: it would change "
-                     "/P/B too."),
-        std::string::npos)
-        << refusal;
-    EXPECT_EQ(contentOf(file), original);
 }
 
 /// A file may say in other words what a writer says of the same objects, and end its lines as other

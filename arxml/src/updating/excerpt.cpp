@@ -238,10 +238,11 @@ void Excerpt::addUsersOf(std::vector<Added> const& added, std::vector<Index>& us
     }
 }
 
-/// Units of a dimension depend on each other.
-void Excerpt::addOfDimensions(std::span<Index const> targets, std::vector<Index>& users) const {
+/// A dimension and its units depend on each other.
+void Excerpt::addDimensions(std::span<Index const> targets, std::vector<Index>& users) const {
     for (const Index target : targets) {
         if (cells_[target].isDimension) {
+            users.push_back(target);
             const std::span<Index const> others = usersOf(target);
             users.insert(users.end(), others.begin(), others.end());
         }
@@ -270,13 +271,13 @@ void Excerpt::choose(std::vector<std::string> const& paths,
         chosen.push_back(found->second);
         const std::span<Index const> users = usersOf(found->second);
         chosen.insert(chosen.end(), users.begin(), users.end());
-        addOfDimensions(targetsOf(found->second), chosen);
+        addDimensions(targetsOf(found->second), chosen);
     }
     for (Added const& each : added) {
         const std::string_view around(each.path.data(), each.path.rfind('/'));
         const std::vector<Index> targets = targetsOf(referencesIn(each.text, around), none);
         std::for_each(targets.begin(), targets.end(), [this](Index target) { need(target); });
-        addOfDimensions(targets, chosen);
+        addDimensions(targets, chosen);
     }
     addUsersOf(added, chosen);
     for (const Index each : chosen) {

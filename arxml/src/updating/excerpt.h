@@ -88,7 +88,7 @@ private:
     std::vector<Reference> referencesIn(std::string text, std::string_view around);
     void noteChanges(Index cell);
     void addUsersOf(std::vector<Added> const& added, std::vector<Index>& users);
-    void addOfDimensions(std::span<Index const> targets, std::vector<Index>& users) const;
+    void addDimensions(std::span<Index const> targets, std::vector<Index>& users) const;
     std::vector<Index> targetsOf(std::vector<Reference> const& references, Index user);
     Index targetOf(Reference const& reference, Index user);
     std::string_view pathOf(Reference const& reference);

@@ -54,6 +54,11 @@ bool WrittenElements::addDependent(QOB::ClassObject const& object,
 
 void WrittenElements::addShared(QOB::ClassObject const& object,
                                 std::set<std::string>& paths) const {
+    const types::Matrix matrix(object);
+    if (matrix.isValid() && matrix.hasBaseType() &&
+        outline_.ownerOf(matrix.getBaseType()) == matrix) {
+        paths.insert(externalIdOf(matrix.getBaseType())); // an element without the matrix
+    }
     const types::PrimitiveType type(object);
     if (!type.isValid()) {
         return;
