@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <vector>
+#include <velum_arxml/notation/tool_notes.h>
 #include <velum_arxml/read.h>
 #include <velum_arxml/update.h>
 
@@ -351,6 +352,21 @@ std::vector<WrittenOtherwise> writtenOtherwise() {
              types::Unit(objectAt(model, "/P/Half")).setConvFactor(QOB::Real(2));
          },
          "+<FACTOR-SI-TO-UNIT>0.5</FACTOR-SI-TO-UNIT>\n"},
+        {"raised parts of a symbol",
+         "<UNIT><SHORT-NAME>A</SHORT-NAME>\n"
+         "<DISPLAY-NAME>m/s<SUP>2</SUP></DISPLAY-NAME>\n</UNIT>\n"
+         "<UNIT><SHORT-NAME>B</SHORT-NAME>\n<DISPLAY-NAME>m</DISPLAY-NAME>\n</UNIT>\n",
+         [](QOB::Model const& model) {
+             const types::Unit both(objectAt(model, "/P/A"));
+             both.setSymbol(QOB::String("k<m/s"));
+             tool_note::set(both, tool_note::displayName, "k<m/s²");
+             types::Unit(objectAt(model, "/P/B")).getSuperscripts().push_back(QOB::String("3"));
+             tool_note::set(objectAt(model, "/P/B"), tool_note::displayName, "m³");
+         },
+         "-<DISPLAY-NAME>m/s<SUP>2</SUP></DISPLAY-NAME>\n"
+         "+<DISPLAY-NAME>k&lt;m/s<SUP>2</SUP></DISPLAY-NAME>\n"
+         "-<DISPLAY-NAME>m</DISPLAY-NAME>\n"
+         "+<DISPLAY-NAME>m<SUP>3</SUP></DISPLAY-NAME>\n"},
         {"physical limits that come from internal ones",
          std::string(limits) +
              "<COMPU-METHOD><SHORT-NAME>Tens</SHORT-NAME><CATEGORY>LINEAR</CATEGORY>"

@@ -97,6 +97,15 @@ std::vector<std::optional<std::size_t>> pairs(SourceNode const& before, SourceNo
     return partner;
 }
 
+/// Whether there is text beside elements.
+bool isMixed(SourceNode const& node) {
+    return !node.text.empty() && !node.children.empty();
+}
+
+std::string_view contentOf(std::string_view text, SourceNode const& node) {
+    return withoutOuterSpace(text.substr(node.content, node.contentEnd - node.content));
+}
+
 /// As the first line ends.
 std::string_view lineEndIn(std::string_view text) {
     const std::size_t end = text.find('\n');
@@ -126,9 +135,21 @@ void ElementEditor::changeNode(Side const& before, Side const& after, SourceNode
               source);
     if (before.node.children.empty() && after.node.children.empty()) {
         changeText(before.node.text, after.node.text, source);
+    } else if (isMixed(before.node) || isMixed(after.node)) {
+        changeMixed(before, after, source);
     } else {
         changeChildren(before, after, source);
     }
+}
+
+/// Text with elements in it, as in the name of a unit, changes as a whole.
+void ElementEditor::changeMixed(Side const& before, Side const& after, SourceNode const& source) {
+    if (source.isEmptyTag() || contentOf(file_, source) != contentOf(before.text, before.node)) {
+        missing_.push_back("<" + std::string(source.name) + "> is written in another way");
+        return;
+    }
+    edits_.push_back(
+        {source.content, source.contentEnd, std::string(contentOf(after.text, after.node))});
 }
 
 void ElementEditor::changeText(std::string const& before,

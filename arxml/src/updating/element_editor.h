@@ -38,6 +38,7 @@ private:
     counterpartOf(SourceNode const& before, std::string const& key, SourceNode const& source) const;
     void bringTo(Side const& after, SourceNode const& source);
     void changeText(std::string const& before, std::string const& after, SourceNode const& source);
+    void changeMixed(Side const& before, Side const& after, SourceNode const& source);
     void changeTag(std::string_view before, std::string_view after, SourceNode const& source);
     static SourceNode const* placeFor(SourceNode const& source,
                                       std::string_view name,
