@@ -10,8 +10,8 @@
 
 namespace velum::arxml {
 
-/// Bytes as many as a file has. They aren't cleared, and lie in large pages where the system has
-/// them: it hands out fewer, which takes a fraction of the time.
+/// Memory for the bytes of a file. It isn't cleared, and it lies in large pages where the system
+/// has them: handing out a few large pages takes a fraction of the time of many small ones.
 class LargeBuffer {
 public:
     char* data() { return bytes_.get(); }
